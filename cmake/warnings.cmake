@@ -1,0 +1,13 @@
+# Warnings of the project's own code: never passed on to those who use the library.
+add_library(kelmo_localizer_warnings INTERFACE)
+if(MSVC)
+  target_compile_options(kelmo_localizer_warnings INTERFACE /W4)
+  if(KELMO_LOCALIZER_STRICT)
+    target_compile_options(kelmo_localizer_warnings INTERFACE /WX)
+  endif()
+else()
+  target_compile_options(kelmo_localizer_warnings INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+  if(KELMO_LOCALIZER_STRICT)
+    target_compile_options(kelmo_localizer_warnings INTERFACE -Werror)
+  endif()
+endif()

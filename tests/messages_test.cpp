@@ -1,0 +1,41 @@
+#include "frame/messages.h"
+
+#include <gtest/gtest.h>
+
+namespace KelmoLibs::Localize {
+namespace {
+
+using namespace std::string_literals;
+using namespace std::string_view_literals;
+
+TEST(Messages, AreTheseTextsWhole) {
+  const struct {
+    const char* name;
+    std::wstring message;
+    std::wstring text;
+  } rows[] = {
+      {"key already declared", KeyAlreadyDeclaredMessage(L"menu.file", L"C:\\lang\\de.txt"),
+       L"EL101. Key already declared.\nKey: menu.file\nDictionary: C:\\lang\\de.txt"},
+      {"empty key already declared", KeyAlreadyDeclaredMessage(L"", L"\\de.txt"),
+       L"EL101. Key already declared.\nKey: \nDictionary: \\de.txt"},
+      {"file not found", DictionaryFileNotFoundMessage(L"C:\\lang\\de.txt"),
+       L"EL111. Dictionary file not found\nDictionary: C:\\lang\\de.txt"},
+      {"loading error", DictionaryLoadingErrorMessage(L"C:\\lang\\de.txt"),
+       L"EL111. Dictionary loading error\nDictionary: C:\\lang\\de.txt"},
+      {"unknown dictionary selected", UnknownDictionaryMessage(L"EN"),
+       L"EL112. Dictionary not found\nDictionary id: EN"},
+      {"no current dictionary", NoCurrentDictionaryMessage(L""),
+       L"EL121. Dictionary not found\nDictionary id: "},
+      {"key not found names the key twice", KeyNotFoundMessage(L"menu.fil"),
+       L"EL121. Key not found in dictionary\nKey: menu.fil\nDictionary id: menu.fil"},
+      {"a NUL in a key stays", KeyNotFoundMessage(L"a\0b"sv),
+       L"EL121. Key not found in dictionary\nKey: a\0b\nDictionary id: a\0b"s},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    EXPECT_EQ(row.message, row.text);
+  }
+}
+
+}  // namespace
+}  // namespace KelmoLibs::Localize

@@ -1,0 +1,5 @@
+#include "tests/support/test_platform.h"
+
+const bool textModeEndsAtControlZ = false;
+
+void TurnOffErrorDialogs() {}

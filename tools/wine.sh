@@ -1,0 +1,49 @@
+#!/bin/sh
+# Runs a Windows program of this project under Wine, in a prefix of the project's own (build/wine),
+# so that nobody's own Wine settings are read or changed.
+#
+#   tools/wine.sh PROGRAM.exe [ARGUMENT...]   run it
+#   tools/wine.sh --start                     make the prefix and keep Wine's server ready: programs
+#                                             then start in 0.05 s
+#   tools/wine.sh --stop                      end the server
+set -eu
+
+unset CDPATH
+root=$(cd "$(dirname "$0")/.." && pwd)
+WINEPREFIX=$root/build/wine
+WINEDEBUG=${WINEDEBUG:--all}
+# No offers to install what no test needs, no entries in the menus of the desktop.
+WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe=d'
+LC_ALL=C.UTF-8 # file names beyond ASCII, whatever the caller's locale
+TMPDIR=$root/build/wine-tmp # the socket of the server: else a folder of its own in /tmp
+export TMPDIR WINEPREFIX WINEDEBUG WINEDLLOVERRIDES LC_ALL
+
+missing_dll=53 # STATUS_DLL_NOT_FOUND, as far as it fits an exit code
+complete=$WINEPREFIX/complete
+
+start_server() {
+  { wineserver -p60 || [ $? -eq 2 ]; } && # 2: it runs already
+    wineboot -i
+}
+
+case ${1:-} in
+  --start)
+    [ -e "$complete" ] || rm -rf "$WINEPREFIX" # what was interrupted while it was made is of no use
+    mkdir -p "$WINEPREFIX" "$TMPDIR"
+    # Nothing that stays behind may keep the caller's output open. Services start with the first
+    # program, hence wineboot also in an old prefix; in a new one it always prints warnings.
+    if ! start_server >"$WINEPREFIX/start.log" 2>&1 </dev/null; then
+      cat "$WINEPREFIX/start.log" >&2
+      exit 1
+    fi
+    touch "$complete"
+    ;;
+  --stop) wineserver -k 2>/dev/null || true ;;
+  *)
+    mkdir -p "$WINEPREFIX" "$TMPDIR"
+    status=0
+    wine "$@" || status=$?
+    [ $status -ne $missing_dll ] || echo "$1: a DLL that it needs may be missing beside it" >&2
+    exit $status
+    ;;
+esac
