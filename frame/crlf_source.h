@@ -1,0 +1,28 @@
+// Text mode for systems whose runtime has none: CR LF becomes LF, every other CR stays.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+
+#include "frame/byte_source.h"
+
+namespace KelmoLibs::Localize {
+
+class CrLfSource final : public ByteSource {
+ public:
+  /// `bytes` must not be null.
+  explicit CrLfSource(std::unique_ptr<ByteSource> bytes) noexcept;
+
+  std::size_t Read(char* buffer, std::size_t size) override;
+  std::size_t SizeHint() const noexcept override;
+
+ private:
+  std::size_t ReadBytes(char* buffer, std::size_t size);
+
+  std::unique_ptr<ByteSource> bytes_;
+  std::optional<char> ahead_;  // read to see whether it is the LF of a pair, and not handed out yet
+  bool ended_ = false;
+};
+
+}  // namespace KelmoLibs::Localize

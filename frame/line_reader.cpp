@@ -1,0 +1,100 @@
+#include "frame/line_reader.h"
+
+#include <cstring>
+#include <utility>
+
+#include "frame/utf8.h"
+
+namespace KelmoLibs::Localize {
+namespace {
+
+constexpr std::size_t kPieceBytes = 64 * 1024;
+constexpr std::size_t kBytesOfUnknownSize = 4 * 1024;  // some file systems say 0 of every file
+constexpr std::size_t kLongestCharacter = 4;
+
+// A buffer that may hold the whole source has one byte more, so that the source's end shows without
+// growing it; no buffer is ever as large as the source. So the old and the new one together never
+// exceed twice the source.
+constexpr std::size_t FirstCapacity(std::size_t sourceBytes) noexcept {
+  if (sourceBytes == 0) {
+    return kBytesOfUnknownSize;
+  }
+  return sourceBytes < 2 * kPieceBytes ? sourceBytes + 1 : kPieceBytes;
+}
+
+constexpr std::size_t NextCapacity(std::size_t capacity, std::size_t sourceBytes) noexcept {
+  const bool sourceIsLarger = capacity > sourceBytes;  // than it said
+  return sourceIsLarger || 2 * capacity < sourceBytes ? 2 * capacity : sourceBytes + 1;
+}
+
+}  // namespace
+
+LineReader::LineReader(ByteSource& source)
+    : source_(source),
+      capacity_(FirstCapacity(source.SizeHint())),
+      buffer_(std::make_unique<char[]>(capacity_)) {}
+
+std::optional<std::string_view> LineReader::Next() {
+  for (;;) {
+    const char* const from = buffer_.get() + scanned_;
+    if (const void* const found = std::memchr(from, '\n', valid_ - scanned_)) {
+      const auto length =
+          static_cast<std::size_t>(static_cast<const char*>(found) - (buffer_.get() + begin_));
+      const std::string_view line(buffer_.get() + begin_, length);
+      begin_ += length + 1;
+      scanned_ = begin_;
+      return line;
+    }
+    scanned_ = valid_;
+    if (!Fill()) {
+      break;
+    }
+  }
+  if (begin_ == valid_) {
+    return std::nullopt;
+  }
+  const std::string_view lastLine(buffer_.get() + begin_, valid_ - begin_);
+  begin_ = valid_;
+  return lastLine;
+}
+
+// Reads one more piece. False at the end of the text: the source's end or bytes that are no
+// character.
+bool LineReader::Fill() {
+  if (ended_) {
+    return false;
+  }
+  if (end_ == capacity_) {
+    MakeRoom();
+  }
+  const std::size_t count = source_.Read(buffer_.get() + end_, capacity_ - end_);
+  if (count == 0) {
+    ended_ = true;
+    return false;
+  }
+  end_ += count;
+  valid_ += WellFormedUtf8Length({buffer_.get() + valid_, end_ - valid_});
+  // Fewer bytes may be a character that the next piece completes.
+  ended_ = end_ - valid_ >= kLongestCharacter;
+  return true;
+}
+
+// Moves what is left to the front; where the line at hand fills the whole buffer, grows it.
+void LineReader::MakeRoom() {
+  const std::size_t kept = end_ - begin_;
+  if (begin_ > 0) {
+    std::memmove(buffer_.get(), buffer_.get() + begin_, kept);
+  } else {
+    const std::size_t grown = NextCapacity(capacity_, source_.SizeHint());
+    auto larger = std::make_unique<char[]>(grown);
+    std::memcpy(larger.get(), buffer_.get(), kept);
+    buffer_ = std::move(larger);
+    capacity_ = grown;
+  }
+  scanned_ -= begin_;
+  valid_ -= begin_;
+  end_ = kept;
+  begin_ = 0;
+}
+
+}  // namespace KelmoLibs::Localize

@@ -1,0 +1,66 @@
+#include <fcntl.h>
+#include <io.h>
+#include <share.h>
+#include <windows.h>
+
+#include <algorithm>
+#include <climits>
+
+#include "frame/platform.h"
+
+namespace KelmoLibs::Localize {
+namespace {
+
+// Text mode is named, so that a host's own default mode has no say.
+int OpenForReading(const wchar_t* path) noexcept {
+  int descriptor = -1;
+  const errno_t error =
+      ::_wsopen_s(&descriptor, path, _O_RDONLY | _O_TEXT | _O_NOINHERIT, _SH_DENYNO, 0);
+  return error == 0 ? descriptor : -1;
+}
+
+class TextFileBytes final : public ByteSource {
+ public:
+  explicit TextFileBytes(const wchar_t* path) noexcept : descriptor_(OpenForReading(path)) {
+    if (descriptor_ < 0) {
+      return;
+    }
+    const auto handle = reinterpret_cast<HANDLE>(::_get_osfhandle(descriptor_));
+    isRegularFile_ = ::GetFileType(handle) == FILE_TYPE_DISK;
+    const __int64 length = ::_filelengthi64(descriptor_);
+    size_ = length > 0 ? static_cast<std::size_t>(length) : 0;
+  }
+
+  ~TextFileBytes() override {
+    if (descriptor_ >= 0) {
+      ::_close(descriptor_);
+    }
+  }
+
+  bool IsRegularFile() const noexcept { return isRegularFile_; }
+
+  std::size_t Read(char* buffer, std::size_t size) override {
+    const auto most = static_cast<unsigned>(std::min<std::size_t>(size, INT_MAX));
+    const int count = ::_read(descriptor_, buffer, most);
+    return count > 0 ? static_cast<std::size_t>(count) : 0;
+  }
+
+  std::size_t SizeHint() const noexcept override { return size_; }
+
+ private:
+  int descriptor_;
+  bool isRegularFile_ = false;
+  std::size_t size_ = 0;
+};
+
+}  // namespace
+
+std::unique_ptr<ByteSource> OpenTextFile(const std::wstring& path) {
+  auto file = std::make_unique<TextFileBytes>(path.c_str());
+  if (!file->IsRegularFile()) {
+    return nullptr;
+  }
+  return file;
+}
+
+}  // namespace KelmoLibs::Localize

@@ -1,0 +1,83 @@
+#include "frame/crlf_source.h"
+
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+#include <memory>
+#include <string>
+
+#include "tests/support/string_source.h"
+
+namespace KelmoLibs::Localize {
+namespace {
+
+std::string ReadAll(const std::string& bytes, std::size_t pieceBytes, std::size_t bufferBytes) {
+  CrLfSource source(std::make_unique<StringSource>(bytes, pieceBytes));
+  std::string buffer(bufferBytes, '#');
+  std::string all;
+  while (const std::size_t count = source.Read(buffer.data(), buffer.size())) {
+    all.append(buffer, 0, count);
+  }
+  EXPECT_EQ(source.Read(buffer.data(), buffer.size()), 0U) << "the end is not the end";
+  return all;
+}
+
+TEST(CrLfSource, TurnsPairsIntoLfAndKeepsEveryOtherCr) {
+  const struct {
+    const char* name;
+    std::string bytes;
+    std::string text;
+  } rows[] = {
+      {"nothing", "", ""},
+      {"LF stays", "a\nb\n", "a\nb\n"},
+      {"a pair", "a\r\nb\r\n", "a\nb\n"},
+      {"a lone CR", "a\rb", "a\rb"},
+      {"a CR at the end", "a\r", "a\r"},
+      {"nothing but a CR", "\r", "\r"},
+      {"two CR in front of an LF: the first stays", "a\r\r\nb", "a\r\nb"},
+      {"CR CR", "\r\r", "\r\r"},
+      {"LF CR", "a\n\rb", "a\n\rb"},
+      {"pairs in a row", "\r\n\r\n\r\n", "\n\n\n"},
+      {"0x1A is a byte",
+       "a\x1A"
+       "b",
+       "a\x1A"
+       "b"},
+  };
+  for (const auto& row : rows) {
+    for (const std::size_t piece : std::initializer_list<std::size_t>{1, 2, 3, 100}) {
+      for (const std::size_t buffer : std::initializer_list<std::size_t>{1, 2, 3, 4, 100}) {
+        SCOPED_TRACE(testing::Message()
+                     << row.name << ", pieces of " << piece << ", buffer of " << buffer);
+        EXPECT_EQ(ReadAll(row.bytes, piece, buffer), row.text);
+      }
+    }
+  }
+}
+
+TEST(CrLfSource, AgreesWithReplacingPairsOnAllShortInputs) {
+  const std::string alphabet = "\r\na";
+  for (std::size_t input = 0; input < 6561; ++input) {  // all of 8 characters
+    std::string bytes;
+    for (std::size_t rest = input; bytes.size() < 8; rest /= 3) {
+      bytes += alphabet[rest % 3];
+    }
+    std::string expected;
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+      if (bytes.compare(i, 2, "\r\n") != 0) {
+        expected += bytes[i];
+      }
+    }
+    for (const std::size_t buffer : std::initializer_list<std::size_t>{1, 2, 3, 5, 8, 100}) {
+      ASSERT_EQ(ReadAll(bytes, 100, buffer), expected)
+          << testing::PrintToString(bytes) << ", buffer of " << buffer;
+    }
+  }
+}
+
+TEST(CrLfSource, PassesTheSizeOn) {
+  EXPECT_EQ(CrLfSource(std::make_unique<StringSource>("a\r\nb")).SizeHint(), 4U);
+}
+
+}  // namespace
+}  // namespace KelmoLibs::Localize

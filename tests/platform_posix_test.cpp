@@ -1,0 +1,150 @@
+// What only a POSIX system has: files that are neither regular files nor folders, and wide texts
+// that are no path.
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <clocale>
+#include <string>
+#include <thread>
+
+#include "frame/file_path.h"
+#include "frame/platform.h"
+#include "tests/support/scratch_folder.h"
+
+namespace KelmoLibs::Localize {
+namespace {
+
+TEST(OpenTextFilePosix, OpensNoDevice) {
+  ASSERT_EQ(::access("/dev/zero", R_OK), 0);
+  EXPECT_EQ(OpenTextFile(L"\\dev\\zero"), nullptr);
+}
+
+// The system gives the lowest number that is free.
+int FreeDescriptor() {
+  const int descriptor = ::open("/dev/null", O_RDONLY);
+  ::close(descriptor);
+  return descriptor;
+}
+
+TEST(OpenTextFilePosix, LetsTheFileGoAtTheEndAlsoWhenItIsRefused) {
+  const ScratchFolder folder;
+  folder.Write(L"file.txt", "text");
+  const int before = FreeDescriptor();
+  {
+    const auto file = OpenTextFile(JoinPath(folder.HostPath(), L"file.txt"));
+    ASSERT_NE(file, nullptr);
+    EXPECT_EQ(::fcntl(before, F_GETFD), FD_CLOEXEC)
+        << "a program that the host starts would get it";
+  }
+  EXPECT_EQ(FreeDescriptor(), before);
+  EXPECT_EQ(OpenTextFile(folder.HostPath()), nullptr);
+  EXPECT_EQ(FreeDescriptor(), before);
+}
+
+TEST(OpenTextFilePosix, DoesNotWaitForAPipe) {
+  const ScratchFolder folder;
+  ASSERT_EQ(::mkfifo((folder.Path() / "pipe").c_str(), 0600), 0);
+  EXPECT_EQ(OpenTextFile(JoinPath(folder.HostPath(), L"pipe")), nullptr);
+}
+
+// Runs `work` in a child process; the result is its exit code.
+template <class Work>
+pid_t StartChild(Work work) {
+  const pid_t child = ::fork();
+  if (child == 0) {
+    ::_exit(work());
+  }
+  return child;
+}
+
+int ExitCodeOf(pid_t child) {
+  int status = 0;
+  EXPECT_EQ(::waitpid(child, &status, 0), child);
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+TEST(OpenTextFilePosix, LeavesAPipesWriterAlone) {
+  const ScratchFolder folder;
+  const std::string pipe = folder.Path() / "pipe";
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+  const pid_t writer = StartChild([&pipe] {
+    ::signal(SIGPIPE, SIG_IGN);
+    const int descriptor = ::open(pipe.c_str(), O_WRONLY);  // waits for a reader
+    return ::write(descriptor, "text", 4) == 4 ? 0 : 1;
+  });
+  std::this_thread::sleep_for(std::chrono::milliseconds(50));  // time for it to wait
+  EXPECT_EQ(OpenTextFile(JoinPath(folder.HostPath(), L"pipe")), nullptr);
+  const int reader = ::open(pipe.c_str(), O_RDONLY);
+  char text[4] = {};
+  EXPECT_EQ(::read(reader, text, 4), 4);
+  ::close(reader);
+  EXPECT_EQ(ExitCodeOf(writer), 0);
+}
+
+TEST(OpenTextFilePosix, WaitsForALeaseToBeGivenBack) {
+  const ScratchFolder folder;
+  folder.Write(L"file.txt", "text");
+  const std::string file = folder.Path() / "file.txt";
+  int ready[2] = {};
+  ASSERT_EQ(::pipe(ready), 0);
+  const pid_t holder = StartChild([&] {
+    ::alarm(20);
+    sigset_t broken;
+    ::sigemptyset(&broken);
+    ::sigaddset(&broken, SIGIO);
+    ::sigprocmask(SIG_BLOCK, &broken, nullptr);
+    const int descriptor = ::open(file.c_str(), O_RDWR);
+    const bool held = ::fcntl(descriptor, F_SETLEASE, F_WRLCK) == 0;
+    const char answer = held ? 'y' : 'n';
+    if (::write(ready[1], &answer, 1) != 1 || !held) {
+      return 1;
+    }
+    int signal = 0;
+    ::sigwait(&broken, &signal);  // somebody wants to open it
+    return ::fcntl(descriptor, F_SETLEASE, F_UNLCK) == 0 ? 0 : 1;
+  });
+  char answer = 'n';
+  ASSERT_EQ(::read(ready[0], &answer, 1), 1);
+  ::close(ready[0]);
+  ::close(ready[1]);
+  if (answer == 'n') {
+    ExitCodeOf(holder);
+    GTEST_SKIP() << "no leases on this file system";
+  }
+  EXPECT_NE(OpenTextFile(JoinPath(folder.HostPath(), L"file.txt")), nullptr);
+  EXPECT_EQ(ExitCodeOf(holder), 0);
+}
+
+TEST(OpenTextFilePosix, OpensNothingForALoneSurrogate) {
+  EXPECT_EQ(OpenTextFile({L'a', L'\xD800'}), nullptr);
+}
+
+TEST(OpenTextFilePosix, TakesNamesAsUtf8InEveryLocale) {
+  const ScratchFolder folder;
+  folder.Write(L"словарь.txt", "text");
+  for (const char* const locale : {"C", "C.UTF-8"}) {
+    SCOPED_TRACE(locale);
+    ASSERT_NE(std::setlocale(LC_ALL, locale), nullptr);
+    EXPECT_NE(OpenTextFile(JoinPath(folder.HostPath(), L"словарь.txt")), nullptr);
+  }
+  std::setlocale(LC_ALL, "C");
+}
+
+TEST(OpenTextFilePosix, AReadThatFailsIsTheEnd) {
+  // Nothing is mapped at address 0: this regular file opens, and reading its front fails.
+  const auto file = OpenTextFile(L"\\proc\\self\\mem");
+  if (!file) {
+    GTEST_SKIP() << "no /proc here";
+  }
+  char buffer[16];
+  EXPECT_EQ(file->Read(buffer, sizeof(buffer)), 0U);
+}
+
+}  // namespace
+}  // namespace KelmoLibs::Localize

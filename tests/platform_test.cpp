@@ -1,0 +1,130 @@
+#include "frame/platform.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <initializer_list>
+#include <optional>
+#include <string>
+
+#include "frame/file_path.h"
+#include "tests/support/scratch_folder.h"
+#include "tests/support/test_platform.h"
+
+namespace KelmoLibs::Localize {
+namespace {
+
+std::optional<std::string> ReadTextFile(const std::wstring& path, std::size_t bufferBytes) {
+  const std::unique_ptr<ByteSource> file = OpenTextFile(path);
+  if (!file) {
+    return std::nullopt;
+  }
+  std::string buffer(bufferBytes, '#');
+  std::string all;
+  while (const std::size_t count = file->Read(buffer.data(), buffer.size())) {
+    all.append(buffer, 0, count);
+  }
+  return all;
+}
+
+TEST(OpenTextFile, ReadsInTextMode) {
+  const ScratchFolder folder;
+  const struct {
+    const char* name;
+    std::string bytes;
+    std::string text;
+  } rows[] = {
+      {"nothing", "", ""},
+      {"LF", "a\nb\n", "a\nb\n"},
+      {"CR LF", "a\r\nb\r\n", "a\nb\n"},
+      {"a lone CR", "a\rb\r", "a\rb\r"},
+      {"two CR in front of an LF", "a\r\r\nb", "a\r\nb"},
+      {"0x1A",
+       "a\x1A"
+       "b",
+       textModeEndsAtControlZ ? "a"
+                              : "a\x1A"
+                                "b"},
+      {"bytes that are not UTF-8", "\xFF\x80", "\xFF\x80"},
+  };
+  for (const auto& row : rows) {
+    folder.Write(L"file.txt", row.bytes);
+    for (const std::size_t buffer : std::initializer_list<std::size_t>{1, 2, 3, 4, 100}) {
+      SCOPED_TRACE(testing::Message() << row.name << ", buffer of " << buffer);
+      EXPECT_EQ(ReadTextFile(JoinPath(folder.HostPath(), L"file.txt"), buffer), row.text);
+    }
+  }
+}
+
+TEST(OpenTextFile, TellsTheFilesSize) {
+  const ScratchFolder folder;
+  folder.Write(L"file.txt", std::string(12345, 'a'));
+  const auto file = OpenTextFile(JoinPath(folder.HostPath(), L"file.txt"));
+  ASSERT_NE(file, nullptr);
+  EXPECT_EQ(file->SizeHint(), 12345U);
+}
+
+TEST(OpenTextFile, OpensNamesInEveryScriptAndWithBlanks) {
+  const ScratchFolder folder;
+  for (const wchar_t* const name :
+       {L"de.txt", L"with blanks .txt", L"словарь.txt", L"W\u00F6rterbuch.txt", L"\u8F9E\u66F8.txt",
+        L"\U0001F600.txt", L"вложенная папка\\тексты и слова.txt"}) {
+    SCOPED_TRACE(testing::PrintToString(name));
+    folder.Write(name, "text");
+    EXPECT_EQ(ReadTextFile(JoinPath(folder.HostPath(), name), 100), "text");
+  }
+}
+
+TEST(OpenTextFile, OpensNothingButFiles) {
+  const ScratchFolder folder;
+  folder.Write(L"folder\\file.txt", "text");
+  const struct {
+    const char* name;
+    std::wstring path;
+  } rows[] = {
+      {"no such file", JoinPath(folder.HostPath(), L"missing.txt")},
+      {"no such folder", JoinPath(folder.HostPath(), L"missing\\file.txt")},
+      {"a folder", JoinPath(folder.HostPath(), L"folder")},
+      {"a folder, with a separator behind it", JoinPath(folder.HostPath(), L"folder\\")},
+      {"a file taken for a folder", JoinPath(folder.HostPath(), L"folder\\file.txt\\x")},
+      {"the empty path", L""},
+      {"a device of Windows, and not there on Linux", JoinPath(folder.HostPath(), L"NUL")},
+      {"a name that no system takes", JoinPath(folder.HostPath(), std::wstring(32000, L'x'))},
+      {"characters that Windows forbids, and not there on Linux",
+       JoinPath(folder.HostPath(), L"a|b?c*d<e>.txt")},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    EXPECT_EQ(OpenTextFile(row.path), nullptr);
+  }
+}
+
+TEST(OpenTextFile, SharesTheFileWithThoseWhoWriteIt) {
+  const ScratchFolder folder;
+  folder.Write(L"file.txt", "first line\n");
+  const std::wstring path = JoinPath(folder.HostPath(), L"file.txt");
+  {
+    const std::ofstream writer(folder.Path() / "file.txt", std::ios::app);
+    ASSERT_TRUE(writer.is_open());
+    EXPECT_EQ(ReadTextFile(path, 100), "first line\n") << "written by another already";
+  }
+  const auto reader = OpenTextFile(path);
+  ASSERT_NE(reader, nullptr);
+  std::ofstream writer(folder.Path() / "file.txt", std::ios::app);
+  writer << "second line\n";
+  writer.close();
+  EXPECT_TRUE(writer) << "opened by the library already";
+  EXPECT_EQ(ReadTextFile(path, 100), "first line\nsecond line\n");
+}
+
+TEST(OpenTextFile, LetsTheFileGoAtTheEnd) {
+  // On Windows an open file cannot be removed; platform_posix_test.cpp counts descriptors.
+  const ScratchFolder folder;
+  folder.Write(L"file.txt", "text");
+  EXPECT_EQ(ReadTextFile(JoinPath(folder.HostPath(), L"file.txt"), 100), "text");
+  EXPECT_TRUE(std::filesystem::remove(folder.Path() / "file.txt"));
+}
+
+}  // namespace
+}  // namespace KelmoLibs::Localize

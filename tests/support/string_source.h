@@ -1,0 +1,40 @@
+// A byte source that a test writes down: its bytes, how many come at a time, what it says of its
+// size.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "frame/byte_source.h"
+
+class StringSource final : public KelmoLibs::Localize::ByteSource {
+ public:
+  explicit StringSource(std::string bytes, std::size_t pieceBytes = SIZE_MAX,
+                        std::optional<std::size_t> sizeHint = std::nullopt)
+      : bytes_(std::move(bytes)),
+        pieceBytes_(pieceBytes),
+        sizeHint_(sizeHint.value_or(bytes_.size())) {}
+
+  std::size_t Read(char* buffer, std::size_t size) override {
+    ++readCalls_;
+    const std::size_t count = bytes_.copy(buffer, std::min(size, pieceBytes_), position_);
+    position_ += count;
+    return count;
+  }
+
+  std::size_t SizeHint() const noexcept override { return sizeHint_; }
+
+  std::size_t BytesRead() const noexcept { return position_; }
+  std::size_t ReadCalls() const noexcept { return readCalls_; }
+
+ private:
+  std::string bytes_;
+  std::size_t pieceBytes_;
+  std::size_t sizeHint_;
+  std::size_t position_ = 0;
+  std::size_t readCalls_ = 0;
+};
