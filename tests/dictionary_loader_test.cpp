@@ -1,0 +1,213 @@
+#include "dictionary/dictionary_loader.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <new>
+#include <string>
+#include <vector>
+
+#include "dictionary/dictionary_table.h"
+#include "frame/file_path.h"
+#include "tests/support/allocation_probe.h"
+#include "tests/support/scratch_folder.h"
+
+namespace KelmoLibs::Localize {
+namespace {
+
+struct State {
+  std::wstring currentLanguage;
+  DictionaryTable dictionaries;
+  ErrorList errors;
+
+  std::int32_t Load(const std::wstring& path) {
+    return LoadDictionaryFile(path, currentLanguage, dictionaries, errors);
+  }
+  std::vector<std::wstring> Messages() const {
+    std::vector<std::wstring> messages;
+    for (std::int32_t i = 0; i < errors.Count(); ++i) {
+      messages.emplace_back(errors.At(i));
+    }
+    return messages;
+  }
+};
+
+using Messages = std::vector<std::wstring>;
+
+TEST(LoadDictionaryFile, ReturnsTheLengthOfTheWholeErrorList) {
+  const ScratchFolder folder;
+  folder.Write(L"en.txt", "en\nk one\nk two\nl three\nl four\n");
+  const std::wstring path = JoinPath(folder.HostPath(), L"en.txt");
+  State state;
+  state.errors.Append(L"an older message");
+  EXPECT_EQ(state.Load(path), 3);
+  EXPECT_EQ(
+      state.Messages(),
+      (Messages{L"an older message", L"EL101. Key already declared.\nKey: k\nDictionary: " + path,
+                L"EL101. Key already declared.\nKey: l\nDictionary: " + path}));
+}
+
+TEST(LoadDictionaryFile, AnEmptyFileChangesNothing) {
+  const ScratchFolder folder;
+  folder.Write(L"empty.txt", "");
+  State state;
+  state.currentLanguage = L"before";
+  state.errors.Append(L"an older message");
+  EXPECT_EQ(state.Load(JoinPath(folder.HostPath(), L"empty.txt")), 1);
+  EXPECT_EQ(state.currentLanguage, L"before");
+  EXPECT_TRUE(state.dictionaries.empty());
+}
+
+TEST(LoadDictionaryFile, AMissingFileIsListedOnceAndChangesNothing) {
+  State state;
+  state.currentLanguage = L"before";
+  for (int repeat = 0; repeat < 2; ++repeat) {
+    EXPECT_EQ(state.Load(L"no such folder\\en.txt"), -2);
+    EXPECT_EQ(state.Messages(),
+              (Messages{L"EL111. Dictionary file not found\nDictionary: no such folder\\en.txt"}));
+  }
+  EXPECT_EQ(state.currentLanguage, L"before");
+  EXPECT_TRUE(state.dictionaries.empty());
+}
+
+// Long enough that each needs memory of its own.
+const std::wstring kId = L"an.id.that.needs.memory.of.its.own";
+const std::wstring kKey1 = L"first.key.that.needs.memory.of.its.own";
+const std::wstring kKey2 = L"second.key.that.needs.memory.of.its.own";
+
+std::string Narrow(const std::wstring& text) { return std::string(text.begin(), text.end()); }
+
+class LoadDictionaryFileWithoutMemory : public testing::Test {
+ protected:
+  LoadDictionaryFileWithoutMemory() {
+    folder_.Write(L"file.txt", Narrow(kId) + "\n" + Narrow(kKey1) +
+                                   " a text of its own, long enough\n" + Narrow(kKey1) +
+                                   " declared twice\n" + Narrow(kKey2) +
+                                   " another text of its own, long enough\n");
+  }
+
+  // What was read before a failure is a front part of the file, in its order.
+  void ExpectFrontPart(const State& state) const {
+    if (state.currentLanguage.empty()) {
+      EXPECT_TRUE(state.dictionaries.empty());
+      return;
+    }
+    EXPECT_EQ(state.currentLanguage, kId);
+    if (state.dictionaries.empty()) {
+      return;  // the id becomes current before its dictionary is made
+    }
+    ASSERT_EQ(state.dictionaries.size(), 1U);
+    Dictionary left = state.dictionaries.at(kId);
+    if (left.count(kKey2) == 1) {
+      EXPECT_EQ(left[kKey2], L"another text of its own, long enough");
+      EXPECT_EQ(left.count(kKey1), 1U);
+    }
+    if (left.count(kKey1) == 1) {
+      EXPECT_EQ(left[kKey1], L"a text of its own, long enough");
+    }
+    left.erase(kKey1);
+    left.erase(kKey2);
+    EXPECT_TRUE(left.empty());
+  }
+
+  void ExpectWholeFile(const State& state) const {
+    EXPECT_EQ(state.currentLanguage, kId);
+    EXPECT_EQ(state.dictionaries,
+              (DictionaryTable{{kId,
+                                {{kKey1, L"a text of its own, long enough"},
+                                 {kKey2, L"another text of its own, long enough"}}}}));
+  }
+
+  const ScratchFolder folder_;
+  const std::wstring path_ = JoinPath(folder_.HostPath(), L"file.txt");
+  const std::wstring loadingError_ = L"EL111. Dictionary loading error\nDictionary: " + path_;
+  const std::wstring duplicate_ =
+      L"EL101. Key already declared.\nKey: " + kKey1 + L"\nDictionary: " + path_;
+};
+
+TEST_F(LoadDictionaryFileWithoutMemory, ListsTheFailureKeepsWhatWasReadAndCanBeRepeated) {
+  bool sawNothing = false;
+  bool sawIdWithoutDictionary = false;
+  bool sawFirstEntryAlone = false;
+  std::size_t n = 1;
+  for (;; ++n) {
+    SCOPED_TRACE(testing::Message() << "allocation " << n << " fails");
+    State state;
+    std::int32_t result = 0;
+    bool failed = false;
+    {
+      const allocation_probe::FailAllocation failure(n);
+      result = state.Load(path_);
+      failed = failure.Happened();
+    }
+    if (!failed) {
+      EXPECT_EQ(result, 1);
+      EXPECT_EQ(state.Messages(), (Messages{duplicate_}));
+      ExpectWholeFile(state);
+      break;
+    }
+    EXPECT_EQ(result, -1);
+    ASSERT_FALSE(state.Messages().empty());
+    EXPECT_EQ(state.Messages().back(), loadingError_);
+    ExpectFrontPart(state);
+    sawNothing |= state.currentLanguage.empty();
+    if (!state.currentLanguage.empty() && state.dictionaries.empty()) {
+      sawIdWithoutDictionary = true;
+      EXPECT_EQ(FindText(kKey1, state.currentLanguage, state.dictionaries, state.errors),
+                emptyText);
+      EXPECT_EQ(state.Messages().back(), L"EL121. Dictionary not found\nDictionary id: " + kId);
+    }
+    sawFirstEntryAlone |= !state.dictionaries.empty() && state.dictionaries.at(kId).size() == 1;
+
+    EXPECT_GE(state.Load(path_), 1);
+    ExpectWholeFile(state);
+  }
+  EXPECT_GE(n, 10U);
+  EXPECT_TRUE(sawNothing);
+  EXPECT_TRUE(sawIdWithoutDictionary);
+  EXPECT_TRUE(sawFirstEntryAlone);
+}
+
+TEST_F(LoadDictionaryFileWithoutMemory, TheHostIsToldWhenNotEvenTheMessageCanBeKept) {
+  std::size_t n = 1;
+  for (;; ++n) {
+    SCOPED_TRACE(testing::Message() << "allocation " << n << " and all behind it fail");
+    State state;
+    bool threw = false;
+    bool failed = false;
+    {
+      const allocation_probe::FailAllocation failure(n, allocation_probe::Failing::kFromThenOn);
+      try {
+        state.Load(path_);
+      } catch (const std::bad_alloc&) {
+        threw = true;
+      }
+      failed = failure.Happened();
+    }
+    ASSERT_EQ(threw, failed);
+    if (!failed) {
+      break;
+    }
+    ExpectFrontPart(state);
+    const Messages messages = state.Messages();
+    EXPECT_EQ(std::count(messages.begin(), messages.end(), loadingError_), 0);
+  }
+  EXPECT_GE(n, 10U);
+}
+
+TEST_F(LoadDictionaryFileWithoutMemory, NothingLeaks) {
+  bool failed = true;
+  for (std::size_t n = 1; failed; ++n) {
+    const std::size_t before = allocation_probe::LiveBytes();
+    {
+      State state;
+      const allocation_probe::FailAllocation failure(n);
+      state.Load(path_);
+      failed = failure.Happened();
+    }
+    EXPECT_EQ(allocation_probe::LiveBytes(), before) << "allocation " << n << " fails";
+  }
+}
+
+}  // namespace
+}  // namespace KelmoLibs::Localize

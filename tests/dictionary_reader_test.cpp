@@ -1,0 +1,197 @@
+#include "dictionary/dictionary_reader.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tests/support/allocation_probe.h"
+#include "tests/support/string_source.h"
+
+namespace KelmoLibs::Localize {
+namespace {
+
+using namespace std::string_literals;
+
+struct State {
+  std::wstring currentLanguage = L"before";
+  DictionaryTable dictionaries;
+  std::vector<std::wstring> duplicates;
+
+  void Read(ByteSource& source) {
+    ReadDictionary(source, currentLanguage, dictionaries,
+                   [this](std::wstring_view key) { duplicates.emplace_back(key); });
+  }
+  void Read(const std::string& bytes) {
+    StringSource source(bytes);
+    Read(source);
+  }
+};
+
+TEST(ReadDictionary, ReadsEveryFileAsWritten) {
+  const struct {
+    const char* name;
+    std::string bytes;
+    std::wstring currentLanguage;
+    DictionaryTable dictionaries;
+    std::vector<std::wstring> duplicates;
+  } rows[] = {
+      {"nothing changes nothing", "", L"before", {}, {}},
+      {"a fault in front of everything is nothing",
+       "\xFF"
+       "en\nkey text\n",
+       L"before",
+       {},
+       {}},
+      {"a header alone", "en", L"en", {{L"en", {}}}, {}},
+      {"a header with its line end", "en\n", L"en", {{L"en", {}}}, {}},
+      {"the word behind the id is ignored", "de Deutsch\n", L"de", {{L"de", {}}}, {}},
+      {"an empty header is the empty id", "\nkey text\n", L"", {{L"", {{L"key", L"text"}}}}, {}},
+      {"a header of blanks is the empty id", "  \nkey text", L"", {{L"", {{L"key", L"text"}}}}, {}},
+      {"a blank in front of the id gives the empty id", " en\n", L"", {{L"", {}}}, {}},
+      {"a byte-order mark is part of the id",
+       "\xEF\xBB\xBF"
+       "en\n",
+       L"\uFEFF"
+       L"en",
+       {{L"\uFEFF"
+         L"en",
+         {}}},
+       {}},
+      {"the header is cut by a fault", "en\xFFglish\nkey text\n", L"en", {{L"en", {}}}, {}},
+      {"a fault in the header's ignored word",
+       "en Engl\xFFish\nkey text\n",
+       L"en",
+       {{L"en", {}}},
+       {}},
+
+      {"empty lines are skipped",
+       "en\n\nkey text\n\n\n",
+       L"en",
+       {{L"en", {{L"key", L"text"}}}},
+       {}},
+      {"a line of one CR is a key", "en\n\r\n", L"en", {{L"en", {{L"\r", L""}}}}, {}},
+      {"lines of blanks give the empty key",
+       "en\n  \n   \n",
+       L"en",
+       {{L"en", {{L"", L" "}}}},
+       {L""}},
+      {"nothing is a comment or a section",
+       "en\n// a b\n# c\n[s]\n; d\n",
+       L"en",
+       {{L"en", {{L"//", L"a b"}, {L"#", L"c"}, {L"[s]", L""}, {L";", L"d"}}}},
+       {}},
+      {"the first text of a key stays",
+       "en\nk one\nk two\nk three\n",
+       L"en",
+       {{L"en", {{L"k", L"one"}}}},
+       {L"k", L"k"}},
+      {"an empty text is a text", "en\nk\nk two\n", L"en", {{L"en", {{L"k", L""}}}}, {L"k"}},
+      {"keys differ by case",
+       "en\nk one\nK two\n",
+       L"en",
+       {{L"en", {{L"K", L"two"}, {L"k", L"one"}}}},
+       {}},
+      {"a NUL is part of key and text",
+       "e\0n\nk\0a t\0u\nk\0b v\n"s,
+       L"e\0n"s,
+       {{L"e\0n"s, {{L"k\0a"s, L"t\0u"s}, {L"k\0b"s, L"v"}}}},
+       {}},
+      {"beyond U+FFFF", "en\nk \xF0\x9F\x98\x80\n", L"en", {{L"en", {{L"k", L"\U0001F600"}}}}, {}},
+      {"U+FFFF ends nothing",
+       "en\nk \xEF\xBF\xBF\nl m\n",
+       L"en",
+       {{L"en", {{L"k", {wchar_t{0xFFFF}}}, {L"l", L"m"}}}},
+       {}},
+
+      {"a fault in a text cuts it",
+       "en\nk one\nl tw\xFFo\nm three\n",
+       L"en",
+       {{L"en", {{L"k", L"one"}, {L"l", L"tw"}}}},
+       {}},
+      {"a text that a fault cuts is trimmed",
+       "en\nk one \xFF",
+       L"en",
+       {{L"en", {{L"k", L"one"}}}},
+       {}},
+      {"a fault in a key cuts it",
+       "en\nke\xFFy one\nm three\n",
+       L"en",
+       {{L"en", {{L"ke", L""}}}},
+       {}},
+      {"a fault that begins a line ends without it",
+       "en\nk one\n\xFFm two\n",
+       L"en",
+       {{L"en", {{L"k", L"one"}}}},
+       {}},
+      {"a key that a fault cuts may be there already",
+       "en\nk one\nk\xFF two\n",
+       L"en",
+       {{L"en", {{L"k", L"one"}}}},
+       {L"k"}},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    State state;
+    state.Read(row.bytes);
+    EXPECT_EQ(state.currentLanguage, row.currentLanguage);
+    EXPECT_EQ(state.dictionaries, row.dictionaries);
+    EXPECT_EQ(state.duplicates, row.duplicates);
+  }
+}
+
+TEST(ReadDictionary, AddsToADictionaryWithTheSameId) {
+  State state;
+  state.Read("en\na one\nb two\n"s);
+  state.Read("de\na eins\n"s);
+  state.Read("en again\nb three\nc four\n"s);
+  EXPECT_EQ(state.currentLanguage, L"en");
+  EXPECT_EQ(state.dictionaries,
+            (DictionaryTable{{L"de", {{L"a", L"eins"}}},
+                             {L"en", {{L"a", L"one"}, {L"b", L"two"}, {L"c", L"four"}}}}));
+  EXPECT_EQ(state.duplicates, (std::vector<std::wstring>{L"b"}));
+}
+
+TEST(ReadDictionary, KeepsWhatASourceGaveBeforeItFailed) {
+  State state;
+  StringSource source("en\na one\nb tw", 4, 1000);  // its size told of more
+  state.Read(source);
+  EXPECT_EQ(state.dictionaries, (DictionaryTable{{L"en", {{L"a", L"one"}, {L"b", L"tw"}}}}));
+}
+
+TEST(ReadDictionary, HoldsAtMostTwiceTheFileBesideTheStoredTexts) {
+  const std::string longText(5'000'000, 'x');
+  std::string manyEntries = "en\n";
+  for (int i = 0; i < 20000; ++i) {
+    manyEntries += "key." + std::to_string(i) + "\tThe text of this key\n";
+  }
+  const struct {
+    const char* name;
+    std::string before;
+    std::string bytes;
+  } rows[] = {
+      {"one long text", "", "en\nk " + longText},
+      {"one long key", "", "en\n" + longText},
+      {"a long id", "", longText + "\nk v\n"},
+      {"a long word behind the id", "", "en " + longText + "\nk v\n"},
+      {"a long text whose key is there", "", "en\nk v\nk " + longText},
+      {"a long key that is there", "en\n" + longText, "en\n" + longText},
+      {"a long id that is there", longText, longText + "\nk v\n"},
+      {"many entries", "", manyEntries},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    State state;
+    state.Read(row.before);
+    StringSource source(row.bytes);
+    const std::size_t before = allocation_probe::LiveBytes();
+    allocation_probe::ResetPeak();
+    ReadDictionary(source, state.currentLanguage, state.dictionaries, [](std::wstring_view) {});
+    const std::size_t stored = allocation_probe::LiveBytes() - before;
+    EXPECT_LE(allocation_probe::PeakBytes() - before, stored + 2 * row.bytes.size());
+  }
+}
+
+}  // namespace
+}  // namespace KelmoLibs::Localize

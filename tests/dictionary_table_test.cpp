@@ -1,0 +1,194 @@
+#include "dictionary/dictionary_table.h"
+
+#include <gtest/gtest.h>
+
+#include <new>
+#include <string>
+
+#include "tests/support/allocation_probe.h"
+
+namespace KelmoLibs::Localize {
+namespace {
+
+const std::wstring kLongId =
+    L"a dictionary id that is too long to be kept without memory of its own";
+const std::wstring kLongKey = L"a.key.that.is.too.long.to.be.kept.without.memory.of.its.own";
+
+struct State {
+  std::wstring currentLanguage = L"de";
+  DictionaryTable dictionaries = {
+      {L"de",
+       {{L"menu.file", L"Datei"}, {L"empty", L""}, {L"", L"without a key"}, {kLongKey, L"x"}}},
+      {L"en", {{L"menu.file", L"File"}}},
+      {kLongId, {}},
+  };
+  ErrorList errors;
+
+  std::int32_t Select(std::wstring_view id) {
+    return SelectDictionary(id, currentLanguage, dictionaries, errors);
+  }
+  const wchar_t* Find(std::wstring_view key) {
+    return FindText(key, currentLanguage, dictionaries, errors);
+  }
+};
+
+TEST(SelectDictionary, MatchesIdsExactly) {
+  const struct {
+    const char* name;
+    const wchar_t* id;
+    std::int32_t result;
+    const wchar_t* currentLanguage;
+    const wchar_t* message;
+  } rows[] = {
+      {"a loaded one", L"en", 0, L"en", nullptr},
+      {"the current one again", L"de", 0, L"de", nullptr},
+      {"another case", L"EN", -1, L"de", L"EL112. Dictionary not found\nDictionary id: EN"},
+      {"a blank behind it", L"en ", -1, L"de", L"EL112. Dictionary not found\nDictionary id: en "},
+      {"the front of an id", L"e", -1, L"de", L"EL112. Dictionary not found\nDictionary id: e"},
+      {"the empty id", L"", -1, L"de", L"EL112. Dictionary not found\nDictionary id: "},
+      {"behind all ids", L"zz", -1, L"de", L"EL112. Dictionary not found\nDictionary id: zz"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    State state;
+    EXPECT_EQ(state.Select(row.id), row.result);
+    EXPECT_EQ(state.currentLanguage, row.currentLanguage);
+    ASSERT_EQ(state.errors.Count(), row.message != nullptr ? 1 : 0);
+    if (row.message != nullptr) {
+      EXPECT_STREQ(state.errors.At(0), row.message);
+    }
+  }
+}
+
+TEST(SelectDictionary, TakesTheEmptyIdWhereADictionaryHasIt) {
+  State state;
+  state.dictionaries.try_emplace(L"");
+  EXPECT_EQ(state.Select(L""), 0);
+  EXPECT_EQ(state.currentLanguage, L"");
+  EXPECT_EQ(state.errors.Count(), 0);
+}
+
+TEST(FindText, MatchesKeysExactly) {
+  const struct {
+    const char* name;
+    const wchar_t* key;
+    const wchar_t* text;
+    const wchar_t* message;
+  } rows[] = {
+      {"a key", L"menu.file", L"Datei", nullptr},
+      {"a key with an empty text", L"empty", L"", nullptr},
+      {"the empty key", L"", L"without a key", nullptr},
+      {"another case", L"Menu.file", L"",
+       L"EL121. Key not found in dictionary\nKey: Menu.file\nDictionary id: Menu.file"},
+      {"a blank behind it", L"menu.file ", L"",
+       L"EL121. Key not found in dictionary\nKey: menu.file \nDictionary id: menu.file "},
+      {"the front of a key", L"menu", L"",
+       L"EL121. Key not found in dictionary\nKey: menu\nDictionary id: menu"},
+      {"behind all keys", L"zz", L"",
+       L"EL121. Key not found in dictionary\nKey: zz\nDictionary id: zz"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    State state;
+    for (int repeat = 0; repeat < 2; ++repeat) {  // asking again lists nothing more
+      EXPECT_STREQ(state.Find(row.key), row.text);
+      ASSERT_EQ(state.errors.Count(), row.message != nullptr ? 1 : 0);
+    }
+    if (row.message != nullptr) {
+      EXPECT_STREQ(state.errors.At(0), row.message);
+    }
+  }
+}
+
+TEST(FindText, ListsTheCurrentIdWhenNoDictionaryHasIt) {
+  for (const wchar_t* const id : {L"", L"fr"}) {
+    SCOPED_TRACE(testing::PrintToString(id));
+    State state;
+    state.currentLanguage = id;
+    EXPECT_EQ(state.Find(L"menu.file"), emptyText);
+    ASSERT_EQ(state.errors.Count(), 1);
+    EXPECT_EQ(state.errors.At(0),
+              L"EL121. Dictionary not found\nDictionary id: " + std::wstring(id));
+  }
+}
+
+TEST(FindText, GivesAStoredEmptyTextAnAddressOfItsOwn) {
+  State state;
+  EXPECT_NE(state.Find(L"empty"), emptyText);
+  EXPECT_EQ(state.Find(L"missing"), emptyText);
+}
+
+TEST(FindText, AllocatesNothingWhenTheKeyIsThere) {
+  State state;
+  for (const std::wstring& key : {std::wstring(L"menu.file"), kLongKey}) {
+    const std::size_t before = allocation_probe::Count();
+    const wchar_t* const text = state.Find(key);
+    EXPECT_EQ(allocation_probe::Count(), before);
+    EXPECT_STRNE(text, L"");
+  }
+}
+
+TEST(SelectDictionary, AllocatesAtMostTheCopyOfTheId) {
+  State state;
+  const std::size_t before = allocation_probe::Count();
+  EXPECT_EQ(state.Select(kLongId), 0);
+  EXPECT_LE(allocation_probe::Count(), before + 1);
+}
+
+TEST(SelectDictionary, KeepsTheSelectionWhenMemoryFails) {
+  State state;
+  {
+    const allocation_probe::FailAllocation failure(1);
+    EXPECT_THROW(state.Select(kLongId), std::bad_alloc);
+  }
+  EXPECT_EQ(state.currentLanguage, L"de");
+  EXPECT_EQ(state.Select(kLongId), 0);
+}
+
+TEST(SelectDictionary, PassesAFailureToListAMessageOn) {
+  for (std::size_t n = 1;; ++n) {
+    State state;
+    bool failed = false;
+    {
+      const allocation_probe::FailAllocation failure(n);
+      try {
+        state.Select(L"none");
+      } catch (const std::bad_alloc&) {
+        failed = true;
+      }
+    }
+    EXPECT_EQ(state.currentLanguage, L"de");
+    EXPECT_EQ(state.errors.Count(), failed ? 0 : 1);
+    if (!failed) {
+      EXPECT_GE(n, 2U) << "no allocation was tried";
+      break;
+    }
+  }
+}
+
+TEST(FindText, PassesAFailureToListAMessageOn) {
+  for (const wchar_t* const current : {L"de", L"none"}) {
+    SCOPED_TRACE(testing::PrintToString(current));
+    for (std::size_t n = 1;; ++n) {
+      State state;
+      state.currentLanguage = current;
+      bool failed = false;
+      {
+        const allocation_probe::FailAllocation failure(n);
+        try {
+          state.Find(L"missing");
+        } catch (const std::bad_alloc&) {
+          failed = true;
+        }
+      }
+      EXPECT_EQ(state.errors.Count(), failed ? 0 : 1);
+      if (!failed) {
+        EXPECT_GE(n, 2U) << "no allocation was tried";
+        break;
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace KelmoLibs::Localize
