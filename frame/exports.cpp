@@ -1,0 +1,43 @@
+// The library's plain functions: each hands its arguments and the process-wide objects to one core
+// function.
+#include <string_view>
+
+#include "dictionary/dictionary_loader.h"
+#include "dictionary/dictionary_table.h"
+#include "frame/error_list.h"
+#include "frame/file_path.h"
+#include "frame/library_state.h"
+#include "kelmo_localizer.h"
+
+using namespace KelmoLibs::Localize;
+
+namespace {
+
+std::wstring_view TextOrEmpty(const wchar_t* text) noexcept {
+  return text != nullptr ? std::wstring_view(text) : std::wstring_view();
+}
+
+}  // namespace
+
+extern "C" {
+
+int32_t LoadDictionary(const wchar_t* folder, const wchar_t* fileName) {
+  return LoadDictionaryFile(JoinPath(TextOrEmpty(folder), TextOrEmpty(fileName)), currentLanguage,
+                            dictionaries, errorList);
+}
+
+int32_t UseLanguage(const wchar_t* id) {
+  return SelectDictionary(TextOrEmpty(id), currentLanguage, dictionaries, errorList);
+}
+
+const wchar_t* LANG(const wchar_t* key) {
+  return FindText(TextOrEmpty(key), currentLanguage, dictionaries, errorList);
+}
+
+void ClearErrors() { errorList.Clear(); }
+
+int64_t GetErrorsCount() { return errorList.Count(); }
+
+const wchar_t* GetError(int32_t index) { return errorList.At(index); }
+
+}  // extern "C"

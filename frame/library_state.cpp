@@ -1,0 +1,12 @@
+#include "frame/library_state.h"
+
+namespace KelmoLibs::Localize {
+
+// One file defines them all, because within one file the language fixes the order: built from the
+// first to the last at load, destroyed from the last to the first at unload. Do not reorder or
+// spread them.
+std::wstring currentLanguage;
+DictionaryTable dictionaries;
+ErrorList errorList;
+
+}  // namespace KelmoLibs::Localize

@@ -1,0 +1,478 @@
+// The built library through its exports only. Each test loads it anew and unloads it at its end.
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "tests/support/library_exports.h"
+#include "tests/support/loaded_library.h"
+#include "tests/support/scratch_folder.h"
+#include "tests/support/test_platform.h"
+
+namespace {
+
+using namespace std::string_literals;
+using Messages = std::vector<std::wstring>;
+
+class EndToEnd : public testing::Test {
+ protected:
+  std::int32_t Load(const std::wstring& fileName) const {
+    return host_.LoadDictionary(folder_.HostPath().c_str(), fileName.c_str());
+  }
+  std::int32_t WriteAndLoad(const std::wstring& fileName, const std::string& bytes) const {
+    folder_.Write(fileName, bytes);
+    return Load(fileName);
+  }
+  std::wstring PathOf(const std::wstring& fileName) const {
+    return folder_.HostPath() + L'\\' + fileName;
+  }
+  std::wstring Text(const std::wstring& key) const { return host_.LANG(key.c_str()); }
+
+  Messages ReadMessages() const {
+    Messages messages;
+    for (std::int32_t i = 0; i < host_.GetErrorsCount(); ++i) {
+      messages.emplace_back(host_.GetError(i));
+    }
+    return messages;
+  }
+
+  // LANG(key) finds nothing, and lists just that.
+  void ExpectMissing(const std::wstring& key) const {
+    host_.ClearErrors();
+    EXPECT_EQ(Text(key), L"");
+    EXPECT_EQ(ReadMessages(), (Messages{L"EL121. Key not found in dictionary\nKey: " + key +
+                                        L"\nDictionary id: " + key}));
+    host_.ClearErrors();
+  }
+
+  const ScratchFolder folder_;
+  const LoadedLibrary library_;
+  const LibraryExports host_{library_};
+};
+
+// ---- Loading
+
+TEST_F(EndToEnd, TheWorkedExampleLoadsAsDocumented) {
+  EXPECT_EQ(WriteAndLoad(L"de.txt",
+                         "de Deutsch\r\n"
+                         "menu.file\tDatei\r\n"
+                         "\r\n"
+                         "menu.exit   Beenden   \r\n"
+                         "msg.saved Die Datei wurde   gespeichert.\r\n"
+                         "title.about \xC3\x9C"
+                         "ber das Programm\r\n"
+                         "menu.file \xC3\x96"
+                         "ffnen\r\n"
+                         "lonely\r\n"),
+            1);
+  EXPECT_EQ(ReadMessages(),
+            (Messages{L"EL101. Key already declared.\nKey: menu.file\nDictionary: " +
+                      PathOf(L"de.txt")}));
+  EXPECT_EQ(Text(L"menu.file"), L"Datei");
+  EXPECT_EQ(Text(L"menu.exit"), L"Beenden");
+  EXPECT_EQ(Text(L"msg.saved"), L"Die Datei wurde   gespeichert.");
+  EXPECT_EQ(Text(L"title.about"), L"\u00DCber das Programm");
+  EXPECT_EQ(Text(L"lonely"), L"");
+  EXPECT_EQ(host_.GetErrorsCount(), 1);
+  EXPECT_EQ(host_.UseLanguage(L"de"), 0);
+}
+
+TEST_F(EndToEnd, FilesWithTheSameIdMergeAndTheFirstTextStays) {
+  EXPECT_EQ(WriteAndLoad(L"one.txt", "en\na first\nb second\n"), 0);
+  EXPECT_EQ(WriteAndLoad(L"two.txt", "en\nb other\nc third\n"), 1);
+  EXPECT_EQ(ReadMessages(),
+            (Messages{L"EL101. Key already declared.\nKey: b\nDictionary: " + PathOf(L"two.txt")}));
+  EXPECT_EQ(Text(L"a"), L"first");
+  EXPECT_EQ(Text(L"b"), L"second");
+  EXPECT_EQ(Text(L"c"), L"third");
+}
+
+TEST_F(EndToEnd, LoadingAFileAgainListsEachKeyOnce) {
+  const std::wstring duplicate = L"EL101. Key already declared.\nKey: ";
+  EXPECT_EQ(WriteAndLoad(L"en.txt", "en\na first\nb second\nc third\n"), 0);
+  EXPECT_EQ(Load(L"en.txt"), 3);
+  EXPECT_EQ(Load(L"en.txt"), 3);
+  EXPECT_EQ(ReadMessages(), (Messages{duplicate + L"a\nDictionary: " + PathOf(L"en.txt"),
+                                      duplicate + L"b\nDictionary: " + PathOf(L"en.txt"),
+                                      duplicate + L"c\nDictionary: " + PathOf(L"en.txt")}));
+}
+
+TEST_F(EndToEnd, AHeaderAloneMakesAnEmptyDictionary) {
+  EXPECT_EQ(WriteAndLoad(L"en.txt", "en"), 0);
+  ExpectMissing(L"key");  // a missing key, not a missing dictionary: it is current
+  EXPECT_EQ(host_.UseLanguage(L"en"), 0);
+}
+
+TEST_F(EndToEnd, AByteOrderMarkIsPartOfTheId) {
+  EXPECT_EQ(WriteAndLoad(L"en.txt",
+                         "\xEF\xBB\xBF"
+                         "en\nkey text\n"),
+            0);
+  EXPECT_EQ(Text(L"key"), L"text");
+  EXPECT_EQ(host_.UseLanguage(L"en"), -1);
+  EXPECT_EQ(host_.UseLanguage(L"\uFEFF"
+                              L"en"),
+            0);
+  EXPECT_EQ(ReadMessages(), (Messages{L"EL112. Dictionary not found\nDictionary id: en"}));
+}
+
+TEST_F(EndToEnd, AnEmptyFirstLineDeclaresTheEmptyId) {
+  EXPECT_EQ(WriteAndLoad(L"empty_id.txt", "\nkey text\n"), 0);
+  EXPECT_EQ(Text(L"key"), L"text");
+  EXPECT_EQ(WriteAndLoad(L"en.txt", "en\nkey other\n"), 0);
+  EXPECT_EQ(Text(L"key"), L"other");
+  EXPECT_EQ(host_.UseLanguage(L""), 0);
+  EXPECT_EQ(Text(L"key"), L"text");
+  EXPECT_EQ(host_.GetErrorsCount(), 0);
+}
+
+TEST_F(EndToEnd, AnEmptyFileChangesNothing) {
+  EXPECT_EQ(WriteAndLoad(L"en.txt", "en\nkey text\n"), 0);
+  EXPECT_EQ(WriteAndLoad(L"empty.txt", ""), 0);
+  EXPECT_EQ(WriteAndLoad(L"fault.txt",
+                         "\x80"
+                         "de\nkey Text\n"),
+            0);
+  EXPECT_EQ(Text(L"key"), L"text");
+  EXPECT_EQ(host_.GetErrorsCount(), 0);
+}
+
+TEST_F(EndToEnd, BlankLinesAreEntriesWithTheEmptyKey) {
+  EXPECT_EQ(WriteAndLoad(L"en.txt", "en\n  \n   \n word\n"), 1);
+  EXPECT_EQ(Text(L""), L" ");
+  EXPECT_EQ(ReadMessages(),
+            (Messages{L"EL101. Key already declared.\nKey: \nDictionary: " + PathOf(L"en.txt")}));
+}
+
+TEST_F(EndToEnd, TextsKeepEveryCharacterButTheBlanksAroundThem) {
+  EXPECT_EQ(WriteAndLoad(L"en.txt",
+                         "en\n"
+                         "one_tab\t\n"
+                         "three_spaces   \n"
+                         " a word without a key\n"
+                         "backslash a\\nb\n"
+                         "cr a\rb\r\n"
+                         "wide \xF0\x9F\x98\x80\n"
+                         "last_bmp \xEF\xBF\xBF!\n"),
+            0);
+  EXPECT_EQ(Text(L"one_tab"), L"");
+  EXPECT_EQ(Text(L"three_spaces"), L"  ");
+  EXPECT_EQ(Text(L""), L"a word without a key");
+  EXPECT_EQ(Text(L"backslash"), L"a\\nb");
+  EXPECT_EQ(Text(L"cr"), L"a\rb");
+  EXPECT_EQ(Text(L"wide"), L"\U0001F600");
+  EXPECT_EQ(Text(L"last_bmp"), (std::wstring{wchar_t{0xFFFF}, L'!'}));
+  EXPECT_EQ(host_.GetErrorsCount(), 0);
+}
+
+TEST_F(EndToEnd, ANulIsPartOfTextsAndMessages) {
+  EXPECT_EQ(WriteAndLoad(L"en.txt", "en\nkey te\0xt\na\0b one\na\0c two\na\0b three\n"s), 1);
+  // A zero-terminated text shows what stands in front of the NUL, the whole of it is there.
+  const wchar_t* const text = host_.LANG(L"key");
+  EXPECT_EQ(std::wstring(text, 5), L"te\0xt"s);
+  const wchar_t* const message = host_.GetError(0);
+  const std::wstring expected =
+      L"EL101. Key already declared.\nKey: a\0b\nDictionary: "s + PathOf(L"en.txt");
+  EXPECT_EQ(std::wstring(message, expected.size()), expected);
+  ExpectMissing(L"a");
+}
+
+TEST_F(EndToEnd, BytesThatAreNotUtf8EndTheFile) {
+  const struct {
+    const char* name;
+    std::string bytes;
+  } faults[] = {
+      {"truncated by the line end", "\xE2\x82"}, {"overlong", "\xC0\xAF"},
+      {"a surrogate", "\xED\xA0\x80"},           {"beyond U+10FFFF", "\xF4\x90\x80\x80"},
+      {"a stray continuation byte", "\x80"},     {"a byte that UTF-8 does not have", "\xFF"},
+  };
+  int i = 0;
+  for (const auto& fault : faults) {
+    SCOPED_TRACE(fault.name);
+    const std::string id = "id" + std::to_string(++i);
+    EXPECT_EQ(
+        WriteAndLoad(L"file.txt", id + "\nbefore text\ncut te" + fault.bytes + "xt\nafter text\n"),
+        0);
+    EXPECT_EQ(Text(L"before"), L"text");
+    EXPECT_EQ(Text(L"cut"), L"te");
+    ExpectMissing(L"after");
+
+    EXPECT_EQ(WriteAndLoad(L"header.txt", id + "cut" + fault.bytes + "\nkey text\n"), 0);
+    EXPECT_EQ(host_.UseLanguage((L"id" + std::to_wstring(i) + L"cut").c_str()), 0);
+    ExpectMissing(L"key");
+  }
+}
+
+TEST_F(EndToEnd, LineEndsOfBothKindsLoadAlike) {
+  for (const std::string lineEnd : {"\n", "\r\n"}) {
+    SCOPED_TRACE(testing::PrintToString(lineEnd));
+    EXPECT_EQ(WriteAndLoad(L"file.txt", (lineEnd == "\n" ? "lf" : "crlf") + lineEnd + "lonely" +
+                                            lineEnd + lineEnd + "key text" + lineEnd + "last text"),
+              0);
+    EXPECT_EQ(Text(L"lonely"), L"");
+    EXPECT_EQ(Text(L"key"), L"text");
+    EXPECT_EQ(Text(L"last"), L"text");
+    EXPECT_EQ(host_.GetErrorsCount(), 0);
+  }
+}
+
+TEST_F(EndToEnd, TheEndOfFileCharacterEndsAFileOnWindowsOnly) {
+  EXPECT_EQ(WriteAndLoad(L"en.txt", "en\nbefore text\x1A\nafter text\n"), 0);
+  if (textModeEndsAtControlZ) {
+    EXPECT_EQ(Text(L"before"), L"text");
+    ExpectMissing(L"after");
+  } else {
+    EXPECT_EQ(Text(L"before"), L"text\x1A");
+    EXPECT_EQ(Text(L"after"), L"text");
+  }
+}
+
+TEST_F(EndToEnd, LinesLongerThanAnyBufferLoad) {
+  // Characters of two bytes at odd offsets, and line ends of two bytes, so that every way of
+  // cutting the file into pieces cuts some in two.
+  std::string bytes = "en\r\n";
+  std::wstring longText;
+  for (int i = 0; i < 300000; ++i) {
+    longText += L'\u00E4';
+  }
+  std::string longBytes;
+  for (int i = 0; i < 300000; ++i) {
+    longBytes += "\xC3\xA4";
+  }
+  bytes += "long " + longBytes + "\r\n" + longBytes + " text of a long key\r\n";
+  for (int i = 0; i < 70000; ++i) {
+    bytes += "\r\n";
+  }
+  bytes += "last text\r\n";
+  EXPECT_EQ(WriteAndLoad(L"en.txt", bytes), 0);
+  EXPECT_TRUE(Text(L"long") == longText);
+  EXPECT_EQ(Text(longText), L"text of a long key");
+  EXPECT_EQ(Text(L"last"), L"text");
+  EXPECT_EQ(host_.GetErrorsCount(), 0);
+}
+
+TEST_F(EndToEnd, AHundredThousandEntriesAndAsManyMessages) {
+  constexpr std::int32_t kCount = 100000;
+  std::string bytes = "en\r\n";
+  for (std::int32_t i = 0; i < kCount; ++i) {
+    bytes += "key." + std::to_string(i) + "\tText number " + std::to_string(i) + "\r\n";
+  }
+  EXPECT_EQ(WriteAndLoad(L"en.txt", bytes), 0);
+  for (std::int32_t i = 0; i < kCount; ++i) {
+    ASSERT_EQ(Text(L"key." + std::to_wstring(i)), L"Text number " + std::to_wstring(i));
+  }
+  EXPECT_EQ(host_.GetErrorsCount(), 0);
+  EXPECT_EQ(Load(L"en.txt"), kCount);
+  EXPECT_EQ(Load(L"en.txt"), kCount);
+  for (std::int32_t i = 0; i < kCount; ++i) {
+    ASSERT_EQ(host_.GetError(i), L"EL101. Key already declared.\nKey: key." + std::to_wstring(i) +
+                                     L"\nDictionary: " + PathOf(L"en.txt"));
+  }
+}
+
+// ---- Paths
+
+TEST_F(EndToEnd, FolderAndFileNamesMayHoldAnyScriptAndBlanks) {
+  const std::wstring name = L"тексты программы\\русский язык .txt";
+  EXPECT_EQ(WriteAndLoad(name, "ru\nkey text\nkey again\n"), 1);
+  EXPECT_EQ(ReadMessages(),
+            (Messages{L"EL101. Key already declared.\nKey: key\nDictionary: " + PathOf(name)}));
+}
+
+TEST_F(EndToEnd, FolderAndFileNameAreJoinedAsTheyStand) {
+  folder_.Write(L"en.txt", "en\n");
+  const std::wstring folder = folder_.HostPath();
+  EXPECT_EQ(host_.LoadDictionary((folder + L"\\").c_str(), L"en.txt"), 0);
+  EXPECT_EQ(host_.LoadDictionary((folder + L"/").c_str(), L"en.txt"), 0);
+  EXPECT_EQ(host_.LoadDictionary((folder + L"\\").c_str(), L"missing.txt"), -2);
+  EXPECT_EQ(host_.LoadDictionary(L"", L"no such file.txt"), -2);
+  EXPECT_EQ(
+      ReadMessages(),
+      (Messages{L"EL111. Dictionary file not found\nDictionary: " + folder + L"\\\\missing.txt",
+                L"EL111. Dictionary file not found\nDictionary: \\no such file.txt"}));
+}
+
+TEST_F(EndToEnd, AMissingFileIsListedOnceAndChangesNothing) {
+  EXPECT_EQ(WriteAndLoad(L"en.txt", "en\nkey text\n"), 0);
+  EXPECT_EQ(Load(L"missing.txt"), -2);
+  EXPECT_EQ(Load(L"missing.txt"), -2);
+  EXPECT_EQ(ReadMessages(),
+            (Messages{L"EL111. Dictionary file not found\nDictionary: " + PathOf(L"missing.txt")}));
+  EXPECT_EQ(Text(L"key"), L"text");
+}
+
+TEST_F(EndToEnd, AFolderIsNoDictionaryFile) {
+  folder_.Write(L"folder\\en.txt", "en\n");
+  EXPECT_EQ(Load(L"folder"), -2);
+  EXPECT_EQ(Load(L""), -2);
+  EXPECT_EQ(ReadMessages(),
+            (Messages{L"EL111. Dictionary file not found\nDictionary: " + PathOf(L"folder"),
+                      L"EL111. Dictionary file not found\nDictionary: " + PathOf(L"")}));
+}
+
+// ---- Selection and lookup
+
+TEST_F(EndToEnd, NothingIsThereRightAfterTheLoad) {
+  EXPECT_EQ(host_.GetErrorsCount(), 0);
+  EXPECT_STREQ(host_.GetError(0), L"");
+  EXPECT_STREQ(host_.LANG(L"key"), L"");
+  EXPECT_STREQ(host_.LANG(L"another key"), L"");
+  EXPECT_EQ(ReadMessages(), (Messages{L"EL121. Dictionary not found\nDictionary id: "}));
+}
+
+TEST_F(EndToEnd, TheLastLoadOrSelectionIsCurrent) {
+  EXPECT_EQ(WriteAndLoad(L"en.txt", "en\nkey text\n"), 0);
+  EXPECT_EQ(WriteAndLoad(L"de.txt", "de\nkey Wort\n"), 0);
+  EXPECT_EQ(Text(L"key"), L"Wort");
+  EXPECT_EQ(host_.UseLanguage(L"en"), 0);
+  EXPECT_EQ(Text(L"key"), L"text");
+  EXPECT_EQ(host_.UseLanguage(L"EN"), -1);
+  EXPECT_EQ(ReadMessages(), (Messages{L"EL112. Dictionary not found\nDictionary id: EN"}));
+  EXPECT_EQ(Text(L"key"), L"text");
+  EXPECT_EQ(host_.UseLanguage(L""), -1);
+  EXPECT_EQ(host_.UseLanguage(L""), -1);
+  EXPECT_EQ(ReadMessages(), (Messages{L"EL112. Dictionary not found\nDictionary id: EN",
+                                      L"EL112. Dictionary not found\nDictionary id: "}));
+  EXPECT_EQ(Text(L"key"), L"text");
+  EXPECT_EQ(Load(L"de.txt"), 3);
+  EXPECT_EQ(Text(L"key"), L"Wort");
+}
+
+TEST_F(EndToEnd, AMissingKeyIsListedOnceNamingTheKeyTwice) {
+  EXPECT_EQ(WriteAndLoad(L"en.txt", "en\nkey text\n"), 0);
+  for (int repeat = 0; repeat < 2; ++repeat) {
+    EXPECT_EQ(Text(L"Key"), L"");
+    EXPECT_EQ(Text(L"key "), L"");
+    EXPECT_EQ(ReadMessages(),
+              (Messages{L"EL121. Key not found in dictionary\nKey: Key\nDictionary id: Key",
+                        L"EL121. Key not found in dictionary\nKey: key \nDictionary id: key "}));
+  }
+}
+
+TEST_F(EndToEnd, AnEmptyTextIsNotAMissingText) {
+  EXPECT_EQ(WriteAndLoad(L"en.txt", "en\nempty\n"), 0);
+  const wchar_t* const emptyText = host_.LANG(L"empty");
+  EXPECT_STREQ(emptyText, L"");
+  EXPECT_EQ(host_.GetErrorsCount(), 0);
+  const wchar_t* const noText = host_.GetError(0);
+  EXPECT_NE(emptyText, noText);
+  EXPECT_EQ(host_.LANG(L"missing"), noText);
+  EXPECT_EQ(host_.GetErrorsCount(), 1);
+}
+
+TEST_F(EndToEnd, ATextPointerStaysValidAndUnchanged) {
+  EXPECT_EQ(WriteAndLoad(L"en.txt", "en\nshort ab\nlong " + std::string(1000, 'x') + "\nempty\n"),
+            0);
+  const wchar_t* const shortText = host_.LANG(L"short");
+  const wchar_t* const longText = host_.LANG(L"long");
+  const wchar_t* const emptyText = host_.LANG(L"empty");
+
+  std::string more = "en\nshort other\nlong other\nempty other\n";
+  for (int i = 0; i < 20000; ++i) {
+    more += "key" + std::to_string(i) + " text\n";
+  }
+  EXPECT_EQ(WriteAndLoad(L"more.txt", more), 3);
+  for (int i = 0; i < 200; ++i) {
+    EXPECT_EQ(WriteAndLoad(L"other.txt", "id" + std::to_string(i) + "\nshort cd\n"), 3);
+  }
+  host_.ClearErrors();
+  EXPECT_EQ(host_.UseLanguage(L"en"), 0);
+
+  EXPECT_EQ(host_.LANG(L"short"), shortText);
+  EXPECT_EQ(host_.LANG(L"long"), longText);
+  EXPECT_EQ(host_.LANG(L"empty"), emptyText);
+  EXPECT_STREQ(shortText, L"ab");
+  EXPECT_EQ(longText, std::wstring(1000, L'x'));
+  EXPECT_STREQ(emptyText, L"");
+}
+
+TEST_F(EndToEnd, NullCountsAsTheEmptyText) {
+  folder_.Write(L"file.txt", "en\nkey text\n without a key\n");
+  EXPECT_EQ(host_.LoadDictionary(folder_.HostPath().c_str(), nullptr), -2);
+  EXPECT_EQ(host_.LoadDictionary(nullptr, L"no such file.txt"), -2);
+  EXPECT_EQ(host_.LoadDictionary(nullptr, nullptr), -2);
+  EXPECT_EQ(host_.UseLanguage(nullptr), -1);
+  EXPECT_STREQ(host_.LANG(nullptr), L"");
+  EXPECT_EQ(ReadMessages(),
+            (Messages{L"EL111. Dictionary file not found\nDictionary: " + PathOf(L""),
+                      L"EL111. Dictionary file not found\nDictionary: \\no such file.txt",
+                      L"EL111. Dictionary file not found\nDictionary: \\",
+                      L"EL112. Dictionary not found\nDictionary id: ",
+                      L"EL121. Dictionary not found\nDictionary id: "}));
+  host_.ClearErrors();
+  EXPECT_EQ(Load(L"file.txt"), 0);
+  EXPECT_STREQ(host_.LANG(nullptr), L"without a key");
+}
+
+// ---- The error list
+
+TEST_F(EndToEnd, GetErrorAnswersEveryIndex) {
+  for (const std::int32_t index : {0, 1, 5, -1, INT_MAX, INT_MIN}) {
+    EXPECT_STREQ(host_.GetError(index), L"") << "empty list, index " << index;
+  }
+  for (const wchar_t* const id : {L"a", L"b", L"c"}) {
+    host_.UseLanguage(id);
+  }
+  const std::wstring message = L"EL112. Dictionary not found\nDictionary id: ";
+  const struct {
+    std::int32_t index;
+    const wchar_t* id;
+  } rows[] = {
+      {0, L"a"},    {1, L"b"},       {2, L"c"},  {4, L"c"},
+      {1000, L"c"}, {INT_MAX, L"c"}, {-1, L"c"}, {INT_MIN, L"c"},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(host_.GetError(row.index), message + row.id) << "index " << row.index;
+  }
+  try {
+    host_.GetError(3);
+    ADD_FAILURE() << "index 3 of 3 messages must throw";
+  } catch (const std::out_of_range& error) {
+    EXPECT_STREQ(error.what(), "invalid vector subscript");
+  }
+  EXPECT_EQ(host_.GetErrorsCount(), 3);
+}
+
+TEST_F(EndToEnd, ClearErrorsEmptiesTheListAndNothingElse) {
+  host_.ClearErrors();
+  EXPECT_EQ(host_.GetErrorsCount(), 0);
+  EXPECT_EQ(WriteAndLoad(L"en.txt", "en\nkey text\nkey again\n"), 1);
+  host_.ClearErrors();
+  EXPECT_EQ(host_.GetErrorsCount(), 0);
+  EXPECT_STREQ(host_.GetError(0), L"");
+  EXPECT_EQ(Text(L"key"), L"text");
+  EXPECT_EQ(Load(L"en.txt"), 1);  // listed anew
+}
+
+TEST_F(EndToEnd, NothingClearsTheListButClearErrors) {
+  host_.UseLanguage(L"none");
+  EXPECT_EQ(WriteAndLoad(L"en.txt", "en\nkey text\nkey again\n"), 2);
+  host_.UseLanguage(L"en");
+  host_.LANG(L"key");
+  host_.LANG(L"missing");
+  EXPECT_EQ(
+      ReadMessages(),
+      (Messages{L"EL112. Dictionary not found\nDictionary id: none",
+                L"EL101. Key already declared.\nKey: key\nDictionary: " + PathOf(L"en.txt"),
+                L"EL121. Key not found in dictionary\nKey: missing\nDictionary id: missing"}));
+}
+
+TEST(Unload, TakesEverythingWithIt) {
+  const ScratchFolder folder;
+  folder.Write(L"en.txt", "en\nkey text\nkey again\n");
+  for (int cycle = 0; cycle < 3; ++cycle) {
+    SCOPED_TRACE(cycle);
+    const LoadedLibrary library;
+    const LibraryExports host(library);
+    EXPECT_EQ(host.GetErrorsCount(), 0);
+    EXPECT_EQ(host.UseLanguage(L"en"), -1);
+    EXPECT_EQ(host.LoadDictionary(folder.HostPath().c_str(), L"en.txt"), 2);
+    EXPECT_STREQ(host.LANG(L"key"), L"text");
+  }
+}
+
+}  // namespace

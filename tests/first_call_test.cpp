@@ -1,0 +1,51 @@
+// Each function as the first call of a fresh process, in a host that is linked to the library at
+// load time. CTest runs every test of this program in a process of its own.
+
+#include <gtest/gtest.h>
+
+#include "kelmo_localizer.h"
+
+namespace {
+
+class FirstCall : public testing::Test {
+ protected:
+  FirstCall() {
+    static int tests = 0;
+    EXPECT_EQ(++tests, 1) << "needs a fresh process: choose one test with --gtest_filter";
+  }
+
+  static void ExpectOneMessage(const wchar_t* message) {
+    ASSERT_EQ(GetErrorsCount(), 1);
+    EXPECT_STREQ(GetError(0), message);
+  }
+};
+
+TEST_F(FirstCall, LoadDictionary) {
+  EXPECT_EQ(LoadDictionary(L"no such folder", L"en.txt"), -2);
+  ExpectOneMessage(L"EL111. Dictionary file not found\nDictionary: no such folder\\en.txt");
+}
+
+TEST_F(FirstCall, UseLanguage) {
+  EXPECT_EQ(UseLanguage(L"en"), -1);
+  ExpectOneMessage(L"EL112. Dictionary not found\nDictionary id: en");
+}
+
+TEST_F(FirstCall, Lang) {
+  EXPECT_STREQ(LANG(L"menu.file"), L"");
+  ExpectOneMessage(L"EL121. Dictionary not found\nDictionary id: ");
+}
+
+TEST_F(FirstCall, ClearErrors) {
+  ClearErrors();
+  EXPECT_EQ(GetErrorsCount(), 0);
+}
+
+TEST_F(FirstCall, GetErrorsCount) { EXPECT_EQ(GetErrorsCount(), 0); }
+
+TEST_F(FirstCall, GetError) {
+  const wchar_t* const noText = GetError(0);
+  EXPECT_STREQ(noText, L"");
+  EXPECT_EQ(GetErrorsCount(), 0);
+}
+
+}  // namespace

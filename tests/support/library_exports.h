@@ -1,0 +1,23 @@
+// The functions of the library that is loaded at run time, under the names that the header gives
+// them.
+#pragma once
+
+#include "kelmo_localizer.h"
+#include "tests/support/loaded_library.h"
+
+struct LibraryExports {
+  explicit LibraryExports(const LoadedLibrary& library)
+      : LoadDictionary(library.Export<decltype(::LoadDictionary)>("LoadDictionary")),
+        UseLanguage(library.Export<decltype(::UseLanguage)>("UseLanguage")),
+        LANG(library.Export<decltype(::LANG)>("LANG")),
+        ClearErrors(library.Export<decltype(::ClearErrors)>("ClearErrors")),
+        GetErrorsCount(library.Export<decltype(::GetErrorsCount)>("GetErrorsCount")),
+        GetError(library.Export<decltype(::GetError)>("GetError")) {}
+
+  decltype(&::LoadDictionary) LoadDictionary;
+  decltype(&::UseLanguage) UseLanguage;
+  decltype(&::LANG) LANG;
+  decltype(&::ClearErrors) ClearErrors;
+  decltype(&::GetErrorsCount) GetErrorsCount;
+  decltype(&::GetError) GetError;
+};
