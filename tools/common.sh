@@ -1,0 +1,86 @@
+# shellcheck shell=bash disable=SC2034 # variables that ./demo and ./test use
+# What ./demo and ./test share: sourced, never run.
+
+unset CDPATH
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+logs=$root/build/logs
+started=$SECONDS
+
+# fail WHAT REMEDY: ends the script with one line on what failed and one on what to do about it.
+fail() {
+  printf '\nFAILED: %s\n' "$1" >&2
+  printf 'What to do: %s\n' "$2" >&2
+  exit 1
+}
+
+# step TEXT LOG COMMAND...: says what is being done, keeps the command's output in a log and shows its end if it fails.
+step() {
+  local text=$1 log=$logs/$2.log begun=$SECONDS
+  shift 2
+  printf '%s ... ' "$text"
+  if "$@" >"$log" 2>&1 </dev/null 9>&-; then
+    printf 'done (%d s)\n' $((SECONDS - begun))
+  else
+    printf 'failed\n\n' >&2
+    tail -n 40 "$log" >&2
+    fail "$text" "the lines above are the end of ${log#"$root"/}; fix the cause (if this checkout was moved: remove build/) and run the command again."
+  fi
+}
+
+# prepare_build_folder: everything that is made lies below build/, for one run at a time. The lock is
+# descriptor 9; what the script starts does not get it, lest a program left behind keep it.
+prepare_build_folder() {
+  local foreign
+  mkdir -p "$logs" 2>/dev/null || fail "the folder build/ cannot be written" "check the rights of this checkout."
+  foreign=$(find "$root/build" -maxdepth 2 ! -user "$(id -u)" -print -quit)
+  [ -z "$foreign" ] || fail "the folder build/ belongs to another user" \
+    "remove it (it holds nothing but what is built), or run this as the user who made it."
+  exec 9>"$root/build/lock"
+  flock -n 9 || fail "another ./demo or ./test is running in this checkout" "wait until it has ended."
+}
+
+# install_packages PACKAGE...: installs with apt those that are not there yet. Only apt-get is called
+# with sudo.
+install_packages() {
+  local missing=() package as_root=()
+  if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
+    fail "this is no Debian system" \
+      "install what these Debian packages hold, then use the presets of CMakePresets.json: $*"
+  fi
+  for package in "$@"; do
+    [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] ||
+      missing+=("$package")
+  done
+  [ ${#missing[@]} -gt 0 ] || return 0
+  if [ "$(id -u)" != 0 ]; then
+    command -v sudo >/dev/null ||
+      fail "packages are missing and there is no sudo" "as root: apt-get install ${missing[*]}"
+    as_root=(sudo)
+  fi
+  printf 'These packages are missing: %s\n' "${missing[*]}"
+  local apt=("${as_root[@]}" apt-get -o DPkg::Lock::Timeout=300)
+  DEBIAN_FRONTEND=noninteractive step "Reading the package lists" apt-update "${apt[@]}" update
+  DEBIAN_FRONTEND=noninteractive step "Installing them (a minute or more)" apt-install \
+    "${apt[@]}" install -y --no-install-recommends "${missing[@]}"
+}
+
+# build PRESET SYSTEM [TARGET...]: configures and builds with a preset of CMakePresets.json, all targets if none is named.
+build() {
+  local preset=$1 system=$2
+  shift 2
+  step "Configuring for $system" "$preset-configure" cmake --preset "$preset"
+  step "Building for $system" "$preset-build" \
+    cmake --build --preset "$preset" --parallel "$(nproc)" ${1:+--target "$@"}
+}
+
+# start_wine: makes the project's Wine prefix and keeps its server ready until the script ends.
+start_wine() {
+  "$root/tools/wine.sh" --stop # of a run that could not do it
+  trap 'exit 1' HUP INT TERM   # only once the program at hand has ended, which may start Wine again
+  trap '"$root/tools/wine.sh" --stop' EXIT
+  step "Starting Wine" wine-start "$root/tools/wine.sh" --start
+}
+
+# Every build configures the tests too, hence GoogleTest: the library for Linux, its sources for Windows.
+packages_build=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix libgtest-dev googletest)
+packages_wine=(wine wine64)
