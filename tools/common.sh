@@ -1,8 +1,7 @@
 # shellcheck shell=bash disable=SC2034 # variables that ./demo and ./test use
 # What ./demo and ./test share: sourced, never run.
 
-unset CDPATH
-root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+root=$PWD # both scripts have gone to the top folder
 logs=$root/build/logs
 started=$SECONDS
 
@@ -82,5 +81,5 @@ start_wine() {
 }
 
 # Every build configures the tests too, hence GoogleTest: the library for Linux, its sources for Windows.
-packages_build=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix libgtest-dev googletest)
+packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix libgtest-dev googletest)
 packages_wine=(wine wine64)
