@@ -43,8 +43,8 @@ const wchar_t* ErrorList::At(std::int32_t index) const {
     return order_.back()->c_str();
   }
   if (position == count) {
-    throw std::out_of_range(
-        "invalid vector subscript");  // not vector::at: its text differs between libraries
+    // Not by vector::at: its text differs between libraries.
+    throw std::out_of_range("invalid vector subscript");
   }
   return order_[position]->c_str();
 }

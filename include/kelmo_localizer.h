@@ -123,9 +123,9 @@ KELMO_LOCALIZER_API int64_t GetErrorsCount(void);
 /**
  * One message of the error list.
  *
- * @param index  0 to GetErrorsCount() - 1, in the order of the list. GetErrorsCount()
- *               itself throws; every other index, negative ones included, gives the last message.
- *               On an empty list every index gives the library's one empty text.
+ * @param index  0 to GetErrorsCount() - 1, in the order of the list. GetErrorsCount() itself throws;
+ *               every other index, negative ones included, gives the last message. On an empty list
+ *               every index gives the library's one empty text.
  *
  * @return  Never null; valid until the list next changes (ClearErrors, or any call that lists a
  *          message) or the library is unloaded. Copy what is needed longer.
