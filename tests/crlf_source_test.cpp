@@ -6,19 +6,16 @@
 #include <memory>
 #include <string>
 
+#include "tests/support/read_all.h"
 #include "tests/support/string_source.h"
 
 namespace KelmoLibs::Localize {
 namespace {
 
-std::string ReadAll(const std::string& bytes, std::size_t pieceBytes, std::size_t bufferBytes) {
+std::string Translated(const std::string& bytes, std::size_t pieceBytes, std::size_t bufferBytes) {
   CrLfSource source(std::make_unique<StringSource>(bytes, pieceBytes));
-  std::string buffer(bufferBytes, '#');
-  std::string all;
-  while (const std::size_t count = source.Read(buffer.data(), buffer.size())) {
-    all.append(buffer, 0, count);
-  }
-  EXPECT_EQ(source.Read(buffer.data(), buffer.size()), 0U) << "the end is not the end";
+  std::string all = ReadAll(source, bufferBytes);
+  EXPECT_EQ(ReadAll(source, bufferBytes), "") << "the end is not the end";
   return all;
 }
 
@@ -49,7 +46,7 @@ TEST(CrLfSource, TurnsPairsIntoLfAndKeepsEveryOtherCr) {
       for (const std::size_t buffer : std::initializer_list<std::size_t>{1, 2, 3, 4, 100}) {
         SCOPED_TRACE(testing::Message()
                      << row.name << ", pieces of " << piece << ", buffer of " << buffer);
-        EXPECT_EQ(ReadAll(row.bytes, piece, buffer), row.text);
+        EXPECT_EQ(Translated(row.bytes, piece, buffer), row.text);
       }
     }
   }
@@ -69,7 +66,7 @@ TEST(CrLfSource, AgreesWithReplacingPairsOnAllShortInputs) {
       }
     }
     for (const std::size_t buffer : std::initializer_list<std::size_t>{1, 2, 3, 5, 8, 100}) {
-      ASSERT_EQ(ReadAll(bytes, 100, buffer), expected)
+      ASSERT_EQ(Translated(bytes, 100, buffer), expected)
           << testing::PrintToString(bytes) << ", buffer of " << buffer;
     }
   }

@@ -3,13 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <new>
 #include <string>
 #include <vector>
 
 #include "dictionary/dictionary_table.h"
 #include "frame/file_path.h"
 #include "tests/support/allocation_probe.h"
+#include "tests/support/read_all.h"
 #include "tests/support/scratch_folder.h"
 
 namespace KelmoLibs::Localize {
@@ -23,15 +23,10 @@ struct State {
   std::int32_t Load(const std::wstring& path) {
     return LoadDictionaryFile(path, currentLanguage, dictionaries, errors);
   }
-  std::vector<std::wstring> Messages() const {
-    std::vector<std::wstring> messages;
-    for (std::int32_t i = 0; i < errors.Count(); ++i) {
-      messages.emplace_back(errors.At(i));
-    }
-    return messages;
-  }
 };
 
+using allocation_probe::CallWithFailingAllocation;
+using allocation_probe::Outcome;
 using Messages = std::vector<std::wstring>;
 
 TEST(LoadDictionaryFile, ReturnsTheLengthOfTheWholeErrorList) {
@@ -42,7 +37,7 @@ TEST(LoadDictionaryFile, ReturnsTheLengthOfTheWholeErrorList) {
   state.errors.Append(L"an older message");
   EXPECT_EQ(state.Load(path), 3);
   EXPECT_EQ(
-      state.Messages(),
+      ReadAll(state.errors),
       (Messages{L"an older message", L"EL101. Key already declared.\nKey: k\nDictionary: " + path,
                 L"EL101. Key already declared.\nKey: l\nDictionary: " + path}));
 }
@@ -63,7 +58,7 @@ TEST(LoadDictionaryFile, AMissingFileIsListedOnceAndChangesNothing) {
   state.currentLanguage = L"before";
   for (int repeat = 0; repeat < 2; ++repeat) {
     EXPECT_EQ(state.Load(L"no such folder\\en.txt"), -2);
-    EXPECT_EQ(state.Messages(),
+    EXPECT_EQ(ReadAll(state.errors),
               (Messages{L"EL111. Dictionary file not found\nDictionary: no such folder\\en.txt"}));
   }
   EXPECT_EQ(state.currentLanguage, L"before");
@@ -134,28 +129,25 @@ TEST_F(LoadDictionaryFileWithoutMemory, ListsTheFailureKeepsWhatWasReadAndCanBeR
     SCOPED_TRACE(testing::Message() << "allocation " << n << " fails");
     State state;
     std::int32_t result = 0;
-    bool failed = false;
-    {
-      const allocation_probe::FailAllocation failure(n);
-      result = state.Load(path_);
-      failed = failure.Happened();
-    }
-    if (!failed) {
+    const Outcome outcome = CallWithFailingAllocation(n, [&] { result = state.Load(path_); });
+    ASSERT_NE(outcome, Outcome::kThrew);
+    if (outcome == Outcome::kNoFailure) {
       EXPECT_EQ(result, 1);
-      EXPECT_EQ(state.Messages(), (Messages{duplicate_}));
+      EXPECT_EQ(ReadAll(state.errors), (Messages{duplicate_}));
       ExpectWholeFile(state);
       break;
     }
     EXPECT_EQ(result, -1);
-    ASSERT_FALSE(state.Messages().empty());
-    EXPECT_EQ(state.Messages().back(), loadingError_);
+    ASSERT_FALSE(ReadAll(state.errors).empty());
+    EXPECT_EQ(ReadAll(state.errors).back(), loadingError_);
     ExpectFrontPart(state);
     sawNothing |= state.currentLanguage.empty();
     if (!state.currentLanguage.empty() && state.dictionaries.empty()) {
       sawIdWithoutDictionary = true;
       EXPECT_EQ(FindText(kKey1, state.currentLanguage, state.dictionaries, state.errors),
                 emptyText);
-      EXPECT_EQ(state.Messages().back(), L"EL121. Dictionary not found\nDictionary id: " + kId);
+      EXPECT_EQ(ReadAll(state.errors).back(),
+                L"EL121. Dictionary not found\nDictionary id: " + kId);
     }
     sawFirstEntryAlone |= !state.dictionaries.empty() && state.dictionaries.at(kId).size() == 1;
 
@@ -173,37 +165,26 @@ TEST_F(LoadDictionaryFileWithoutMemory, TheHostIsToldWhenNotEvenTheMessageCanBeK
   for (;; ++n) {
     SCOPED_TRACE(testing::Message() << "allocation " << n << " and all behind it fail");
     State state;
-    bool threw = false;
-    bool failed = false;
-    {
-      const allocation_probe::FailAllocation failure(n, allocation_probe::Failing::kFromThenOn);
-      try {
-        state.Load(path_);
-      } catch (const std::bad_alloc&) {
-        threw = true;
-      }
-      failed = failure.Happened();
-    }
-    ASSERT_EQ(threw, failed);
-    if (!failed) {
+    const Outcome outcome = CallWithFailingAllocation(
+        n, [&] { state.Load(path_); }, allocation_probe::Failing::kFromThenOn);
+    ASSERT_NE(outcome, Outcome::kReturned);
+    if (outcome == Outcome::kNoFailure) {
       break;
     }
     ExpectFrontPart(state);
-    const Messages messages = state.Messages();
+    const Messages messages = ReadAll(state.errors);
     EXPECT_EQ(std::count(messages.begin(), messages.end(), loadingError_), 0);
   }
   EXPECT_GE(n, 10U);
 }
 
 TEST_F(LoadDictionaryFileWithoutMemory, NothingLeaks) {
-  bool failed = true;
-  for (std::size_t n = 1; failed; ++n) {
+  Outcome outcome = Outcome::kReturned;
+  for (std::size_t n = 1; outcome != Outcome::kNoFailure; ++n) {
     const std::size_t before = allocation_probe::LiveBytes();
     {
       State state;
-      const allocation_probe::FailAllocation failure(n);
-      state.Load(path_);
-      failed = failure.Happened();
+      outcome = CallWithFailingAllocation(n, [&] { state.Load(path_); });
     }
     EXPECT_EQ(allocation_probe::LiveBytes(), before) << "allocation " << n << " fails";
   }

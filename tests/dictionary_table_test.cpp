@@ -2,13 +2,15 @@
 
 #include <gtest/gtest.h>
 
-#include <new>
 #include <string>
 
 #include "tests/support/allocation_probe.h"
 
 namespace KelmoLibs::Localize {
 namespace {
+
+using allocation_probe::CallWithFailingAllocation;
+using allocation_probe::Outcome;
 
 const std::wstring kLongId =
     L"a dictionary id that is too long to be kept without memory of its own";
@@ -137,10 +139,7 @@ TEST(SelectDictionary, AllocatesAtMostTheCopyOfTheId) {
 
 TEST(SelectDictionary, KeepsTheSelectionWhenMemoryFails) {
   State state;
-  {
-    const allocation_probe::FailAllocation failure(1);
-    EXPECT_THROW(state.Select(kLongId), std::bad_alloc);
-  }
+  EXPECT_EQ(CallWithFailingAllocation(1, [&] { state.Select(kLongId); }), Outcome::kThrew);
   EXPECT_EQ(state.currentLanguage, L"de");
   EXPECT_EQ(state.Select(kLongId), 0);
 }
@@ -148,18 +147,11 @@ TEST(SelectDictionary, KeepsTheSelectionWhenMemoryFails) {
 TEST(SelectDictionary, PassesAFailureToListAMessageOn) {
   for (std::size_t n = 1;; ++n) {
     State state;
-    bool failed = false;
-    {
-      const allocation_probe::FailAllocation failure(n);
-      try {
-        state.Select(L"none");
-      } catch (const std::bad_alloc&) {
-        failed = true;
-      }
-    }
+    const Outcome outcome = CallWithFailingAllocation(n, [&] { state.Select(L"none"); });
+    EXPECT_NE(outcome, Outcome::kReturned);
     EXPECT_EQ(state.currentLanguage, L"de");
-    EXPECT_EQ(state.errors.Count(), failed ? 0 : 1);
-    if (!failed) {
+    EXPECT_EQ(state.errors.Count(), outcome == Outcome::kThrew ? 0 : 1);
+    if (outcome == Outcome::kNoFailure) {
       EXPECT_GE(n, 2U) << "no allocation was tried";
       break;
     }
@@ -172,17 +164,10 @@ TEST(FindText, PassesAFailureToListAMessageOn) {
     for (std::size_t n = 1;; ++n) {
       State state;
       state.currentLanguage = current;
-      bool failed = false;
-      {
-        const allocation_probe::FailAllocation failure(n);
-        try {
-          state.Find(L"missing");
-        } catch (const std::bad_alloc&) {
-          failed = true;
-        }
-      }
-      EXPECT_EQ(state.errors.Count(), failed ? 0 : 1);
-      if (!failed) {
+      const Outcome outcome = CallWithFailingAllocation(n, [&] { state.Find(L"missing"); });
+      EXPECT_NE(outcome, Outcome::kReturned);
+      EXPECT_EQ(state.errors.Count(), outcome == Outcome::kThrew ? 0 : 1);
+      if (outcome == Outcome::kNoFailure) {
         EXPECT_GE(n, 2U) << "no allocation was tried";
         break;
       }

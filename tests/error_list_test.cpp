@@ -3,25 +3,19 @@
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <new>
 #include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "tests/support/allocation_probe.h"
+#include "tests/support/read_all.h"
 
 namespace KelmoLibs::Localize {
 namespace {
 
-std::vector<std::wstring> Texts(const ErrorList& list) {
-  std::vector<std::wstring> texts;
-  for (std::int32_t i = 0; i < list.Count(); ++i) {
-    texts.emplace_back(list.At(i));
-  }
-  return texts;
-}
-
+using allocation_probe::CallWithFailingAllocation;
+using allocation_probe::Outcome;
 using Expected = std::vector<std::wstring>;
 
 TEST(ErrorList, AppendKeepsTheOrderOfFirstAppearance) {
@@ -29,7 +23,7 @@ TEST(ErrorList, AppendKeepsTheOrderOfFirstAppearance) {
   for (const wchar_t* const text : {L"b", L"a", L"c", L"a", L"b"}) {
     list.Append(text);
   }
-  EXPECT_EQ(Texts(list), (Expected{L"b", L"a", L"c"}));
+  EXPECT_EQ(ReadAll(list), (Expected{L"b", L"a", L"c"}));
 }
 
 TEST(ErrorList, AppendComparesExactly) {
@@ -51,7 +45,7 @@ TEST(ErrorList, AppendComparesExactly) {
     for (const std::wstring& text : row.appended) {
       list.Append(text);
     }
-    EXPECT_EQ(Texts(list), row.listed);
+    EXPECT_EQ(ReadAll(list), row.listed);
   }
 }
 
@@ -122,7 +116,7 @@ TEST(ErrorList, ClearEmptiesAndLetsTextsInAgain) {
   EXPECT_EQ(list.Count(), 0);
   EXPECT_EQ(list.At(0), emptyText);
   list.Append(L"other");
-  EXPECT_EQ(Texts(list), (Expected{L"other"}));
+  EXPECT_EQ(ReadAll(list), (Expected{L"other"}));
 }
 
 TEST(ErrorList, HoldsAHundredThousandTextsInOrder) {
@@ -146,24 +140,16 @@ TEST(ErrorList, AFailedAppendLeavesTheListAsItWas) {
     ErrorList list;
     list.Append(L"before");
     std::wstring text = longText;
-    bool failed = false;
-    {
-      const allocation_probe::FailAllocation failure(n);
-      try {
-        list.Append(std::move(text));
-      } catch (const std::bad_alloc&) {
-        failed = true;
-      }
-      ASSERT_EQ(failed, failure.Happened());
-    }
-    if (!failed) {
-      EXPECT_EQ(Texts(list), (Expected{L"before", longText}));
+    const Outcome outcome = CallWithFailingAllocation(n, [&] { list.Append(std::move(text)); });
+    ASSERT_NE(outcome, Outcome::kReturned) << "the failure was not passed on";
+    if (outcome == Outcome::kNoFailure) {
+      EXPECT_EQ(ReadAll(list), (Expected{L"before", longText}));
       EXPECT_GE(n, 2U) << "no allocation was tried";
       break;
     }
-    EXPECT_EQ(Texts(list), (Expected{L"before"}));
+    EXPECT_EQ(ReadAll(list), (Expected{L"before"}));
     list.Append(longText);
-    EXPECT_EQ(Texts(list), (Expected{L"before", longText}));
+    EXPECT_EQ(ReadAll(list), (Expected{L"before", longText}));
   }
 }
 

@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <new>
 #include <string>
 
 #include "tests/support/allocation_probe.h"
@@ -13,6 +12,9 @@
 
 namespace {
 
+using allocation_probe::CallWithFailingAllocation;
+using allocation_probe::Outcome;
+
 class OutOfMemory : public testing::Test {
  protected:
   OutOfMemory() {
@@ -21,25 +23,10 @@ class OutOfMemory : public testing::Test {
                   "key.that.needs.memory.of.its.own a text that needs memory of its own\n");
   }
 
-  // Whether the call threw std::bad_alloc when its n-th allocation failed.
-  template <class Call>
-  bool Throws(std::size_t n, Call call) {
-    const allocation_probe::FailAllocation failure(n);
-    try {
-      call();
-      happened_ = failure.Happened();
-      return false;
-    } catch (const std::bad_alloc&) {
-      happened_ = failure.Happened();
-      return true;
-    }
-  }
-
   const ScratchFolder folder_;
   const std::wstring hostPath_ = folder_.HostPath();
   const LoadedLibrary library_;
   const LibraryExports host_{library_};
-  bool happened_ = false;
 };
 
 TEST_F(OutOfMemory, LoadDictionaryGivesItsResultAndMessage) {
@@ -50,14 +37,14 @@ TEST_F(OutOfMemory, LoadDictionaryGivesItsResultAndMessage) {
     SCOPED_TRACE(testing::Message() << "allocation " << n << " fails");
     host_.ClearErrors();
     std::int32_t result = 0;
-    const bool threw =
-        Throws(n, [&] { result = host_.LoadDictionary(hostPath_.c_str(), L"en.txt"); });
-    if (threw) {  // the path itself could not be made
+    const Outcome outcome = CallWithFailingAllocation(
+        n, [&] { result = host_.LoadDictionary(hostPath_.c_str(), L"en.txt"); });
+    if (outcome == Outcome::kThrew) {  // the path itself could not be made
       EXPECT_EQ(n, 1U);
       EXPECT_EQ(host_.GetErrorsCount(), 0);
       continue;
     }
-    if (!happened_) {
+    if (outcome == Outcome::kNoFailure) {
       break;
     }
     ++failures;
@@ -73,8 +60,8 @@ TEST_F(OutOfMemory, LoadDictionaryGivesItsResultAndMessage) {
 TEST_F(OutOfMemory, FailingToListAMessageReachesTheHost) {
   const auto select = [&] { host_.UseLanguage(L"none"); };
   const auto look = [&] { host_.LANG(L"none"); };
-  EXPECT_TRUE(Throws(1, select));
-  EXPECT_TRUE(Throws(1, look));
+  EXPECT_EQ(CallWithFailingAllocation(1, select), Outcome::kThrew);
+  EXPECT_EQ(CallWithFailingAllocation(1, look), Outcome::kThrew);
   EXPECT_EQ(host_.GetErrorsCount(), 0);
   select();
   look();

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "frame/file_path.h"
+#include "tests/support/read_all.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/support/test_platform.h"
 
@@ -20,12 +21,7 @@ std::optional<std::string> ReadTextFile(const std::wstring& path, std::size_t bu
   if (!file) {
     return std::nullopt;
   }
-  std::string buffer(bufferBytes, '#');
-  std::string all;
-  while (const std::size_t count = file->Read(buffer.data(), buffer.size())) {
-    all.append(buffer, 0, count);
-  }
-  return all;
+  return ReadAll(*file, bufferBytes);
 }
 
 TEST(OpenTextFile, ReadsInTextMode) {

@@ -11,6 +11,7 @@
 
 #include "frame/file_path.h"
 #include "frame/platform.h"
+#include "tests/support/read_all.h"
 #include "tests/support/scratch_folder.h"
 
 namespace KelmoLibs::Localize {
@@ -30,8 +31,7 @@ TEST_F(OpenTextFileWindows, ReadsInTextModeWhateverTheHostsDefault) {
   const auto file = OpenTextFile(path_);
   _fmode = before;
   ASSERT_NE(file, nullptr);
-  char buffer[16];
-  EXPECT_EQ(std::string(buffer, file->Read(buffer, sizeof(buffer))), "a\nb");
+  EXPECT_EQ(ReadAll(*file, 100), "a\nb");
 }
 
 // The runtime gives the lowest number that is free.

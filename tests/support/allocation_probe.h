@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <new>
 
 namespace allocation_probe {
 
@@ -19,7 +20,7 @@ enum class Failing { kOnce, kFromThenOn };
 /// alone, or it and all that follow.
 class FailAllocation {
  public:
-  explicit FailAllocation(std::size_t n, Failing failing = Failing::kOnce) noexcept;
+  explicit FailAllocation(std::size_t n, Failing failing) noexcept;
   FailAllocation(const FailAllocation&) = delete;
   FailAllocation& operator=(const FailAllocation&) = delete;
   ~FailAllocation();
@@ -27,5 +28,26 @@ class FailAllocation {
   /// Whether an allocation has failed: false once the code under test needs fewer than n.
   bool Happened() const noexcept;
 };
+
+enum class Outcome {
+  kNoFailure,  // fewer than n allocations were needed
+  kReturned,   // one failed, and the call dealt with it
+  kThrew,      // one failed, and the call passed std::bad_alloc on
+};
+
+/// Makes `call` while its n-th allocation fails.
+template <class Call>
+Outcome CallWithFailingAllocation(std::size_t n, Call call, Failing failing = Failing::kOnce) {
+  const FailAllocation failure(n, failing);
+  try {
+    call();
+    return failure.Happened() ? Outcome::kReturned : Outcome::kNoFailure;
+  } catch (const std::bad_alloc&) {
+    if (!failure.Happened()) {
+      throw;
+    }
+    return Outcome::kThrew;
+  }
+}
 
 }  // namespace allocation_probe

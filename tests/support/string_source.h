@@ -1,6 +1,8 @@
 // A byte source that a test writes down: its bytes, how many come at a time, what it says of its
-// size.
+// size. It fails the test that reads on after the end.
 #pragma once
+
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -20,9 +22,11 @@ class StringSource final : public KelmoLibs::Localize::ByteSource {
         sizeHint_(sizeHint.value_or(bytes_.size())) {}
 
   std::size_t Read(char* buffer, std::size_t size) override {
+    EXPECT_FALSE(ended_) << "read again after the end";
     ++readCalls_;
     const std::size_t count = bytes_.copy(buffer, std::min(size, pieceBytes_), position_);
     position_ += count;
+    ended_ = count == 0;
     return count;
   }
 
@@ -37,4 +41,5 @@ class StringSource final : public KelmoLibs::Localize::ByteSource {
   std::size_t sizeHint_;
   std::size_t position_ = 0;
   std::size_t readCalls_ = 0;
+  bool ended_ = false;
 };

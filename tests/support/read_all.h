@@ -1,0 +1,27 @@
+// Everything that a byte source or an error list holds, for a comparison of the whole.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "frame/byte_source.h"
+#include "frame/error_list.h"
+
+/// Reads to the end through a buffer of `bufferBytes`.
+inline std::string ReadAll(KelmoLibs::Localize::ByteSource& source, std::size_t bufferBytes) {
+  std::string buffer(bufferBytes, '#');
+  std::string all;
+  while (const std::size_t count = source.Read(buffer.data(), buffer.size())) {
+    all.append(buffer, 0, count);
+  }
+  return all;
+}
+
+inline std::vector<std::wstring> ReadAll(const KelmoLibs::Localize::ErrorList& list) {
+  std::vector<std::wstring> texts;
+  for (std::int32_t i = 0; i < list.Count(); ++i) {
+    texts.emplace_back(list.At(i));
+  }
+  return texts;
+}
