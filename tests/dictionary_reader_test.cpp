@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "tests/support/allocation_probe.h"
+#include "tests/support/invalid_utf8.h"
 #include "tests/support/string_source.h"
 
 namespace KelmoLibs::Localize {
@@ -151,6 +153,32 @@ TEST(ReadDictionary, AddsToADictionaryWithTheSameId) {
             (DictionaryTable{{L"de", {{L"a", L"eins"}}},
                              {L"en", {{L"a", L"one"}, {L"b", L"two"}, {L"c", L"four"}}}}));
   EXPECT_EQ(state.duplicates, (std::vector<std::wstring>{L"b"}));
+}
+
+TEST(ReadDictionary, AnInvalidSequenceAnywhereEndsTheFileThere) {
+  const std::string file =
+      "en English\nkey.one\tText \xC3\xA4 \n\n  \nkey.\xD1\x8F  a  b\nkey.one again\nlast "
+      "\xF0\x9F\x98\x80";
+  for (std::size_t position = 0; position <= file.size(); ++position) {
+    if (position < file.size() && (file[position] & 0xC0) == 0x80) {
+      continue;  // inside a character
+    }
+    State expected;
+    expected.Read(file.substr(0, position));
+    for (const InvalidUtf8& fault : kInvalidUtf8) {
+      for (const std::size_t piece : std::initializer_list<std::size_t>{1, 2, 3, 1000}) {
+        SCOPED_TRACE(testing::Message()
+                     << fault.name << " at " << position << ", pieces of " << piece);
+        State state;
+        StringSource source(
+            file.substr(0, position) + std::string(fault.bytes) + file.substr(position), piece);
+        state.Read(source);
+        ASSERT_EQ(state.currentLanguage, expected.currentLanguage);
+        ASSERT_EQ(state.dictionaries, expected.dictionaries);
+        ASSERT_EQ(state.duplicates, expected.duplicates);
+      }
+    }
+  }
 }
 
 TEST(ReadDictionary, KeepsWhatASourceGaveBeforeItFailed) {

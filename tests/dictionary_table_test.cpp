@@ -10,6 +10,7 @@ namespace KelmoLibs::Localize {
 namespace {
 
 using allocation_probe::CallWithFailingAllocation;
+using allocation_probe::LeakCheck;
 using allocation_probe::Outcome;
 
 const std::wstring kLongId =
@@ -146,6 +147,7 @@ TEST(SelectDictionary, KeepsTheSelectionWhenMemoryFails) {
 
 TEST(SelectDictionary, PassesAFailureToListAMessageOn) {
   for (std::size_t n = 1;; ++n) {
+    const LeakCheck everythingIsGivenBack;
     State state;
     const Outcome outcome = CallWithFailingAllocation(n, [&] { state.Select(L"none"); });
     EXPECT_NE(outcome, Outcome::kReturned);
@@ -162,6 +164,7 @@ TEST(FindText, PassesAFailureToListAMessageOn) {
   for (const wchar_t* const current : {L"de", L"none"}) {
     SCOPED_TRACE(testing::PrintToString(current));
     for (std::size_t n = 1;; ++n) {
+      const LeakCheck everythingIsGivenBack;
       State state;
       state.currentLanguage = current;
       const Outcome outcome = CallWithFailingAllocation(n, [&] { state.Find(L"missing"); });

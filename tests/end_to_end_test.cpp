@@ -4,80 +4,48 @@
 
 #include <climits>
 #include <cstdint>
+#include <filesystem>
 #include <stdexcept>
 #include <string>
-#include <vector>
 
-#include "tests/support/library_exports.h"
-#include "tests/support/loaded_library.h"
-#include "tests/support/scratch_folder.h"
+#include "tests/support/host_test.h"
 #include "tests/support/test_platform.h"
 
 namespace {
 
 using namespace std::string_literals;
-using Messages = std::vector<std::wstring>;
 
-class EndToEnd : public testing::Test {
- protected:
-  std::int32_t Load(const std::wstring& fileName) const {
-    return host_.LoadDictionary(folder_.HostPath().c_str(), fileName.c_str());
-  }
-  std::int32_t WriteAndLoad(const std::wstring& fileName, const std::string& bytes) const {
-    folder_.Write(fileName, bytes);
-    return Load(fileName);
-  }
-  std::wstring PathOf(const std::wstring& fileName) const {
-    return folder_.HostPath() + L'\\' + fileName;
-  }
-  std::wstring Text(const std::wstring& key) const { return host_.LANG(key.c_str()); }
-
-  Messages ReadMessages() const {
-    Messages messages;
-    for (std::int32_t i = 0; i < host_.GetErrorsCount(); ++i) {
-      messages.emplace_back(host_.GetError(i));
-    }
-    return messages;
-  }
-
-  // LANG(key) finds nothing, and lists just that.
-  void ExpectMissing(const std::wstring& key) const {
-    host_.ClearErrors();
-    EXPECT_EQ(Text(key), L"");
-    EXPECT_EQ(ReadMessages(), (Messages{L"EL121. Key not found in dictionary\nKey: " + key +
-                                        L"\nDictionary id: " + key}));
-    host_.ClearErrors();
-  }
-
-  const ScratchFolder folder_;
-  const LoadedLibrary library_;
-  const LibraryExports host_{library_};
-};
+class EndToEnd : public HostTest {};
 
 // ---- Loading
 
+// The dictionaries that the pages show.
+std::wstring PageDictionaries() {
+  const std::string folder = KELMO_SOURCE_FOLDER "/tests/data/dictionary";
+  return std::filesystem::u8path(folder).wstring();
+}
+
 TEST_F(EndToEnd, TheWorkedExampleLoadsAsDocumented) {
-  EXPECT_EQ(WriteAndLoad(L"de.txt",
-                         "de Deutsch\r\n"
-                         "menu.file\tDatei\r\n"
-                         "\r\n"
-                         "menu.exit   Beenden   \r\n"
-                         "msg.saved Die Datei wurde   gespeichert.\r\n"
-                         "title.about \xC3\x9C"
-                         "ber das Programm\r\n"
-                         "menu.file \xC3\x96"
-                         "ffnen\r\n"
-                         "lonely\r\n"),
-            1);
+  const std::wstring folder = PageDictionaries();
+  EXPECT_EQ(host_.LoadDictionary(folder.c_str(), L"worked_example.txt"), 1);
   EXPECT_EQ(ReadMessages(),
-            (Messages{L"EL101. Key already declared.\nKey: menu.file\nDictionary: " +
-                      PathOf(L"de.txt")}));
+            (Messages{L"EL101. Key already declared.\nKey: menu.file\nDictionary: " + folder +
+                      L"\\worked_example.txt"}));
   EXPECT_EQ(Text(L"menu.file"), L"Datei");
   EXPECT_EQ(Text(L"menu.exit"), L"Beenden");
   EXPECT_EQ(Text(L"msg.saved"), L"Die Datei wurde   gespeichert.");
   EXPECT_EQ(Text(L"title.about"), L"\u00DCber das Programm");
   EXPECT_EQ(Text(L"lonely"), L"");
   EXPECT_EQ(host_.GetErrorsCount(), 1);
+  EXPECT_EQ(host_.UseLanguage(L"de"), 0);
+}
+
+TEST_F(EndToEnd, TheDictionaryOfTheReadmeLoadsAsItSays) {
+  EXPECT_EQ(host_.LoadDictionary(PageDictionaries().c_str(), L"readme.txt"), 0);
+  EXPECT_EQ(Text(L"menu.file"), L"Datei");
+  EXPECT_EQ(Text(L"menu.exit"), L"Beenden");
+  EXPECT_EQ(Text(L"msg.saved"), L"Der Text geht bis zum Ende der Zeile.");
+  EXPECT_EQ(host_.GetErrorsCount(), 0);
   EXPECT_EQ(host_.UseLanguage(L"de"), 0);
 }
 
@@ -181,32 +149,6 @@ TEST_F(EndToEnd, ANulIsPartOfTextsAndMessages) {
   ExpectMissing(L"a");
 }
 
-TEST_F(EndToEnd, BytesThatAreNotUtf8EndTheFile) {
-  const struct {
-    const char* name;
-    std::string bytes;
-  } faults[] = {
-      {"truncated by the line end", "\xE2\x82"}, {"overlong", "\xC0\xAF"},
-      {"a surrogate", "\xED\xA0\x80"},           {"beyond U+10FFFF", "\xF4\x90\x80\x80"},
-      {"a stray continuation byte", "\x80"},     {"a byte that UTF-8 does not have", "\xFF"},
-  };
-  int i = 0;
-  for (const auto& fault : faults) {
-    SCOPED_TRACE(fault.name);
-    const std::string id = "id" + std::to_string(++i);
-    EXPECT_EQ(
-        WriteAndLoad(L"file.txt", id + "\nbefore text\ncut te" + fault.bytes + "xt\nafter text\n"),
-        0);
-    EXPECT_EQ(Text(L"before"), L"text");
-    EXPECT_EQ(Text(L"cut"), L"te");
-    ExpectMissing(L"after");
-
-    EXPECT_EQ(WriteAndLoad(L"header.txt", id + "cut" + fault.bytes + "\nkey text\n"), 0);
-    EXPECT_EQ(host_.UseLanguage((L"id" + std::to_wstring(i) + L"cut").c_str()), 0);
-    ExpectMissing(L"key");
-  }
-}
-
 TEST_F(EndToEnd, LineEndsOfBothKindsLoadAlike) {
   for (const std::string lineEnd : {"\n", "\r\n"}) {
     SCOPED_TRACE(testing::PrintToString(lineEnd));
@@ -303,15 +245,6 @@ TEST_F(EndToEnd, AMissingFileIsListedOnceAndChangesNothing) {
   EXPECT_EQ(ReadMessages(),
             (Messages{L"EL111. Dictionary file not found\nDictionary: " + PathOf(L"missing.txt")}));
   EXPECT_EQ(Text(L"key"), L"text");
-}
-
-TEST_F(EndToEnd, AFolderIsNoDictionaryFile) {
-  folder_.Write(L"folder\\en.txt", "en\n");
-  EXPECT_EQ(Load(L"folder"), -2);
-  EXPECT_EQ(Load(L""), -2);
-  EXPECT_EQ(ReadMessages(),
-            (Messages{L"EL111. Dictionary file not found\nDictionary: " + PathOf(L"folder"),
-                      L"EL111. Dictionary file not found\nDictionary: " + PathOf(L"")}));
 }
 
 // ---- Selection and lookup
@@ -459,20 +392,6 @@ TEST_F(EndToEnd, NothingClearsTheListButClearErrors) {
       (Messages{L"EL112. Dictionary not found\nDictionary id: none",
                 L"EL101. Key already declared.\nKey: key\nDictionary: " + PathOf(L"en.txt"),
                 L"EL121. Key not found in dictionary\nKey: missing\nDictionary id: missing"}));
-}
-
-TEST(Unload, TakesEverythingWithIt) {
-  const ScratchFolder folder;
-  folder.Write(L"en.txt", "en\nkey text\nkey again\n");
-  for (int cycle = 0; cycle < 3; ++cycle) {
-    SCOPED_TRACE(cycle);
-    const LoadedLibrary library;
-    const LibraryExports host(library);
-    EXPECT_EQ(host.GetErrorsCount(), 0);
-    EXPECT_EQ(host.UseLanguage(L"en"), -1);
-    EXPECT_EQ(host.LoadDictionary(folder.HostPath().c_str(), L"en.txt"), 2);
-    EXPECT_STREQ(host.LANG(L"key"), L"text");
-  }
 }
 
 }  // namespace

@@ -15,6 +15,7 @@ namespace KelmoLibs::Localize {
 namespace {
 
 using allocation_probe::CallWithFailingAllocation;
+using allocation_probe::LeakCheck;
 using allocation_probe::Outcome;
 using Expected = std::vector<std::wstring>;
 
@@ -137,6 +138,7 @@ TEST(ErrorList, AFailedAppendLeavesTheListAsItWas) {
   const std::wstring longText(100, L'x');  // owns memory of its own
   for (std::size_t n = 1;; ++n) {
     SCOPED_TRACE(n);
+    const LeakCheck everythingIsGivenBack;
     ErrorList list;
     list.Append(L"before");
     std::wstring text = longText;

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -15,6 +14,7 @@
 
 #include "frame/file_path.h"
 #include "frame/platform.h"
+#include "tests/support/child_process.h"
 #include "tests/support/scratch_folder.h"
 
 namespace KelmoLibs::Localize {
@@ -51,22 +51,6 @@ TEST(OpenTextFilePosix, DoesNotWaitForAPipe) {
   const ScratchFolder folder;
   ASSERT_EQ(::mkfifo((folder.Path() / "pipe").c_str(), 0600), 0);
   EXPECT_EQ(OpenTextFile(JoinPath(folder.HostPath(), L"pipe")), nullptr);
-}
-
-// Runs `work` in a child process; the result is its exit code.
-template <class Work>
-pid_t StartChild(Work work) {
-  const pid_t child = ::fork();
-  if (child == 0) {
-    ::_exit(work());
-  }
-  return child;
-}
-
-int ExitCodeOf(pid_t child) {
-  int status = 0;
-  EXPECT_EQ(::waitpid(child, &status, 0), child);
-  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
 TEST(OpenTextFilePosix, LeavesAPipesWriterAlone) {

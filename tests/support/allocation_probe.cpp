@@ -81,5 +81,7 @@ void* operator new(std::size_t size) { return allocation_probe::Allocate(size); 
 void* operator new[](std::size_t size) { return allocation_probe::Allocate(size); }
 void operator delete(void* block) noexcept { allocation_probe::Free(block); }
 void operator delete[](void* block) noexcept { allocation_probe::Free(block); }
-void operator delete(void* block, std::size_t) noexcept { allocation_probe::Free(block); }
-void operator delete[](void* block, std::size_t) noexcept { allocation_probe::Free(block); }
+void operator delete(void* block, std::size_t /*size*/) noexcept { allocation_probe::Free(block); }
+void operator delete[](void* block, std::size_t /*size*/) noexcept {
+  allocation_probe::Free(block);
+}

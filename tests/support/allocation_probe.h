@@ -1,6 +1,8 @@
 // Watches every operator new of the test program: counts, measures, and makes chosen ones fail.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <cstddef>
 #include <new>
 
@@ -27,6 +29,18 @@ class FailAllocation {
 
   /// Whether an allocation has failed: false once the code under test needs fewer than n.
   bool Happened() const noexcept;
+};
+
+/// At its end everything must be given back that was taken during its life.
+class LeakCheck {
+ public:
+  LeakCheck() = default;
+  LeakCheck(const LeakCheck&) = delete;
+  LeakCheck& operator=(const LeakCheck&) = delete;
+  ~LeakCheck() { EXPECT_EQ(LiveBytes(), before_) << "leaked"; }
+
+ private:
+  std::size_t before_ = LiveBytes();
 };
 
 enum class Outcome {

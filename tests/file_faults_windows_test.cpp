@@ -1,0 +1,42 @@
+// Files at fault as only Windows has them: held by another without sharing, devices, pipes.
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <string>
+
+#include "tests/support/host_test.h"
+
+namespace {
+
+class FileFaultsWindows : public HostTest {};
+
+TEST_F(FileFaultsWindows, AFileThatAnotherHoldsWithoutSharing) {
+  EXPECT_EQ(WriteAndLoad(L"en.txt", "en\nkey text\n"), 0);
+  folder_.Write(L"held.txt", "de\nkey Wort\n");
+  HANDLE holder = ::CreateFileW((folder_.Path() / "held.txt").c_str(), GENERIC_READ | GENERIC_WRITE,
+                                0, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  ASSERT_NE(holder, INVALID_HANDLE_VALUE);
+  ExpectNotFound(folder_.HostPath(), L"held.txt");
+  EXPECT_EQ(Text(L"key"), L"text");
+  ::CloseHandle(holder);
+  EXPECT_EQ(Load(L"held.txt"), 0);
+  EXPECT_EQ(Text(L"key"), L"Wort");
+}
+
+TEST_F(FileFaultsWindows, DevicesAreNoFiles) {
+  for (const wchar_t* const device : {L"NUL", L"CON", L"CONIN$"}) {
+    SCOPED_TRACE(testing::PrintToString(device));
+    ExpectNotFound(L"\\\\.", device);
+  }
+}
+
+TEST_F(FileFaultsWindows, APipeIsNoFile) {
+  HANDLE pipe = ::CreateNamedPipeW(L"\\\\.\\pipe\\kelmo_localizer_test", PIPE_ACCESS_DUPLEX,
+                                   PIPE_TYPE_BYTE | PIPE_WAIT, 1, 4096, 4096, 0, nullptr);
+  ASSERT_NE(pipe, INVALID_HANDLE_VALUE);
+  ExpectNotFound(L"\\\\.\\pipe", L"kelmo_localizer_test");
+  ::CloseHandle(pipe);
+}
+
+}  // namespace

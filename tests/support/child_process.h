@@ -1,0 +1,27 @@
+// Work in a child process of a POSIX test program.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+
+/// Runs `work` in a child process; the result is its exit code.
+template <class Work>
+pid_t StartChild(Work work) {
+  const pid_t child = ::fork();
+  if (child == 0) {
+    const int exitCode = work();
+    std::fflush(stdout);  // the failures that the child reports
+    ::_exit(exitCode);
+  }
+  return child;
+}
+
+/// Waits for the end of `child`; -1 where a signal ended it.
+inline int ExitCodeOf(pid_t child) {
+  int status = 0;
+  EXPECT_EQ(::waitpid(child, &status, 0), child);
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
