@@ -34,15 +34,16 @@
 #include <stddef.h>
 #include <stdint.h>
 
-/* KELMO_LOCALIZER_BUILDING is defined only while the library itself is built. */
-#if defined(_WIN32)
-#if defined(KELMO_LOCALIZER_BUILDING)
-#define KELMO_LOCALIZER_API __declspec(dllexport)
+/*
+ * KELMO_LOCALIZER_BUILDING is defined only while the library itself is built: on Windows it is then
+ * the definition file that lets the functions out.
+ */
+#if !defined(_WIN32)
+#define KELMO_LOCALIZER_API __attribute__((visibility("default")))
+#elif defined(KELMO_LOCALIZER_BUILDING)
+#define KELMO_LOCALIZER_API
 #else
 #define KELMO_LOCALIZER_API __declspec(dllimport)
-#endif
-#else
-#define KELMO_LOCALIZER_API __attribute__((visibility("default")))
 #endif
 
 #ifdef __cplusplus

@@ -1,18 +1,8 @@
 # Compares the names that a built library exports with the list under review.
-#   cmake -D LIBRARY=file -D DEFINITION=exports.def -D EXPECTED=list -D OBJDUMP=tool -D NM=tool
-#     -P check_exports.cmake
-# A DLL is asked with objdump, a shared object with nm. The definition file is compared as well,
-# because MinGW exports the functions by the header's macro, too, and would not miss a name in it.
+#   cmake -D LIBRARY=file -D EXPECTED=list -D OBJDUMP=tool -D NM=tool -P check_exports.cmake
+# A DLL is asked with objdump, a shared object with nm.
 
-function(compare what names)
-  list(SORT names)
-  list(JOIN names "\n" names)
-  file(READ ${EXPECTED} expected)
-  string(STRIP "${expected}" expected)
-  if(NOT names STREQUAL expected)
-    message(FATAL_ERROR "${what} has\n${names}\nbut the list ${EXPECTED} says\n${expected}")
-  endif()
-endfunction()
+include(${CMAKE_CURRENT_LIST_DIR}/compare_names.cmake)
 
 if(LIBRARY MATCHES "\\.dll$")
   execute_process(COMMAND ${OBJDUMP} -p ${LIBRARY} OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
@@ -27,8 +17,4 @@ else()
   string(REGEX MATCHALL "[^\n]+" rows "${output}")
   list(TRANSFORM rows REPLACE " .*" "")
 endif()
-compare(${LIBRARY} "${rows}")
-
-file(STRINGS ${DEFINITION} lines REGEX "^    ")
-list(TRANSFORM lines STRIP)
-compare(${DEFINITION} "${lines}")
+compare_names(${LIBRARY} "${rows}" ${EXPECTED})

@@ -1,0 +1,22 @@
+# Compares the libraries that a built library needs with the list under review; a shared object's SONAME and the
+# version in its file name as well.
+#   cmake -D LIBRARY=file -D EXPECTED=list -D OBJDUMP=tool [-D VERSION=major.minor.patch] -P check_dependencies.cmake
+
+include(${CMAKE_CURRENT_LIST_DIR}/compare_names.cmake)
+
+execute_process(COMMAND ${OBJDUMP} -p ${LIBRARY} OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
+string(REGEX MATCHALL "(DLL Name:|NEEDED) +[^\n]+" rows "${output}")
+list(TRANSFORM rows REPLACE "^(DLL Name:|NEEDED) +" "")
+compare_names(${LIBRARY} "${rows}" ${EXPECTED})
+
+if(NOT LIBRARY MATCHES "\\.dll$")
+  get_filename_component(name ${LIBRARY} NAME)
+  set(plain libkelmo_Mestrel_Localizer.so)
+  if(NOT name STREQUAL "${plain}.${VERSION}")
+    message(FATAL_ERROR "the file is ${name}, but the version is ${VERSION}")
+  endif()
+  string(REGEX REPLACE "\\..*" "" major ${VERSION})
+  if(NOT output MATCHES "SONAME +${plain}\\.${major}\n")
+    message(FATAL_ERROR "${LIBRARY} has not the SONAME ${plain}.${major}:\n${output}")
+  endif()
+endif()

@@ -1,0 +1,10 @@
+# compare_names(what names file): fails unless the names, sorted, are the lines of the file.
+function(compare_names what names file)
+  list(SORT names)
+  list(JOIN names "\n" names)
+  file(READ ${file} expected)
+  string(STRIP "${expected}" expected)
+  if(NOT names STREQUAL expected)
+    message(FATAL_ERROR "${what} has\n${names}\nbut the list ${file} says\n${expected}")
+  endif()
+endfunction()

@@ -1,0 +1,67 @@
+// What Windows shows of the DLL's version.
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <array>
+#include <cwchar>
+#include <string>
+#include <vector>
+
+namespace {
+
+class VersionResource : public testing::Test {
+ protected:
+  void SetUp() override {
+    constexpr const wchar_t* kLibrary = L"kelmo_Mestrel_Localizer.dll";
+    const HMODULE module = ::LoadLibraryW(kLibrary);
+    ASSERT_NE(module, nullptr);
+    wchar_t path[MAX_PATH] = {};
+    ASSERT_GT(::GetModuleFileNameW(module, path, MAX_PATH), 0U);
+    block_.resize(::GetFileVersionInfoSizeW(path, nullptr));
+    ASSERT_FALSE(block_.empty()) << "no version resource";
+    ASSERT_TRUE(::GetFileVersionInfoW(path, 0, static_cast<DWORD>(block_.size()), block_.data()));
+    ::FreeLibrary(module);
+  }
+
+  template <class Value>
+  const Value* Query(const wchar_t* name) {
+    void* value = nullptr;
+    UINT length = 0;
+    EXPECT_TRUE(::VerQueryValueW(block_.data(), name, &value, &length)) << "no such value";
+    return static_cast<const Value*>(value);
+  }
+
+  // In the language that the resource itself names, as Windows looks for it.
+  std::wstring Text(const std::wstring& name) {
+    const auto* const translation = Query<WORD>(L"\\VarFileInfo\\Translation");
+    if (translation == nullptr) {
+      return L"";
+    }
+    std::array<wchar_t, 9> block = {};
+    std::swprintf(block.data(), block.size(), L"%04X%04X", translation[0], translation[1]);
+    const auto* const text =
+        Query<wchar_t>((L"\\StringFileInfo\\" + (block.data() + (L"\\" + name))).c_str());
+    return text != nullptr ? text : L"";
+  }
+
+  std::vector<char> block_;
+};
+
+TEST_F(VersionResource, HoldsTheVersionOfTheProject) {
+  const auto* const fixed = Query<VS_FIXEDFILEINFO>(L"\\");
+  ASSERT_NE(fixed, nullptr);
+  const auto number = [](DWORD high, DWORD low) {
+    return std::to_string(HIWORD(high)) + "." + std::to_string(LOWORD(high)) + "." +
+           std::to_string(HIWORD(low)) + "." + std::to_string(LOWORD(low));
+  };
+  EXPECT_EQ(number(fixed->dwFileVersionMS, fixed->dwFileVersionLS), KELMO_VERSION ".0");
+  EXPECT_EQ(number(fixed->dwProductVersionMS, fixed->dwProductVersionLS), KELMO_VERSION ".0");
+  const std::string narrow = KELMO_VERSION;
+  const std::wstring version(narrow.begin(), narrow.end());
+  EXPECT_EQ(Text(L"FileVersion"), version);
+  EXPECT_EQ(Text(L"ProductVersion"), version);
+  EXPECT_EQ(Text(L"OriginalFilename"), L"kelmo_Mestrel_Localizer.dll");
+}
+
+}  // namespace
