@@ -10,6 +10,9 @@ class LoadedLibrary {
   LoadedLibrary& operator=(const LoadedLibrary&) = delete;
   ~LoadedLibrary();
 
+  /// Whether the process holds the library, loaded by whomever.
+  static bool IsInProcess() noexcept;
+
   template <class Function>
   Function* Export(const char* name) const {
     return reinterpret_cast<Function*>(Address(name));

@@ -13,6 +13,15 @@ LoadedLibrary::LoadedLibrary() : handle_(::dlopen(KELMO_LIBRARY_FILE, RTLD_NOW |
 
 LoadedLibrary::~LoadedLibrary() { ::dlclose(handle_); }
 
+bool LoadedLibrary::IsInProcess() noexcept {
+  void* const handle = ::dlopen(KELMO_LIBRARY_FILE, RTLD_NOW | RTLD_NOLOAD);
+  if (handle == nullptr) {
+    return false;
+  }
+  ::dlclose(handle);
+  return true;
+}
+
 LoadedLibrary::AnyFunction* LoadedLibrary::Address(const char* name) const {
   void* const address = ::dlsym(handle_, name);
   if (address == nullptr) {

@@ -5,14 +5,22 @@
 
 #include "tests/support/loaded_library.h"
 
+namespace {
+
 // From beside the test program, under the name that the library must have.
-LoadedLibrary::LoadedLibrary() : handle_(::LoadLibraryW(L"kelmo_Mestrel_Localizer.dll")) {
+constexpr const wchar_t* kLibrary = L"kelmo_Mestrel_Localizer.dll";
+
+}  // namespace
+
+LoadedLibrary::LoadedLibrary() : handle_(::LoadLibraryW(kLibrary)) {
   if (handle_ == nullptr) {
     throw std::runtime_error("LoadLibraryW: error " + std::to_string(::GetLastError()));
   }
 }
 
 LoadedLibrary::~LoadedLibrary() { ::FreeLibrary(static_cast<HMODULE>(handle_)); }
+
+bool LoadedLibrary::IsInProcess() noexcept { return ::GetModuleHandleW(kLibrary) != nullptr; }
 
 LoadedLibrary::AnyFunction* LoadedLibrary::Address(const char* name) const {
   const FARPROC address = ::GetProcAddress(static_cast<HMODULE>(handle_), name);

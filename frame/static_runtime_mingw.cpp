@@ -1,0 +1,46 @@
+// What the statically linked runtime of GCC would leave behind in the host's process when the DLL is unloaded (GCC 12 with
+// MinGW-w64; tests/unload_test.cpp shows it). Only the DLL is linked with this file.
+
+// The names are the runtime's own; no header declares them.
+// NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming)
+
+namespace __gnu_cxx {
+void __freeres();
+}
+
+namespace {
+
+// At its start the runtime sets memory aside for exceptions that are thrown when there is none left, 73 KB for each load of
+// the DLL, and leaves it to the end of the process.
+struct EmergencyMemory {
+  EmergencyMemory() = default;
+  EmergencyMemory(const EmergencyMemory&) = delete;
+  EmergencyMemory& operator=(const EmergencyMemory&) = delete;
+  ~EmergencyMemory() { __gnu_cxx::__freeres(); }
+};
+
+const EmergencyMemory emergencyMemory;
+
+}  // namespace
+
+// The state of the exceptions in flight. The runtime would keep one per thread, and for that take one of the process's
+// 1,088 slots of thread-local storage at the first exception and never give it back: a host that has unloaded the DLL
+// often enough is ended. One for the whole library does as well, because it is called from one thread at a time and no
+// exception is in flight between calls. Layout and names are those of the Itanium C++ ABI, section 2.2.2.
+namespace __cxxabiv1 {
+
+struct __cxa_eh_globals {
+  void* caughtExceptions;
+  unsigned int uncaughtExceptions;
+};
+
+namespace {
+__cxa_eh_globals exceptionState = {};
+}
+
+extern "C" __cxa_eh_globals* __cxa_get_globals() noexcept { return &exceptionState; }
+extern "C" __cxa_eh_globals* __cxa_get_globals_fast() noexcept { return &exceptionState; }
+
+}  // namespace __cxxabiv1
+
+// NOLINTEND(bugprone-reserved-identifier,readability-identifier-naming)

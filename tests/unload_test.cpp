@@ -1,0 +1,57 @@
+// Unloading is real: nothing of the library stays in the process, however often it is loaded.
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+
+#include "tests/support/host_test.h"
+#include "tests/support/test_platform.h"
+
+namespace {
+
+// One life of the library, with all that may leave something behind: stored texts, messages, an
+// exception that the host catches.
+void LoadUseAndUnload(const ScratchFolder& folder) {
+  const LoadedLibrary library;
+  const LibraryExports host(library);
+  ASSERT_EQ(host.GetErrorsCount(), 0) << "messages of an earlier life";
+  ASSERT_EQ(host.UseLanguage(L"en"), -1) << "a dictionary of an earlier life";
+  ASSERT_STREQ(host.LANG(L"key"), L"");
+  ASSERT_EQ(host.LoadDictionary(folder.HostPath().c_str(), L"en.txt"), 3);
+  ASSERT_STREQ(host.LANG(L"key"), L"text");
+  ASSERT_EQ(::ReadMessages(host),
+            (Messages{L"EL112. Dictionary not found\nDictionary id: en",
+                      L"EL121. Dictionary not found\nDictionary id: ",
+                      L"EL101. Key already declared.\nKey: key\nDictionary: " + folder.HostPath() +
+                          L"\\en.txt"}));
+  ASSERT_THROW(host.GetError(3), std::out_of_range);
+}
+
+TEST(Unload, LeavesNothingBehindHoweverOften) {
+  const ScratchFolder folder;
+  folder.Write(L"en.txt", "en\nkey text\nkey again\nanother.key another text\n");
+  constexpr int kWarmUp = 100;
+  constexpr int kCycles = 1200;  // more than Windows has slots of thread-local storage
+  std::optional<std::size_t> before;
+  std::uintptr_t handleBefore = 0;
+  for (int cycle = 0; cycle < kWarmUp + kCycles; ++cycle) {
+    if (cycle == kWarmUp) {
+      before = HeapBytesInUse();
+      handleBefore = NextHandle();
+    }
+    LoadUseAndUnload(folder);
+    if (HasFatalFailure()) {
+      FAIL() << "cycle " << cycle;
+    }
+    ASSERT_FALSE(LoadedLibrary::IsInProcess()) << "still there after cycle " << cycle;
+  }
+  EXPECT_LT(NextHandle(), handleBefore + kCycles) << "a handle that stays open in each cycle";
+  const std::optional<std::size_t> after = HeapBytesInUse();
+  if (!before || !after) {
+    GTEST_SKIP() << "growth cannot be measured here; the rest holds";
+  }
+  EXPECT_LT(*after, *before + kCycles) << "a byte or more for each cycle";
+}
+
+}  // namespace
