@@ -1,0 +1,25 @@
+# What every source of the project is compiled with. None of it reaches those who use the library.
+
+set(CMAKE_C_STANDARD 99)
+set(CMAKE_C_STANDARD_REQUIRED ON)
+set(CMAKE_C_EXTENSIONS OFF)
+set(CMAKE_CXX_STANDARD 17)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+
+if(MINGW)
+  add_link_options(-static)  # the DLL, as every program here, needs nothing but Windows
+elseif(MSVC)
+  # /EHs, not the /EHsc that CMake puts there: with c the compiler takes it that no exception leaves an extern "C"
+  # function, and GetError throws one.
+  string(REPLACE "/EHsc" "" CMAKE_CXX_FLAGS "${CMAKE_CXX_FLAGS}")
+  add_compile_definitions(NOMINMAX)  # as GCC's library does: std::min is no macro of <windows.h>
+  add_compile_options(
+    $<$<COMPILE_LANGUAGE:CXX>:/EHs>
+    $<$<COMPILE_LANGUAGE:CXX>:/permissive->
+    $<$<COMPILE_LANGUAGE:C,CXX>:/utf-8>
+  )
+  if(NOT DEFINED CMAKE_MSVC_RUNTIME_LIBRARY)
+    set(CMAKE_MSVC_RUNTIME_LIBRARY MultiThreaded$<$<CONFIG:Debug>:Debug>)  # static: as with -static above
+  endif()
+endif()

@@ -1,0 +1,36 @@
+# Proves that the warnings of the project's own builds are on and stop the build: every source is compiled with the
+# switches, and a target that must fail does, with an error of the right kind in each line that says so.
+#   cmake -D BUILD=folder -D TARGET=name -D SOURCE=file -P check_warnings.cmake
+
+file(STRINGS ${BUILD}/compile_commands.json commands REGEX "^ *\"command\": ")
+foreach(command IN LISTS commands)
+  if(NOT command MATCHES "windres|/googletest/|-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror ")
+    message(FATAL_ERROR "compiled without warnings as errors:\n${command}")
+  endif()
+endforeach()
+
+execute_process(COMMAND ${CMAKE_COMMAND} --build ${BUILD} --target ${TARGET}
+  OUTPUT_VARIABLE output ERROR_VARIABLE output RESULT_VARIABLE result)
+if(result EQUAL 0)
+  message(FATAL_ERROR "${SOURCE} was compiled, though it is full of warnings")
+endif()
+
+file(READ ${SOURCE} source)
+string(REPLACE ";" "," source "${source}")  # else a separator of lists
+string(REPLACE "\n" ";" lines "${source}")
+set(number 0)
+set(expected 0)
+foreach(line IN LISTS lines)
+  math(EXPR number "${number} + 1")
+  if(line MATCHES "// expect: ([a-z-]+)$")
+    math(EXPR expected "${expected} + 1")
+    if(NOT output MATCHES "deliberate_warnings.cpp:${number}:[0-9]+: error: [^\n]*\\[-Werror=${CMAKE_MATCH_1}")
+      message(FATAL_ERROR "no error of -W${CMAKE_MATCH_1} in line ${number} of ${SOURCE}, but\n${output}")
+    endif()
+  endif()
+endforeach()
+string(REGEX MATCHALL ": error: " errors "${output}")
+list(LENGTH errors found)
+if(expected LESS 5 OR NOT found EQUAL expected)
+  message(FATAL_ERROR "${expected} errors were expected, at least 5, and not ${found}:\n${output}")
+endif()
