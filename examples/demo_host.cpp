@@ -5,7 +5,7 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdio>
+#include <iostream>
 #include <string>
 
 #include "kelmo_localizer.h"
@@ -40,7 +40,7 @@ std::string Utf8(const std::wstring& text) {
   return bytes;
 }
 
-void Print(const std::wstring& text) { std::fputs(Utf8(text).c_str(), stdout); }
+void Print(const std::wstring& text) { std::cout << Utf8(text); }
 
 std::wstring Padded(std::wstring text, std::size_t width) {
   text.resize(std::max(width, text.size() + 1), L' ');

@@ -8,8 +8,8 @@
 namespace KelmoLibs::Localize {
 namespace {
 
-constexpr std::size_t kPieceBytes = 64 * 1024;
-constexpr std::size_t kBytesOfUnknownSize = 4 * 1024;  // some file systems say 0 of every file
+constexpr std::size_t kPieceBytes = std::size_t{64} * 1024;
+constexpr std::size_t kBytesOfUnknownSize = 4096;  // some file systems say 0 of every file
 constexpr std::size_t kLongestCharacter = 4;
 
 // A buffer that may hold the whole source has one byte more, so that the source's end shows without

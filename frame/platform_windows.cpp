@@ -19,14 +19,18 @@ int OpenForReading(const wchar_t* path) noexcept {
   return error == 0 ? descriptor : -1;
 }
 
+HANDLE HandleOf(int descriptor) noexcept {
+  // The runtime gives its handles as integers. NOLINTNEXTLINE(performance-no-int-to-ptr)
+  return reinterpret_cast<HANDLE>(::_get_osfhandle(descriptor));
+}
+
 class TextFileBytes final : public ByteSource {
  public:
   explicit TextFileBytes(const wchar_t* path) noexcept : descriptor_(OpenForReading(path)) {
     if (descriptor_ < 0) {
       return;
     }
-    const auto handle = reinterpret_cast<HANDLE>(::_get_osfhandle(descriptor_));
-    isRegularFile_ = ::GetFileType(handle) == FILE_TYPE_DISK;
+    isRegularFile_ = ::GetFileType(HandleOf(descriptor_)) == FILE_TYPE_DISK;
     const __int64 length = ::_filelengthi64(descriptor_);
     size_ = length > 0 ? static_cast<std::size_t>(length) : 0;
   }

@@ -4,10 +4,12 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <io.h>
+#include <share.h>
 #include <windows.h>
 
 #include <cstdlib>
 #include <string>
+#include <utility>
 
 #include "frame/file_path.h"
 #include "frame/platform.h"
@@ -26,17 +28,18 @@ class OpenTextFileWindows : public testing::Test {
 };
 
 TEST_F(OpenTextFileWindows, ReadsInTextModeWhateverTheHostsDefault) {
-  const int before = _fmode;
-  _fmode = _O_BINARY;
+  int& defaultMode = *::__p__fmode();
+  const int before = std::exchange(defaultMode, _O_BINARY);
   const auto file = OpenTextFile(path_);
-  _fmode = before;
+  defaultMode = before;
   ASSERT_NE(file, nullptr);
   EXPECT_EQ(ReadAll(*file, 100), "a\nb");
 }
 
 // The runtime gives the lowest number that is free.
 int FreeDescriptor() {
-  const int descriptor = ::_open("NUL", _O_RDONLY);
+  int descriptor = -1;
+  EXPECT_EQ(::_sopen_s(&descriptor, "NUL", _O_RDONLY, _SH_DENYNO, 0), 0);
   ::_close(descriptor);
   return descriptor;
 }
@@ -45,9 +48,10 @@ TEST_F(OpenTextFileWindows, KeepsTheFileFromProgramsThatTheHostStarts) {
   const int descriptor = FreeDescriptor();
   const auto file = OpenTextFile(path_);
   ASSERT_NE(file, nullptr);
+  // The runtime gives its handles as integers. NOLINTNEXTLINE(performance-no-int-to-ptr)
+  auto* const handle = reinterpret_cast<HANDLE>(::_get_osfhandle(descriptor));
   DWORD flags = 0;
-  ASSERT_TRUE(
-      ::GetHandleInformation(reinterpret_cast<HANDLE>(::_get_osfhandle(descriptor)), &flags));
+  ASSERT_TRUE(::GetHandleInformation(handle, &flags));
   EXPECT_EQ(flags & HANDLE_FLAG_INHERIT, 0U);
 }
 

@@ -67,10 +67,11 @@ install_packages() {
 build() {
   local preset=$1 system=$2
   shift 2
-  step "Configuring for $system" "$preset-configure" cmake --preset "$preset"
+  step "Configuring for $system" "$preset-configure" cmake --preset "$preset" "${configure_options[@]}"
   step "Building for $system" "$preset-build" \
     cmake --build --preset "$preset" --parallel "$(nproc)" ${1:+--target "$@"}
 }
+configure_options=()
 
 # start_wine: makes the project's Wine prefix and keeps its server ready until the script ends.
 start_wine() {
@@ -83,3 +84,4 @@ start_wine() {
 # Every build configures the tests too, hence GoogleTest: the library for Linux, its sources for Windows.
 packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix libgtest-dev googletest)
 packages_wine=(wine wine64)
+packages_lint=(clang-format clang-tidy shellcheck)

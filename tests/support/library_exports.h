@@ -14,10 +14,12 @@ struct LibraryExports {
         GetErrorsCount(library.Export<decltype(::GetErrorsCount)>("GetErrorsCount")),
         GetError(library.Export<decltype(::GetError)>("GetError")) {}
 
+  // NOLINTBEGIN(readability-identifier-naming)
   decltype(&::LoadDictionary) LoadDictionary;
   decltype(&::UseLanguage) UseLanguage;
   decltype(&::LANG) LANG;
   decltype(&::ClearErrors) ClearErrors;
   decltype(&::GetErrorsCount) GetErrorsCount;
   decltype(&::GetError) GetError;
+  // NOLINTEND(readability-identifier-naming)
 };
