@@ -15,8 +15,8 @@ struct Utf8Key {
   std::string_view bytes;
 };
 
-/// Orders keys by their code units, one that is still UTF-8 as if it were decoded: to find out
-/// whether a dictionary has it takes no wide copy.
+/// Orders keys by their code units, one that is still UTF-8 as if it were decoded: to find its place
+/// (lower_bound) takes no wide copy.
 struct KeyOrder {
   using is_transparent = void;
 
@@ -25,9 +25,6 @@ struct KeyOrder {
   }
   bool operator()(std::wstring_view left, Utf8Key right) const noexcept {
     return CompareWithUtf8(left, right.bytes) < 0;
-  }
-  bool operator()(Utf8Key left, std::wstring_view right) const noexcept {
-    return CompareWithUtf8(right, left.bytes) > 0;
   }
 };
 

@@ -51,10 +51,8 @@ std::size_t CharacterLength(std::string_view bytes) noexcept {
 std::size_t WideLength(std::string_view wellFormed) noexcept {
   std::size_t length = 0;
   for (const char c : wellFormed) {
-    length += IsContinuation(c) ? 0U : 1U;
-    if constexpr (kSurrogatePairs) {
-      length += Byte(c) >= 0xF0 ? 1U : 0U;
-    }
+    const bool isPair = kSurrogatePairs && Byte(c) >= 0xF0;
+    length += IsContinuation(c) ? 0U : isPair ? 2U : 1U;
   }
   return length;
 }
@@ -69,6 +67,7 @@ struct CodeUnits {
 
 CodeUnits Widen(char32_t character) noexcept {
   if (kSurrogatePairs && character > 0xFFFF) {
+    // not covered: wchar_t has 16 bits on Windows only
     character -= 0x10000;
     return {{static_cast<wchar_t>(0xD800 + (character >> 10U)),
              static_cast<wchar_t>(0xDC00 + (character & 0x3FFU))},

@@ -85,3 +85,4 @@ start_wine() {
 packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix libgtest-dev googletest)
 packages_wine=(wine wine64)
 packages_lint=(clang-format clang-tidy shellcheck)
+packages_coverage=(clang libclang-rt-dev llvm)
