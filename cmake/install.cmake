@@ -1,0 +1,18 @@
+# cmake --install puts the library, its header and a CMake package into place: afterwards
+# find_package(kelmo_Mestrel_Localizer) gives the target kelmo::localizer.
+include(CMakePackageConfigHelpers)
+
+set(package ${CMAKE_INSTALL_LIBDIR}/cmake/${PROJECT_NAME})
+
+install(TARGETS kelmo_localizer EXPORT ${PROJECT_NAME})
+install(FILES include/kelmo_localizer.h TYPE INCLUDE)
+install(EXPORT ${PROJECT_NAME} FILE ${PROJECT_NAME}Config.cmake NAMESPACE kelmo:: DESTINATION ${package})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/${PROJECT_NAME}ConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+# The package of one system must not be taken for another's: the linker would not notice.
+file(APPEND ${PROJECT_BINARY_DIR}/${PROJECT_NAME}ConfigVersion.cmake "
+if(NOT CMAKE_SYSTEM_NAME STREQUAL \"${CMAKE_SYSTEM_NAME}\")
+  set(PACKAGE_VERSION \"\${PACKAGE_VERSION} (${CMAKE_SYSTEM_NAME})\")
+  set(PACKAGE_VERSION_UNSUITABLE TRUE)
+endif()
+")
+install(FILES ${PROJECT_BINARY_DIR}/${PROJECT_NAME}ConfigVersion.cmake DESTINATION ${package})

@@ -1,0 +1,70 @@
+# Builds the project in this folder, which uses the library as a stranger would, and runs its host: the first one of the
+# README, whose output must be the one that the README shows.
+#   cmake -D BY=find_package|add_subdirectory -D WORK=folder -D LIBRARY_SOURCE=folder -D LIBRARY_BUILD=folder
+#     -D GENERATOR=name -D OPTIONS=-D;name=value;... -D EMULATOR=program -D INSTALLED_FILES=list -P check_consumer.cmake
+
+include(${CMAKE_CURRENT_LIST_DIR}/../abi/compare_names.cmake)
+
+function(run)
+  execute_process(COMMAND ${ARGN} WORKING_DIRECTORY ${LIBRARY_SOURCE}
+    OUTPUT_VARIABLE output ERROR_VARIABLE output RESULT_VARIABLE result)
+  if(NOT result EQUAL 0)
+    message(FATAL_ERROR "${ARGN} ended with ${result} after\n${output}")
+  endif()
+  set(output "${output}" PARENT_SCOPE)
+endfunction()
+
+file(REMOVE_RECURSE ${WORK})
+configure_file(${LIBRARY_SOURCE}/examples/first_host.cpp ${WORK}/project/host.cpp COPYONLY)
+file(READ ${CMAKE_CURRENT_LIST_DIR}/CMakeLists.txt project)
+
+if(BY STREQUAL "find_package")
+  run(${CMAKE_COMMAND} --install ${LIBRARY_BUILD} --prefix ${WORK}/prefix)
+  list(APPEND OPTIONS -D CMAKE_PREFIX_PATH=${WORK}/prefix)
+  file(GLOB_RECURSE installed RELATIVE ${WORK}/prefix LIST_DIRECTORIES FALSE ${WORK}/prefix/*)
+  compare_names("the installation" "${installed}" ${INSTALLED_FILES})
+else()
+  file(CREATE_LINK ${LIBRARY_SOURCE} ${WORK}/project/kelmo_Mestrel_Localizer SYMBOLIC)
+  string(REGEX REPLACE "find_package\\([^)]*\\)" "add_subdirectory(kelmo_Mestrel_Localizer)" project "${project}")
+  string(REPLACE "IMPORTED_RUNTIME_ARTIFACTS kelmo::localizer" "TARGETS kelmo_localizer" project "${project}")
+endif()
+file(WRITE ${WORK}/project/CMakeLists.txt "${project}")
+
+run(${CMAKE_COMMAND} -S ${WORK}/project -B ${WORK}/build -G ${GENERATOR} ${OPTIONS}
+  -D CMAKE_BUILD_TYPE=Release -D CMAKE_EXPORT_COMPILE_COMMANDS=ON)
+run(${CMAKE_COMMAND} --build ${WORK}/build)
+file(READ ${WORK}/build/compile_commands.json commands)
+if(output MATCHES "warning" OR commands MATCHES " -W| /W")
+  message(FATAL_ERROR "the library's warnings reach those who use it:\n${output}\n${commands}")
+endif()
+if(commands MATCHES "_test\\.cpp|demo_host\\.cpp|KELMO_LOCALIZER_BUILDING[^\n]*host\\.cpp")
+  message(FATAL_ERROR "the library's tests, examples or definitions reach those who use it:\n${commands}")
+endif()
+
+if(BY STREQUAL "find_package")
+  # A project for another system must not find this package.
+  execute_process(COMMAND ${CMAKE_COMMAND} -S ${WORK}/project -B ${WORK}/elsewhere -G ${GENERATOR} ${OPTIONS}
+      -D CMAKE_SYSTEM_NAME=Generic -U CMAKE_TOOLCHAIN_FILE
+    OUTPUT_VARIABLE elsewhere ERROR_VARIABLE elsewhere RESULT_VARIABLE result)
+  if(result EQUAL 0 OR NOT elsewhere MATCHES "version: [0-9.]+ \\(")
+    message(FATAL_ERROR "the package passed for one of another system:\n${elsewhere}")
+  endif()
+endif()
+
+# Where it was built, and where it was installed: there it needs nothing but what lies with it.
+file(READ ${LIBRARY_SOURCE}/tests/data/examples/first_host.txt expected)
+function(run_host folder)
+  file(GLOB host ${folder}/host ${folder}/host.exe)
+  run(${EMULATOR} ${host})
+  string(REPLACE "\r\n" "\n" output "${output}")
+  if(NOT output STREQUAL expected)
+    message(FATAL_ERROR "${host} printed\n${output}\nand not\n${expected}")
+  endif()
+endfunction()
+run_host(${WORK}/build)
+run(${CMAKE_COMMAND} --install ${WORK}/build --prefix ${WORK}/shipped)
+if(EXISTS ${WORK}/shipped/include)
+  message(FATAL_ERROR "the library's install rules reach those who use it")
+endif()
+file(REMOVE_RECURSE ${WORK}/prefix ${WORK}/build)
+run_host(${WORK}/shipped/bin)
