@@ -2,6 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include "frame/utf8.h"
+
 namespace KelmoLibs::Localize {
 namespace {
 
@@ -34,6 +40,28 @@ TEST(Messages, AreTheseTextsWhole) {
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
     EXPECT_EQ(row.message, row.text);
+  }
+}
+
+// The files are what docs/messages.md shows.
+TEST(Messages, AreThoseOfTheirPage) {
+  const struct {
+    const char* file;
+    std::wstring message;
+  } rows[] = {
+      {"key_already_declared.txt", KeyAlreadyDeclaredMessage(L"menu.file", L"lang\\de.txt")},
+      {"dictionary_file_not_found.txt", DictionaryFileNotFoundMessage(L"lang\\fr.txt")},
+      {"dictionary_loading_error.txt", DictionaryLoadingErrorMessage(L"lang\\de.txt")},
+      {"unknown_dictionary.txt", UnknownDictionaryMessage(L"de-AT")},
+      {"no_current_dictionary.txt", NoCurrentDictionaryMessage(L"de")},
+      {"key_not_found.txt", KeyNotFoundMessage(L"menu.fiel")},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.file);
+    std::ifstream stream(std::string(KELMO_SOURCE_FOLDER "/tests/data/messages/") + row.file,
+                         std::ios::binary);
+    const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
+    EXPECT_EQ(DecodeUtf8(bytes), row.message + L"\n");
   }
 }
 

@@ -53,6 +53,15 @@ TEST(OpenTextFile, ReadsInTextMode) {
   }
 }
 
+TEST(OpenTextFile, ReadsInLargePieces) {
+  const ScratchFolder folder;
+  folder.Write(L"file.txt", std::string(100'000, 'a'));
+  const auto file = OpenTextFile(JoinPath(folder.HostPath(), L"file.txt"));
+  ASSERT_NE(file, nullptr);
+  std::string buffer(65536, '#');
+  EXPECT_GE(file->Read(buffer.data(), buffer.size()), 4096U);
+}
+
 TEST(OpenTextFile, TellsTheFilesSize) {
   const ScratchFolder folder;
   folder.Write(L"file.txt", std::string(12345, 'a'));

@@ -1,0 +1,21 @@
+"""The first host in Python: python3 examples/first_host.py FOLDER-OF-THE-LIBRARY, from the top folder."""
+
+import ctypes
+import os
+import sys
+
+names = {"nt": "kelmo_Mestrel_Localizer.dll", "posix": "libkelmo_Mestrel_Localizer.so"}
+library = ctypes.CDLL(os.path.join(os.path.abspath(sys.argv[1]), names[os.name]))
+library.LoadDictionary.argtypes = [ctypes.c_wchar_p, ctypes.c_wchar_p]
+library.UseLanguage.argtypes = [ctypes.c_wchar_p]
+library.LANG.argtypes = [ctypes.c_wchar_p]
+library.LANG.restype = ctypes.c_wchar_p
+library.GetError.argtypes = [ctypes.c_int32]
+library.GetError.restype = ctypes.c_wchar_p  # never pass it GetErrorsCount(): that index throws
+library.GetErrorsCount.restype = ctypes.c_int64
+
+for fileName in ("en.txt", "de.txt"):
+    if library.LoadDictionary("examples/lang", fileName) < 0:
+        sys.exit(library.GetError(-1))
+library.UseLanguage("de")
+print(f"{library.LANG('menu.file')}: {library.LANG('menu.file.save')}, {library.LANG('menu.file.exit')}")
