@@ -6,6 +6,7 @@ namespace KelmoLibs::Localize {
 namespace {
 
 constexpr bool kSurrogatePairs = sizeof(wchar_t) == 2;
+constexpr std::size_t kUnitsOfFourBytes = kSurrogatePairs ? 2 : 1;
 
 constexpr unsigned char Byte(char c) noexcept { return static_cast<unsigned char>(c); }
 
@@ -22,8 +23,8 @@ std::size_t CharacterLength(std::string_view bytes) noexcept {
     return 1;
   }
   std::size_t length = 0;
-  unsigned char lowest = 0x80;
-  unsigned char highest = 0xBF;
+  unsigned lowest = 0x80;
+  unsigned highest = 0xBF;
   if (lead >= 0xC2 && lead <= 0xDF) {  // C0 and C1 would be overlong
     length = 2;
   } else if (lead >= 0xE0 && lead <= 0xEF) {
@@ -51,8 +52,7 @@ std::size_t CharacterLength(std::string_view bytes) noexcept {
 std::size_t WideLength(std::string_view wellFormed) noexcept {
   std::size_t length = 0;
   for (const char c : wellFormed) {
-    const bool isPair = kSurrogatePairs && Byte(c) >= 0xF0;
-    length += IsContinuation(c) ? 0U : isPair ? 2U : 1U;
+    length += IsContinuation(c) ? 0U : Byte(c) >= 0xF0 ? kUnitsOfFourBytes : 1U;
   }
   return length;
 }
@@ -66,12 +66,14 @@ struct CodeUnits {
 };
 
 CodeUnits Widen(char32_t character) noexcept {
-  if (kSurrogatePairs && character > 0xFFFF) {
+  if constexpr (kSurrogatePairs) {
     // not covered: wchar_t has 16 bits on Windows only
-    character -= 0x10000;
-    return {{static_cast<wchar_t>(0xD800 + (character >> 10U)),
-             static_cast<wchar_t>(0xDC00 + (character & 0x3FFU))},
-            2};
+    if (character > 0xFFFF) {
+      character -= 0x10000;
+      return {{static_cast<wchar_t>(0xD800 + (character >> 10U)),
+               static_cast<wchar_t>(0xDC00 + (character & 0x3FFU))},
+              2};
+    }
   }
   return {{static_cast<wchar_t>(character)}, 1};
 }

@@ -111,8 +111,10 @@ TEST(Utf8, AgreesWithThePlainRuleOnAllShortInputs) {
 }
 
 std::wstring Wide(char32_t c) {
-  if (c > 0xFFFF && sizeof(wchar_t) == 2) {
-    return {static_cast<wchar_t>(0xD7C0 + c / 1024), static_cast<wchar_t>(0xDC00 + c % 1024)};
+  if constexpr (sizeof(wchar_t) == 2) {
+    if (c > 0xFFFF) {
+      return {static_cast<wchar_t>(0xD7C0 + c / 1024), static_cast<wchar_t>(0xDC00 + c % 1024)};
+    }
   }
   return {static_cast<wchar_t>(c)};
 }

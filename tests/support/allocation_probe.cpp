@@ -16,8 +16,9 @@ bool failingFromThenOn = false;
 bool failureHappened = false;
 
 // Lies in front of every block and remembers its size.
-struct alignas(std::max_align_t) BlockHeader {
+struct alignas(16) BlockHeader {
   std::size_t size;
+  std::size_t unused;
 };
 
 bool MustFail() noexcept {
