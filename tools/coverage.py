@@ -30,7 +30,7 @@ def run_counts(build):
     for line in subprocess.run(export, check=True, capture_output=True, text=True).stdout.splitlines():
         kind, _, value = line.partition(":")
         if kind == "SF":
-            lines = counts.setdefault(pathlib.Path(value), {})
+            lines = counts.setdefault(pathlib.Path(value).resolve(), {})
         elif kind == "DA":
             number, count = map(int, value.split(",")[:2])
             lines[number] = max(count, lines.get(number, 0))
@@ -56,7 +56,7 @@ def main():
     build = pathlib.Path(sys.argv[1]).resolve()
     top = pathlib.Path(__file__).resolve().parent.parent
     counts = run_counts(build)
-    compiled = {pathlib.Path(entry["file"]) for entry in json.loads((build / "compile_commands.json").read_text())}
+    compiled = {pathlib.Path(entry["file"]).resolve() for entry in json.loads((build / "compile_commands.json").read_text())}
     problems, exceptions, elsewhere, total, total_run = [], [], [], 0, 0
     print(f"{'lines':>7} {'run':>7}")
     listing = ["git", "ls-files", "--cached", "--others", "--exclude-standard", "*.h", "*.cpp"]
