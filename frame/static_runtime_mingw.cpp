@@ -26,7 +26,9 @@ const EmergencyMemory emergencyMemory;
 // The state of the exceptions in flight. The runtime would keep one per thread, and for that take one of the process's
 // 1,088 slots of thread-local storage at the first exception and never give it back: a host that has unloaded the DLL
 // often enough is ended. One for the whole library does as well, because it is called from one thread at a time and no
-// exception is in flight between calls. Layout and names are those of the Itanium C++ ABI, section 2.2.2.
+// exception is being handled between calls. (One that leaves the library is counted here as thrown and by the host's own
+// runtime as caught, whichever way it is kept; nothing in the library asks for that count.) Layout and names are those of
+// the Itanium C++ ABI, section 2.2.2.
 namespace __cxxabiv1 {
 
 struct __cxa_eh_globals {

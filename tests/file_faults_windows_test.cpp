@@ -24,6 +24,15 @@ TEST_F(FileFaultsWindows, AFileThatAnotherHoldsWithoutSharing) {
   EXPECT_EQ(Text(L"key"), L"Wort");
 }
 
+TEST_F(FileFaultsWindows, AFileThatAnotherLetsNobodyWriteLoads) {
+  folder_.Write(L"en.txt", "en\nkey text\n");
+  HANDLE reader = ::CreateFileW((folder_.Path() / "en.txt").c_str(), GENERIC_READ, FILE_SHARE_READ,
+                                nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  ASSERT_NE(reader, INVALID_HANDLE_VALUE);
+  EXPECT_EQ(Load(L"en.txt"), 0) << "opened for more than reading";
+  ::CloseHandle(reader);
+}
+
 TEST_F(FileFaultsWindows, DevicesAreNoFiles) {
   for (const wchar_t* const device : {L"NUL", L"CON", L"CONIN$"}) {
     SCOPED_TRACE(testing::PrintToString(device));

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -64,6 +65,8 @@ TEST(OpenTextFilePosix, LeavesAPipesWriterAlone) {
   });
   std::this_thread::sleep_for(std::chrono::milliseconds(50));  // time for it to wait
   EXPECT_EQ(OpenTextFile(JoinPath(folder.HostPath(), L"pipe")), nullptr);
+  std::this_thread::sleep_for(std::chrono::milliseconds(50));  // time for it to be misled
+  ASSERT_EQ(::waitpid(writer, nullptr, WNOHANG), 0) << "it took the library for its reader";
   const int reader = ::open(pipe.c_str(), O_RDONLY);
   char text[4] = {};
   EXPECT_EQ(::read(reader, text, 4), 4);
@@ -118,6 +121,24 @@ TEST(OpenTextFilePosix, TakesNamesAsUtf8InEveryLocale) {
     EXPECT_NE(OpenTextFile(JoinPath(folder.HostPath(), L"словарь.txt")), nullptr);
   }
   std::setlocale(LC_ALL, "C");
+}
+
+TEST(OpenTextFilePosix, OpensForReadingOnly) {
+  if (::access("/proc/self/exe", R_OK) != 0) {
+    GTEST_SKIP() << "no /proc here";
+  }
+  EXPECT_NE(OpenTextFile(L"\\proc\\self\\exe"), nullptr) << "nobody may write a running program";
+}
+
+TEST(OpenTextFilePosix, LetsTheFileGoAlsoWhereItGotTheNumberOfStandardInput) {
+  const ScratchFolder folder;
+  folder.Write(L"file.txt", "text");
+  EXPECT_EQ(ExitCodeOf(StartChild([&folder] {
+              ::close(STDIN_FILENO);
+              const bool opened = OpenTextFile(JoinPath(folder.HostPath(), L"file.txt")) != nullptr;
+              return opened && ::fcntl(STDIN_FILENO, F_GETFD) < 0 ? 0 : 1;
+            })),
+            0);
 }
 
 TEST(OpenTextFilePosix, AReadThatFailsIsTheEnd) {

@@ -33,12 +33,10 @@ TEST(Unload, LeavesNothingBehindHoweverOften) {
   folder.Write(L"en.txt", "en\nkey text\nkey again\nanother.key another text\n");
   constexpr int kWarmUp = 100;
   constexpr int kCycles = 1200;  // more than Windows has slots of thread-local storage
-  std::optional<std::size_t> before;
-  std::uintptr_t handleBefore = 0;
+  std::optional<Footprint> before;
   for (int cycle = 0; cycle < kWarmUp + kCycles; ++cycle) {
     if (cycle == kWarmUp) {
-      before = HeapBytesInUse();
-      handleBefore = NextHandle();
+      before = MeasureFootprint();
     }
     LoadUseAndUnload(folder);
     if (HasFatalFailure()) {
@@ -46,12 +44,16 @@ TEST(Unload, LeavesNothingBehindHoweverOften) {
     }
     ASSERT_FALSE(LoadedLibrary::IsInProcess()) << "still there after cycle " << cycle;
   }
-  EXPECT_LT(NextHandle(), handleBefore + kCycles) << "a handle that stays open in each cycle";
-  const std::optional<std::size_t> after = HeapBytesInUse();
+  const std::optional<Footprint> after = MeasureFootprint();
   if (!before || !after) {
     GTEST_SKIP() << "growth cannot be measured here; the rest holds";
   }
-  EXPECT_LT(*after, *before + kCycles) << "a byte or more for each cycle";
+  EXPECT_LT(after->heapBytes, before->heapBytes + kCycles) << "a byte or more for each cycle";
+  EXPECT_LT(after->mappedBytes, before->mappedBytes + std::size_t{kCycles} * 1024)
+      << "a page or more for each cycle";
+  EXPECT_LT(after->nextHandle, before->nextHandle + kCycles) << "a handle for each cycle";
+  EXPECT_LT(after->nextThreadSlot, before->nextThreadSlot + kCycles / 2)
+      << "a slot of thread-local storage for each cycle";
 }
 
 }  // namespace

@@ -6,7 +6,7 @@
   that shows blanks, <!-- FILE, blanks shown -->, has an arrow for each tab and a dot for each space, and its file has
   the line ends CR LF. Blocks of shell commands ("sh") name no file: the presets and scripts in them must be there.
 - Links to files of the project lead to a file, those to a heading to that heading.
-- Tests that a page names, `Suite.Name`, are in the test programs.
+- Tests that a page names, `Suite.Name`, are in the sources of the tests; each row of docs/compatibility.md names one.
 - docs/messages.md has a section for each message of the library, with its text, and none besides; the README's table
   has a row for each.
 - CONTRIBUTING.md names the packages that ./test installs.
@@ -80,6 +80,12 @@ def check_tests(page, text, tests):
             problem(page, f"there is no test {name}")
 
 
+def check_oddities(page):
+    for row in re.findall(r"^\| (?!Behaviour)[^-].*$", page.read_text("utf-8"), re.M):
+        if not re.search(r"`[A-Z]\w+\.[A-Z]\w+`", row):
+            problem(page, f"a row names no test:\n{row}")
+
+
 def check_messages(page, each):
     source = (top / "frame/messages.cpp").read_text("utf-8")
     texts = set(re.findall(r'L"(E[LV]\d{3}\. [^"]+)"', source))
@@ -109,6 +115,7 @@ for page in pages:
     check_blocks(page, text)
     check_links(page, text)
     check_tests(page, text, tests)
+check_oddities(top / "docs/compatibility.md")
 check_messages(top / "docs/messages.md", r"^## (E[LV]\d{3}\. .+)$")
 check_messages(top / "README.md", r"^\| \[`(E[LV]\d{3}\. .+)`\]")
 check_packages(top / "CONTRIBUTING.md", (top / "CONTRIBUTING.md").read_text("utf-8"))

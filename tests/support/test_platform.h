@@ -9,13 +9,16 @@
 /// Whether a file in text mode ends at a 0x1A byte.
 extern const bool textModeEndsAtControlZ;
 
-/// Bytes that the process has taken from its heaps and not given back, whoever did, or nothing where
-/// the system cannot tell.
-std::optional<std::size_t> HeapBytesInUse();
+/// What the process holds of everything that may be left behind, whoever took it.
+struct Footprint {
+  std::size_t heapBytes;
+  std::size_t mappedBytes;
+  std::uintptr_t nextHandle;      // the system gives the lowest that is free
+  std::uintptr_t nextThreadSlot;  // of thread-local storage, likewise
+};
 
-/// The number that the system gives to the next handle (a file descriptor on Linux): it grows when
-/// handles are not closed.
-std::uintptr_t NextHandle();
+/// Nothing where a sanitizer or the like keeps things of its own.
+std::optional<Footprint> MeasureFootprint();
 
 /// A crash must end the test program, not wait for somebody to close a window.
 void TurnOffErrorDialogs();

@@ -1,24 +1,39 @@
 #include <fcntl.h>
 #include <malloc.h>
+#include <pthread.h>
 #include <unistd.h>
+
+#include <fstream>
 
 #include "tests/support/test_platform.h"
 
 const bool textModeEndsAtControlZ = false;
 
-std::optional<std::size_t> HeapBytesInUse() {
-#if defined(KELMO_INSTRUMENTED)  // its runtime keeps memory of its own
+std::optional<Footprint> MeasureFootprint() {
+#if defined(KELMO_INSTRUMENTED)
   return std::nullopt;
 #else
-  const struct mallinfo2 heap = ::mallinfo2();
-  return heap.uordblks + heap.hblkhd;
-#endif
-}
+  Footprint footprint = {};
+  std::ifstream pages("/proc/self/statm");
+  if (!(pages >> footprint.mappedBytes)) {
+    return std::nullopt;
+  }
+  pages.close();
+  footprint.mappedBytes *= static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
 
-std::uintptr_t NextHandle() {
   const int descriptor = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
   ::close(descriptor);
-  return static_cast<std::uintptr_t>(descriptor);
+  footprint.nextHandle = static_cast<std::uintptr_t>(descriptor);
+
+  pthread_key_t key = 0;
+  ::pthread_key_create(&key, nullptr);
+  ::pthread_key_delete(key);
+  footprint.nextThreadSlot = key;
+
+  const struct mallinfo2 heap = ::mallinfo2();
+  footprint.heapBytes = heap.uordblks + heap.hblkhd;
+  return footprint;
+#endif
 }
 
 void TurnOffErrorDialogs() {}

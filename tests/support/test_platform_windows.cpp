@@ -6,13 +6,11 @@
 
 const bool textModeEndsAtControlZ = true;
 
-std::optional<std::size_t> HeapBytesInUse() {
+namespace {
+
+std::size_t HeapBytes() {
   std::vector<HANDLE> heaps(1000);
-  const DWORD count = ::GetProcessHeaps(static_cast<DWORD>(heaps.size()), heaps.data());
-  if (count == 0 || count > heaps.size()) {
-    return std::nullopt;
-  }
-  heaps.resize(count);
+  heaps.resize(::GetProcessHeaps(static_cast<DWORD>(heaps.size()), heaps.data()));
   std::size_t bytes = 0;
   for (HANDLE heap : heaps) {
     PROCESS_HEAP_ENTRY entry = {};
@@ -25,10 +23,31 @@ std::optional<std::size_t> HeapBytesInUse() {
   return bytes;
 }
 
-std::uintptr_t NextHandle() {
+std::size_t MappedBytes() {
+  std::size_t bytes = 0;
+  MEMORY_BASIC_INFORMATION region = {};
+  const char* address = nullptr;
+  while (::VirtualQuery(address, &region, sizeof(region)) != 0) {
+    if (region.State != MEM_FREE) {
+      bytes += region.RegionSize;
+    }
+    address = static_cast<const char*>(region.BaseAddress) + region.RegionSize;
+  }
+  return bytes;
+}
+
+}  // namespace
+
+std::optional<Footprint> MeasureFootprint() {
+  Footprint footprint = {};
+  footprint.mappedBytes = MappedBytes();
   HANDLE handle = ::CreateEventW(nullptr, FALSE, FALSE, nullptr);
   ::CloseHandle(handle);
-  return reinterpret_cast<std::uintptr_t>(handle);
+  footprint.nextHandle = reinterpret_cast<std::uintptr_t>(handle);
+  footprint.nextThreadSlot = ::TlsAlloc();
+  ::TlsFree(static_cast<DWORD>(footprint.nextThreadSlot));
+  footprint.heapBytes = HeapBytes();
+  return footprint;
 }
 
 void TurnOffErrorDialogs() {
