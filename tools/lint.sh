@@ -16,7 +16,7 @@ cd "$(dirname "$0")/.."
 git rev-parse --is-inside-work-tree >/dev/null # which files there are is git's to say
 passed=build/lint/passed
 mkdir -p build/lint
-state=$(git ls-files -z --cached --others --exclude-standard | xargs -0 sha256sum 2>/dev/null | sha256sum)
+state=$(git ls-files -z --cached --others --exclude-standard | xargs -0 sha256sum | sha256sum)
 [ "$state" != "$(cat $passed 2>/dev/null)" ] || exit 0
 
 mapfile -t sources < <(git ls-files --cached --others --exclude-standard '*.h' '*.c' '*.cpp' ':!tests/build')
