@@ -1,5 +1,6 @@
-// What the statically linked runtime of GCC would leave behind in the host's process when the DLL is unloaded (GCC 12 with
-// MinGW-w64; tests/unload_test.cpp shows it). Only the DLL is linked with this file.
+// What the statically linked runtime of GCC would leave behind in the host's process when the DLL
+// is unloaded (GCC 12 with MinGW-w64; tests/unload_test.cpp shows it). Only the DLL is linked with
+// this file.
 
 // The names are the runtime's own; no header declares them.
 // NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming)
@@ -10,8 +11,8 @@ void __freeres();
 
 namespace {
 
-// At its start the runtime sets memory aside for exceptions that are thrown when there is none left, 73 KB for each load of
-// the DLL, and leaves it to the end of the process.
+// At its start the runtime sets memory aside for exceptions that are thrown when there is none
+// left, 73 KB for each load of the DLL, and leaves it to the end of the process.
 struct EmergencyMemory {
   EmergencyMemory() = default;
   EmergencyMemory(const EmergencyMemory&) = delete;
@@ -23,12 +24,13 @@ const EmergencyMemory emergencyMemory;
 
 }  // namespace
 
-// The state of the exceptions in flight. The runtime would keep one per thread, and for that take one of the process's
-// 1,088 slots of thread-local storage at the first exception and never give it back: a host that has unloaded the DLL
-// often enough is ended. One for the whole library does as well, because it is called from one thread at a time and no
-// exception is being handled between calls. (One that leaves the library is counted here as thrown and by the host's own
-// runtime as caught, whichever way it is kept; nothing in the library asks for that count.) Layout and names are those of
-// the Itanium C++ ABI, section 2.2.2.
+// The state of the exceptions in flight. The runtime would keep one per thread, and for that take
+// one of the process's 1,088 slots of thread-local storage at the first exception and never give it
+// back: a host that has unloaded the DLL often enough is ended. One for the whole library does as
+// well, because it is called from one thread at a time and no exception is being handled between
+// calls. (One that leaves the library is counted here as thrown and by the host's own runtime as
+// caught, whichever way it is kept; nothing in the library asks for that count.) Layout and names
+// are those of the Itanium C++ ABI, section 2.2.2.
 namespace __cxxabiv1 {
 
 struct __cxa_eh_globals {
