@@ -14,13 +14,10 @@ namespace {
 // At its start the runtime sets memory aside for exceptions that are thrown when there is none
 // left, 73 KB for each load of the DLL, and leaves it to the end of the process.
 struct EmergencyMemory {
-  EmergencyMemory() = default;
-  EmergencyMemory(const EmergencyMemory&) = delete;
-  EmergencyMemory& operator=(const EmergencyMemory&) = delete;
   ~EmergencyMemory() { __gnu_cxx::__freeres(); }
 };
 
-const EmergencyMemory emergencyMemory;
+const EmergencyMemory emergencyMemory{};
 
 }  // namespace
 

@@ -11,14 +11,13 @@
 namespace {
 
 // The types are part of the binary interface: hosts in other languages declare them on their own.
-template <class Declared, class Promised>
-constexpr bool kSame = std::is_same_v<Declared, Promised>;
-static_assert(kSame<decltype(LoadDictionary), std::int32_t(const wchar_t*, const wchar_t*)>);
-static_assert(kSame<decltype(UseLanguage), std::int32_t(const wchar_t*)>);
-static_assert(kSame<decltype(LANG), const wchar_t*(const wchar_t*)>);
-static_assert(kSame<decltype(ClearErrors), void()>);
-static_assert(kSame<decltype(GetErrorsCount), std::int64_t()>);
-static_assert(kSame<decltype(GetError), const wchar_t*(std::int32_t)>);
+static_assert(
+    std::is_same_v<decltype(LoadDictionary), std::int32_t(const wchar_t*, const wchar_t*)>);
+static_assert(std::is_same_v<decltype(UseLanguage), std::int32_t(const wchar_t*)>);
+static_assert(std::is_same_v<decltype(LANG), const wchar_t*(const wchar_t*)>);
+static_assert(std::is_same_v<decltype(ClearErrors), void()>);
+static_assert(std::is_same_v<decltype(GetErrorsCount), std::int64_t()>);
+static_assert(std::is_same_v<decltype(GetError), const wchar_t*(std::int32_t)>);
 
 class FirstCall : public testing::Test {
  protected:

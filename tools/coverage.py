@@ -64,10 +64,10 @@ def main():
     for name in sorted(names):
         if name.startswith(NOT_THE_LIBRARY):
             continue
-        lines = counts.get(top / name)
         if ONLY_ON_WINDOWS.search(name):
             elsewhere.append(name)
             continue
+        lines = counts.get(top / name)
         if lines is None:  # declarations alone
             if name.endswith(".cpp") and top / name not in compiled:
                 problems.append(f"{name}: was never compiled")
