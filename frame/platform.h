@@ -4,6 +4,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "frame/byte_source.h"
@@ -19,5 +20,18 @@ namespace KelmoLibs::Localize {
 /// folder, a pipe, a device), or when the path cannot be expressed on the system. Throws
 /// std::bad_alloc only.
 std::unique_ptr<ByteSource> OpenTextFile(const std::wstring& path);
+
+/// `number` in fixed notation with 0 to 9 `decimals`, the separator being that of the user's
+/// regional settings. For that the runtime's locale is the user's while the call lasts, in the
+/// whole process; where the user's is not installed, the number is formatted under the current one.
+/// Afterwards the locale is the one that it was, also when the call throws (std::bad_alloc only);
+/// unless the runtime itself finds no memory to restore it, twice.
+std::wstring FormatUnderUserLocale(double number, int decimals);
+
+/// `number` in fixed notation with 0 to 9 `decimals`, as a new wide stream prints it under the
+/// global C++ locale of the host. Nothing, where that is the classic one; so it is on Windows,
+/// where the runtime inside the library has a global locale of its own that no host can reach.
+/// Throws std::bad_alloc, and what a facet of the host makes the stream throw.
+std::optional<std::wstring> FormatUnderGlobalLocale(double number, int decimals);
 
 }  // namespace KelmoLibs::Localize

@@ -3,12 +3,17 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <clocale>
+#include <iomanip>
+#include <locale>
 #include <optional>
+#include <sstream>
 #include <utility>
 
 #include "frame/crlf_source.h"
 #include "frame/platform.h"
 #include "frame/posix_path.h"
+#include "frame/user_locale.h"
 
 namespace KelmoLibs::Localize {
 namespace {
@@ -21,9 +26,9 @@ int OpenUninterrupted(const char* path, int flags) noexcept {
   return descriptor;
 }
 
-// A pipe is not opened at all: that would take the reader away that its writer waits for. Should one
-// take the file's place in between, O_NONBLOCK keeps the host from waiting. It also refuses a file
-// that another process holds a lease on, which is worth the wait.
+// A pipe is not opened at all: that would take the reader away that its writer waits for. Should
+// one take the file's place in between, O_NONBLOCK keeps the host from waiting. It also refuses a
+// file that another process holds a lease on, which is worth the wait.
 int OpenForReading(const char* path) noexcept {
   struct stat status = {};
   if (::stat(path, &status) != 0 || !S_ISREG(status.st_mode)) {
@@ -80,6 +85,20 @@ std::unique_ptr<ByteSource> OpenTextFile(const std::wstring& path) {
     return nullptr;
   }
   return std::make_unique<CrLfSource>(std::move(file));
+}
+
+std::wstring FormatUnderUserLocale(double number, int decimals) {
+  return FormatUnderUserLocale(std::setlocale, number, decimals);
+}
+
+std::optional<std::wstring> FormatUnderGlobalLocale(double number, int decimals) {
+  if (std::locale() == std::locale::classic()) {
+    return std::nullopt;
+  }
+  std::wostringstream stream;
+  stream.exceptions(std::ios::badbit);  // else a failure of memory would only cut the text short
+  stream << std::fixed << std::setprecision(decimals) << number;
+  return stream.str();
 }
 
 }  // namespace KelmoLibs::Localize

@@ -7,6 +7,7 @@
 #include <climits>
 
 #include "frame/platform.h"
+#include "frame/user_locale.h"
 
 namespace KelmoLibs::Localize {
 namespace {
@@ -65,6 +66,19 @@ std::unique_ptr<ByteSource> OpenTextFile(const std::wstring& path) {
     return nullptr;
   }
   return file;
+}
+
+// By wide names: a narrow one with a letter beyond ASCII, as of "Turkish_T\u00FCrkiye.utf8", would
+// be read back in the code page of the user's locale.
+std::wstring FormatUnderUserLocale(double number, int decimals) {
+  return FormatUnderUserLocale(::_wsetlocale, number, decimals);
+}
+
+// Not even a look at it: the static runtime of MinGW-w64 would take a slot of thread-local storage
+// for its locales and never give it back, and its streams switch the runtime's locale while they
+// print.
+std::optional<std::wstring> FormatUnderGlobalLocale(double /*number*/, int /*decimals*/) {
+  return std::nullopt;
 }
 
 }  // namespace KelmoLibs::Localize

@@ -1,5 +1,5 @@
-// What only a POSIX system has: files that are neither regular files nor folders, and wide texts
-// that are no path.
+// What only a POSIX system has: files that are neither regular files nor folders, wide texts that
+// are no path, a global C++ locale that is the host's.
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -10,12 +10,15 @@
 
 #include <chrono>
 #include <clocale>
+#include <locale>
+#include <stdexcept>
 #include <string>
 #include <thread>
 
 #include "frame/file_path.h"
 #include "frame/platform.h"
 #include "tests/support/child_process.h"
+#include "tests/support/global_locale.h"
 #include "tests/support/scratch_folder.h"
 
 namespace KelmoLibs::Localize {
@@ -149,6 +152,32 @@ TEST(OpenTextFilePosix, AReadThatFailsIsTheEnd) {
   }
   char buffer[16];
   EXPECT_EQ(file->Read(buffer, sizeof(buffer)), 0U);
+}
+
+TEST(FormatUnderGlobalLocale, GivesNothingUnderTheClassicOne) {
+  EXPECT_EQ(FormatUnderGlobalLocale(1234567.89, 2), std::nullopt);
+  const GlobalLocale classic(std::locale("C"));
+  EXPECT_EQ(FormatUnderGlobalLocale(1234567.89, 2), std::nullopt);
+}
+
+TEST(FormatUnderGlobalLocale, PrintsAsAStreamDoes) {
+  const GlobalLocale grouped(LocaleGroupedByPoints());
+  EXPECT_EQ(FormatUnderGlobalLocale(1234567.89, 2), L"1.234.567!89");
+  EXPECT_EQ(FormatUnderGlobalLocale(-1234567.89, 1), L"-1.234.567!9");
+  EXPECT_EQ(FormatUnderGlobalLocale(123, 0), L"123");
+  EXPECT_EQ(FormatUnderGlobalLocale(0.5, 9), L"0!500000000");
+}
+
+class Unprintable : public std::num_put<wchar_t> {
+  iter_type do_put(iter_type /*out*/, std::ios_base& /*stream*/, char_type /*fill*/,
+                   double /*number*/) const override {
+    throw std::domain_error("unprintable");
+  }
+};
+
+TEST(FormatUnderGlobalLocale, LetsOutWhatAFacetThrows) {
+  const GlobalLocale throwing(std::locale(std::locale::classic(), new Unprintable));
+  EXPECT_THROW(FormatUnderGlobalLocale(1, 0), std::domain_error);
 }
 
 }  // namespace
