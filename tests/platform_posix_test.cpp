@@ -10,6 +10,7 @@
 
 #include <chrono>
 #include <clocale>
+#include <limits>
 #include <locale>
 #include <stdexcept>
 #include <string>
@@ -17,6 +18,7 @@
 
 #include "frame/file_path.h"
 #include "frame/platform.h"
+#include "phyval/rounding.h"
 #include "tests/support/child_process.h"
 #include "tests/support/global_locale.h"
 #include "tests/support/scratch_folder.h"
@@ -178,6 +180,19 @@ class Unprintable : public std::num_put<wchar_t> {
 TEST(FormatUnderGlobalLocale, LetsOutWhatAFacetThrows) {
   const GlobalLocale throwing(std::locale(std::locale::classic(), new Unprintable));
   EXPECT_THROW(FormatUnderGlobalLocale(1, 0), std::domain_error);
+}
+
+TEST(FormatUnderGlobalLocale, PrintsTheDigitsThatAreThoseWithoutAStream) {
+  using Limits = std::numeric_limits<double>;
+  for (const double number : {0.0, -0.0, 0.1, 2.5, -1234567.890625, 0.0009765625, 1e22, 1e300,
+                              Limits::max(), Limits::min(), Limits::denorm_min()}) {
+    for (int decimals = 0; decimals <= 9; ++decimals) {
+      const std::wstring text = Phyval::FixedText(number, decimals, L'.');
+      // Another locale, though it prints as the classic one.
+      const GlobalLocale other(std::locale(std::locale::classic(), new std::numpunct<wchar_t>));
+      EXPECT_EQ(FormatUnderGlobalLocale(number, decimals), text);
+    }
+  }
 }
 
 }  // namespace

@@ -1,0 +1,21 @@
+// A number rounded to what its tolerance justifies, and its text: functions of plain numbers.
+#pragma once
+
+#include <string>
+
+namespace KelmoLibs::Localize::Phyval {
+
+struct RoundedNumber {
+  double number;
+  int decimals;  // 0 to 9: how many to print
+};
+
+/// `value` rounded to `tolerance`. Does not return when the tolerance is 0, negative or positive
+/// infinity. docs/values.md has the rule by examples.
+RoundedNumber RoundToTolerance(double value, double tolerance) noexcept;
+
+/// `number` in fixed notation under the global C++ locale, with `separator` for each L'.'. Throws
+/// std::bad_alloc, and what a facet of that locale makes a stream throw.
+std::wstring FixedText(double number, int decimals, wchar_t separator);
+
+}  // namespace KelmoLibs::Localize::Phyval
