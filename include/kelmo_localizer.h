@@ -1,8 +1,8 @@
 /*
  * kelmo_Mestrel_Localizer: interface texts for engineering programs.
  *
- * The one header for hosts, valid C and C++. A host loads its dictionaries, selects one and asks
- * for texts by key:
+ * The one header for hosts: functions for texts, valid C and C++, and behind them, for C++11 and
+ * later, the rows of units. A host loads its dictionaries, selects one and asks for texts by key:
  *
  *   LoadDictionary(L"lang", L"en.txt");
  *   LoadDictionary(L"lang", L"de.txt");
@@ -35,15 +35,24 @@
 #include <stdint.h>
 
 /*
- * KELMO_LOCALIZER_BUILDING is defined only while the library itself is built: on Windows it is then
- * the definition file that lets the functions out.
+ * KELMO_LOCALIZER_API stands in front of each function, KELMO_LOCALIZER_MEMBER in front of each
+ * member of the classes; not in front of a class, or compilers would export what they add to it. On
+ * Windows there are three ways to see them. KELMO_LOCALIZER_BUILDING is defined while the library
+ * itself is built: a definition file lets the functions out then. KELMO_LOCALIZER_STATIC is for the
+ * library's own tests, which are linked with its objects. Hosts define neither.
  */
 #if !defined(_WIN32)
 #define KELMO_LOCALIZER_API __attribute__((visibility("default")))
+#define KELMO_LOCALIZER_MEMBER KELMO_LOCALIZER_API
 #elif defined(KELMO_LOCALIZER_BUILDING)
 #define KELMO_LOCALIZER_API
+#define KELMO_LOCALIZER_MEMBER __declspec(dllexport)
+#elif defined(KELMO_LOCALIZER_STATIC)
+#define KELMO_LOCALIZER_API
+#define KELMO_LOCALIZER_MEMBER
 #else
 #define KELMO_LOCALIZER_API __declspec(dllimport)
+#define KELMO_LOCALIZER_MEMBER __declspec(dllimport)
 #endif
 
 #ifdef __cplusplus
@@ -140,6 +149,75 @@ KELMO_LOCALIZER_API const wchar_t* GetError(int32_t index);
 
 #ifdef __cplusplus
 } /* extern "C" */
+
+#include <string>
+
+/*
+ * Units.
+ *
+ * A unit has a code, a signed 32-bit integer: quantity * 1000 + number of the unit. 10001 is the
+ * quantity 10, length, in the unit 1, meter. Codes below 100, and those whose last three digits are
+ * 000, name a quantity and no unit.
+ *
+ * The units are rows of one catalogue, which the library owns and looks through from the first to
+ * the last: the first row that fits is the unit. From the moment that the library is loaded it
+ * holds
+ *
+ *   code    factor             symbol  name
+ *   10      0                  L       length         (a quantity, never found)
+ *   10001   1                  U+043C  meter          (the symbol is the Cyrillic letter)
+ *   10002   0.0273             in      inch           (not 0.0254)
+ *   20      0                  S       area           (a quantity, never found)
+ *   20001   1                  m2      square meter
+ *   30001   1                  %       koefficient
+ *   40      0                  angl    plane angle    (a quantity, never found)
+ *   40001   1                  U+00B0  degree
+ *   40002   57.29577951308232  rad     "radian "      (with the blank)
+ *
+ * Hosts make these objects in memory of their own, so that the fields, their order and their types
+ * are part of the binary interface. ValueType has 16 bytes and those of two std::wstring: host and
+ * library must have the same compiler, standard library and runtime, and with Microsoft's the same
+ * debug level. No object may outlive the library.
+ *
+ * One thread at a time, as for the functions. Nothing here adds a message to the error list.
+ */
+namespace KelmoLibs {
+namespace Localize {
+namespace Phyval {
+
+/**
+ * One row of the catalogue of units. A host reads the row that a value refers to, and leaves it as
+ * it is. It may make rows of its own, which no lookup finds. Rows can be copied, but not assigned.
+ */
+class ValueType {
+ public:
+  int code;            /* quantity * 1000 + unit, or a quantity's */
+  double factor;       /* base units of the quantity in one of this unit; 0 in rows of quantities */
+  std::wstring symbol; /* as "m2" */
+  std::wstring name;   /* as "square meter" */
+
+  /** Both texts are copied, and must not be null. Throws std::bad_alloc. */
+  KELMO_LOCALIZER_MEMBER ValueType(int code, double factor, const wchar_t* symbol,
+                                   const wchar_t* name);
+
+  /** Copies. Throws std::bad_alloc. */
+  KELMO_LOCALIZER_MEMBER ValueType(const ValueType& other);
+
+  /** Copies too, and leaves `other` as it is. Throws std::bad_alloc. */
+  KELMO_LOCALIZER_MEMBER ValueType(ValueType&& other);
+
+  KELMO_LOCALIZER_MEMBER ~ValueType();
+
+  /** Number of the unit: the last three digits of the code; 0 for codes below 100. */
+  KELMO_LOCALIZER_MEMBER int GetSid();
+
+  /** The quantity: code / 1000; codes below 100 are one themselves. */
+  KELMO_LOCALIZER_MEMBER int GetStype();
+};
+
+} /* namespace Phyval */
+} /* namespace Localize */
+} /* namespace KelmoLibs */
 #endif
 
 #endif /* KELMO_LOCALIZER_H */

@@ -1,0 +1,29 @@
+// The layout of the exported classes. Hosts make the objects in memory of their own and read the
+// fields, so that sizes, offsets and types cannot change without breaking every host that is built
+// already. std::wstring has 32 bytes in the libraries of GCC and of Microsoft (40 in a debug build
+// of the latter): ValueType follows it.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <type_traits>
+
+#include "kelmo_localizer.h"
+
+namespace class_layout {
+
+using KelmoLibs::Localize::Phyval::ValueType;
+
+static_assert(sizeof(ValueType) == 16 + 2 * sizeof(std::wstring), "ValueType: size");
+static_assert(alignof(ValueType) == 8, "ValueType: alignment");
+static_assert(offsetof(ValueType, code) == 0, "ValueType: code");
+static_assert(offsetof(ValueType, factor) == 8, "ValueType: factor");
+static_assert(offsetof(ValueType, symbol) == 16, "ValueType: symbol");
+static_assert(offsetof(ValueType, name) == 16 + sizeof(std::wstring), "ValueType: name");
+static_assert(sizeof(ValueType::code) == 4, "ValueType: code");
+static_assert(std::is_same<decltype(ValueType::code), int>::value, "ValueType: code");
+static_assert(std::is_same<decltype(ValueType::factor), double>::value, "ValueType: factor");
+static_assert(std::is_same<decltype(ValueType::symbol), std::wstring>::value, "ValueType: symbol");
+static_assert(std::is_same<decltype(ValueType::name), std::wstring>::value, "ValueType: name");
+
+}  // namespace class_layout
