@@ -1,6 +1,6 @@
 // The process-wide objects: one state for the whole process, built at load, destroyed at unload,
-// without a lock. Only exports.cpp works on them; everything else is handed what it needs. The
-// catalogue of units is declared in phyval/unit_catalogue.h.
+// without a lock. Only exports.cpp works on them, and the constructors of Double on the catalogue
+// of units, which phyval/unit_catalogue.h declares; everything else is handed what it needs.
 #pragma once
 
 #include <string>

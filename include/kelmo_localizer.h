@@ -1,13 +1,21 @@
 /*
- * kelmo_Mestrel_Localizer: interface texts for engineering programs.
+ * kelmo_Mestrel_Localizer: interface texts and physical values for engineering programs.
  *
- * The one header for hosts: functions for texts, valid C and C++, and behind them, for C++11 and
- * later, the rows of units. A host loads its dictionaries, selects one and asks for texts by key:
+ * The one header for hosts: functions for texts, valid C and C++, and behind them two classes for
+ * values, for C++11 and later. A host loads its dictionaries, selects one and asks for texts by
+ * key:
  *
  *   LoadDictionary(L"lang", L"en.txt");
  *   LoadDictionary(L"lang", L"de.txt");
  *   UseLanguage(L"de");
  *   LANG(L"menu.file");  // "Datei"
+ *
+ * and makes values of units, computes with them and prints them as exactly as they are known:
+ *
+ *   using KelmoLibs::Localize::Phyval::Double;
+ *   Double side(1.5, 0.01, 0, 10001);          // 1.5 m, known to 0.01 m
+ *   side = side + Double(10, 0.1, 0, L"in");   // 10 inches
+ *   side.to_string(L',');                      // "1,77"
  *
  * Rules that hold for every function:
  *
@@ -153,7 +161,7 @@ KELMO_LOCALIZER_API const wchar_t* GetError(int32_t index);
 #include <string>
 
 /*
- * Units.
+ * Physical values; docs/values.md explains them by examples.
  *
  * A unit has a code, a signed 32-bit integer: quantity * 1000 + number of the unit. 10001 is the
  * quantity 10, length, in the unit 1, meter. Codes below 100, and those whose last three digits are
@@ -175,9 +183,10 @@ KELMO_LOCALIZER_API const wchar_t* GetError(int32_t index);
  *   40002   57.29577951308232  rad     "radian "      (with the blank)
  *
  * Hosts make these objects in memory of their own, so that the fields, their order and their types
- * are part of the binary interface. ValueType has 16 bytes and those of two std::wstring: host and
- * library must have the same compiler, standard library and runtime, and with Microsoft's the same
- * debug level. No object may outlive the library.
+ * are part of the binary interface. Double has 32 bytes everywhere. ValueType has 16 and those of
+ * two std::wstring, and texts that a member returns are freed by the host: host and library must
+ * have the same compiler, standard library and runtime, and with Microsoft's the same debug level.
+ * No object may outlive the library.
  *
  * One thread at a time, as for the functions. Nothing here adds a message to the error list.
  */
@@ -213,6 +222,114 @@ class ValueType {
 
   /** The quantity: code / 1000; codes below 100 are one themselves. */
   KELMO_LOCALIZER_MEMBER int GetStype();
+};
+
+/**
+ * A number with tolerances and a unit.
+ *
+ * Operands may have different units of one quantity: the right one is expressed in the unit of the
+ * left one, as (right unit's factor * right value) / left unit's factor, in double precision, the
+ * product first. The members below that say "checked" throw std::invalid_argument, and then no
+ * operand has changed:
+ *
+ *   "The physical dimension of the number is not defined."  the value, or else the other one, has no
+ *                                                           unit;
+ *   "Codes of physical quantities do not match."            their quantities differ.
+ *
+ * The tolerance that a value is rounded and printed by is relTolerance * value + absTolerance. The
+ * sign of the value counts: a negative one makes the tolerance smaller. It must be positive and
+ * finite when the value is rounded or printed: Return and both to_string DO NOT RETURN while it is
+ * 0, negative or infinite.
+ *
+ * No member is const: a host that holds a constant calls them on a copy. The cost of a member is
+ * constant, and that of the catalogue's few rows where a unit is looked up; memory is taken for
+ * texts and for what is thrown.
+ */
+class Double {
+ public:
+  double value;        /* in the unit */
+  double absTolerance; /* in the unit */
+  double relTolerance; /* a fraction of the value */
+
+  /**
+   * A row of the library's catalogue, or null: no unit. Not owned; valid until the library is
+   * unloaded. A host leaves the row as it is, and points to no other one.
+   */
+  ValueType* unit;
+
+  /** A value of the unit with `code`; of none, where the catalogue has no such unit. */
+  KELMO_LOCALIZER_MEMBER Double(double value, double absTolerance, double relTolerance, int code);
+
+  /**
+   * A value of the first unit whose name or symbol is `text`, compared exactly; of none, where
+   * there is no such unit or `text` is null. No pointer is kept.
+   */
+  KELMO_LOCALIZER_MEMBER Double(double value, double absTolerance, double relTolerance,
+                                const wchar_t* text);
+
+  Double(const Double&) = default;
+  KELMO_LOCALIZER_MEMBER Double& operator=(const Double& other);
+
+  /** Sets `unit` to null and frees nothing. */
+  KELMO_LOCALIZER_MEMBER ~Double();
+
+  /** Sum and difference in this value's unit, with this value's tolerances. Checked. */
+  KELMO_LOCALIZER_MEMBER Double operator+(Double other);
+  KELMO_LOCALIZER_MEMBER Double operator-(Double other);
+
+  /**
+   * The value multiplied or divided, with this value's unit and unchanged tolerances. Checked, for
+   * the missing unit. Division by 0 gives an infinity or NaN.
+   */
+  KELMO_LOCALIZER_MEMBER Double operator*(double k);
+  KELMO_LOCALIZER_MEMBER Double operator/(double k);
+
+  /**
+   * Comparison in this value's unit, without a margin; tolerances have no part in it. Checked.
+   * Values of one unit are converted too, which may round: a value may be below or above its own
+   * copy. This is no order to sort by.
+   */
+  KELMO_LOCALIZER_MEMBER bool operator==(Double other);
+  KELMO_LOCALIZER_MEMBER bool operator<(Double other);
+  KELMO_LOCALIZER_MEMBER bool operator>(Double other);
+
+  /**
+   * This value in the unit with `code`, with the tolerances given, which count in that unit. A
+   * value that has this unit already is returned as it is: its OWN tolerances stay. Checked; but
+   * the value must have a unit, and that is not.
+   */
+  KELMO_LOCALIZER_MEMBER Double ConvertTo(double absTolerance, double relTolerance, int code);
+
+  /**
+   * The value rounded by its tolerance; it needs no unit. docs/values.md has the rule. Meaningful
+   * for tolerances from 1e-9 to 1e9. The value itself, where the tolerance is so small (some below
+   * 1e-11, all below 1e-31) that its power of ten, in 32 bits, is not positive.
+   */
+  KELMO_LOCALIZER_MEMBER double Return();
+
+  /**
+   * The rounded value in fixed notation, all its digits, with 0 to 9 decimals and without the unit.
+   * The decimal separator is that of the user's regional settings: for that the runtime's locale is
+   * switched to the user's (setlocale) in the whole process, and switched back before the call
+   * ends, also by an exception. Where the user's locale is not installed, the current one counts.
+   * No other thread may use the runtime's locale meanwhile. Throws std::bad_alloc.
+   */
+  KELMO_LOCALIZER_MEMBER std::wstring to_string();
+
+  /**
+   * The same, as a new wide stream prints it, with `separator` for each L'.'. The runtime's locale
+   * has no say in it. The global C++ locale has, on Linux, if the host has changed it: digits are
+   * grouped, and the decimal separator is its own, if it says so. Throws std::bad_alloc, and what a
+   * facet of that locale makes the stream throw.
+   */
+  KELMO_LOCALIZER_MEMBER std::wstring to_string(wchar_t separator);
+
+ private:                                     /* exported all the same; not for hosts */
+  KELMO_LOCALIZER_MEMBER double T();          /* the tolerance */
+  KELMO_LOCALIZER_MEMBER double Ts(double x); /* the tolerance * x */
+  KELMO_LOCALIZER_MEMBER double Vs(double x); /* value in a unit with the factor x; needs a unit */
+  KELMO_LOCALIZER_MEMBER void CheckCorrect(); /* that there is a unit */
+  KELMO_LOCALIZER_MEMBER void CheckCorrect(Double other); /* that the two fit */
 };
 
 } /* namespace Phyval */

@@ -8,7 +8,13 @@
 
 #include "kelmo_localizer.h"
 
+using KelmoLibs::Localize::Phyval::Double;
+using KelmoLibs::Localize::Phyval::ValueType;
+
 namespace {
+
+// Made before the program's own first line: the units are there by then.
+const Double valueOfTheHost(1, 0, 0, 10002);
 
 // The types are part of the binary interface: hosts in other languages declare them on their own.
 static_assert(
@@ -58,6 +64,17 @@ TEST_F(FirstCall, GetError) {
   const wchar_t* const noText = GetError(0);
   EXPECT_STREQ(noText, L"");
   EXPECT_EQ(GetErrorsCount(), 0);
+}
+
+TEST_F(FirstCall, DoubleByCode) { EXPECT_NE(Double(1, 0, 0, 40002).unit, nullptr); }
+
+TEST_F(FirstCall, DoubleByText) { EXPECT_NE(Double(1, 0, 0, L"rad").unit, nullptr); }
+
+TEST_F(FirstCall, ValueType) { EXPECT_EQ(ValueType(40002, 1.0, L"s", L"n").GetSid(), 2); }
+
+TEST_F(FirstCall, ValuesAreThereBeforeMain) {
+  ASSERT_NE(valueOfTheHost.unit, nullptr);
+  EXPECT_EQ(valueOfTheHost.unit->factor, 0.0273);
 }
 
 }  // namespace

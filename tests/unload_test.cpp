@@ -2,16 +2,42 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <stdexcept>
 #include <string>
 
 #include "tests/support/host_test.h"
 #include "tests/support/test_platform.h"
 
+using KelmoLibs::Localize::Phyval::Double;
+
 namespace {
 
-// One life of the library, with all that may leave something behind: stored texts, messages, an
-// exception that the host catches.
+// Members under the names that GCC and Clang give them; they are called as functions that take the
+// object first. Microsoft's compiler does neither.
+void UseValues(const LoadedLibrary& library) {
+  const std::string prefix = "_ZN9KelmoLibs8Localize6Phyval6Double";
+  const auto construct =
+      library.Export<void(void*, double, double, double, int)>((prefix + "C1Edddi").c_str());
+  const auto destroy = library.Export<void(void*)>((prefix + "D1Ev").c_str());
+  const auto check = library.Export<void(void*)>((prefix + "12CheckCorrectEv").c_str());
+  const auto text = library.Export<std::wstring(void*)>((prefix + "9to_stringB5cxx11Ev").c_str());
+  const auto textWith =
+      library.Export<std::wstring(void*, wchar_t)>((prefix + "9to_stringB5cxx11Ew").c_str());
+  alignas(Double) unsigned char memory[sizeof(Double)];
+  construct(memory, 1234567.5, 0.1, 0, 10003);
+  ASSERT_THROW(check(memory), std::invalid_argument);
+  ASSERT_EQ(text(memory).size(), 9U);
+  ASSERT_EQ(textWith(memory, L','), L"1234567,5");
+  destroy(memory);
+  construct(memory, std::numeric_limits<double>::infinity(), 0.1, 0, 10001);
+  check(memory);
+  ASSERT_EQ(textWith(memory, L','), L"inf") << "by a stream";
+  destroy(memory);
+}
+
+// One life of the library, with all that may leave something behind: stored texts, messages,
+// exceptions that the host catches, values and what prints them.
 void LoadUseAndUnload(const ScratchFolder& folder) {
   const LoadedLibrary library;
   const LibraryExports host(library);
@@ -26,6 +52,7 @@ void LoadUseAndUnload(const ScratchFolder& folder) {
                       L"EL101. Key already declared.\nKey: key\nDictionary: " + folder.HostPath() +
                           L"\\en.txt"}));
   ASSERT_THROW(host.GetError(3), std::out_of_range);
+  UseValues(library);
 }
 
 TEST(Unload, LeavesNothingBehindHoweverOften) {

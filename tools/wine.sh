@@ -14,7 +14,8 @@ WINEPREFIX=$root/build/wine
 WINEDEBUG=${WINEDEBUG:--all}
 # No offers to install what no test needs, no entries in the menus of the desktop.
 WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe=d'
-LC_ALL=C.UTF-8 # file names beyond ASCII, whatever the caller's locale
+# UTF-8 for file names beyond ASCII, whatever the caller's locale. A test names the user that Wine is to have.
+LC_ALL=${KELMO_WINE_LOCALE:-C.UTF-8}
 TMPDIR=$root/build/wine-tmp # the socket of the server: else a folder of its own in /tmp
 export TMPDIR WINEPREFIX WINEDEBUG WINEDLLOVERRIDES LC_ALL
 

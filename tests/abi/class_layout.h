@@ -12,7 +12,18 @@
 
 namespace class_layout {
 
+using KelmoLibs::Localize::Phyval::Double;
 using KelmoLibs::Localize::Phyval::ValueType;
+
+static_assert(sizeof(Double) == 32 && alignof(Double) == 8, "Double: size");
+static_assert(offsetof(Double, value) == 0, "Double: value");
+static_assert(offsetof(Double, absTolerance) == 8, "Double: absTolerance");
+static_assert(offsetof(Double, relTolerance) == 16, "Double: relTolerance");
+static_assert(offsetof(Double, unit) == 24, "Double: unit");
+static_assert(std::is_same<decltype(Double::value), double>::value, "Double: value");
+static_assert(std::is_same<decltype(Double::absTolerance), double>::value, "Double: absTolerance");
+static_assert(std::is_same<decltype(Double::relTolerance), double>::value, "Double: relTolerance");
+static_assert(std::is_same<decltype(Double::unit), ValueType*>::value, "Double: unit");
 
 static_assert(sizeof(ValueType) == 16 + 2 * sizeof(std::wstring), "ValueType: size");
 static_assert(alignof(ValueType) == 8, "ValueType: alignment");

@@ -97,7 +97,7 @@ def check_messages(page, each):
 
 
 def check_packages(page, text):
-    arrays = ("packages", "packages_wine", "packages_lint", "packages_coverage")
+    arrays = ("packages", "packages_native_tests", "packages_wine", "packages_lint", "packages_coverage")
     command = ". tools/common.sh && echo " + " ".join(f"${{{array}[@]}}" for array in arrays)
     installed = subprocess.run(["bash", "-c", command], cwd=top, capture_output=True, text=True, check=True).stdout.split()
     lines = re.findall(r"^apt-get install (.+)$", re.sub(r"\\\n", "", text), re.M)

@@ -9,6 +9,10 @@
 /// Whether a file in text mode ends at a 0x1A byte.
 extern const bool textModeEndsAtControlZ;
 
+/// Whether the library prints by the global C++ locale of the host: on Windows its static runtime
+/// has one of its own.
+extern const bool librarySharesTheGlobalLocale;
+
 /// What the process holds of everything that may be left behind, whoever took it.
 struct Footprint {
   std::size_t heapBytes;

@@ -8,6 +8,7 @@
 #include "tests/support/test_platform.h"
 
 const bool textModeEndsAtControlZ = false;
+const bool librarySharesTheGlobalLocale = true;
 
 std::optional<Footprint> MeasureFootprint() {
 #if defined(KELMO_INSTRUMENTED)

@@ -5,6 +5,7 @@
 #include "tests/support/test_platform.h"
 
 const bool textModeEndsAtControlZ = true;
+const bool librarySharesTheGlobalLocale = false;
 
 namespace {
 

@@ -1,0 +1,80 @@
+// to_string() and the runtime's locale, through the exports. The user's settings come from the
+// environment of the process: CTest runs this program under several (tests/CMakeLists.txt), and
+// tells it the user's separator, and the locale that the host has chosen before, if any.
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cstdlib>
+#include <string>
+
+#include "kelmo_localizer.h"
+#include "tests/support/global_locale.h"
+#include "tests/support/test_platform.h"
+
+using KelmoLibs::Localize::Phyval::Double;
+
+namespace {
+
+std::string Variable(const char* name) {
+  const char* const value = std::getenv(name);
+  return value != nullptr ? value : "";
+}
+
+std::string CurrentLocale() { return std::setlocale(LC_ALL, nullptr); }
+
+class RegionalSettings : public testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_FALSE(separator_.empty()) << "run this program by CTest: ctest -R regional_settings";
+    const std::string chosen = Variable("KELMO_HOST_LOCALE");
+    if (!chosen.empty()) {
+      ASSERT_NE(std::setlocale(LC_ALL, chosen.c_str()), nullptr) << "there is no " << chosen;
+    }
+  }
+  void TearDown() override { std::setlocale(LC_ALL, "C"); }
+
+  const std::wstring separator_ = [] {
+    const std::string narrow = Variable("KELMO_SEPARATOR");
+    return std::wstring(narrow.begin(), narrow.end());
+  }();
+};
+
+TEST_F(RegionalSettings, GivesTheSeparatorAndNothingElse) {
+  EXPECT_EQ(Double(1234.5678, 0.01, 0, 10001).to_string(), L"1234" + separator_ + L"57");
+  EXPECT_EQ(Double(-1234567.5, 0.05, 0, 10001).to_string(), L"-1234567" + separator_ + L"50");
+  EXPECT_EQ(Double(1e22, 1, 0, 99999).to_string(), L"10000000000000000000000");
+}
+
+TEST_F(RegionalSettings, IsGoneAfterTheCall) {
+  const std::string before = CurrentLocale();
+  (void)Double(1234.5678, 0.01, 0, 10001).to_string();
+  EXPECT_EQ(CurrentLocale(), before);
+  // One category alone is another locale: the name of the whole tells each.
+  std::setlocale(LC_ALL, "");
+  ASSERT_NE(std::setlocale(LC_NUMERIC, "C"), nullptr);
+  const std::string mixed = CurrentLocale();
+  EXPECT_EQ(Double(0.5, 0.1, 0, 10001).to_string().size(), 3U);
+  EXPECT_EQ(CurrentLocale(), mixed);
+}
+
+TEST_F(RegionalSettings, IsOfNoConcernToTheOtherText) {
+  EXPECT_EQ(Double(1234.5678, 0.01, 0, 10001).to_string(L','), L"1234,57");
+  EXPECT_EQ(Double(1234.5678, 0.01, 0, 10001).to_string(L'.'), L"1234.57");
+  EXPECT_EQ(Double(1234.5678, 0.01, 0, 10001).Return(), 1234.57);
+}
+
+// As a host does that sets its locale by name: both the runtime's and the global C++ locale change.
+TEST_F(RegionalSettings, OfTheHostsGlobalLocaleCountForTheOtherTextOnLinux) {
+  if (!librarySharesTheGlobalLocale) {
+    GTEST_SKIP() << "the library has one of its own";
+  }
+  Double value(1234567.891, 0.01, 0, 10001);
+  const std::wstring text = value.to_string();
+  const GlobalLocale german(std::locale("de_DE.UTF-8"));
+  EXPECT_EQ(value.to_string(L';'), L"1;234;567,89");
+  EXPECT_EQ(value.to_string(L'.'), L"1.234.567,89");
+  EXPECT_EQ(value.to_string().size(), text.size());
+}
+
+}  // namespace

@@ -1,0 +1,35 @@
+// Repeatable random numbers: the same on every system, which the distributions of the standard
+// library are not.
+#pragma once
+
+#include <cstdint>
+#include <random>
+
+#include "tests/support/bits.h"
+
+/// Where random tests begin: --seed=N on the command line, or a fixed number (test_main.cpp).
+extern std::uint64_t randomSeed;
+
+class RandomNumbers {
+ public:
+  explicit RandomNumbers(std::uint64_t seed) : engine_(seed) {}
+
+  std::uint64_t Bits() { return engine_(); }
+
+  /// 0 to below - 1.
+  int Below(int below) { return static_cast<int>(Bits() % static_cast<unsigned>(below)); }
+
+  /// 0 to below 1, in steps of 2^-53.
+  double Fraction() { return static_cast<double>(Bits() >> 11U) * 0x1p-53; }
+
+  /// Any finite number whose magnitude is from 2^least to below 2^most; positive or negative.
+  double OfMagnitude(int least, int most) {
+    constexpr std::uint64_t kSignAndFraction = 0x800FFFFFFFFFFFFF;
+    const auto exponent = static_cast<unsigned>(1023 + least + Below(most - least));
+    const std::uint64_t bits = (Bits() & kSignAndFraction) | (std::uint64_t{exponent} << 52U);
+    return NumberOf(bits);
+  }
+
+ private:
+  std::mt19937_64 engine_;
+};
