@@ -83,7 +83,7 @@ start_wine() {
 
 # Every build configures the tests too, hence GoogleTest: the library for Linux, its sources for Windows; and Python.
 packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix libgtest-dev googletest python3)
-packages_native_tests=(locales) # for one with a decimal comma
+packages_native_tests=(clang locales) # for the names that Microsoft's compiler gives, and a locale with a decimal comma
 packages_wine=(wine wine64)
 packages_lint=(clang-format clang-tidy shellcheck)
-packages_coverage=(clang libclang-rt-dev llvm)
+packages_coverage=(libclang-rt-dev llvm)

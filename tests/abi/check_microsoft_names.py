@@ -1,0 +1,45 @@
+"""Compares the names that Microsoft's compiler gives to all that a host imports with the list under review.
+
+    python3 check_microsoft_names.py TOP-FOLDER
+
+Clang takes the part of that compiler: microsoft_host.cpp, which uses every function and member, is compiled for the
+target that it has, under the C++ standard that is its default, with the stand-ins of the folder microsoft/ in the place
+of its library. The layout of the classes is checked by the way (class_layout.h). The host must use all that the header
+declares: what it imports is counted in both.
+"""
+
+import json
+import pathlib
+import re
+import subprocess
+import sys
+
+top = pathlib.Path(sys.argv[1])
+abi = top / "tests/abi"
+clang = ["clang", "--target=x86_64-pc-windows-msvc", "-fms-extensions", "-ffreestanding", "-nostdinc++", "-std=c++14"]
+clang += ["-Wall", "-Wextra", "-Wpedantic", "-Wshadow", "-Werror", "-isystem", abi / "microsoft", "-I", top]
+clang += ["-I", top / "include", "-x", "c++"]
+
+
+def compiled(*arguments):
+    return subprocess.run([*clang, *arguments], check=True, stdout=subprocess.PIPE, text=True).stdout
+
+
+def imported_declarations(node):
+    own = sum(part.get("kind") == "DLLImportAttr" for part in node.get("inner", []))
+    return own + sum(imported_declarations(part) for part in node.get("inner", []))
+
+
+assembly = compiled("-S", "-O1", "-o", "-", abi / "microsoft_host.cpp")
+names = sorted(set(re.findall(r'__imp_([^"\s,()]+)', assembly)))
+expected = (abi / "exported_names_microsoft.txt").read_text().splitlines()
+if names != expected:
+    print("a host imports", *names, "but the list says", *expected, sep="\n  ")
+    sys.exit(1)
+
+header = compiled("-fsyntax-only", "-Xclang", "-ast-dump=json", top / "include/kelmo_localizer.h")
+declared = imported_declarations(json.loads(header))
+if declared != len(names):
+    print(f"the header declares {declared} functions and members, but microsoft_host.cpp uses {len(names)}")
+    sys.exit(1)
+print(f"{len(names)} names are those of the list")
