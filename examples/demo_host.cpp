@@ -1,14 +1,18 @@
-// A host program in small: loads the dictionaries of its languages, switches between them, shows
-// texts, and reads back what the library found wrong.
+// A host program in small. Texts: it loads the dictionaries of its languages, switches between them,
+// shows texts, and reads back what the library found wrong. Values: it computes across units, and
+// shows numbers as exactly as they are known.
 // Run it from the top folder of the project. It prints UTF-8: a Windows console shows that after
 // "chcp 65001".
 
 #include <algorithm>
 #include <cstddef>
 #include <iostream>
+#include <stdexcept>
 #include <string>
 
 #include "kelmo_localizer.h"
+
+using KelmoLibs::Localize::Phyval::Double;
 
 namespace {
 
@@ -77,6 +81,35 @@ void ShowMessages() {
   }
 }
 
+// The library prints numbers; their unit is the host's to add.
+std::wstring WithUnit(Double value) { return value.to_string(L'.') + L" " + value.unit->symbol; }
+
+// Units by their codes: 10001 meters, 10002 inches, 40001 degrees, 40002 radians.
+void ShowValues() {
+  Double length(2.5, 0.01, 0, 10001);  // known to 0.01 m
+  Double inches(10, 0.1, 0, 10002);
+  Double angle(90, 0.5, 0, 40001);
+  Print(L"  A length:      " + WithUnit(length) + L" = " +
+        WithUnit(length.ConvertTo(0.1, 0, 10002)) + L" (an inch of " +
+        Double(inches.unit->factor, 0.0001, 0, 10001).to_string(L'.') + L" m)\n");
+  Print(L"  An angle:      " + WithUnit(angle) + L" = " +
+        WithUnit(angle.ConvertTo(0.001, 0, 40002)) + L"\n");
+  Print(L"  A sum:         " + WithUnit(length) + L" + " + WithUnit(inches) + L" = " +
+        WithUnit(length + inches) + L"\n");
+  Print(L"  A comparison:  " + WithUnit(inches) + (inches < length ? L" < " : L" >= ") +
+        WithUnit(length) + L"\n");
+  for (const double tolerance : {0.01, 1.0, 150.0}) {
+    Print(L"  1234.5678 known to " + Padded(Double(tolerance, 0.01, 0, 10001).to_string(L'.'), 8) +
+          Double(1234.5678, tolerance, 0, 10001).to_string(L'.') + L"\n");
+  }
+  Print(L"  With the separator of your region:  " + Double(0.5, 0.1, 0, 10001).to_string() + L"\n");
+  try {
+    (void)(length + angle);
+  } catch (const std::invalid_argument& refusal) {
+    std::cout << "  A length plus an angle:  " << refusal.what() << '\n';
+  }
+}
+
 }  // namespace
 
 int main() {
@@ -117,5 +150,8 @@ int main() {
 
   ClearErrors();
   Print(L"\n  After ClearErrors: " + std::to_wstring(GetErrorsCount()) + L" messages.\n");
+
+  Heading(L"Physical values: units, and how exactly a number is known");
+  ShowValues();
   return 0;
 }

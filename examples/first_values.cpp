@@ -1,0 +1,19 @@
+#include <cstdio>
+#include <stdexcept>
+
+#include "kelmo_localizer.h"
+
+using KelmoLibs::Localize::Phyval::Double;
+
+int main() {
+  Double side(1.5, 0.01, 0, 10001);  // 1.5 m, known to 0.01 m
+  Double edge(10, 0.1, 0, L"in");    // 10 inches, known to 0.1
+  Double sum = side + edge;          // 1.773, in meters, known to 0.01 m as the left operand
+  std::printf("%ls m\n", sum.to_string(L'.').c_str());
+  std::printf("%ls in\n", sum.ConvertTo(0.1, 0, 10002).to_string(L'.').c_str());
+  try {
+    sum = sum + Double(90, 1, 0, 40001);  // degrees
+  } catch (const std::invalid_argument& refusal) {
+    std::printf("%s\n", refusal.what());
+  }
+}
