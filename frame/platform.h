@@ -3,6 +3,8 @@
 // system is asked outside the files that are named after one.
 #pragma once
 
+#include <cstddef>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -21,14 +23,20 @@ namespace KelmoLibs::Localize {
 /// std::bad_alloc only.
 std::unique_ptr<ByteSource> OpenTextFile(const std::wstring& path);
 
-/// `number` in fixed notation with 0 to 9 `decimals`, the separator being that of the user's
+/// Numbers are printed in fixed notation with 0 to so many decimals. The longest has a sign, all
+/// digits of the largest double, the separator and the decimals.
+constexpr int kMostDecimals = 9;
+constexpr std::size_t kLongestNumber =
+    1 + (std::numeric_limits<double>::max_exponent10 + 1) + 1 + kMostDecimals;
+
+/// `number` in fixed notation with `decimals`, the separator being that of the user's
 /// regional settings. For that the runtime's locale is the user's while the call lasts, in the
 /// whole process; where the user's is not installed, the number is formatted under the current one.
 /// Afterwards the locale is the one that it was, also when the call throws (std::bad_alloc only);
 /// unless the runtime itself finds no memory to restore it, twice.
 std::wstring FormatUnderUserLocale(double number, int decimals);
 
-/// `number` in fixed notation with 0 to 9 `decimals`, as a new wide stream prints it under the
+/// `number` in fixed notation with `decimals`, as a new wide stream prints it under the
 /// global C++ locale of the host. Nothing, where that is the classic one; so it is on Windows,
 /// where the runtime inside the library has a global locale of its own that no host can reach.
 /// Throws std::bad_alloc, and what a facet of the host makes the stream throw.

@@ -3,15 +3,15 @@
 
 #include <array>
 #include <clocale>
-#include <cstddef>
 #include <cwchar>
-#include <limits>
 #include <new>
 #include <string>
 
+#include "frame/platform.h"
+
 namespace KelmoLibs::Localize {
 
-/// `number` in fixed notation with 0 to 9 `decimals` under the user's locale, by the system's
+/// `number` in fixed notation with `decimals` under the user's locale, by the system's
 /// setlocale; under the current one where the user's is not there. What may throw comes before the
 /// locale is switched and after it is restored.
 template <class Char>
@@ -21,11 +21,9 @@ std::wstring FormatUnderUserLocale(Char* setLocale(int category, const Char* nam
   if (current == nullptr) {  // the runtime found no memory for the answer
     throw std::bad_alloc();
   }
-  const std::basic_string<Char> previous(
-      current);                     // the runtime's own text goes with the next call
-  constexpr std::size_t kLongest =  // sign, digits, separator, decimals, end
-      1 + (std::numeric_limits<double>::max_exponent10 + 1) + 1 + 9 + 1;
-  std::array<wchar_t, kLongest> text = {};
+  // A copy: the runtime's own text goes with the next call.
+  const std::basic_string<Char> previous(current);
+  std::array<wchar_t, kLongestNumber + 1> text = {};
 
   constexpr Char kUsers = 0;  // the empty name
   setLocale(LC_ALL, &kUsers);

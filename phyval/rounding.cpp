@@ -5,7 +5,6 @@
 #include <atomic>
 #include <charconv>
 #include <cmath>
-#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <optional>
@@ -16,7 +15,7 @@
 namespace KelmoLibs::Localize::Phyval {
 namespace {
 
-constexpr int kMostDecimals = 9;  // of a power of ten in 32 bits
+static_assert(kMostDecimals == std::numeric_limits<std::int32_t>::digits10, "those of `up` below");
 
 // Powers of ten, but in 32 bits: from 10^10 on they wrap, into the negative as well, and from 10^32
 // on they are 0. Numbers and texts depend on that, so that it must stay.
@@ -68,9 +67,7 @@ int DecimalsOf(std::int32_t up) noexcept {
 }
 
 std::wstring ClassicText(double number, int decimals) {
-  constexpr std::size_t kLongest =
-      1 + (std::numeric_limits<double>::max_exponent10 + 1) + 1 + kMostDecimals;
-  std::array<char, kLongest> digits = {};
+  std::array<char, kLongestNumber> digits = {};
   const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number,
                                  std::chars_format::fixed, decimals);
   return {digits.data(), end.ptr};
@@ -81,8 +78,8 @@ std::wstring ClassicText(double number, int decimals) {
 RoundedNumber RoundToTolerance(double value, double tolerance) noexcept {
   const auto [up, down] = ScaleOf(tolerance);
   if (up <= 0) {
-    // The tolerance is below 1e-11. No power of ten is left to round by, and every decimal that can
-    // be printed is justified.
+    // The tolerance is 1e-11 or less. No power of ten is left to round by, and every decimal that
+    // can be printed is justified.
     return {value, kMostDecimals};
   }
   // Exactly these steps in this order: another one gives other last digits.

@@ -7,7 +7,7 @@ namespace KelmoLibs::Localize::Phyval {
 
 struct RoundedNumber {
   double number;
-  int decimals;  // 0 to 9: how many to print
+  int decimals;  // 0 to kMostDecimals: how many to print
 };
 
 /// `value` rounded to `tolerance`. Does not return when the tolerance is 0, negative or positive
