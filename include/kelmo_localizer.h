@@ -302,8 +302,8 @@ class Double {
 
   /**
    * The value rounded by its tolerance; it needs no unit. docs/values.md has the rule. Meaningful
-   * for tolerances from 1e-9 to 1e9. The value itself, where the tolerance is so small (some below
-   * 1e-11, all below 1e-31) that its power of ten, in 32 bits, is not positive.
+   * for tolerances from 1e-9 to 1e9. The value itself, where the tolerance is so small (some from
+   * 1e-11 down, all below 1e-31) that its power of ten, in 32 bits, is not positive.
    */
   KELMO_LOCALIZER_MEMBER double Return();
 
