@@ -3,10 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <cstdlib>
 #include <fstream>
+#include <initializer_list>
 #include <limits>
 #include <sstream>
 #include <string>
@@ -37,28 +39,28 @@ struct Row {
 
 // Both texts and Return, and that none of them changes the value, which has a unit or not. The
 // program's own locale is the classic one, the user's has a point (tests/CMakeLists.txt).
-void ExpectRow(const Row& row) {
-  SCOPED_TRACE(row.name);
-  for (const int code : {10001, 99999}) {
-    Double value(row.value, row.absTolerance, row.relTolerance, code);
-    const Double before = value;
-    EXPECT_PRED_FORMAT2(SameBits, value.Return(), row.rounded);
-    EXPECT_EQ(value.to_string(), row.text);
-    EXPECT_EQ(value.to_string(L'.'), row.text);
+void ExpectRows(std::initializer_list<Row> rows) {
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.name);
     std::wstring withComma = row.text;
-    for (wchar_t& c : withComma) {
-      c = c == L'.' ? L',' : c;
+    std::replace(withComma.begin(), withComma.end(), L'.', L',');
+    for (const int code : {10001, 99999}) {
+      Double value(row.value, row.absTolerance, row.relTolerance, code);
+      const Double before = value;
+      EXPECT_PRED_FORMAT2(SameBits, value.Return(), row.rounded);
+      EXPECT_EQ(value.to_string(), row.text);
+      EXPECT_EQ(value.to_string(L'.'), row.text);
+      EXPECT_EQ(value.to_string(L','), withComma);
+      EXPECT_PRED_FORMAT2(SameBits, value.value, before.value);
+      EXPECT_PRED_FORMAT2(SameBits, value.absTolerance, before.absTolerance);
+      EXPECT_PRED_FORMAT2(SameBits, value.relTolerance, before.relTolerance);
+      EXPECT_EQ(value.unit, before.unit);
     }
-    EXPECT_EQ(value.to_string(L','), withComma);
-    EXPECT_PRED_FORMAT2(SameBits, value.value, before.value);
-    EXPECT_PRED_FORMAT2(SameBits, value.absTolerance, before.absTolerance);
-    EXPECT_PRED_FORMAT2(SameBits, value.relTolerance, before.relTolerance);
-    EXPECT_EQ(value.unit, before.unit);
   }
 }
 
 TEST(DoubleText, ShowsWhatTheToleranceJustifies) {
-  const Row rows[] = {
+  ExpectRows({
       {"absolute 0.01", 1234.5678, 0.01, 0, 1234.57, L"1234.57"},
       {"relative: tens", 1234.5678, 0, 0.001, 1230, L"1230"},
       {"1: whole units", 1234.5678, 1, 0, 1235, L"1235"},
@@ -85,10 +87,7 @@ TEST(DoubleText, ShowsWhatTheToleranceJustifies) {
       {"the smallest tolerance with a power of ten", 1.5, 1e-9, 0, 1.5, L"1.500000000"},
       {"the largest one", 123456789012.0, 1e9, 0, 123e9, L"123000000000"},
       {"an angle", 1.5707963267948966, 0.001, 0, 1.571, L"1.571"},
-  };
-  for (const Row& row : rows) {
-    ExpectRow(row);
-  }
+  });
 }
 
 // docs/values.md says what is printed: rows of four numbers and a text between backticks.
@@ -117,7 +116,7 @@ TEST(DoubleText, IsTheOneOfItsPage) {
 }
 
 TEST(DoubleText, RoundsToTheNearestIntegerInEveryBuild) {
-  const Row rows[] = {
+  ExpectRows({
       {"the largest below one half", 0.49999999999999994, 1, 0, 0, L"0"},
       {"one half", 0.5, 1, 0, 1, L"1"},
       {"minus one half", -0.5, 1, 0, -1, L"-1"},
@@ -133,10 +132,7 @@ TEST(DoubleText, RoundsToTheNearestIntegerInEveryBuild) {
       {"as large as a 64-bit integer", 9223372036854775808.0, 1, 0, 9223372036854775808.0,
        L"9223372036854775808"},
       {"larger than any integer", 1e20, 1, 0, 1e20, L"100000000000000000000"},
-  };
-  for (const Row& row : rows) {
-    ExpectRow(row);
-  }
+  });
 }
 
 // All digits of 1e300, whatever the length.
@@ -147,7 +143,7 @@ const std::wstring kDigitsOf1e300 =
     L"8115669472196386865459400540160";
 
 TEST(DoubleText, PrintsEveryDigit) {
-  const Row rows[] = {
+  ExpectRows({
       {"1e300", 1e300, 1, 0, 1e300, kDigitsOf1e300},
       {"1e300 with decimals", -1e300, 0.001, 0, -1e300, L"-" + kDigitsOf1e300 + L".000"},
       {"99 characters", -1e98, 1, 0, -1e98,
@@ -157,15 +153,12 @@ TEST(DoubleText, PrintsEveryDigit) {
        L"-99999999999999996733616880411669127384953318580655547291796177947129584592172786"
        L"2608739868455469056"},
       {"a tie goes to the even digit", 0.0009765625, 1e-10, 0, 0.0009765625, L"0.000976562"},
-  };
-  for (const Row& row : rows) {
-    ExpectRow(row);
-  }
+  });
 }
 
-// Beyond nine powers of ten the counters wrap. That is how it has always been and stays.
+// Beyond nine powers of ten the counters wrap, and that stays.
 TEST(DoubleText, TolerancesBeyondNinePowersOfTen) {
-  const Row rows[] = {
+  ExpectRows({
       {"1e-10: up is 1410065408", 2.0 / 3, 1e-10, 0, 0.6666666664302711, L"0.666666666"},
       {"1e-12: up is 1316134912", 2.0 / 3, 1e-12, 0, 0.6666666631209309, L"0.666666663"},
       {"2e-14: up is 276447232, which has 8 decimals", 2.0 / 3, 2e-14, 0, 0.6666666497858079,
@@ -181,10 +174,7 @@ TEST(DoubleText, TolerancesBeyondNinePowersOfTen) {
       {"2e11: down is -727379968", 123456789012.0, 2e11, 0, 123654594560.0, L"123654594560"},
       {"negative value, negative down", -1e12, 2e11, 0, -1000147456000.0, L"-1000147456000"},
       {"what rounds to zero by a negative down", 1, 2e11, 0, 0, L"0"},
-  };
-  for (const Row& row : rows) {
-    ExpectRow(row);
-  }
+  });
 }
 
 // What is not finite prints as the system prints it.
