@@ -55,7 +55,7 @@ void Heading(const wchar_t* text) { Print(std::wstring(L"\n") + text + L"\n"); }
 
 // Only a negative result is a failure: the others count every message in the list, older ones too.
 bool Load(const wchar_t* fileName) {
-  const int result = LoadDictionary(L"examples/lang", fileName);
+  const int result = LoadDictionary(L"examples/LANG", fileName);
   Print(Padded(std::wstring(L"  LoadDictionary ") + fileName, 30) + L"-> " +
         std::to_wstring(result) + L"\n");
   return result >= 0;

@@ -3,7 +3,7 @@
 #include "kelmo_localizer.h"
 
 int main() {
-  const wchar_t* const folder = L"examples/lang";
+  const wchar_t* const folder = L"examples/LANG";
   if (LoadDictionary(folder, L"en.txt") < 0 || LoadDictionary(folder, L"de.txt") < 0) {
     std::printf("%ls\n", GetError(-1));
     return 1;

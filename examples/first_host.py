@@ -15,7 +15,7 @@ library.GetError.restype = ctypes.c_wchar_p  # never pass it GetErrorsCount(): t
 library.GetErrorsCount.restype = ctypes.c_int64
 
 for fileName in ("en.txt", "de.txt"):
-    if library.LoadDictionary("examples/lang", fileName) < 0:
+    if library.LoadDictionary("examples/LANG", fileName) < 0:
         sys.exit(library.GetError(-1))
 library.UseLanguage("de")
 print(f"{library.LANG('menu.file')}: {library.LANG('menu.file.save')}, {library.LANG('menu.file.exit')}")

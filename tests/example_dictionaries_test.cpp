@@ -14,7 +14,7 @@ namespace KelmoLibs::Localize {
 namespace {
 
 std::wstring PathOf(const std::wstring& fileName) {
-  return JoinPath(DecodeUtf8(KELMO_SOURCE_FOLDER "/examples/lang"), fileName);
+  return JoinPath(DecodeUtf8(KELMO_SOURCE_FOLDER "/examples/LANG"), fileName);
 }
 
 TEST(ExampleDictionaries, HaveTheSameKeysAndATextForEach) {
