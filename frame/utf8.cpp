@@ -113,6 +113,27 @@ std::wstring DecodeUtf8(std::string_view wellFormed) {
   return text;
 }
 
+void AppendUtf8(char32_t character, std::string& bytes) {
+  const auto continuation = [character](unsigned shift) {
+    return static_cast<char>(0x80U | ((character >> shift) & 0x3FU));
+  };
+  if (character < 0x80) {
+    bytes += static_cast<char>(character);
+  } else if (character < 0x800) {
+    bytes += static_cast<char>(0xC0U | (character >> 6U));
+    bytes += continuation(0);
+  } else if (character < 0x10000) {
+    bytes += static_cast<char>(0xE0U | (character >> 12U));
+    bytes += continuation(6);
+    bytes += continuation(0);
+  } else {
+    bytes += static_cast<char>(0xF0U | (character >> 18U));
+    bytes += continuation(12);
+    bytes += continuation(6);
+    bytes += continuation(0);
+  }
+}
+
 int CompareWithUtf8(std::wstring_view text, std::string_view wellFormed) noexcept {
   // Most keys are ASCII: pass over what is equal without taking characters apart.
   std::size_t equal = 0;

@@ -1,6 +1,6 @@
-// UTF-8 to wide text. The rules are the library's own, because the standard libraries' decoders
-// differ on exactly the inputs that matter (overlong forms, written surrogates, characters beyond
-// U+FFFF).
+// UTF-8 to wide text, and back. The rules are the library's own, because the standard libraries'
+// decoders differ on exactly the inputs that matter (overlong forms, written surrogates, characters
+// beyond U+FFFF).
 #pragma once
 
 #include <cstddef>
@@ -18,6 +18,9 @@ std::size_t WellFormedUtf8Length(std::string_view bytes) noexcept;
 /// beyond U+FFFF becomes a surrogate pair where wchar_t has 16 bits and one wchar_t where it
 /// has 32. Allocates the result's exact size.
 std::wstring DecodeUtf8(std::string_view wellFormed);
+
+/// Appends `character`, which must not be beyond U+10FFFF, as UTF-8.
+void AppendUtf8(char32_t character, std::string& bytes);
 
 /// How `text` and DecodeUtf8(wellFormed) compare, code unit by code unit: negative, 0 or positive,
 /// as std::wstring::compare gives it, without decoding the whole.

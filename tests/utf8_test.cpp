@@ -119,7 +119,7 @@ std::wstring Wide(char32_t c) {
   return {static_cast<wchar_t>(c)};
 }
 
-TEST(Utf8, DecodesEveryCharacter) {
+TEST(Utf8, EncodesAndDecodesEveryCharacter) {
   for (char32_t c = 0; c <= 0x10FFFF; ++c) {
     if (c == 0xD800) {
       c = 0xE000;
@@ -128,6 +128,9 @@ TEST(Utf8, DecodesEveryCharacter) {
     ASSERT_EQ(WellFormedUtf8Length(bytes), bytes.size())
         << "U+" << std::hex << static_cast<unsigned>(c);
     ASSERT_EQ(DecodeUtf8(bytes), Wide(c)) << "U+" << std::hex << static_cast<unsigned>(c);
+    std::string appended = "x";
+    AppendUtf8(c, appended);
+    ASSERT_EQ(appended, "x" + bytes) << "U+" << std::hex << static_cast<unsigned>(c);
   }
 }
 
