@@ -1,6 +1,7 @@
 // The few questions that the library asks of the operating system. platform_windows.cpp and
-// platform_posix.cpp answer them; the build picks one. No other question about the
-// system is asked outside the files that are named after one.
+// platform_posix.cpp answer them; those for characters have files of
+// their own, so that a test can answer one kind and leave the others. The build picks. No other
+// question about the system is asked outside the files that are named after one.
 #pragma once
 
 #include <cstddef>
@@ -22,6 +23,12 @@ namespace KelmoLibs::Localize {
 /// folder, a pipe, a device), or when the path cannot be expressed on the system. Throws
 /// std::bad_alloc only.
 std::unique_ptr<ByteSource> OpenTextFile(const std::wstring& path);
+
+/// Whether a character shows something (iswgraph), whether it is a blank of any kind (iswblank). On
+/// Windows the runtime says so, of each half of a surrogate pair on its own: neither. On Linux the
+/// system's tables of Unicode do, whatever the locale of the host.
+bool IsGraphic(wchar_t character) noexcept;
+bool IsBlank(wchar_t character) noexcept;
 
 /// Numbers are printed in fixed notation with 0 to so many decimals. The longest has a sign, all
 /// digits of the largest double, the separator and the decimals.

@@ -1,0 +1,55 @@
+#include "frame/character_classes_posix.h"
+
+#include <wctype.h>
+
+#include <optional>
+
+#include "frame/platform.h"
+
+namespace KelmoLibs::Localize {
+namespace {
+
+constexpr locale_t kNone{};
+
+// Made when the first table is read. A global object all the same: it goes with the library's
+// others, when those of the host have gone, which may start the library to the very end.
+std::optional<CharacterClasses> unicode;
+
+const CharacterClasses& Unicode() noexcept {
+  if (!unicode) {
+    unicode.emplace("C.UTF-8");
+  }
+  return *unicode;
+}
+
+}  // namespace
+
+CharacterClasses::CharacterClasses(const char* localeName) noexcept
+    : locale_(::newlocale(LC_CTYPE_MASK, localeName, kNone)) {}
+
+CharacterClasses::~CharacterClasses() {
+  if (locale_ != kNone) {
+    ::freelocale(locale_);
+  }
+}
+
+bool CharacterClasses::IsGraphic(wchar_t character) const noexcept {
+  if (locale_ != kNone) {
+    return ::iswgraph_l(static_cast<wint_t>(character), locale_) != 0;
+  }
+  const auto c = static_cast<char32_t>(character);
+  return (c > 0x20 && c < 0x7F) || (c >= 0xA0 && c < 0xD800) || (c > 0xDFFF && c <= 0x10FFFF);
+}
+
+bool CharacterClasses::IsBlank(wchar_t character) const noexcept {
+  if (locale_ != kNone) {
+    return ::iswblank_l(static_cast<wint_t>(character), locale_) != 0;
+  }
+  return character == L' ' || character == L'\t';
+}
+
+bool IsGraphic(wchar_t character) noexcept { return Unicode().IsGraphic(character); }
+
+bool IsBlank(wchar_t character) noexcept { return Unicode().IsBlank(character); }
+
+}  // namespace KelmoLibs::Localize

@@ -1,0 +1,15 @@
+#include <cwctype>
+
+#include "frame/platform.h"
+
+namespace KelmoLibs::Localize {
+
+bool IsGraphic(wchar_t character) noexcept {
+  return std::iswgraph(static_cast<std::wint_t>(character)) != 0;
+}
+
+bool IsBlank(wchar_t character) noexcept {
+  return std::iswblank(static_cast<std::wint_t>(character)) != 0;
+}
+
+}  // namespace KelmoLibs::Localize

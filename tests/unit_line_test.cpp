@@ -1,0 +1,289 @@
+#include "unittables/unit_line.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <climits>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "frame/platform.h"
+#include "tests/support/allocation_probe.h"
+
+namespace KelmoLibs::Localize {
+namespace {
+
+using namespace std::string_literals;
+
+using Fields = std::vector<std::wstring>;
+
+TEST(SplitText, GivesWhatStandsBetweenTheDelimiters) {
+  const struct {
+    const char* name;
+    std::wstring text;
+    std::wstring delimiter;
+    Fields pieces;
+  } rows[] = {
+      {"two lines and an end", L"a\nb\n", L"\n", {L"a", L"b", L""}},
+      {"no end behind the last line", L"a\nb", L"\n", {L"a", L"b"}},
+      {"no delimiter", L"a line", L"\n", {L"a line"}},
+      {"nothing", L"", L"\n", {L""}},
+      {"a delimiter alone", L"\n", L"\n", {L"", L""}},
+      {"empty pieces", L"\na\n\nb", L"\n", {L"", L"a", L"", L"b"}},
+      {"a CR stays", L"a\r\nb\r\n", L"\n", {L"a\r", L"b\r", L""}},
+      {"a byte-order mark stays", L"\uFEFF//\na", L"\n", {L"\uFEFF//", L"a"}},
+      {"a NUL stays", L"a\0b\nc"s, L"\n", {L"a\0b"s, L"c"}},
+      {"a delimiter of two", L"a--b---c--", L"--", {L"a", L"b", L"-c", L""}},
+      {"a part of a delimiter", L"a-b", L"--", {L"a-b"}},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    const std::vector<std::wstring_view> pieces = SplitText(row.text, row.delimiter);
+    EXPECT_EQ(Fields(pieces.begin(), pieces.end()), row.pieces);
+  }
+}
+
+TEST(SplitUnitLine, GivesTheFieldsOfALine) {
+  const std::wstring about =
+      L"\u043F\u0440\u0438 \u0412\u0412\u0412=0";  // a comment in Cyrillic letters
+  const struct {
+    const char* name;
+    std::wstring line;
+    std::int32_t count;
+    Fields fields;
+  } rows[] = {
+      {"tabs in runs", L"10001\t1.0\t\t\t\t\tm\t\tmeter", 4, {L"10001", L"1.0", L"m", L"meter"}},
+      {"a CR ends as a blank in the last field",
+       L"10001\t1.0\t\t\t\t\t\u043C\t\tmeter\r",
+       4,
+       {L"10001", L"1.0", L"\u043C", L"meter "}},
+      {"the blank in front of a comment stays",
+       L"10\t\t0.0\t\t\t\t\tL\t\tlength // " + about + L"\r",
+       4,
+       {L"10", L"0.0", L"L", L"length "}},
+      {"a name of two words gives one field more",
+       L"20001\t1.0\t\t\t\t\tm2\t\tsquare meter\r",
+       4,
+       {L"20001", L"1.0", L"m2", L"square meter ", L"meter "}},
+      {"a name of three words gives two more",
+       L"1 2 m a b c",
+       4,
+       {L"1", L"2", L"m", L"a b c", L"b c", L"c"}},
+      {"a tab in the name counts as a blank does",
+       L"1\t2\tm\ta\tb",
+       4,
+       {L"1", L"2", L"m", L"a\tb", L"b"}},
+      {"a blank behind a field is a separator",
+       L"30001 \t0.0\t\t\t\t\tK\t\tkoefficient",
+       4,
+       {L"30001", L"0.0", L"K", L"koefficient"}},
+      {"separators in front are skipped", L" \t 1 2 m name", 4, {L"1", L"2", L"m", L"name"}},
+      {"blanks at the end stay in the last field",
+       L"1 2 m name \t ",
+       4,
+       {L"1", L"2", L"m", L"name \t "}},
+      {"one field of four", L"1", 4, {}},
+      {"two fields of four", L"1 2", 4, {}},
+      {"three fields of four", L"1 2 m", 4, {}},
+      {"three fields and a blank", L"1 2 m ", 4, {}},
+      {"three fields and a CR", L"1 2 m\r", 4, {}},
+      {"nothing", L"", 4, {}},
+      {"blanks and tabs", L" \t \t", 4, {}},
+      {"a CR alone", L"\r", 4, {}},
+      {"a comment alone", L"//1 2 m name", 4, {}},
+      {"a comment behind blanks", L" \t// 1 2 m name", 4, {}},
+      {"a comment in the name cuts it", L"1 2 m na//me", 4, {L"1", L"2", L"m", L"na"}},
+      {"two words joined by a comment are one name",
+       L"1 2 m square//meter",
+       4,
+       {L"1", L"2", L"m", L"square"}},
+      {"a comment cuts the name away", L"1 2 m //name", 4, {}},
+      {"a comment cuts the row short", L"1 2// m name", 4, {}},
+      {"the first comment counts", L"1 2 m name // a // b", 4, {L"1", L"2", L"m", L"name "}},
+      {"one slash is none", L"1 2 m/s / name", 4, {L"1", L"2", L"m/s", L"/ name", L"name"}},
+      {"three slashes are one and a slash", L"1 2 m name///", 4, {L"1", L"2", L"m", L"name"}},
+      {"a control character between slashes is a blank",
+       L"1 2 m a/\x01/b",
+       4,
+       {L"1", L"2", L"m", L"a/ /b", L"/b"}},
+      {"control characters are separators",
+       L"1\x01"
+       L"2\x1F\x7Fm\vname\f",
+       4,
+       {L"1", L"2", L"m", L"name "}},
+      {"an LF is one too", L"1\n2\nm\nname", 4, {L"1", L"2", L"m", L"name"}},
+      {"a NUL is one too",
+       L"1\0"
+       L"2 m name\0"s,
+       4,
+       {L"1", L"2", L"m", L"name "}},
+      {"letters of every script, and signs",
+       L"\u043C \u00B0 \u05D0\u0627\u0915 \u8F9E\u66F8\uAC00",
+       4,
+       {L"\u043C", L"\u00B0", L"\u05D0\u0627\u0915", L"\u8F9E\u66F8\uAC00"}},
+      {"a byte-order mark is no separator", L"\uFEFFru Russian", 2, {L"\uFEFFru", L"Russian"}},
+      {"a no-break space is none either",
+       L"1 m square\u00A0meter",
+       3,
+       {L"1", L"m", L"square\u00A0meter"}},
+      {"halves of a surrogate pair are blanks",
+       L"1 m "s + wchar_t{0xD83D} + wchar_t{0xDE00} + L"a",
+       3,
+       {L"1", L"m", L"a"}},
+      {"two fields, as a header has them", L"ru\tRussian", 2, {L"ru", L"Russian"}},
+      {"a header with a third word", L"ru Russian x", 2, {L"ru", L"Russian x", L"x"}},
+      {"a header with one", L"ru", 2, {}},
+      {"three fields, as a unit has them", L"10001 m meter", 3, {L"10001", L"m", L"meter"}},
+      {"one field", L"a b", 1, {L"a b", L"b"}},
+      {"none", L"a b", 0, {L"a b", L"b"}},
+      {"fewer than none", L"a b", -1, {L"a b", L"b"}},
+      {"the smallest count", L"a b", INT_MIN, {L"a b", L"b"}},
+      {"the largest count", L"a b", INT_MAX, {}},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    EXPECT_EQ(SplitUnitLine(row.line, row.count), row.fields);
+  }
+}
+
+// The rule in the words of its steps, as slow as it may be.
+Fields FieldsStepByStep(const std::wstring& line, std::int32_t count) {
+  const auto isSeparator = [&line](std::size_t i) { return line[i] == L' ' || line[i] == L'\t'; };
+  const auto skip = [&](std::size_t i, bool separators) {
+    while (i < line.size() && isSeparator(i) == separators) {
+      ++i;
+    }
+    return i;
+  };
+  Fields fields;
+  std::size_t start = skip(0, true);
+  while (start < line.size()) {
+    const std::size_t end = skip(start, false);
+    const bool last = static_cast<std::int64_t>(fields.size()) >= std::int64_t{count} - 1;
+    fields.push_back(last ? line.substr(start) : line.substr(start, end - start));
+    start = skip(end, true);
+  }
+  return static_cast<std::int64_t>(fields.size()) < count ? Fields() : fields;
+}
+
+// An em space shows nothing: what the system calls neither graphic nor blank separates fields.
+TEST(SplitUnitLine, KeepsTheBlanksThatTheSystemKnows) {
+  const bool known = IsBlank(L'\u2003') || IsGraphic(L'\u2003');
+  EXPECT_EQ(SplitUnitLine(L"1 m square\u2003meter", 3),
+            (known ? Fields{L"1", L"m", L"square\u2003meter"}
+                   : Fields{L"1", L"m", L"square meter", L"meter"}));
+}
+
+TEST(SplitUnitLine, HoldsForEveryShortLine) {
+  constexpr std::wstring_view kAlphabet = L"a \t/";
+  constexpr std::size_t kLongest = 7;
+  std::vector<std::wstring> lines = {L""};
+  for (std::size_t next = 0; next < lines.size(); ++next) {
+    const std::wstring line = lines[next];
+    const std::wstring uncommented = line.substr(0, line.find(L"//"));
+    for (const std::int32_t count : {1, 2, 3, 4}) {
+      ASSERT_EQ(SplitUnitLine(line, count), FieldsStepByStep(uncommented, count))
+          << testing::PrintToString(line) << ", count " << count;
+    }
+    for (const wchar_t c : line.size() < kLongest ? kAlphabet : std::wstring_view()) {
+      lines.push_back(line + c);
+    }
+  }
+}
+
+TEST(UnitFields, GivesNoMoreThanAreAskedFor) {
+  const std::wstring line = L"1 m a b c";
+  for (const std::size_t most : {3U, 4U, 5U, 6U}) {
+    const std::vector<std::wstring_view> fields = UnitFields(line, 3, most);
+    const Fields all = {L"1", L"m", L"a b c", L"b c", L"c"};
+    EXPECT_EQ(Fields(fields.begin(), fields.end()),
+              Fields(all.begin(),
+                     all.begin() + static_cast<std::ptrdiff_t>(std::min<std::size_t>(most, 5))));
+  }
+  EXPECT_TRUE(UnitFields(L"1 m", 3, 3).empty());
+}
+
+TEST(UnitFields, ALineOfManyWordsCostsAViewForEach) {
+  constexpr std::size_t kWords = 100'000;
+  std::wstring line;
+  for (std::size_t i = 0; i < kWords; ++i) {
+    line += L"w ";
+  }
+  allocation_probe::ResetPeak();
+  const std::size_t before = allocation_probe::LiveBytes();
+  const std::vector<std::wstring_view> fields = UnitFields(line, 3, SIZE_MAX);
+  EXPECT_EQ(fields.size(), kWords);
+  EXPECT_EQ(fields[2].size(), line.size() - 4);
+  EXPECT_EQ(fields.back(), L"w ");
+  EXPECT_LE(allocation_probe::PeakBytes() - before, 4 * kWords * sizeof(std::wstring_view));
+}
+
+TEST(IntegerField, IsWhatTheFieldBeginsWith) {
+  const struct {
+    const char* name;
+    const wchar_t* field;
+    std::int32_t number;
+  } rows[] = {
+      {"a code", L"10001", 10001},
+      {"nothing", L"", 0},
+      {"no number", L"abc", 0},
+      {"digits and more", L"12abc", 12},
+      {"a fraction", L"12.9", 12},
+      {"a minus sign", L"-5", -5},
+      {"a plus sign", L"+5", 5},
+      {"two signs", L"+-5", 0},
+      {"a sign alone", L"-", 0},
+      {"zeros in front are no octal number", L"0010", 10},
+      {"no hexadecimal number", L"0x10", 0},
+      {"a sign in front of a blank", L"- 5", 0},
+      {"the largest", L"2147483647", INT_MAX},
+      {"one more", L"2147483648", INT_MAX},
+      {"two to the power of 32, and one", L"4294967297", INT_MAX},
+      {"beyond 64 bits", L"99999999999999999999", INT_MAX},
+      {"the smallest", L"-2147483648", INT_MIN},
+      {"one less", L"-2147483649", INT_MIN},
+      {"far below", L"-99999999999999999999", INT_MIN},
+      {"behind a byte-order mark",
+       L"\uFEFF"
+       L"1",
+       0},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    EXPECT_EQ(IntegerField(row.field), row.number);
+  }
+}
+
+TEST(IntegerField, EndsWithTheField) {
+  const std::wstring line = L"12345 6";
+  EXPECT_EQ(IntegerField(std::wstring_view(line).substr(0, 3)), 123);
+  EXPECT_EQ(NumberField(std::wstring_view(line).substr(1, 2)), 23.0);
+}
+
+TEST(NumberField, IsWhatTheFieldBeginsWith) {
+  const struct {
+    const char* name;
+    const wchar_t* field;
+    double number;
+  } rows[] = {
+      {"a factor", L"57.29577951308232", 57.29577951308232},
+      {"another", L"0.0273", 0.0273},
+      {"an integer", L"1", 1.0},
+      {"nothing", L"", 0.0},
+      {"no number", L"abc", 0.0},
+      {"a number and more", L"1.5m", 1.5},
+      {"a decimal comma ends it", L"1,5", 1.0},
+      {"no digit in front of the point", L".5", 0.5},
+      {"an exponent", L"2.5e-3", 0.0025},
+      {"a minus sign", L"-2.5", -2.5},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    EXPECT_EQ(NumberField(row.field), row.number);
+  }
+}
+
+}  // namespace
+}  // namespace KelmoLibs::Localize
