@@ -1,14 +1,16 @@
 // The few questions that the library asks of the operating system. platform_windows.cpp and
-// platform_posix.cpp answer them; those for characters have files of
+// platform_posix.cpp answer them; those for the embedded table and for characters have files of
 // their own, so that a test can answer one kind and leave the others. The build picks. No other
 // question about the system is asked outside the files that are named after one.
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <limits>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "frame/byte_source.h"
 
@@ -23,6 +25,27 @@ namespace KelmoLibs::Localize {
 /// folder, a pipe, a device), or when the path cannot be expressed on the system. Throws
 /// std::bad_alloc only.
 std::unique_ptr<ByteSource> OpenTextFile(const std::wstring& path);
+
+/// Makes the file at `path` hold these bytes and nothing else, or a new one, as far as the system
+/// lets it: nothing is said of what cannot be opened, or not be written to the end. Others may read
+/// and write the file meanwhile. On Linux the path is taken as above, a device is written, and a pipe
+/// is left alone; a lease that another program holds on the file is waited for, and the signal for
+/// a file beyond the limit of its size (SIGXFSZ) is the host's. Throws std::bad_alloc only, before
+/// anything is written.
+void WriteWholeFile(const std::wstring& path, std::string_view bytes);
+
+/// The unit table that lies inside the library's own file: UTF-16LE.
+struct EmbeddedTable {
+  enum class Status : std::int32_t { kFound = 0, kUnreadable = -1, kMissing = -2 };
+
+  Status status;
+  std::string_view bytes;  // nothing unless found; there as long as the library is loaded
+};
+
+/// On Windows it is looked for in the module of the name "kelmo_Mestrel_Localizer.dll", which each
+/// call loads once more and never frees, and in the host's own file where there is no such module.
+/// On Linux it is always found, without opening a file.
+EmbeddedTable FindEmbeddedUnitTable() noexcept;
 
 /// Whether a character shows something (iswgraph), whether it is a blank of any kind (iswblank). On
 /// Windows the runtime says so, of each half of a surrogate pair on its own: neither. On Linux the

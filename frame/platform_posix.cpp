@@ -18,25 +18,40 @@
 namespace KelmoLibs::Localize {
 namespace {
 
+constexpr mode_t kReadAndWriteForAll = 0666;  // less what the process's mask takes away
+
 int OpenUninterrupted(const char* path, int flags) noexcept {
   int descriptor = -1;
   do {
-    descriptor = ::open(path, flags);
+    descriptor = ::open(path, flags, kReadAndWriteForAll);
   } while (descriptor < 0 && errno == EINTR);
   return descriptor;
 }
 
-// A pipe is not opened at all: that would take the reader away that its writer waits for. Should
-// one take the file's place in between, O_NONBLOCK keeps the host from waiting. It also refuses a
-// file that another process holds a lease on, which is worth the wait.
+// O_NONBLOCK keeps the host from waiting, should a pipe have taken the file's place since it was
+// looked at. It also refuses a file that another process holds a lease on, which is worth the wait.
+int OpenWithoutWaiting(const char* path, int flags) noexcept {
+  flags |= O_CLOEXEC | O_NOCTTY;
+  const int descriptor = OpenUninterrupted(path, flags | O_NONBLOCK);
+  return descriptor < 0 && errno == EWOULDBLOCK ? OpenUninterrupted(path, flags) : descriptor;
+}
+
+// A pipe is not opened at all: that would take the reader away that its writer waits for.
 int OpenForReading(const char* path) noexcept {
   struct stat status = {};
   if (::stat(path, &status) != 0 || !S_ISREG(status.st_mode)) {
     return -1;
   }
-  constexpr int kFlags = O_RDONLY | O_CLOEXEC | O_NOCTTY;
-  const int descriptor = OpenUninterrupted(path, kFlags | O_NONBLOCK);
-  return descriptor < 0 && errno == EWOULDBLOCK ? OpenUninterrupted(path, kFlags) : descriptor;
+  return OpenWithoutWaiting(path, O_RDONLY);
+}
+
+// Nor for writing: whoever reads it may be gone before it is written, which ends the host.
+int OpenForWriting(const char* path) noexcept {
+  struct stat status = {};
+  if (::stat(path, &status) == 0 && S_ISFIFO(status.st_mode)) {
+    return -1;
+  }
+  return OpenWithoutWaiting(path, O_WRONLY | O_CREAT | O_TRUNC);
 }
 
 class FileBytes final : public ByteSource {
@@ -85,6 +100,23 @@ std::unique_ptr<ByteSource> OpenTextFile(const std::wstring& path) {
     return nullptr;
   }
   return std::make_unique<CrLfSource>(std::move(file));
+}
+
+void WriteWholeFile(const std::wstring& path, std::string_view bytes) {
+  const std::optional<std::string> posixPath = PosixPath(path);
+  const int descriptor = posixPath ? OpenForWriting(posixPath->c_str()) : -1;
+  if (descriptor < 0) {
+    return;
+  }
+  while (!bytes.empty()) {
+    const ssize_t count = ::write(descriptor, bytes.data(), bytes.size());
+    if (count > 0) {
+      bytes.remove_prefix(static_cast<std::size_t>(count));
+    } else if (count == 0 || errno != EINTR) {
+      break;
+    }
+  }
+  ::close(descriptor);
 }
 
 std::wstring FormatUnderUserLocale(double number, int decimals) {

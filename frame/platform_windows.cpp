@@ -1,6 +1,7 @@
 #include <fcntl.h>
 #include <io.h>
 #include <share.h>
+#include <sys/stat.h>
 #include <windows.h>
 
 #include <algorithm>
@@ -66,6 +67,24 @@ std::unique_ptr<ByteSource> OpenTextFile(const std::wstring& path) {
     return nullptr;
   }
   return file;
+}
+
+// In binary: the line ends are in the bytes.
+void WriteWholeFile(const std::wstring& path, std::string_view bytes) {
+  constexpr int kAnew = _O_WRONLY | _O_CREAT | _O_TRUNC | _O_BINARY | _O_NOINHERIT;
+  int descriptor = -1;
+  if (::_wsopen_s(&descriptor, path.c_str(), kAnew, _SH_DENYNO, _S_IREAD | _S_IWRITE) != 0) {
+    return;
+  }
+  while (!bytes.empty()) {
+    const auto most = static_cast<unsigned>(std::min<std::size_t>(bytes.size(), INT_MAX));
+    const int count = ::_write(descriptor, bytes.data(), most);
+    if (count <= 0) {
+      break;
+    }
+    bytes.remove_prefix(static_cast<std::size_t>(count));
+  }
+  ::_close(descriptor);
 }
 
 // By wide names: a narrow one with a letter beyond ASCII, as of "Turkish_T\u00FCrkiye.utf8", would

@@ -10,6 +10,7 @@
 
 #include "frame/file_path.h"
 #include "tests/support/read_all.h"
+#include "tests/support/read_file.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/support/test_platform.h"
 
@@ -128,6 +129,38 @@ TEST(OpenTextFile, LetsTheFileGoAtTheEnd) {
   const ScratchFolder folder;
   folder.Write(L"file.txt", "text");
   EXPECT_EQ(ReadTextFile(JoinPath(folder.HostPath(), L"file.txt"), 100), "text");
+  EXPECT_TRUE(std::filesystem::remove(folder.Path() / "file.txt"));
+}
+
+// ---- Writing a file
+
+TEST(WriteWholeFile, MakesTheFileHoldTheseBytesAndNothingElse) {
+  using namespace std::string_literals;
+  const ScratchFolder folder;
+  const std::wstring path = JoinPath(folder.HostPath(), L"таблица с пробелами.txt");
+  for (const std::string& bytes :
+       {"first, and the longest"s, "a\nb\r\n\r\x1A\0c\xFF"s, ""s, std::string(300'000, 'x')}) {
+    SCOPED_TRACE(testing::PrintToString(bytes.substr(0, 30)));
+    WriteWholeFile(path, bytes);
+    EXPECT_TRUE(ReadFile(folder.Path() / std::filesystem::u8path("таблица с пробелами.txt")) ==
+                bytes);
+  }
+}
+
+TEST(WriteWholeFile, SaysNothingOfWhatCannotBeOpened) {
+  const ScratchFolder folder;
+  folder.Write(L"folder\\file.txt", "text");
+  for (const wchar_t* const name : {L"", L"folder", L"missing\\file.txt", L"folder\\file.txt\\x"}) {
+    WriteWholeFile(JoinPath(folder.HostPath(), name), "bytes");
+  }
+  WriteWholeFile(L"", "bytes");
+  EXPECT_EQ(ReadFile(folder.Path() / "folder/file.txt"), "text");
+  EXPECT_FALSE(std::filesystem::exists(folder.Path() / "missing"));
+}
+
+TEST(WriteWholeFile, LetsTheFileGo) {
+  const ScratchFolder folder;
+  WriteWholeFile(JoinPath(folder.HostPath(), L"file.txt"), "bytes");
   EXPECT_TRUE(std::filesystem::remove(folder.Path() / "file.txt"));
 }
 
