@@ -8,6 +8,7 @@ namespace {
 constexpr std::wstring_view kDictionaryDetail = L"\nDictionary: ";
 constexpr std::wstring_view kDictionaryIdDetail = L"\nDictionary id: ";
 constexpr std::wstring_view kKeyDetail = L"\nKey: ";
+constexpr std::wstring_view kStringDetail = L"\nString: ";
 
 std::wstring Join(std::initializer_list<std::wstring_view> pieces) {
   std::size_t length = 0;
@@ -34,6 +35,14 @@ std::wstring DictionaryFileNotFoundMessage(std::wstring_view path) {
 
 std::wstring DictionaryLoadingErrorMessage(std::wstring_view path) {
   return Join({L"EL111. Dictionary loading error", kDictionaryDetail, path});
+}
+
+std::wstring UnitLineMessage(std::wstring_view line, std::wstring_view path) {
+  return Join({L"EV101. Error parse string.", kStringDetail, line, kDictionaryDetail, path});
+}
+
+std::wstring UnitTableNotFoundMessage(std::wstring_view path) {
+  return Join({L"EV111. Dictionary file not found or corrupted", kDictionaryDetail, path});
 }
 
 std::wstring UnknownDictionaryMessage(std::wstring_view id) {

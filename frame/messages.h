@@ -9,10 +9,15 @@
 
 namespace KelmoLibs::Localize {
 
-// Loading a dictionary; `path` as joined from folder and file name.
+// Loading a dictionary; `path` as joined from folder and file name. The last one is that of a unit
+// table, too.
 std::wstring KeyAlreadyDeclaredMessage(std::wstring_view key, std::wstring_view path);  // EL101
 std::wstring DictionaryFileNotFoundMessage(std::wstring_view path);                     // EL111
 std::wstring DictionaryLoadingErrorMessage(std::wstring_view path);                     // EL111
+
+// Loading the unit table of a language.
+std::wstring UnitLineMessage(std::wstring_view line, std::wstring_view path);  // EV101
+std::wstring UnitTableNotFoundMessage(std::wstring_view path);                 // EV111
 
 // Selecting a dictionary and looking up texts.
 std::wstring UnknownDictionaryMessage(std::wstring_view id);    // EL112

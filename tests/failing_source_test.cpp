@@ -12,7 +12,9 @@
 
 #include "dictionary/dictionary_loader.h"
 #include "frame/platform.h"
+#include "tests/support/localized_units.h"
 #include "tests/support/read_all.h"
+#include "unittables/language_table.h"
 
 namespace KelmoLibs::Localize {
 namespace {
@@ -130,6 +132,79 @@ TEST(FailingSource, WhatWasReadBeforeStaysAndTheResultTellsWhatHappened) {
       EXPECT_EQ(state.currentLanguage, L"en");
       EXPECT_EQ(state.dictionaries[L"en"][L"new"], L"text") << "loading goes on as ever";
     }
+  }
+}
+
+// The same for the loader of language unit tables. A failure in front of the whole header counts as
+// no table, one behind it as a failed loading.
+TEST(FailingSource, ALanguageTableKeepsWhatWasReadBefore) {
+  const std::wstring path = L"app\\LANG/ru-val.txt";
+  const std::wstring notFound =
+      L"EV111. Dictionary file not found or corrupted\nDictionary: " + path;
+  const std::wstring failed = L"EL111. Dictionary loading error\nDictionary: " + path;
+  const std::wstring badLine = L"EV101. Error parse string.\nString: 2 n\nDictionary: " + path;
+  const LocalizedUnitTable header = {{L"ru", {}}};
+  const LocalizedUnitTable unit = {{L"ru", {{1, {L"m", L"name"}}}}};
+  struct Result {
+    std::int32_t status;
+    LocalizedUnitTable table;
+    Messages messages;
+  };
+  const struct {
+    const char* bytes;
+    Result whenThrown;
+    Result whenEnded;
+  } fronts[] = {
+      {"", {-2, {}, {notFound}}, {-2, {}, {notFound}}},
+      {"ru", {-2, {}, {notFound}}, {-2, {}, {notFound}}},
+      {"ru Rus", {-2, {}, {notFound}}, {0, header, {}}},
+      {"ru\n", {-2, {}, {notFound}}, {-2, {}, {notFound}}},
+      {"ru Russian\n", {-1, header, {failed}}, {0, header, {}}},
+      {"ru Russian\n1 m name", {-1, header, {failed}}, {0, unit, {}}},
+      {"ru Russian\n1 m name\n", {-1, unit, {failed}}, {0, unit, {}}},
+      {"ru Russian\n1 m name\n2 n", {-1, unit, {failed}}, {0, unit, {badLine}}},
+      {"ru Russian\n1 m name\n2 n\n", {-1, unit, {badLine, failed}}, {0, unit, {badLine}}},
+  };
+  for (const auto& front : fronts) {
+    for (const Failure& failure : kFailures) {
+      SCOPED_TRACE(testing::Message()
+                   << failure.name << " behind " << testing::PrintToString(front.bytes));
+      openFile = [&] { return std::make_unique<FailingSource>(front.bytes, failure.fail); };
+      LocalizedUnitTable table;
+      ErrorList messages;
+      // A table without its header throws nothing more: nobody reads on.
+      const bool readsOn = std::string(front.bytes) != "ru\n";
+      const Result& expected = failure.result < 0 && readsOn ? front.whenThrown : front.whenEnded;
+      EXPECT_EQ(LoadLanguageUnitTable(L"app", LanguageUnitTableName(L"ru"), table, messages),
+                expected.status);
+      EXPECT_EQ(table, expected.table);
+      EXPECT_EQ(ReadAll(messages), expected.messages);
+      EXPECT_EQ(openSources, 0) << "the file was not let go";
+
+      openFile = [] { return std::make_unique<FailingSource>("ru R\n3 k kept\n", [] {}); };
+      EXPECT_EQ(LoadLanguageUnitTable(L"app", LanguageUnitTableName(L"ru"), table, messages), 0);
+      EXPECT_EQ(table[L"ru"].count(3), 1U) << "loading goes on as ever";
+    }
+  }
+}
+
+TEST(FailingSource, OpeningALanguageTableThatThrowsIsNoTable) {
+  for (const Failure& failure : kFailures) {
+    if (failure.result >= 0) {
+      continue;
+    }
+    SCOPED_TRACE(failure.name);
+    openFile = [&]() -> std::unique_ptr<ByteSource> {
+      failure.fail();
+      return nullptr;
+    };
+    LocalizedUnitTable table;
+    ErrorList messages;
+    EXPECT_EQ(LoadLanguageUnitTable(L"app", kNeutralUnitTableName, table, messages), -2);
+    EXPECT_EQ(table, (LocalizedUnitTable{}));
+    EXPECT_EQ(ReadAll(messages),
+              (Messages{L"EV111. Dictionary file not found or corrupted\nDictionary: "
+                        L"app\\lang-val.text"}));
   }
 }
 

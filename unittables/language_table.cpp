@@ -1,0 +1,99 @@
+#include "unittables/language_table.h"
+
+#include <memory>
+#include <optional>
+
+#include "frame/file_path.h"
+#include "frame/line_reader.h"
+#include "frame/messages.h"
+#include "frame/platform.h"
+#include "frame/utf8.h"
+#include "unittables/unit_line.h"
+
+namespace KelmoLibs::Localize {
+namespace {
+
+constexpr std::int32_t kLoaded = 0;
+constexpr std::int32_t kLoadingFailed = -1;
+constexpr std::int32_t kNoTable = -2;
+
+constexpr std::size_t kHeaderFields = 2;
+constexpr std::size_t kUnitFields = 3;
+
+// The language's key, the first of exactly two fields. The second is for people.
+std::optional<std::wstring> ReadHeader(LineReader& lines) {
+  const std::optional<std::string_view> line = lines.Next();
+  if (!line) {
+    return std::nullopt;
+  }
+  const std::wstring cleaned = CleanUnitLine(DecodeUtf8(*line));
+  const auto fields = UnitFields(cleaned, kHeaderFields, kHeaderFields + 1);
+  if (fields.size() != kHeaderFields) {
+    return std::nullopt;
+  }
+  return std::wstring(fields[0]);
+}
+
+// False where the line is no unit. The first line of a code stays; the others are none the worse.
+bool AddUnit(std::string_view line, LocalizedUnits& units) {
+  const std::wstring cleaned = CleanUnitLine(DecodeUtf8(line));
+  const auto fields = UnitFields(cleaned, kUnitFields, kUnitFields);
+  if (fields.empty()) {
+    return false;
+  }
+  units.try_emplace(IntegerField(fields[0]),
+                    LocalizedUnit{std::wstring(fields[1]), std::wstring(fields[2])});
+  return true;
+}
+
+// As AddUnit. A line that fails for another reason, want of memory, is a failed line like any other.
+bool TryToAddUnit(std::string_view line, LocalizedUnits& units) noexcept {
+  try {
+    return AddUnit(line, units);
+  } catch (...) {
+    return false;
+  }
+}
+
+void ReadUnits(LineReader& lines, const std::wstring& path, LocalizedUnits& units,
+               ErrorList& messages) {
+  while (const std::optional<std::string_view> line = lines.Next()) {
+    if (!line->empty() && !TryToAddUnit(*line, units)) {
+      messages.Append(UnitLineMessage(DecodeUtf8(*line), path));
+    }
+  }
+}
+
+}  // namespace
+
+std::wstring LanguageUnitTableName(std::wstring_view language) {
+  std::wstring name = L"LANG/";
+  name += language;
+  name += L"-val.txt";
+  return name;
+}
+
+std::int32_t LoadLanguageUnitTable(std::wstring_view folder, std::wstring_view fileName,
+                                   LocalizedUnitTable& table, ErrorList& messages) {
+  const std::wstring path = JoinPath(folder, fileName);
+  bool headerRead = false;
+  try {
+    if (const std::unique_ptr<ByteSource> file = OpenTextFile(path)) {
+      LineReader lines(*file);
+      if (const std::optional<std::wstring> language = ReadHeader(lines)) {
+        headerRead = true;
+        ReadUnits(lines, path, table[*language], messages);
+        return kLoaded;
+      }
+    }
+  } catch (...) {
+    if (headerRead) {
+      messages.Append(DictionaryLoadingErrorMessage(path));
+      return kLoadingFailed;
+    }
+  }
+  messages.Append(UnitTableNotFoundMessage(path));
+  return kNoTable;
+}
+
+}  // namespace KelmoLibs::Localize
