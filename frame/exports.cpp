@@ -1,5 +1,4 @@
-// The library's plain functions: each hands its arguments and the process-wide objects to one core
-// function.
+// The library's plain functions: each hands its arguments and the process-wide objects to the core.
 #include <string_view>
 
 #include "dictionary/dictionary_loader.h"
@@ -8,8 +7,11 @@
 #include "frame/file_path.h"
 #include "frame/library_state.h"
 #include "kelmo_localizer.h"
+#include "unittables/default_table.h"
+#include "unittables/language_table.h"
 
 using namespace KelmoLibs::Localize;
+using Phyval::unitCatalogue;
 
 namespace {
 
@@ -20,6 +22,25 @@ std::wstring_view TextOrEmpty(const wchar_t* text) noexcept {
 }  // namespace
 
 extern "C" {
+
+int32_t Init(const wchar_t* folder, const wchar_t* language) {
+  LoadDefaultUnitTable(false, unitCatalogue);
+  LoadLanguageUnitTable(TextOrEmpty(folder), LanguageUnitTableName(TextOrEmpty(language)),
+                        localizedUnitTable, loadMessages);
+  return 0;
+}
+
+int32_t Init0(const wchar_t* folder) {
+  LoadDefaultUnitTable(false, unitCatalogue);
+  LoadLanguageUnitTable(TextOrEmpty(folder), kNeutralUnitTableName, localizedUnitTable,
+                        loadMessages);
+  return 0;
+}
+
+int32_t ExportPhyVal() {
+  LoadDefaultUnitTable(true, unitCatalogue);
+  return 0;
+}
 
 int32_t LoadDictionary(const wchar_t* folder, const wchar_t* fileName) {
   return LoadDictionaryFile(JoinPath(TextOrEmpty(folder), TextOrEmpty(fileName)), currentLanguage,

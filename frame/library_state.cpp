@@ -2,12 +2,14 @@
 
 namespace KelmoLibs::Localize {
 
-// One file defines them all, because within one file the language fixes the order: built from the
-// first to the last at load, destroyed from the last to the first at unload. Do not reorder or
-// spread them.
+// One file defines all six, because within one file the language fixes the order: built from the
+// first to the last at load, destroyed from the last to the first at unload. Both rest on the order
+// of these lines: do not reorder or spread them.
 //
 // NOLINTNEXTLINE(cert-err58-cpp): a host without memory for nine rows cannot be loaded into
 Phyval::UnitCatalogue Phyval::unitCatalogue = Phyval::BuiltInUnits();
+LocalizedUnitTable localizedUnitTable;
+ErrorList loadMessages;
 std::wstring currentLanguage;
 DictionaryTable dictionaries;
 ErrorList errorList;

@@ -8,9 +8,12 @@
 #include "dictionary/dictionary.h"
 #include "frame/error_list.h"
 #include "phyval/unit_catalogue.h"
+#include "unittables/language_table.h"
 
 namespace KelmoLibs::Localize {
 
+extern LocalizedUnitTable localizedUnitTable;
+extern ErrorList loadMessages;        // of loading that table; no export reads them
 extern std::wstring currentLanguage;  // id of the current dictionary
 extern DictionaryTable dictionaries;
 extern ErrorList errorList;

@@ -1,12 +1,13 @@
 /*
  * kelmo_Mestrel_Localizer: interface texts and physical values for engineering programs.
  *
- * The one header for hosts: functions for texts, valid C and C++, and behind them two classes for
- * values, for C++11 and later. A host loads its dictionaries, selects one and asks for texts by
- * key:
+ * The one header for hosts: functions, valid C and C++, and behind them two classes for values, for
+ * C++11 and later. A host starts the library, once and before its first value, loads its
+ * dictionaries, selects one and asks for texts by key:
  *
- *   LoadDictionary(L"lang", L"en.txt");
- *   LoadDictionary(L"lang", L"de.txt");
+ *   Init(L".", L"de");
+ *   LoadDictionary(L"LANG", L"en.txt");
+ *   LoadDictionary(L"LANG", L"de.txt");
  *   UseLanguage(L"de");
  *   LANG(L"menu.file");  // "Datei"
  *
@@ -17,7 +18,8 @@
  *   side = side + Double(10, 0.1, 0, L"in");   // 10 inches
  *   side.to_string(L',');                      // "1,77"
  *
- * Rules that hold for every function:
+ * docs/lifetime.md has the whole order, from load to unload, and what becomes invalid when. Rules
+ * that hold for every function:
  *
  * Texts      Zero-terminated wide strings: UTF-16 code units on Windows (wchar_t has 16 bits), one
  *            wchar_t per character on Linux (32 bits). They are compared exactly: case, blanks and
@@ -30,7 +32,8 @@
  * Problems   A file, key or id that is not found, and a key that is declared twice, is not an
  *            exception: it becomes a message in the error list (GetErrorsCount, GetError,
  *            ClearErrors), at its end, unless an equal message is there already. Messages stay
- *            until ClearErrors. Below, "lists" names the messages that a call may add.
+ *            until ClearErrors. Below, "lists" names the messages that a call may add. The
+ *            problems of starting (Init, Init0, ExportPhyVal) are not told.
  * Exceptions std::bad_alloc, where memory runs out, and the std::out_of_range of GetError. The
  *            state is then as before the call, except where a declaration says otherwise. A host
  *            in another language than C++ cannot catch them: it must not pass GetError the index
@@ -66,6 +69,56 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+
+/**
+ * Starts the library for a language: replaces the units by those of the table that is embedded in the
+ * library's own file, then reads the unit table of the language, the file
+ * folder\LANG/language-val.txt.
+ *
+ * Call it before the first value is made. EVERY VALUE MADE BEFORE IS OUT OF DATE AFTERWARDS, as are
+ * its `unit` and the texts of the unit: the rows of the catalogue are others, with other symbols and
+ * names; docs/values.md has both. Which they are depends neither on the language nor on its file.
+ *
+ * The file's symbols and names are kept until the library is unloaded, under the key that its first
+ * line gives; the first of a code stays. No function reads them yet.
+ *
+ * @param folder    The folder that contains LANG, usually the program's. It is joined to the rest as
+ *                  that of LoadDictionary is, which takes the folder of the file itself.
+ * @param language  Part of the file's name, as it stands. Neither text may be one of the catalogue,
+ *                  such as a unit's name.
+ *
+ * @return  0, always: also where there is no such file, or no table inside the library. (On Windows
+ *          that happens where the library's file does not have its name: the catalogue is empty
+ *          then, and no unit is found.)
+ *
+ * Lists    Nothing in the error list. Problems with the file go to a list that no function reads.
+ * Module   On Windows each call adds a reference to the library's module that is never released: a
+ *          host that unloads the library calls FreeLibrary once more for each.
+ * Locale   The table's factors are read under the runtime's current locale (setlocale, uselocale):
+ *          under one with a decimal comma they end in front of their point, and an inch has 0 m.
+ * Throws   std::bad_alloc, where the rows of the catalogue, the path or a failure's message cannot
+ *          be stored. The earlier rows are gone then, too, and the new ones there as far as they
+ *          were read.
+ * Cost     That of reading the file. It is opened in this call and closed at its end.
+ */
+KELMO_LOCALIZER_API int32_t Init(const wchar_t* folder, const wchar_t* language);
+
+/** The same for a program that names no language: the file is folder\lang-val.text. */
+KELMO_LOCALIZER_API int32_t Init0(const wchar_t* folder);
+
+/**
+ * Writes the table that the library carries to the file C:\phyval.txt, for users to look at, in the
+ * place of what that file held: UTF-8 with a byte-order mark, each line ending with CR CR LF, and a
+ * CR LF behind the last. On Linux that is the file phyval.txt in the folder "C:" of the working
+ * directory, if there is one.
+ *
+ * It counts as a start, as Init: VALUES MADE BEFORE ARE OUT OF DATE AFTERWARDS.
+ *
+ * @return  0, always: also where the file cannot be written, which nothing tells.
+ *
+ * Lists    Nothing. Module, Locale: as Init. Throws: std::bad_alloc, as Init.
+ */
+KELMO_LOCALIZER_API int32_t ExportPhyVal(void);
 
 /**
  * Reads one dictionary file and makes its dictionary the current one.
@@ -169,7 +222,9 @@ KELMO_LOCALIZER_API const wchar_t* GetError(int32_t index);
  *
  * The units are rows of one catalogue, which the library owns and looks through from the first to
  * the last: the first row that fits is the unit. From the moment that the library is loaded it
- * holds
+ * holds the rows below. Init, Init0 and ExportPhyVal put others in their place, which differ, on
+ * purpose: there is no square meter then; a koefficient has the factor 0 and the symbol K, so that
+ * computing with it gives NaN; and every name ends with a blank ("meter ").
  *
  *   code    factor             symbol  name
  *   10      0                  L       length         (a quantity, never found)
@@ -185,8 +240,9 @@ KELMO_LOCALIZER_API const wchar_t* GetError(int32_t index);
  * Hosts make these objects in memory of their own, so that the fields, their order and their types
  * are part of the binary interface. Double has 32 bytes everywhere. ValueType has 16 and those of
  * two std::wstring, and texts that a member returns are freed by the host: host and library must
- * have the same compiler, standard library and runtime, and with Microsoft's the same debug level.
- * No object may outlive the library.
+ * have the same compiler, standard library and runtime, and with Microsoft's the same debug level
+ * (docs/abi.md). No object may outlive the library. A Double that outlives its row, because the
+ * library was started again, may be rounded, printed, copied, assigned to and destroyed.
  *
  * One thread at a time, as for the functions. Nothing here adds a message to the error list.
  */
@@ -252,8 +308,9 @@ class Double {
   double relTolerance; /* a fraction of the value */
 
   /**
-   * A row of the library's catalogue, or null: no unit. Not owned; valid until the library is
-   * unloaded. A host leaves the row as it is, and points to no other one.
+   * A row of the library's catalogue, or null: no unit. Not owned; valid until the next Init, Init0
+   * or ExportPhyVal, or until the library is unloaded. A host leaves the row as it is, and points
+   * to no other one.
    */
   ValueType* unit;
 

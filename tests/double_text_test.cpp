@@ -7,15 +7,15 @@
 #include <chrono>
 #include <cmath>
 #include <cstdlib>
-#include <fstream>
 #include <initializer_list>
 #include <limits>
-#include <sstream>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include "kelmo_localizer.h"
 #include "tests/support/global_locale.h"
+#include "tests/support/page_table.h"
 #include "tests/support/private_members.h"
 #include "tests/support/same_bits.h"
 #include "tests/support/test_platform.h"
@@ -90,29 +90,17 @@ TEST(DoubleText, ShowsWhatTheToleranceJustifies) {
   });
 }
 
-// docs/values.md says what is printed: rows of four numbers and a text between backticks.
 TEST(DoubleText, IsTheOneOfItsPage) {
-  std::ifstream page(KELMO_SOURCE_FOLDER "/docs/values.md");
-  int rows = 0;
-  for (std::string line; std::getline(page, line);) {
-    double number = 0;
-    double absTolerance = 0;
-    double relTolerance = 0;
-    double tolerance = 0;
-    std::string text;
-    char bar = 0;
-    std::istringstream row(line);
-    if (!(row >> bar >> number >> bar >> absTolerance >> bar >> relTolerance >> bar >> tolerance >>
-          bar >> text)) {
-      continue;
-    }
-    SCOPED_TRACE(line);
-    Double value(number, absTolerance, relTolerance, 10001);
-    EXPECT_DOUBLE_EQ(T(value), tolerance);
-    EXPECT_EQ(L'`' + value.to_string(L'.') + L'`', std::wstring(text.begin(), text.end()));
-    ++rows;
+  const std::vector<Cells> rows = TableOfPage("values.md", "`value`");
+  EXPECT_EQ(rows.size(), 18U);
+  for (const Cells& row : rows) {
+    SCOPED_TRACE(testing::PrintToString(row));
+    ASSERT_EQ(row.size(), 5U);
+    const auto number = [&row](std::size_t column) { return std::stod(row[column]); };
+    Double value(number(0), number(1), number(2), 10001);
+    EXPECT_DOUBLE_EQ(T(value), number(3));
+    EXPECT_EQ(L'`' + value.to_string(L'.') + L'`', std::wstring(row[4].begin(), row[4].end()));
   }
-  EXPECT_EQ(rows, 18) << "rows of the page's table";
 }
 
 TEST(DoubleText, RoundsToTheNearestIntegerInEveryBuild) {

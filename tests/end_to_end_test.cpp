@@ -9,7 +9,9 @@
 #include <string>
 
 #include "tests/support/host_test.h"
+#include "tests/support/loaded_units.h"
 #include "tests/support/test_platform.h"
+#include "tests/support/unit_rows.h"
 
 namespace {
 
@@ -245,6 +247,72 @@ TEST_F(EndToEnd, AMissingFileIsListedOnceAndChangesNothing) {
   EXPECT_EQ(ReadMessages(),
             (Messages{L"EL111. Dictionary file not found\nDictionary: " + PathOf(L"missing.txt")}));
   EXPECT_EQ(Text(L"key"), L"text");
+}
+
+// ---- Start-up
+
+TEST_F(EndToEnd, StartingGivesZeroWhateverTheFilesAreAndListsNothing) {
+  folder_.Write(L"LANG\\ru-val.txt", "ru Russian\n10001 m name\n");
+  folder_.Write(L"LANG\\bad-val.txt", "no header\nno unit\n");
+  folder_.Write(L"lang-val.text", "neutral Neutral\nno unit\n");
+  EXPECT_EQ(Init(folder_.HostPath(), L"ru"), 0);
+  EXPECT_EQ(Init(folder_.HostPath(), L"bad"), 0);
+  EXPECT_EQ(Init(folder_.HostPath(), L"none"), 0);
+  EXPECT_EQ(Init(L"no such folder", L"ru"), 0);
+  EXPECT_EQ(Init(L"", L""), 0);
+  EXPECT_EQ(Init0(folder_.HostPath()), 0);
+  EXPECT_EQ(Init0(L"no such folder"), 0);
+  EXPECT_EQ(ReadMessages(), (Messages{}));
+}
+
+TEST_F(EndToEnd, StartingLeavesTextsAndMessagesAlone) {
+  EXPECT_EQ(WriteAndLoad(L"en.txt", "en\nkey text\n"), 0);
+  EXPECT_EQ(WriteAndLoad(L"de.txt", "de\nkey Wort\nkey again\n"), 1);
+  EXPECT_EQ(host_.UseLanguage(L"en"), 0);
+  const wchar_t* const text = host_.LANG(L"key");
+  const Messages before = ReadMessages();
+  EXPECT_EQ(Init(folder_.HostPath(), L"ru"), 0);
+  EXPECT_EQ(Init0(folder_.HostPath()), 0);
+  EXPECT_EQ(ExportPhyVal(), 0);
+  EXPECT_EQ(ReadMessages(), before);
+  EXPECT_EQ(host_.LANG(L"key"), text);
+  EXPECT_STREQ(text, L"text");
+  EXPECT_EQ(host_.UseLanguage(L"de"), 0);
+  EXPECT_EQ(Text(L"key"), L"Wort");
+}
+
+TEST_F(EndToEnd, EveryStartPutsTheSameUnitsInThePlaceOfTheOldOnes) {
+  const LoadedUnits units(library_);
+  const auto expectDefaultUnits = [&units] {
+    for (const UnitRow& row : kDefaultUnits) {
+      if (row.code < 100) {
+        EXPECT_EQ(units.Find(row.code), nullptr) << "a quantity";
+        continue;
+      }
+      const auto* const unit = units.Find(row.code);
+      ASSERT_NE(unit, nullptr) << row.code;
+      EXPECT_EQ((UnitRow{unit->code, unit->factor, unit->symbol, unit->name}), row);
+    }
+    EXPECT_EQ(units.Find(20001), nullptr);
+  };
+  ASSERT_NE(units.Find(20001), nullptr) << "before the first start";
+  EXPECT_EQ(Init(folder_.HostPath(), L"ru"), 0);
+  expectDefaultUnits();
+  EXPECT_EQ(Init(folder_.HostPath(), L"ru"), 0);
+  expectDefaultUnits();
+  EXPECT_EQ(Init0(folder_.HostPath()), 0);
+  expectDefaultUnits();
+  EXPECT_EQ(ExportPhyVal(), 0);
+  expectDefaultUnits();
+}
+
+TEST_F(EndToEnd, NullCountsAsTheEmptyTextWhenStarting) {
+  EXPECT_EQ(host_.Init(nullptr, nullptr), 0);
+  EXPECT_EQ(host_.Init(nullptr, L"ru"), 0);
+  EXPECT_EQ(host_.Init(L".", nullptr), 0);
+  EXPECT_EQ(host_.Init0(nullptr), 0);
+  library_.GiveBackReferencesOf(4);
+  EXPECT_EQ(host_.GetErrorsCount(), 0);
 }
 
 // ---- Selection and lookup

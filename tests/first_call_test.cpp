@@ -17,6 +17,9 @@ namespace {
 const Double valueOfTheHost(1, 0, 0, 10002);
 
 // The types are part of the binary interface: hosts in other languages declare them on their own.
+static_assert(std::is_same_v<decltype(Init), std::int32_t(const wchar_t*, const wchar_t*)>);
+static_assert(std::is_same_v<decltype(Init0), std::int32_t(const wchar_t*)>);
+static_assert(std::is_same_v<decltype(ExportPhyVal), std::int32_t()>);
 static_assert(
     std::is_same_v<decltype(LoadDictionary), std::int32_t(const wchar_t*, const wchar_t*)>);
 static_assert(std::is_same_v<decltype(UseLanguage), std::int32_t(const wchar_t*)>);
@@ -37,6 +40,24 @@ class FirstCall : public testing::Test {
     EXPECT_STREQ(GetError(0), message);
   }
 };
+
+TEST_F(FirstCall, Init) {
+  EXPECT_EQ(Init(L"no such folder", L"ru"), 0);
+  EXPECT_EQ(GetErrorsCount(), 0);
+  EXPECT_EQ(Double(1, 0, 0, 20001).unit, nullptr);
+}
+
+TEST_F(FirstCall, Init0) {
+  EXPECT_EQ(Init0(L"no such folder"), 0);
+  EXPECT_EQ(GetErrorsCount(), 0);
+  EXPECT_EQ(Double(1, 0, 0, 20001).unit, nullptr);
+}
+
+TEST_F(FirstCall, ExportPhyVal) {
+  EXPECT_EQ(ExportPhyVal(), 0);
+  EXPECT_EQ(GetErrorsCount(), 0);
+  EXPECT_EQ(Double(1, 0, 0, 20001).unit, nullptr);
+}
 
 TEST_F(FirstCall, LoadDictionary) {
   EXPECT_EQ(LoadDictionary(L"no such folder", L"en.txt"), -2);

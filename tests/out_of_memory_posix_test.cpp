@@ -7,10 +7,12 @@
 #include <functional>
 #include <stdexcept>
 #include <string>
+#include <type_traits>
 
 #include "tests/support/allocation_probe.h"
 #include "tests/support/encode_utf8.h"
 #include "tests/support/host_test.h"
+#include "tests/support/loaded_units.h"
 
 namespace {
 
@@ -18,6 +20,7 @@ using allocation_probe::CallWithFailingAllocation;
 using allocation_probe::Failing;
 using allocation_probe::LeakCheck;
 using allocation_probe::Outcome;
+using KelmoLibs::Localize::Phyval::ValueType;
 
 // Long enough that each needs memory of its own.
 const std::wstring kId = L"an.id.that.needs.memory.of.its.own";
@@ -55,7 +58,11 @@ class OutOfMemory : public testing::Test {
         host.UseLanguage(L"none");
         outcome = CallWithFailingAllocation(
             n, [&] { call(host); }, failing);
-        check(host, outcome);
+        if constexpr (std::is_invocable_v<Check, LibraryExports, LoadedUnits, Outcome>) {
+          check(host, LoadedUnits(library), outcome);
+        } else {
+          check(host, outcome);
+        }
       }
       if (outcome == Outcome::kNoFailure || HasFatalFailure()) {
         return n - 1;
@@ -160,6 +167,62 @@ TEST_F(OutOfMemory, LoadDictionaryOfAMissingFileSaysOneOrTheOther) {
     }
     EXPECT_STREQ(host.LANG(L"key"), L"older text");
   });
+}
+
+// Starting: the units are none, or the first of the new ones, or all of them; and whatever failed,
+// texts and messages are as they were.
+TEST_F(OutOfMemory, StartingLeavesTheNewUnitsAsFarAsTheyWereRead) {
+  folder_.Write(L"LANG\\a language that needs memory-val.txt",
+                "key.of.a.language.that.needs.memory Language\n"
+                "1 symbol.that.needs.memory name that needs memory\n"
+                "a.line.that.is.short.and.needs.memory\n");
+  const struct {
+    const char* name;
+    std::function<std::int32_t(const LibraryExports&)> start;
+    bool mayReturn;  // problems of the table of a language are listed where no host sees them
+    std::size_t allocations;  // at least
+  } rows[] = {
+      {"Init",
+       [this](const LibraryExports& host) {
+         return host.Init(path_.c_str(), L"a language that needs memory");
+       },
+       true, 60},
+      {"Init without a file",
+       [](const LibraryExports& host) { return host.Init(L"no such folder", L"ru"); }, true, 50},
+      {"Init0 without a file",
+       [](const LibraryExports& host) { return host.Init0(L"no such folder"); }, true, 50},
+      {"ExportPhyVal", [](const LibraryExports& host) { return host.ExportPhyVal(); }, false, 50},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    std::int32_t result = 0;
+    const auto start = [&](const LibraryExports& host) {
+      result = -1;
+      result = row.start(host);
+    };
+    const std::size_t allocations = ForEachAllocation(
+        Failing::kOnce, start,
+        [&](const LibraryExports& host, const LoadedUnits& units, Outcome outcome) {
+          EXPECT_EQ(result, outcome == Outcome::kThrew ? -1 : 0);
+          EXPECT_TRUE(outcome != Outcome::kReturned || row.mayReturn) << "it was kept back";
+          EXPECT_EQ(units.Find(20001), nullptr) << "a row of before";
+          bool read = true;  // rows are appended one by one: once one is missing, all are
+          for (const int code : {10001, 10002, 30001, 40001, 40002}) {
+            const ValueType* const unit = units.Find(code);
+            EXPECT_TRUE(read || unit == nullptr) << code;
+            read = unit != nullptr;
+            EXPECT_TRUE(!read || unit->name.back() == L' ') << "a row of before";
+          }
+          EXPECT_TRUE(read || outcome == Outcome::kThrew);
+          EXPECT_EQ(ReadMessages(host), (Messages{kOlder}));
+          EXPECT_STREQ(host.LANG(L"key"), L"older text");
+          // The same call succeeds afterwards.
+          EXPECT_EQ(row.start(host), 0);
+          ASSERT_NE(units.Find(40002), nullptr);
+          EXPECT_EQ(units.Find(40002)->name, L"radian ");
+        });
+    EXPECT_GE(allocations, row.allocations);
+  }
 }
 
 TEST_F(OutOfMemory, TheOtherExportsThrowAndLeaveEverythingAsItWas) {

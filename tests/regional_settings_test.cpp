@@ -1,4 +1,4 @@
-// to_string() and the runtime's locale, through the exports. The user's settings come from the
+// to_string(), the factors of units and the runtime's locale, through the exports. The user's settings come from the
 // environment of the process: CTest runs this program under several (tests/CMakeLists.txt), and
 // tells it the user's separator, and the locale that the host has chosen before, if any.
 
@@ -75,6 +75,19 @@ TEST_F(RegionalSettings, OfTheHostsGlobalLocaleCountForTheOtherTextOnLinux) {
   EXPECT_EQ(value.to_string(L';'), L"1;234;567,89");
   EXPECT_EQ(value.to_string(L'.'), L"1.234.567,89");
   EXPECT_EQ(value.to_string().size(), text.size());
+}
+
+// Of the host's locale, not of the user's, and not for the moment of the call.
+TEST_F(RegionalSettings, OfTheHostDecideWhereAFactorEnds) {
+  const std::string point = std::localeconv()->decimal_point;
+  EXPECT_EQ(Init0(L"no such folder"), 0);
+  ASSERT_NE(Double(1, 0, 0, 40002).unit, nullptr);
+  EXPECT_EQ(Double(1, 0, 0, 40002).unit->factor, point == "," ? 57.0 : 57.29577951308232);
+  EXPECT_EQ(Double(1, 0, 0, 10002).unit->factor, point == "," ? 0.0 : 0.0273);
+  EXPECT_EQ(Double(1, 0, 0, 10001).unit->factor, 1.0);
+  std::setlocale(LC_ALL, "C");
+  EXPECT_EQ(Init0(L"no such folder"), 0);
+  EXPECT_EQ(Double(1, 0, 0, 40002).unit->factor, 57.29577951308232);
 }
 
 }  // namespace

@@ -6,34 +6,23 @@
 #include <stdexcept>
 #include <string>
 
+#include "tests/support/calling_order.h"
 #include "tests/support/host_test.h"
+#include "tests/support/loaded_units.h"
 #include "tests/support/test_platform.h"
 
-using KelmoLibs::Localize::Phyval::Double;
+using KelmoLibs::Localize::Phyval::ValueType;
 
 namespace {
 
-// Members under the names that GCC and Clang give them; they are called as functions that take the
-// object first. Microsoft's compiler does neither.
 void UseValues(const LoadedLibrary& library) {
-  const std::string prefix = "_ZN9KelmoLibs8Localize6Phyval6Double";
-  const auto construct =
-      library.Export<void(void*, double, double, double, int)>((prefix + "C1Edddi").c_str());
-  const auto destroy = library.Export<void(void*)>((prefix + "D1Ev").c_str());
-  const auto check = library.Export<void(void*)>((prefix + "12CheckCorrectEv").c_str());
-  const auto text = library.Export<std::wstring(void*)>((prefix + "9to_stringB5cxx11Ev").c_str());
-  const auto textWith =
-      library.Export<std::wstring(void*, wchar_t)>((prefix + "9to_stringB5cxx11Ew").c_str());
-  alignas(Double) unsigned char memory[sizeof(Double)];
-  construct(memory, 1234567.5, 0.1, 0, 10003);
-  ASSERT_THROW(check(memory), std::invalid_argument);
-  ASSERT_EQ(text(memory).size(), 9U);
-  ASSERT_EQ(textWith(memory, L','), L"1234567,5");
-  destroy(memory);
-  construct(memory, std::numeric_limits<double>::infinity(), 0.1, 0, 10001);
-  check(memory);
-  ASSERT_EQ(textWith(memory, L','), L"inf") << "by a stream";
-  destroy(memory);
+  LoadedUnits::Value withoutUnit(library, 1234567.5, 0.1, 10003);
+  ASSERT_THROW(withoutUnit.Check(), std::invalid_argument);
+  ASSERT_EQ(withoutUnit.Text().size(), 9U);
+  ASSERT_EQ(withoutUnit.Text(L','), L"1234567,5");
+  LoadedUnits::Value infinite(library, std::numeric_limits<double>::infinity(), 0.1, 10001);
+  infinite.Check();
+  ASSERT_EQ(infinite.Text(L','), L"inf") << "by a stream";
 }
 
 // One life of the library, with all that may leave something behind: stored texts, messages,
@@ -53,11 +42,39 @@ void LoadUseAndUnload(const ScratchFolder& folder) {
                           L"\\en.txt"}));
   ASSERT_THROW(host.GetError(3), std::out_of_range);
   UseValues(library);
+  // Three starts, with a table, without one, and with a file that cannot be written.
+  ASSERT_EQ(host.Init(folder.HostPath().c_str(), L"ru"), 0);
+  ASSERT_EQ(host.Init0(folder.HostPath().c_str()), 0);
+  ASSERT_EQ(host.ExportPhyVal(), 0);
+  ASSERT_EQ(host.GetErrorsCount(), 3);
+  const ValueType* const meter = LoadedUnits(library).Find(10001);
+  ASSERT_NE(meter, nullptr);
+  ASSERT_EQ(meter->name, L"meter ");
+  ASSERT_EQ(LoadedUnits(library).Find(20001), nullptr);
+  UseValues(library);
+  library.GiveBackReferencesOf(3);
+}
+
+TEST(Unload, EndsTheWholeOrderOfAHostAndTheNextBeginsAfresh) {
+  const ScratchFolder folder;
+  for (int life = 0; life < 2; ++life) {
+    {
+      const LoadedLibrary library;
+      ExpectTheWholeOrder(
+          LibraryExports(library), folder, [&library](double value, double tolerance, int code) {
+            LoadedUnits::Value made(library, value, tolerance, code);
+            return made.Unit() == nullptr ? L"none" : made.Text(L'.') + L" " + made.Unit()->symbol;
+          });
+      library.GiveBackReferencesOf(kStartsOfTheWholeOrder);
+    }
+    ASSERT_FALSE(LoadedLibrary::IsInProcess());
+  }
 }
 
 TEST(Unload, LeavesNothingBehindHoweverOften) {
   const ScratchFolder folder;
   folder.Write(L"en.txt", "en\nkey text\nkey again\nanother.key another text\n");
+  folder.Write(L"LANG\\ru-val.txt", "ru Russian\n10001 m a long name of the unit\n10002\n");
   constexpr int kWarmUp = 100;
   constexpr int kCycles = 1200;  // more than Windows has slots of thread-local storage
   std::optional<Footprint> before;

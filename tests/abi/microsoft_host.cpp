@@ -8,6 +8,9 @@ using KelmoLibs::Localize::Phyval::Double;
 using KelmoLibs::Localize::Phyval::ValueType;
 
 void CallFunctions() {
+  Init(L"", L"");
+  Init0(L"");
+  ExportPhyVal();
   ClearErrors();
   GetError(static_cast<int32_t>(GetErrorsCount()));
   LoadDictionary(LANG(L""), L"");

@@ -14,7 +14,9 @@
 
 using Messages = std::vector<std::wstring>;
 
-inline Messages ReadMessages(const LibraryExports& host) {
+/// `host` has the functions under their names.
+template <class Functions>
+Messages ReadMessages(const Functions& host) {
   Messages messages;
   for (std::int32_t i = 0; i < host.GetErrorsCount(); ++i) {
     messages.emplace_back(host.GetError(i));
@@ -31,6 +33,20 @@ class HostTest : public testing::Test {
     folder_.Write(fileName, bytes);
     return Load(fileName);
   }
+  std::int32_t Init(const std::wstring& folder, const std::wstring& language) {
+    ++starts_;
+    return host_.Init(folder.c_str(), language.c_str());
+  }
+  std::int32_t Init0(const std::wstring& folder) {
+    ++starts_;
+    return host_.Init0(folder.c_str());
+  }
+  std::int32_t ExportPhyVal() {
+    ++starts_;
+    return host_.ExportPhyVal();
+  }
+  void TearDown() override { library_.GiveBackReferencesOf(starts_); }
+
   std::wstring PathOf(const std::wstring& fileName) const {
     return folder_.HostPath() + L'\\' + fileName;
   }
@@ -59,4 +75,7 @@ class HostTest : public testing::Test {
   const ScratchFolder folder_;
   const LoadedLibrary library_;
   const LibraryExports host_{library_};
+
+ private:
+  int starts_ = 0;
 };

@@ -7,7 +7,10 @@
 
 struct LibraryExports {
   explicit LibraryExports(const LoadedLibrary& library)
-      : LoadDictionary(library.Export<decltype(::LoadDictionary)>("LoadDictionary")),
+      : Init(library.Export<decltype(::Init)>("Init")),
+        Init0(library.Export<decltype(::Init0)>("Init0")),
+        ExportPhyVal(library.Export<decltype(::ExportPhyVal)>("ExportPhyVal")),
+        LoadDictionary(library.Export<decltype(::LoadDictionary)>("LoadDictionary")),
         UseLanguage(library.Export<decltype(::UseLanguage)>("UseLanguage")),
         LANG(library.Export<decltype(::LANG)>("LANG")),
         ClearErrors(library.Export<decltype(::ClearErrors)>("ClearErrors")),
@@ -15,6 +18,9 @@ struct LibraryExports {
         GetError(library.Export<decltype(::GetError)>("GetError")) {}
 
   // NOLINTBEGIN(readability-identifier-naming)
+  decltype(&::Init) Init;
+  decltype(&::Init0) Init0;
+  decltype(&::ExportPhyVal) ExportPhyVal;
   decltype(&::LoadDictionary) LoadDictionary;
   decltype(&::UseLanguage) UseLanguage;
   decltype(&::LANG) LANG;

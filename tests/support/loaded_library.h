@@ -10,6 +10,10 @@ class LoadedLibrary {
   LoadedLibrary& operator=(const LoadedLibrary&) = delete;
   ~LoadedLibrary();
 
+  /// Each start (Init, Init0, ExportPhyVal) takes a reference to the library on Windows, and none on
+  /// Linux. To be called before the end, with how many there were, or the library stays.
+  void GiveBackReferencesOf(int starts) const;
+
   /// Whether the process holds the library, loaded by whomever.
   static bool IsInProcess() noexcept;
 

@@ -20,6 +20,12 @@ LoadedLibrary::LoadedLibrary() : handle_(::LoadLibraryW(kLibrary)) {
 
 LoadedLibrary::~LoadedLibrary() { ::FreeLibrary(static_cast<HMODULE>(handle_)); }
 
+void LoadedLibrary::GiveBackReferencesOf(int starts) const {
+  for (int i = 0; i < starts; ++i) {
+    ::FreeLibrary(static_cast<HMODULE>(handle_));
+  }
+}
+
 bool LoadedLibrary::IsInProcess() noexcept { return ::GetModuleHandleW(kLibrary) != nullptr; }
 
 LoadedLibrary::AnyFunction* LoadedLibrary::Address(const char* name) const {

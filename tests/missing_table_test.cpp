@@ -1,0 +1,92 @@
+// The library without its own unit table: this program answers the question for it in the place of
+// the operating system. FindEmbeddedUnitTable below is the one that the exports come to.
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "frame/library_state.h"
+#include "frame/platform.h"
+#include "tests/support/exported_table.h"
+#include "tests/support/localized_units.h"
+#include "tests/support/read_file.h"
+#include "tests/support/scratch_folder.h"
+#include "tests/support/unit_rows.h"
+#include "unittables/default_table.h"
+
+namespace KelmoLibs::Localize {
+namespace {
+
+EmbeddedTable answer = {EmbeddedTable::Status::kMissing, {}};
+
+}  // namespace
+
+EmbeddedTable FindEmbeddedUnitTable() noexcept { return answer; }
+
+namespace {
+
+using Phyval::BuiltInUnits;
+using Phyval::unitCatalogue;
+
+struct Failure {
+  const char* name;
+  EmbeddedTable::Status status;
+  std::int32_t result;
+};
+
+const Failure kFailures[] = {
+    {"missing", EmbeddedTable::Status::kMissing, -2},
+    {"unreadable", EmbeddedTable::Status::kUnreadable, -1},
+};
+
+TEST(MissingTable, LeavesTheCatalogueEmptyAndSaysWhy) {
+  for (const Failure& failure : kFailures) {
+    SCOPED_TRACE(failure.name);
+    answer = {failure.status, {}};
+    for (const bool exportToFile : {false, true}) {
+      Phyval::UnitCatalogue catalogue = BuiltInUnits();
+      EXPECT_EQ(LoadDefaultUnitTable(exportToFile, catalogue), failure.result);
+      EXPECT_TRUE(catalogue.empty());
+    }
+  }
+}
+
+TEST(MissingTable, StartsGiveZeroAndReadTheTableOfTheLanguageAllTheSame) {
+  for (const Failure& failure : kFailures) {
+    SCOPED_TRACE(failure.name);
+    answer = {failure.status, {}};
+    const ScratchFolder folder;
+    folder.Write(L"LANG\\ru-val.txt", "ru Russian\n10001 m name\n");
+    folder.Write(L"lang-val.text", "neutral Neutral\n");
+    const ExportPlace place(folder);
+    localizedUnitTable.clear();
+
+    unitCatalogue = BuiltInUnits();
+    EXPECT_EQ(Init(L".", L"ru"), 0);
+    EXPECT_TRUE(unitCatalogue.empty());
+    EXPECT_EQ(localizedUnitTable, (LocalizedUnitTable{{L"ru", {{10001, {L"m", L"name"}}}}}));
+
+    unitCatalogue = BuiltInUnits();
+    EXPECT_EQ(Init0(L"."), 0);
+    EXPECT_TRUE(unitCatalogue.empty());
+    EXPECT_EQ(localizedUnitTable.count(L"neutral"), 1U);
+
+    unitCatalogue = BuiltInUnits();
+    EXPECT_EQ(ExportPhyVal(), 0);
+    EXPECT_TRUE(unitCatalogue.empty());
+    EXPECT_FALSE(ExportPlace::Exists()) << "there is nothing to write";
+    EXPECT_EQ(GetErrorsCount(), 0);
+  }
+}
+
+TEST(MissingTable, ThatIsThereLaterIsRead) {
+  const std::string bytes = ReadFile(KELMO_SOURCE_FOLDER "/resources/default_unit_table.txt");
+  answer = {EmbeddedTable::Status::kMissing, {}};
+  Init0(L"no such folder");
+  answer = {EmbeddedTable::Status::kFound, bytes};
+  Init0(L"no such folder");
+  EXPECT_EQ(RowsOf(unitCatalogue), kDefaultUnits);
+}
+
+}  // namespace
+}  // namespace KelmoLibs::Localize

@@ -1,0 +1,37 @@
+// A table of a page, for a test that holds it to be true.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <string>
+#include <vector>
+
+using Cells = std::vector<std::string>;
+
+/// The rows of the table of `page`, a file below docs/, whose heading begins with `firstColumn`.
+inline std::vector<Cells> TableOfPage(const std::string& page, const std::string& firstColumn) {
+  std::ifstream file(KELMO_SOURCE_FOLDER "/docs/" + page);
+  EXPECT_TRUE(file.is_open()) << page;
+  std::vector<Cells> rows;
+  bool inTable = false;
+  for (std::string line; std::getline(file, line);) {
+    if (line.rfind("| " + firstColumn + " |", 0) == 0) {
+      inTable = true;
+      std::getline(file, line);  // the rule below the heading
+      continue;
+    }
+    inTable = inTable && line.rfind("| ", 0) == 0;
+    if (!inTable) {
+      continue;
+    }
+    Cells cells;
+    std::size_t begin = 2;
+    for (std::size_t end = 0; (end = line.find(" |", begin)) != std::string::npos;
+         begin = end + 3) {
+      cells.push_back(line.substr(begin, end - begin));
+    }
+    rows.push_back(cells);
+  }
+  return rows;
+}
