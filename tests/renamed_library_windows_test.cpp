@@ -1,0 +1,97 @@
+// The library under another name than its own, in a folder without the original: it does not find the
+// table inside its own file. This program is built twice, without a unit table of its own and with
+// one (KELMO_HOST_TABLE); each also holds the core, which looks for the table in the same way.
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <string>
+
+#include "frame/platform.h"
+#include "kelmo_localizer.h"
+#include "phyval/unit_catalogue.h"
+#include "tests/support/exported_table.h"
+#include "tests/support/scratch_folder.h"
+#include "unittables/default_table.h"
+
+using namespace KelmoLibs::Localize;
+using Phyval::Double;
+
+namespace {
+
+// Beside this program.
+constexpr const wchar_t* kRenamed = L"renamed.dll";
+
+class RenamedLibrary : public testing::Test {
+ protected:
+  void SetUp() override { ASSERT_NE(module_, nullptr); }
+  void TearDown() override {
+    // Where there is no module of the library's own name, a start has none to take a reference to.
+    ::FreeLibrary(module_);
+    EXPECT_EQ(::GetModuleHandleW(kRenamed), nullptr);
+  }
+
+  template <class Function>
+  Function* Export(const char* name) const {
+    return reinterpret_cast<Function*>(reinterpret_cast<void*>(::GetProcAddress(module_, name)));
+  }
+
+  // The symbol of the unit with the code, or nothing.
+  std::wstring Symbol(int code) const {
+    alignas(Double) unsigned char memory[sizeof(Double)];
+    Export<void(void*, double, double, double, int)>("_ZN9KelmoLibs8Localize6Phyval6DoubleC1Edddi")(
+        memory, 1, 1, 0, code);
+    const auto* const unit = reinterpret_cast<const Double*>(memory)->unit;
+    return unit != nullptr ? unit->symbol : L"";
+  }
+
+  HMODULE module_ = ::LoadLibraryW(kRenamed);
+};
+
+#if defined(KELMO_HOST_TABLE)
+
+TEST_F(RenamedLibrary, TakesTheTableOfTheHost) {
+  const ScratchFolder folder;
+  const ExportPlace place(folder);
+  EXPECT_EQ(Export<decltype(Init0)>("Init0")(L"no such folder"), 0);
+  EXPECT_EQ(Symbol(50001), L"hosts");
+  EXPECT_EQ(Symbol(10001), L"");
+  EXPECT_EQ(Export<decltype(ExportPhyVal)>("ExportPhyVal")(), 0);
+  EXPECT_EQ(ExportPlace::Bytes(), "50001 1.0 hosts unit\r\r\n\r\n");
+}
+
+TEST_F(RenamedLibrary, FindsTheTableOfTheHost) {
+  EXPECT_EQ(FindEmbeddedUnitTable().status, EmbeddedTable::Status::kFound);
+}
+
+#else
+
+TEST_F(RenamedLibrary, FindsNoTable) {
+  EXPECT_EQ(FindEmbeddedUnitTable().status, EmbeddedTable::Status::kMissing);
+  Phyval::UnitCatalogue catalogue = Phyval::BuiltInUnits();
+  EXPECT_EQ(LoadDefaultUnitTable(false, catalogue), -2);
+  EXPECT_TRUE(catalogue.empty());
+}
+
+TEST_F(RenamedLibrary, HasNoUnitsOnceItIsStarted) {
+  const ScratchFolder folder;
+  const ExportPlace place(folder);
+  const auto expectNoUnits = [this] {
+    for (const int code : {10001, 10002, 20001, 30001, 40001, 40002}) {
+      EXPECT_EQ(Symbol(code), L"") << code;
+    }
+    EXPECT_EQ(Export<decltype(GetErrorsCount)>("GetErrorsCount")(), 0);
+  };
+  EXPECT_EQ(Symbol(10002), L"in") << "before";
+  EXPECT_EQ(Export<decltype(Init)>("Init")(L"no such folder", L"ru"), 0);
+  expectNoUnits();
+  EXPECT_EQ(Export<decltype(Init0)>("Init0")(L"no such folder"), 0);
+  expectNoUnits();
+  EXPECT_EQ(Export<decltype(ExportPhyVal)>("ExportPhyVal")(), 0);
+  expectNoUnits();
+  EXPECT_FALSE(ExportPlace::Exists());
+}
+
+#endif
+
+}  // namespace

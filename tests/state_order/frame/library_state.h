@@ -1,0 +1,45 @@
+// In the place of the library's own header: its six process-wide objects, of types that write down
+// when they are built and destroyed. So state_order_test.cpp sees the order of library_state.cpp.
+#pragma once
+
+void Record(char sign, char object) noexcept;
+
+namespace KelmoLibs::Localize {
+
+template <char kObject>
+struct Recorded {
+  Recorded() noexcept { Record('+', kObject); }
+  Recorded(const Recorded&) = delete;
+  Recorded& operator=(const Recorded&) = delete;
+  ~Recorded() { Record('-', kObject); }
+};
+
+using LocalizedUnitTable = Recorded<'u'>;
+using DictionaryTable = Recorded<'d'>;
+
+// The two lists are of one type: which is which, their addresses tell.
+struct ErrorList {
+  ErrorList() noexcept;
+  ErrorList(const ErrorList&) = delete;
+  ErrorList& operator=(const ErrorList&) = delete;
+  ~ErrorList();
+};
+
+// Found in front of the namespace of the standard library.
+namespace std {
+using wstring = Recorded<'c'>;  // NOLINT(readability-identifier-naming): its name there
+}
+
+namespace Phyval {
+using UnitCatalogue = Recorded<'k'>;
+extern UnitCatalogue unitCatalogue;
+inline UnitCatalogue BuiltInUnits() noexcept { return {}; }
+}  // namespace Phyval
+
+extern LocalizedUnitTable localizedUnitTable;
+extern ErrorList loadMessages;
+extern std::wstring currentLanguage;
+extern DictionaryTable dictionaries;
+extern ErrorList errorList;
+
+}  // namespace KelmoLibs::Localize
