@@ -1,4 +1,5 @@
-// A host program in small. Texts: it loads the dictionaries of its languages, switches between them,
+// A host program in small, in the order of every host. It starts the library, which replaces the units
+// that it is built with. Texts: it loads the dictionaries of its languages, switches between them,
 // shows texts, and reads back what the library found wrong. Values: it computes across units, and
 // shows numbers as exactly as they are known.
 // Run it from the top folder of the project. It prints UTF-8: a Windows console shows that after
@@ -7,12 +8,14 @@
 #include <algorithm>
 #include <cstddef>
 #include <iostream>
+#include <iterator>
 #include <stdexcept>
 #include <string>
 
 #include "kelmo_localizer.h"
 
 using KelmoLibs::Localize::Phyval::Double;
+using KelmoLibs::Localize::Phyval::ValueType;
 
 namespace {
 
@@ -52,6 +55,26 @@ std::wstring Padded(std::wstring text, std::size_t width) {
 }
 
 void Heading(const wchar_t* text) { Print(std::wstring(L"\n") + text + L"\n"); }
+
+// What the catalogue holds under a code, at this moment.
+std::wstring UnitOf(int code) {
+  const ValueType* const unit = Double(1, 1, 0, code).unit;
+  return unit == nullptr ? L"none" : unit->symbol + L", \"" + unit->name + L"\"";
+}
+
+// Before the first value is made: those made earlier are out of date afterwards.
+void Start(const wchar_t* language) {
+  const int codes[] = {10001, 10002, 20001, 30001, 40001, 40002};
+  std::wstring before[std::size(codes)];
+  std::transform(std::begin(codes), std::end(codes), std::begin(before), UnitOf);
+  const int result = Init(L"examples", language);  // reads examples/LANG/ru-val.txt
+  Print(std::wstring(L"  Init ") + language + L" -> " + std::to_wstring(result) + L"\n");
+  Print(L"  The unit of   before               after\n");
+  for (std::size_t i = 0; i < std::size(codes); ++i) {
+    Print(L"    " + Padded(std::to_wstring(codes[i]), 12) + Padded(before[i], 21) +
+          UnitOf(codes[i]) + L"\n");
+  }
+}
 
 // Only a negative result is a failure: the others count every message in the list, older ones too.
 bool Load(const wchar_t* fileName) {
@@ -113,6 +136,10 @@ void ShowValues() {
 }  // namespace
 
 int main() {
+  Heading(
+      L"Starting the library: the table that it carries replaces the units that it is built with");
+  Start(L"ru");
+
   Heading(L"Loading the dictionaries of three languages");
   if (!Load(L"en.txt") || !Load(L"de.txt") || !Load(L"ru.txt")) {
     ShowMessages();

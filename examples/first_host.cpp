@@ -3,6 +3,7 @@
 #include "kelmo_localizer.h"
 
 int main() {
+  Init(L"examples", L"de");  // once, before the first value: it replaces the units
   const wchar_t* const folder = L"examples/LANG";
   if (LoadDictionary(folder, L"en.txt") < 0 || LoadDictionary(folder, L"de.txt") < 0) {
     std::printf("%ls\n", GetError(-1));

@@ -6,6 +6,9 @@ import sys
 
 names = {"nt": "kelmo_Mestrel_Localizer.dll", "posix": "libkelmo_Mestrel_Localizer.so"}
 library = ctypes.CDLL(os.path.join(os.path.abspath(sys.argv[1]), names[os.name]))
+library.Init.argtypes = [ctypes.c_wchar_p, ctypes.c_wchar_p]
+library.Init0.argtypes = [ctypes.c_wchar_p]
+library.ExportPhyVal.argtypes = []
 library.LoadDictionary.argtypes = [ctypes.c_wchar_p, ctypes.c_wchar_p]
 library.UseLanguage.argtypes = [ctypes.c_wchar_p]
 library.LANG.argtypes = [ctypes.c_wchar_p]
@@ -13,7 +16,9 @@ library.LANG.restype = ctypes.c_wchar_p
 library.GetError.argtypes = [ctypes.c_int32]
 library.GetError.restype = ctypes.c_wchar_p  # never pass it GetErrorsCount(): that index throws
 library.GetErrorsCount.restype = ctypes.c_int64
+library.ClearErrors.restype = None
 
+library.Init("examples", "de")
 for fileName in ("en.txt", "de.txt"):
     if library.LoadDictionary("examples/LANG", fileName) < 0:
         sys.exit(library.GetError(-1))
