@@ -15,6 +15,7 @@
 
 #include "tests/support/child_process.h"
 #include "tests/support/exported_table.h"
+#include "tests/support/free_descriptor.h"
 #include "tests/support/host_test.h"
 #include "tests/support/loaded_units.h"
 #include "tests/support/test_platform.h"
@@ -101,12 +102,9 @@ TEST_F(ExportPosix, WritesAsFarAsItGets) {
 }
 
 TEST_F(ExportPosix, LetsTheFileGo) {
-  const int before = ::open("/dev/null", O_RDONLY);  // the lowest number that is free
-  ::close(before);
+  const int before = FreeDescriptor();
   ExpectTheExportToSucceed();
-  const int after = ::open("/dev/null", O_RDONLY);
-  ::close(after);
-  EXPECT_EQ(after, before);
+  EXPECT_EQ(FreeDescriptor(), before);
 }
 
 TEST_F(ExportPosix, MakesAFileForAllButWhatTheMaskTakesAway) {
@@ -130,8 +128,7 @@ TEST_F(ExportPosix, ToAFileThatMayOnlyBeReadSaysNothing) {
   fs::permissions(ExportPlace::kFile, fs::perms::owner_read);
   constexpr int kSkipped = 2;
   const int result = ExitCodeOf(StartChild([this] {
-    constexpr uid_t kNobody = 65534;
-    if (::geteuid() == 0 && (::setgid(kNobody) != 0 || ::setuid(kNobody) != 0)) {
+    if (!StopBeingRoot()) {
       return kSkipped;
     }
     ExpectTheExportToSucceed();

@@ -188,7 +188,9 @@ TEST(FailingSource, ALanguageTableKeepsWhatWasReadBefore) {
   }
 }
 
-TEST(FailingSource, OpeningALanguageTableThatThrowsIsNoTable) {
+// Calls `check` for each failure that throws, while opening a file fails by it.
+template <class Check>
+void ForEachThrowingOpen(Check check) {
   for (const Failure& failure : kFailures) {
     if (failure.result >= 0) {
       continue;
@@ -198,6 +200,12 @@ TEST(FailingSource, OpeningALanguageTableThatThrowsIsNoTable) {
       failure.fail();
       return nullptr;
     };
+    check(failure);
+  }
+}
+
+TEST(FailingSource, OpeningALanguageTableThatThrowsIsNoTable) {
+  ForEachThrowingOpen([](const Failure& /*failure*/) {
     LocalizedUnitTable table;
     ErrorList messages;
     EXPECT_EQ(LoadLanguageUnitTable(L"app", kNeutralUnitTableName, table, messages), -2);
@@ -205,26 +213,18 @@ TEST(FailingSource, OpeningALanguageTableThatThrowsIsNoTable) {
     EXPECT_EQ(ReadAll(messages),
               (Messages{L"EV111. Dictionary file not found or corrupted\nDictionary: "
                         L"app\\lang-val.text"}));
-  }
+  });
 }
 
 TEST(FailingSource, OpeningThatThrowsChangesNothing) {
-  for (const Failure& failure : kFailures) {
-    if (failure.result >= 0) {
-      continue;
-    }
-    SCOPED_TRACE(failure.name);
-    openFile = [&]() -> std::unique_ptr<ByteSource> {
-      failure.fail();
-      return nullptr;
-    };
+  ForEachThrowingOpen([](const Failure& failure) {
     State state;
     const DictionaryTable before = state.dictionaries;
     EXPECT_EQ(state.Load(), -1);
     EXPECT_EQ(ReadAll(state.errors), failure.messages);
     EXPECT_EQ(state.dictionaries, before);
     EXPECT_EQ(state.currentLanguage, L"before");
-  }
+  });
 }
 
 TEST(FailingSource, ASizeThatIsFarFromTheTruthCostsNothing) {

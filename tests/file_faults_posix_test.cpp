@@ -26,8 +26,7 @@ TEST_F(FileFaultsPosix, FilesAndFoldersWithoutPermission) {
   fs::permissions(folder_.Path() / "closed", fs::perms::none);
   // No permission keeps root out: in a child process it becomes another user first.
   const int result = ExitCodeOf(StartChild([this] {
-    constexpr uid_t kNobody = 65534;
-    if (::geteuid() == 0 && (::setgid(kNobody) != 0 || ::setuid(kNobody) != 0)) {
+    if (!StopBeingRoot()) {
       return kSkipped;
     }
     if (::open((folder_.Path() / "open.txt").c_str(), O_RDONLY) < 0) {

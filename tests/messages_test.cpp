@@ -2,11 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
 #include <string>
 
 #include "frame/utf8.h"
+#include "tests/support/read_file.h"
 
 namespace KelmoLibs::Localize {
 namespace {
@@ -65,9 +64,8 @@ TEST(Messages, AreThoseOfTheirPage) {
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.file);
-    std::ifstream stream(std::string(KELMO_SOURCE_FOLDER "/tests/data/messages/") + row.file,
-                         std::ios::binary);
-    const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
+    const std::string bytes =
+        ReadFile(std::string(KELMO_SOURCE_FOLDER "/tests/data/messages/") + row.file);
     EXPECT_EQ(DecodeUtf8(bytes), row.message + L"\n");
   }
 }

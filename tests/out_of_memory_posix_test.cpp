@@ -7,7 +7,6 @@
 #include <functional>
 #include <stdexcept>
 #include <string>
-#include <type_traits>
 
 #include "tests/support/allocation_probe.h"
 #include "tests/support/encode_utf8.h"
@@ -58,11 +57,7 @@ class OutOfMemory : public testing::Test {
         host.UseLanguage(L"none");
         outcome = CallWithFailingAllocation(
             n, [&] { call(host); }, failing);
-        if constexpr (std::is_invocable_v<Check, LibraryExports, LoadedUnits, Outcome>) {
-          check(host, LoadedUnits(library), outcome);
-        } else {
-          check(host, outcome);
-        }
+        check(host, LoadedUnits(library), outcome);
       }
       if (outcome == Outcome::kNoFailure || HasFatalFailure()) {
         return n - 1;
@@ -83,8 +78,9 @@ TEST_F(OutOfMemory, LoadDictionaryKeepsWhatItReadAndSaysThatItFailed) {
   const auto load = [&](const LibraryExports& host) {
     result = host.LoadDictionary(path_.c_str(), L"file.txt");
   };
-  const std::size_t allocations =
-      ForEachAllocation(Failing::kOnce, load, [&](const LibraryExports& host, Outcome outcome) {
+  const std::size_t allocations = ForEachAllocation(
+      Failing::kOnce, load,
+      [&](const LibraryExports& host, const LoadedUnits& /*units*/, Outcome outcome) {
         const Messages messages = ReadMessages(host);
         switch (outcome) {
           case Outcome::kNoFailure:
@@ -127,7 +123,8 @@ TEST_F(OutOfMemory, LoadDictionaryThrowsWhereNotEvenItsMessageCanBeKept) {
     host.LoadDictionary(path_.c_str(), L"file.txt");
   };
   const std::size_t allocations = ForEachAllocation(
-      Failing::kFromThenOn, load, [&](const LibraryExports& host, Outcome outcome) {
+      Failing::kFromThenOn, load,
+      [&](const LibraryExports& host, const LoadedUnits& /*units*/, Outcome outcome) {
         ASSERT_NE(outcome, Outcome::kReturned);
         const Messages messages = ReadMessages(host);
         if (messages.size() == 1) {
@@ -151,22 +148,23 @@ TEST_F(OutOfMemory, LoadDictionaryOfAMissingFileSaysOneOrTheOther) {
       L"EL111. Dictionary file not found\nDictionary: " + path_ + L"\\missing.txt";
   const std::wstring failed =
       L"EL111. Dictionary loading error\nDictionary: " + path_ + L"\\missing.txt";
-  ForEachAllocation(Failing::kOnce, load, [&](const LibraryExports& host, Outcome outcome) {
-    switch (outcome) {
-      case Outcome::kNoFailure:
-        EXPECT_EQ(result, -2);
-        EXPECT_EQ(ReadMessages(host), (Messages{kOlder, notFound}));
-        break;
-      case Outcome::kReturned:
-        EXPECT_EQ(result, -1);
-        EXPECT_EQ(ReadMessages(host), (Messages{kOlder, failed}));
-        break;
-      case Outcome::kThrew:
-        EXPECT_EQ(ReadMessages(host), (Messages{kOlder}));
-        break;
-    }
-    EXPECT_STREQ(host.LANG(L"key"), L"older text");
-  });
+  ForEachAllocation(Failing::kOnce, load,
+                    [&](const LibraryExports& host, const LoadedUnits& /*units*/, Outcome outcome) {
+                      switch (outcome) {
+                        case Outcome::kNoFailure:
+                          EXPECT_EQ(result, -2);
+                          EXPECT_EQ(ReadMessages(host), (Messages{kOlder, notFound}));
+                          break;
+                        case Outcome::kReturned:
+                          EXPECT_EQ(result, -1);
+                          EXPECT_EQ(ReadMessages(host), (Messages{kOlder, failed}));
+                          break;
+                        case Outcome::kThrew:
+                          EXPECT_EQ(ReadMessages(host), (Messages{kOlder}));
+                          break;
+                      }
+                      EXPECT_STREQ(host.LANG(L"key"), L"older text");
+                    });
 }
 
 // Starting: the units are none, or the first of the new ones, or all of them; and whatever failed,
@@ -274,7 +272,8 @@ TEST_F(OutOfMemory, TheOtherExportsThrowAndLeaveEverythingAsItWas) {
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
     const std::size_t allocations = ForEachAllocation(
-        Failing::kOnce, row.call, [&](const LibraryExports& host, Outcome outcome) {
+        Failing::kOnce, row.call,
+        [&](const LibraryExports& host, const LoadedUnits& /*units*/, Outcome outcome) {
           ASSERT_NE(outcome, Outcome::kReturned) << "the failure was not passed on";
           if (outcome == Outcome::kThrew) {
             EXPECT_EQ(ReadMessages(host), (Messages{kOlder}));

@@ -20,6 +20,7 @@
 #include "frame/platform.h"
 #include "phyval/rounding.h"
 #include "tests/support/child_process.h"
+#include "tests/support/free_descriptor.h"
 #include "tests/support/global_locale.h"
 #include "tests/support/scratch_folder.h"
 
@@ -29,13 +30,6 @@ namespace {
 TEST(OpenTextFilePosix, OpensNoDevice) {
   ASSERT_EQ(::access("/dev/zero", R_OK), 0);
   EXPECT_EQ(OpenTextFile(L"\\dev\\zero"), nullptr);
-}
-
-// The system gives the lowest number that is free.
-int FreeDescriptor() {
-  const int descriptor = ::open("/dev/null", O_RDONLY);
-  ::close(descriptor);
-  return descriptor;
 }
 
 TEST(OpenTextFilePosix, LetsTheFileGoAtTheEndAlsoWhenItIsRefused) {

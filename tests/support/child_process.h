@@ -19,6 +19,12 @@ pid_t StartChild(Work work) {
   return child;
 }
 
+/// No permission keeps root out. False where the process is root and cannot become another user.
+inline bool StopBeingRoot() {
+  constexpr uid_t kNobody = 65534;
+  return ::geteuid() != 0 || (::setgid(kNobody) == 0 && ::setuid(kNobody) == 0);
+}
+
 /// Waits for the end of `child`; -1 where a signal ended it.
 inline int ExitCodeOf(pid_t child) {
   int status = 0;

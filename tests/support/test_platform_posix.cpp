@@ -1,10 +1,10 @@
-#include <fcntl.h>
 #include <malloc.h>
 #include <pthread.h>
 #include <unistd.h>
 
 #include <fstream>
 
+#include "tests/support/free_descriptor.h"
 #include "tests/support/test_platform.h"
 
 const bool textModeEndsAtControlZ = false;
@@ -22,9 +22,7 @@ std::optional<Footprint> MeasureFootprint() {
   pages.close();
   footprint.mappedBytes *= static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
 
-  const int descriptor = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
-  ::close(descriptor);
-  footprint.nextHandle = static_cast<std::uintptr_t>(descriptor);
+  footprint.nextHandle = static_cast<std::uintptr_t>(FreeDescriptor());
 
   pthread_key_t key = 0;
   ::pthread_key_create(&key, nullptr);
