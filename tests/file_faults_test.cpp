@@ -78,7 +78,7 @@ TEST(HeaderFaults, AnInvalidSequenceInTheHeaderLeavesWhatOfTheIdStandsInFrontOfI
       SCOPED_TRACE(testing::Message()
                    << fault.name << " behind " << testing::PrintToString(cut.front));
       const LoadedLibrary library;  // anew for each: nothing is current
-      const LibraryExports host(library);
+      const LibraryExports host = ExportsOf(library);
       const std::string front = cut.front;
       folder.Write(L"file.txt",
                    front + std::string(fault.bytes) + line.substr(front.size()) + "\nkey text\n");

@@ -13,7 +13,7 @@ TEST(Module, HasAReferenceMoreAfterEachStart) {
     SCOPED_TRACE(starts);
     {
       const LoadedLibrary library;
-      const LibraryExports host(library);
+      const LibraryExports host = ExportsOf(library);
       ASSERT_EQ(host.LoadDictionary(folder.HostPath().c_str(), L"en.txt"), 1);
       const wchar_t* const text = host.LANG(L"key");
       for (int i = 0; i < starts; ++i) {
@@ -39,7 +39,7 @@ TEST(Module, HasAReferenceMoreAfterEachStart) {
 TEST(Module, StaysWhereItIsIfTheReferencesOfStartsAreNotGivenBack) {
   {
     const LoadedLibrary library;
-    const LibraryExports host(library);
+    const LibraryExports host = ExportsOf(library);
     host.UseLanguage(L"none");
     host.Init0(L"no such folder");
     host.Init0(L"no such folder");
@@ -47,7 +47,7 @@ TEST(Module, StaysWhereItIsIfTheReferencesOfStartsAreNotGivenBack) {
   ASSERT_TRUE(LoadedLibrary::IsInProcess());
   {
     const LoadedLibrary again;
-    EXPECT_EQ(LibraryExports(again).GetErrorsCount(), 1) << "the same one";
+    EXPECT_EQ(ExportsOf(again).GetErrorsCount(), 1) << "the same one";
     again.GiveBackReferencesOf(2);
   }
   EXPECT_FALSE(LoadedLibrary::IsInProcess());

@@ -51,7 +51,7 @@ class OutOfMemory : public testing::Test {
       {
         const LeakCheck everythingIsGivenBack;
         const LoadedLibrary library;
-        const LibraryExports host(library);
+        const LibraryExports host = ExportsOf(library);
         host.LoadDictionary(path_.c_str(), L"long_id.txt");
         host.LoadDictionary(path_.c_str(), L"older.txt");
         host.UseLanguage(L"none");

@@ -16,11 +16,12 @@ using KelmoLibs::Localize::Phyval::ValueType;
 namespace {
 
 void UseValues(const LoadedLibrary& library) {
-  LoadedUnits::Value withoutUnit(library, 1234567.5, 0.1, 10003);
+  const LoadedUnits units(library);
+  LoadedUnits::Value withoutUnit(units, 1234567.5, 0.1, 10003);
   ASSERT_THROW(withoutUnit.Check(), std::invalid_argument);
   ASSERT_EQ(withoutUnit.Text().size(), 9U);
   ASSERT_EQ(withoutUnit.Text(L','), L"1234567,5");
-  LoadedUnits::Value infinite(library, std::numeric_limits<double>::infinity(), 0.1, 10001);
+  LoadedUnits::Value infinite(units, std::numeric_limits<double>::infinity(), 0.1, 10001);
   infinite.Check();
   ASSERT_EQ(infinite.Text(L','), L"inf") << "by a stream";
 }
@@ -29,7 +30,7 @@ void UseValues(const LoadedLibrary& library) {
 // exceptions that the host catches, values and what prints them.
 void LoadUseAndUnload(const ScratchFolder& folder) {
   const LoadedLibrary library;
-  const LibraryExports host(library);
+  const LibraryExports host = ExportsOf(library);
   ASSERT_EQ(host.GetErrorsCount(), 0) << "messages of an earlier life";
   ASSERT_EQ(host.UseLanguage(L"en"), -1) << "a dictionary of an earlier life";
   ASSERT_STREQ(host.LANG(L"key"), L"");
@@ -61,8 +62,9 @@ TEST(Unload, EndsTheWholeOrderOfAHostAndTheNextBeginsAfresh) {
     {
       const LoadedLibrary library;
       ExpectTheWholeOrder(
-          LibraryExports(library), folder, [&library](double value, double tolerance, int code) {
-            LoadedUnits::Value made(library, value, tolerance, code);
+          ExportsOf(library), folder, [&library](double value, double tolerance, int code) {
+            const LoadedUnits units(library);
+            LoadedUnits::Value made(units, value, tolerance, code);
             return made.Unit() == nullptr ? L"none" : made.Text(L'.') + L" " + made.Unit()->symbol;
           });
       library.GiveBackReferencesOf(kStartsOfTheWholeOrder);

@@ -74,7 +74,7 @@ class HostTest : public testing::Test {
 
   const ScratchFolder folder_;
   const LoadedLibrary library_;
-  const LibraryExports host_{library_};
+  const LibraryExports host_ = ExportsOf(library_);
 
  private:
   int starts_ = 0;

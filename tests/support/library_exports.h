@@ -1,22 +1,10 @@
-// The functions of the library that is loaded at run time, under the names that the header gives
-// them.
+// The functions of the library under the names that the header gives them, wherever the library is.
 #pragma once
 
 #include "kelmo_localizer.h"
 #include "tests/support/loaded_library.h"
 
 struct LibraryExports {
-  explicit LibraryExports(const LoadedLibrary& library)
-      : Init(library.Export<decltype(::Init)>("Init")),
-        Init0(library.Export<decltype(::Init0)>("Init0")),
-        ExportPhyVal(library.Export<decltype(::ExportPhyVal)>("ExportPhyVal")),
-        LoadDictionary(library.Export<decltype(::LoadDictionary)>("LoadDictionary")),
-        UseLanguage(library.Export<decltype(::UseLanguage)>("UseLanguage")),
-        LANG(library.Export<decltype(::LANG)>("LANG")),
-        ClearErrors(library.Export<decltype(::ClearErrors)>("ClearErrors")),
-        GetErrorsCount(library.Export<decltype(::GetErrorsCount)>("GetErrorsCount")),
-        GetError(library.Export<decltype(::GetError)>("GetError")) {}
-
   // NOLINTBEGIN(readability-identifier-naming)
   decltype(&::Init) Init;
   decltype(&::Init0) Init0;
@@ -29,3 +17,16 @@ struct LibraryExports {
   decltype(&::GetError) GetError;
   // NOLINTEND(readability-identifier-naming)
 };
+
+/// Those of the library that is loaded at run time.
+inline LibraryExports ExportsOf(const LoadedLibrary& library) {
+  return {library.Export<decltype(::Init)>("Init"),
+          library.Export<decltype(::Init0)>("Init0"),
+          library.Export<decltype(::ExportPhyVal)>("ExportPhyVal"),
+          library.Export<decltype(::LoadDictionary)>("LoadDictionary"),
+          library.Export<decltype(::UseLanguage)>("UseLanguage"),
+          library.Export<decltype(::LANG)>("LANG"),
+          library.Export<decltype(::ClearErrors)>("ClearErrors"),
+          library.Export<decltype(::GetErrorsCount)>("GetErrorsCount"),
+          library.Export<decltype(::GetError)>("GetError")};
+}

@@ -1,55 +1,40 @@
-// The units of the library that is loaded at run time, by its classes: members under the names that
-// GCC and Clang give them, called as functions that take the object first. Microsoft's compiler does
-// neither.
+// The units of the library that is loaded at run time, by its classes.
 #pragma once
 
 #include <string>
 
-#include "kelmo_localizer.h"
-#include "tests/support/loaded_library.h"
+#include "tests/support/class_members.h"
 
 class LoadedUnits {
  public:
-  explicit LoadedUnits(const LoadedLibrary& library) : library_(library) {}
+  explicit LoadedUnits(const LoadedLibrary& library) : members_(MembersOf(library)) {}
 
   /// A value made by the library while this object lives; `unit` is what it found.
   class Value {
    public:
-    Value(const LoadedLibrary& library, double value, double tolerance, int code)
-        : library_(library) {
-      Member<void(void*, double, double, double, int)>("C1Edddi")(memory_, value, tolerance, 0,
-                                                                  code);
+    Value(const LoadedUnits& units, double value, double tolerance, int code)
+        : members_(units.members_) {
+      members_.fromCode(&memory_, value, tolerance, 0, code);
     }
     Value(const Value&) = delete;
     Value& operator=(const Value&) = delete;
-    ~Value() { Member<void(void*)>("D1Ev")(memory_); }
+    ~Value() { members_.destroy(&memory_); }
 
-    const KelmoLibs::Localize::Phyval::ValueType* Unit() const {
-      return reinterpret_cast<const Double*>(memory_)->unit;
-    }
-    void Check() { Member<void(void*)>("12CheckCorrectEv")(memory_); }
-    std::wstring Text() { return Member<std::wstring(void*)>("9to_stringB5cxx11Ev")(memory_); }
-    std::wstring Text(wchar_t separator) {
-      return Member<std::wstring(void*, wchar_t)>("9to_stringB5cxx11Ew")(memory_, separator);
-    }
+    const KelmoLibs::Localize::Phyval::ValueType* Unit() const { return memory_.unit; }
+    void Check() { members_.check(&memory_); }
+    std::wstring Text() { return members_.toString(&memory_); }
+    std::wstring Text(wchar_t separator) { return members_.toStringWith(&memory_, separator); }
 
    private:
-    using Double = KelmoLibs::Localize::Phyval::Double;
-
-    template <class Function>
-    Function* Member(const std::string& name) const {
-      return library_.Export<Function>(("_ZN9KelmoLibs8Localize6Phyval6Double" + name).c_str());
-    }
-
-    const LoadedLibrary& library_;
-    alignas(Double) unsigned char memory_[sizeof(Double)];
+    const ClassMembers& members_;
+    ValueMemory memory_ = {};
   };
 
   /// The row of `code`, null where there is none.
   const KelmoLibs::Localize::Phyval::ValueType* Find(int code) const {
-    return Value(library_, 1, 1, code).Unit();
+    return Value(*this, 1, 1, code).Unit();
   }
 
  private:
-  const LoadedLibrary& library_;
+  ClassMembers members_;
 };
