@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <iostream>
 #include <limits>
 #include <stdexcept>
 #include <string>
@@ -9,6 +10,7 @@
 #include "tests/support/calling_order.h"
 #include "tests/support/host_test.h"
 #include "tests/support/loaded_units.h"
+#include "tests/support/random_numbers.h"
 #include "tests/support/test_platform.h"
 
 using KelmoLibs::Localize::Phyval::ValueType;
@@ -78,9 +80,9 @@ TEST(Unload, LeavesNothingBehindHoweverOften) {
   folder.Write(L"en.txt", "en\nkey text\nkey again\nanother.key another text\n");
   folder.Write(L"LANG\\ru-val.txt", "ru Russian\n10001 m a long name of the unit\n10002\n");
   constexpr int kWarmUp = 100;
-  constexpr int kCycles = 1200;  // more than Windows has slots of thread-local storage
+  const auto cycles = static_cast<int>(Rounds(1200));  // more than Windows has thread-local slots
   std::optional<Footprint> before;
-  for (int cycle = 0; cycle < kWarmUp + kCycles; ++cycle) {
+  for (int cycle = 0; cycle < kWarmUp + cycles; ++cycle) {
     if (cycle == kWarmUp) {
       before = MeasureFootprint();
     }
@@ -94,11 +96,18 @@ TEST(Unload, LeavesNothingBehindHoweverOften) {
   if (!before || !after) {
     GTEST_SKIP() << "growth cannot be measured here; the rest holds";
   }
-  EXPECT_LT(after->heapBytes, before->heapBytes + kCycles) << "a byte or more for each cycle";
-  EXPECT_LT(after->mappedBytes, before->mappedBytes + std::size_t{kCycles} * 1024)
+  const auto growth = static_cast<std::size_t>(cycles);
+  std::cout << cycles
+            << " lives: " << static_cast<std::int64_t>(after->heapBytes - before->heapBytes)
+            << " bytes of heap, "
+            << static_cast<std::int64_t>(after->mappedBytes - before->mappedBytes)
+            << " of mapped memory more\n";
+  // The smallest block takes more; what the runtime keeps ready for the next call comes and goes.
+  EXPECT_LT(after->heapBytes, before->heapBytes + growth * 8) << "a block for each cycle";
+  EXPECT_LT(after->mappedBytes, before->mappedBytes + growth * 1024)
       << "a page or more for each cycle";
-  EXPECT_LT(after->nextHandle, before->nextHandle + kCycles) << "a handle for each cycle";
-  EXPECT_LT(after->nextThreadSlot, before->nextThreadSlot + kCycles / 2)
+  EXPECT_LT(after->nextHandle, before->nextHandle + growth) << "a handle for each cycle";
+  EXPECT_LT(after->nextThreadSlot, before->nextThreadSlot + growth / 2)
       << "a slot of thread-local storage for each cycle";
 }
 

@@ -37,7 +37,8 @@ def anchors(page):
 
 
 def check_blocks(page, text):
-    presets = {preset["name"] for preset in json.loads((top / "CMakePresets.json").read_text())["buildPresets"]}
+    all_presets = json.loads((top / "CMakePresets.json").read_text())
+    presets = {preset["name"] for preset in all_presets["buildPresets"] + all_presets["testPresets"]}
     found = 0
     for match in re.finditer(r"(?:^<!-- ([^,\n]+?)(, blanks shown)? -->\n)?^```(\w*)\n(.*?)^```$", text, re.M | re.S):
         found += 1
@@ -97,7 +98,7 @@ def check_messages(page, each):
 
 
 def check_packages(page, text):
-    arrays = ("packages", "packages_native_tests", "packages_wine", "packages_lint", "packages_coverage")
+    arrays = ("packages", "packages_native_tests", "packages_wine", "packages_lint", "packages_heavy", "packages_coverage")
     command = ". tools/common.sh && echo " + " ".join(f"${{{array}[@]}}" for array in arrays)
     installed = subprocess.run(["bash", "-c", command], cwd=top, capture_output=True, text=True, check=True).stdout.split()
     lines = re.findall(r"^apt-get install (.+)$", re.sub(r"\\\n", "", text), re.M)

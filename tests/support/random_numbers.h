@@ -3,12 +3,17 @@
 #pragma once
 
 #include <cstdint>
+#include <iterator>
 #include <random>
 
 #include "tests/support/bits.h"
 
 /// Where random tests begin: --seed=N on the command line, or a fixed number (test_main.cpp).
 extern std::uint64_t randomSeed;
+
+/// How often a test that can go on for ever does what it does: --rounds=N on the command line, or
+/// `usually`.
+std::uint64_t Rounds(std::uint64_t usually);
 
 class RandomNumbers {
  public:
@@ -33,3 +38,9 @@ class RandomNumbers {
  private:
   std::mt19937_64 engine_;
 };
+
+/// One of `items`.
+template <class Items>
+const auto& AnyOf(RandomNumbers& random, const Items& items) {
+  return *std::next(std::begin(items), random.Below(static_cast<int>(std::size(items))));
+}

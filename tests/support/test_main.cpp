@@ -9,16 +9,34 @@
 
 std::uint64_t randomSeed = 20261120;
 
-// Beside GoogleTest's own arguments: --seed=N, for tests with random numbers.
+namespace {
+
+std::uint64_t givenRounds = 0;  // none
+
+bool TakeNumber(const char* argument, const char* name, std::uint64_t& number) {
+  const std::size_t length = std::strlen(name);
+  if (std::strncmp(argument, name, length) != 0) {
+    return false;
+  }
+  number = std::strtoull(argument + length, nullptr, 10);
+  return true;
+}
+
+}  // namespace
+
+std::uint64_t Rounds(std::uint64_t usually) { return givenRounds != 0 ? givenRounds : usually; }
+
+// Beside GoogleTest's own arguments: --seed=N, for tests with random numbers, and --rounds=N, for those
+// that run longer on request.
 int main(int argumentCount, char** arguments) {
   TurnOffErrorDialogs();
   testing::InitGoogleTest(&argumentCount, arguments);
   for (int i = 1; i < argumentCount; ++i) {
-    if (std::strncmp(arguments[i], "--seed=", 7) != 0) {
+    if (!TakeNumber(arguments[i], "--seed=", randomSeed) &&
+        !TakeNumber(arguments[i], "--rounds=", givenRounds)) {
       std::printf("unknown argument: %s\n", arguments[i]);
       return 2;
     }
-    randomSeed = std::strtoull(arguments[i] + 7, nullptr, 10);
   }
   return RUN_ALL_TESTS();
 }
