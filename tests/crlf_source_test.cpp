@@ -53,11 +53,11 @@ TEST(CrLfSource, TurnsPairsIntoLfAndKeepsEveryOtherCr) {
 }
 
 TEST(CrLfSource, AgreesWithReplacingPairsOnAllShortInputs) {
-  const std::string alphabet = "\r\na";
-  for (std::size_t input = 0; input < 6561; ++input) {  // all of 8 characters
+  const std::string alphabet("\r\na\0", 4);
+  for (std::size_t input = 0; input < 16384; ++input) {  // all of 7 characters
     std::string bytes;
-    for (std::size_t rest = input; bytes.size() < 8; rest /= 3) {
-      bytes += alphabet[rest % 3];
+    for (std::size_t rest = input; bytes.size() < 7; rest /= 4) {
+      bytes += alphabet[rest % 4];
     }
     std::string expected;
     for (std::size_t i = 0; i < bytes.size(); ++i) {

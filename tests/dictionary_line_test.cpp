@@ -33,6 +33,7 @@ TEST(SplitDictionaryLine, SplitsAtTheFirstRunOfBlanks) {
        "a\xC2\xA0"
        "b",
        "c"},
+      {"nor do a vertical tab and a form feed", "a\vb\fc d", "a\vb\fc", "d"},
       {"a backslash and an n stay two characters", "k a\\nb", "k", "a\\nb"},
       {"quotes stay", "k \"text\"", "k", "\"text\""},
       {"NUL is a character", "a\0b c\0d"s, "a\0b"s, "c\0d"s},

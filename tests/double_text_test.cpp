@@ -196,6 +196,8 @@ TEST(DoubleText, TakesAnySeparator) {
   EXPECT_EQ(value.to_string(L'\0'),
             L"1234\0"
             L"57"s);
+  constexpr auto kBeyond16Bits = static_cast<wchar_t>(0x1F600);  // where wchar_t is
+  EXPECT_EQ(value.to_string(kBeyond16Bits), L"1234"s + kBeyond16Bits + L"57");
   EXPECT_EQ(Double(7, 1, 0, 10001).to_string(L'x'), L"7"s) << "without decimals there is none";
 }
 

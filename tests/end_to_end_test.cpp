@@ -423,8 +423,8 @@ TEST_F(EndToEnd, GetErrorAnswersEveryIndex) {
     std::int32_t index;
     const wchar_t* id;
   } rows[] = {
-      {0, L"a"},    {1, L"b"},       {2, L"c"},  {4, L"c"},
-      {1000, L"c"}, {INT_MAX, L"c"}, {-1, L"c"}, {INT_MIN, L"c"},
+      {0, L"a"},       {1, L"b"},  {2, L"c"},  {4, L"c"},       {1000, L"c"},
+      {INT_MAX, L"c"}, {-1, L"c"}, {-2, L"c"}, {INT_MIN, L"c"},
   };
   for (const auto& row : rows) {
     EXPECT_EQ(host_.GetError(row.index), message + row.id) << "index " << row.index;

@@ -75,6 +75,7 @@ TEST(ErrorList, AtAnswersEveryIndex) {
       {"far past the last gives the last", 1000, L"third"},
       {"the largest index gives the last", INT_MAX, L"third"},
       {"a negative index gives the last", -1, L"third"},
+      {"none counts from the end", -2, L"third"},
       {"minus the count gives the last", -3, L"third"},
       {"the smallest index gives the last", INT_MIN, L"third"},
   };

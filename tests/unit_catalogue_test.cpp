@@ -5,6 +5,8 @@
 #include <climits>
 #include <string>
 
+#include "tests/support/unit_rows.h"
+
 namespace {
 
 using namespace KelmoLibs::Localize::Phyval;
@@ -15,35 +17,8 @@ std::ptrdiff_t PlaceOf(const ValueType* row, const UnitCatalogue& catalogue) {
 }
 
 TEST(UnitCatalogue, HoldsTheBuiltInRowsInTheirOrder) {
-  const struct {
-    int code;
-    double factor;
-    std::wstring symbol;
-    std::wstring name;
-  } rows[] = {
-      {10, 0.0, L"L", L"length"},
-      {10001, 1.0, L"\u043C", L"meter"},  // Cyrillic em
-      {10002, 0.0273, L"in", L"inch"},
-      {20, 0.0, L"S", L"area"},
-      {20001, 1.0, L"m2", L"square meter"},
-      {30001, 1.0, L"%", L"koefficient"},
-      {40, 0.0, L"angl", L"plane angle"},
-      {40001, 1.0, L"\u00B0", L"degree"},
-      {40002, 57.29577951308232, L"rad", L"radian "},
-  };
-  const UnitCatalogue fresh = BuiltInUnits();
-  for (const UnitCatalogue* catalogue :
-       {&fresh, static_cast<const UnitCatalogue*>(&unitCatalogue)}) {
-    ASSERT_EQ(catalogue->size(), std::size(rows));
-    for (std::size_t i = 0; i < std::size(rows); ++i) {
-      SCOPED_TRACE(rows[i].code);
-      const ValueType& row = (*catalogue)[i];
-      EXPECT_EQ(row.code, rows[i].code);
-      EXPECT_EQ(row.factor, rows[i].factor);
-      EXPECT_EQ(row.symbol, rows[i].symbol);
-      EXPECT_EQ(row.name, rows[i].name);
-    }
-  }
+  EXPECT_EQ(RowsOf(BuiltInUnits()), kBuiltInUnits);
+  EXPECT_EQ(RowsOf(unitCatalogue), kBuiltInUnits);
 }
 
 TEST(UnitCatalogue, FindsTheFirstUnitWithACode) {

@@ -35,10 +35,19 @@ std::wstring ScratchFolder::HostPath() const {
 }
 
 void ScratchFolder::Write(std::wstring_view name, std::string_view bytes) const {
-  std::string portableName = EncodeUtf8(name);
-  std::replace(portableName.begin(), portableName.end(), '\\', '/');
-  const std::filesystem::path file = path_ / std::filesystem::u8path(portableName);
-  std::filesystem::create_directories(file.parent_path());
+  WriteFile(path_ / PortablePath(name), bytes);
+}
+
+std::filesystem::path PortablePath(std::wstring_view name) {
+  std::string portable = EncodeUtf8(name);
+  std::replace(portable.begin(), portable.end(), '\\', '/');
+  return std::filesystem::u8path(portable);
+}
+
+void WriteFile(const std::filesystem::path& file, std::string_view bytes) {
+  if (file.has_parent_path()) {
+    std::filesystem::create_directories(file.parent_path());
+  }
   std::ofstream stream(file, std::ios::binary);
   stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   stream.close();

@@ -6,6 +6,12 @@
 #include <string>
 #include <string_view>
 
+/// `name` with backslashes between its folders, as the test program opens it.
+std::filesystem::path PortablePath(std::wstring_view name);
+
+/// Writes a file of exactly these bytes; its folders are made. Throws where it cannot be written.
+void WriteFile(const std::filesystem::path& file, std::string_view bytes);
+
 class ScratchFolder {
  public:
   /// Named after the running test.

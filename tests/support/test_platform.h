@@ -13,12 +13,25 @@ extern const bool textModeEndsAtControlZ;
 /// has one of its own.
 extern const bool librarySharesTheGlobalLocale;
 
+/// The system's own answer of what is shown or is a blank of any kind; every other character of a unit
+/// table counts as a space.
+bool SystemTakesForGraphicOrBlank(wchar_t character);
+
+/// Whether a sanitizer or the like makes the program another one: slower, larger.
+extern const bool instrumented;
+
+/// Bytes of memory that can be had without driving anything else out.
+std::uint64_t AvailableMemory();
+
+/// The handle (on Linux the descriptor) that the process would get next: the lowest that is free.
+std::uintptr_t NextHandle();
+
 /// What the process holds of everything that may be left behind, whoever took it.
 struct Footprint {
   std::size_t heapBytes;
   std::size_t mappedBytes;
-  std::uintptr_t nextHandle;      // the system gives the lowest that is free
-  std::uintptr_t nextThreadSlot;  // of thread-local storage, likewise
+  std::uintptr_t nextHandle;
+  std::uintptr_t nextThreadSlot;  // of thread-local storage: the lowest that is free
 };
 
 /// Nothing where a sanitizer or the like keeps things of its own.

@@ -1,19 +1,66 @@
+#include <locale.h>
 #include <malloc.h>
 #include <pthread.h>
 #include <unistd.h>
+#include <wctype.h>
 
+#include <algorithm>
+#include <cstdlib>
 #include <fstream>
+#include <string>
 
 #include "tests/support/free_descriptor.h"
 #include "tests/support/test_platform.h"
 
 const bool textModeEndsAtControlZ = false;
 const bool librarySharesTheGlobalLocale = true;
+#if defined(KELMO_INSTRUMENTED)
+const bool instrumented = true;
+#else
+const bool instrumented = false;
+#endif
+
+namespace {
+
+// The number in a file of the system, or `otherwise`.
+std::uint64_t NumberIn(const char* file, std::uint64_t otherwise) {
+  std::uint64_t number = 0;
+  return std::ifstream(file) >> number ? number : otherwise;
+}
+
+}  // namespace
+
+// Of the machine, and of the container that the program may run in.
+std::uint64_t AvailableMemory() {
+  std::uint64_t ofMachine = 0;
+  std::ifstream memory("/proc/meminfo");
+  for (std::string word; memory >> word;) {
+    if (word == "MemAvailable:") {
+      memory >> ofMachine;
+      ofMachine *= 1024;
+      break;
+    }
+  }
+  const std::uint64_t most = NumberIn("/sys/fs/cgroup/memory.max", UINT64_MAX);
+  const std::uint64_t used = NumberIn("/sys/fs/cgroup/memory.current", 0);
+  return std::min(ofMachine, most > used ? most - used : 0);
+}
+
+bool SystemTakesForGraphicOrBlank(wchar_t character) {
+  static const locale_t unicode = ::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+  if (unicode == nullptr) {
+    std::abort();
+  }
+  const wint_t c = std::char_traits<wchar_t>::to_int_type(character);
+  return ::iswgraph_l(c, unicode) != 0 || ::iswblank_l(c, unicode) != 0;
+}
+
+std::uintptr_t NextHandle() { return static_cast<std::uintptr_t>(FreeDescriptor()); }
 
 std::optional<Footprint> MeasureFootprint() {
-#if defined(KELMO_INSTRUMENTED)
-  return std::nullopt;
-#else
+  if (instrumented) {
+    return std::nullopt;
+  }
   Footprint footprint = {};
   std::ifstream pages("/proc/self/statm");
   if (!(pages >> footprint.mappedBytes)) {
@@ -22,7 +69,7 @@ std::optional<Footprint> MeasureFootprint() {
   pages.close();
   footprint.mappedBytes *= static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
 
-  footprint.nextHandle = static_cast<std::uintptr_t>(FreeDescriptor());
+  footprint.nextHandle = NextHandle();
 
   pthread_key_t key = 0;
   ::pthread_key_create(&key, nullptr);
@@ -32,7 +79,6 @@ std::optional<Footprint> MeasureFootprint() {
   const struct mallinfo2 heap = ::mallinfo2();
   footprint.heapBytes = heap.uordblks + heap.hblkhd;
   return footprint;
-#endif
 }
 
 void TurnOffErrorDialogs() {}

@@ -1,11 +1,17 @@
 #include <windows.h>
 
+#include <cwctype>
 #include <vector>
 
 #include "tests/support/test_platform.h"
 
 const bool textModeEndsAtControlZ = true;
 const bool librarySharesTheGlobalLocale = false;
+const bool instrumented = false;
+
+bool SystemTakesForGraphicOrBlank(wchar_t character) {
+  return std::iswgraph(character) != 0 || std::iswblank(character) != 0;
+}
 
 namespace {
 
@@ -39,12 +45,22 @@ std::size_t MappedBytes() {
 
 }  // namespace
 
+std::uint64_t AvailableMemory() {
+  MEMORYSTATUSEX memory = {};
+  memory.dwLength = sizeof(memory);
+  return ::GlobalMemoryStatusEx(&memory) != FALSE ? memory.ullAvailPhys : 0;
+}
+
+std::uintptr_t NextHandle() {
+  HANDLE handle = ::CreateEventW(nullptr, FALSE, FALSE, nullptr);
+  ::CloseHandle(handle);
+  return reinterpret_cast<std::uintptr_t>(handle);
+}
+
 std::optional<Footprint> MeasureFootprint() {
   Footprint footprint = {};
   footprint.mappedBytes = MappedBytes();
-  HANDLE handle = ::CreateEventW(nullptr, FALSE, FALSE, nullptr);
-  ::CloseHandle(handle);
-  footprint.nextHandle = reinterpret_cast<std::uintptr_t>(handle);
+  footprint.nextHandle = NextHandle();
   footprint.nextThreadSlot = ::TlsAlloc();
   ::TlsFree(static_cast<DWORD>(footprint.nextThreadSlot));
   footprint.heapBytes = HeapBytes();

@@ -35,7 +35,20 @@ inline UnitRows RowsOf(const std::vector<KelmoLibs::Localize::Phyval::ValueType>
   return rows;
 }
 
-/// What the catalogue holds once the library is started.
+/// What the catalogue holds when the library is loaded.
+inline const UnitRows kBuiltInUnits = {
+    {10, 0.0, L"L", L"length"},
+    {10001, 1.0, L"\u043C", L"meter"},  // Cyrillic em
+    {10002, 0.0273, L"in", L"inch"},
+    {20, 0.0, L"S", L"area"},
+    {20001, 1.0, L"m2", L"square meter"},
+    {30001, 1.0, L"%", L"koefficient"},
+    {40, 0.0, L"angl", L"plane angle"},
+    {40001, 1.0, L"\u00B0", L"degree"},  // degree sign
+    {40002, 57.29577951308232, L"rad", L"radian "},
+};
+
+/// And once it is started.
 inline const UnitRows kDefaultUnits = {
     {10, 0.0, L"L", L"length "},
     {10001, 1.0, L"\u043C", L"meter "},  // Cyrillic em

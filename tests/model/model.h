@@ -1,0 +1,130 @@
+// The behaviour of the whole library said a second time, in the plainest way: whole copies, ordered
+// maps, lists that are searched from their front. It shares no code with the library, and is to be
+// changed only where a promise to hosts changes. call_sequence.h plays the two against each other.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "tests/support/unit_rows.h"
+
+namespace model {
+
+/// Files by their paths below the working directory, with backslashes between folders.
+using Files = std::map<std::wstring, std::string>;
+
+/// The bytes of the file that a host's path leads to; null where it leads to none.
+const std::string* FindFile(const Files& files, const std::wstring& path);
+
+/// Bytes as wide text, up to the first that are no UTF-8.
+std::wstring Decode(const std::string& bytes);
+
+struct Value {
+  double value;
+  double absTolerance;
+  double relTolerance;
+  std::optional<std::size_t> unit;  // its place in the catalogue
+};
+
+int StypeOf(int code);  // the quantity
+int SidOf(int code);    // the number of the unit in it
+
+double ToleranceOf(const Value& value);
+
+/// Whether rounding by this tolerance comes to an end. Where it does not, neither library nor model
+/// may be asked.
+bool RoundingEnds(double tolerance);
+
+/// The numbers that a value prints.
+struct Rounded {
+  double number;
+  int decimals;
+};
+Rounded Round(double value, double tolerance);
+
+/// One life of the library. Results, messages and exceptions are those of the real one.
+class Library {
+ public:
+  /// `usersPoint` is the decimal separator of the user's settings.
+  Library(const Files& files, wchar_t usersPoint) : files_(&files), usersPoint_(usersPoint) {}
+
+  // ---- When memory runs out
+
+  /// Wherever the library changes something, it may have to take memory first. Makes the n-th such
+  /// place from now fail (1 is the next), and all behind it as well if `fromThenOn`.
+  void FailAt(std::size_t n, bool fromThenOn);
+  bool HasFailed() const { return failed_; }
+  /// Such a place: throws std::bad_alloc where it is to fail.
+  void TakeMemory();
+
+  // ---- The nine functions
+
+  std::int32_t Init(const std::wstring& folder, const std::wstring& language);
+  std::int32_t Init0(const std::wstring& folder);
+  std::int32_t ExportPhyVal();
+  std::int32_t LoadDictionary(const std::wstring& folder, const std::wstring& fileName);
+  std::int32_t UseLanguage(const std::wstring& id);
+  const std::wstring* LANG(const std::wstring& key);  // null: the empty text for "nothing there"
+  void ClearErrors() { errors.clear(); }
+  std::int64_t GetErrorsCount() const { return static_cast<std::int64_t>(errors.size()); }
+  const std::wstring* GetError(std::int32_t index);  // the same
+
+  // ---- Double
+
+  Value FromCode(double value, double absTolerance, double relTolerance, int code) const;
+  Value FromText(double value, double absTolerance, double relTolerance,
+                 const std::wstring& text) const;
+  Value Plus(const Value& left, const Value& right);
+  Value Minus(const Value& left, const Value& right);
+  Value Times(const Value& left, double k);
+  Value DividedBy(const Value& left, double k);
+  bool IsEqual(const Value& left, const Value& right);
+  bool IsLess(const Value& left, const Value& right);
+  bool IsGreater(const Value& left, const Value& right);
+  Value ConvertTo(const Value& value, double absTolerance, double relTolerance, int code);
+  void CheckCorrect(const Value& value);
+  void CheckCorrect(const Value& value, const Value& other);
+  double Vs(const Value& value, double x) const;
+
+  std::wstring ToString(const Value& value);
+  std::wstring ToString(const Value& value, wchar_t separator);
+
+  // ---- What there is
+
+  struct LocalizedUnit {
+    std::wstring symbol;
+    std::wstring name;
+  };
+  using Dictionary = std::map<std::wstring, std::wstring>;
+
+  UnitRows catalogue = kBuiltInUnits;
+  std::map<std::wstring, std::map<std::int32_t, LocalizedUnit>> localizedUnits;
+  std::vector<std::wstring> loadMessages;
+  std::wstring currentLanguage;
+  std::map<std::wstring, Dictionary> dictionaries;
+  std::vector<std::wstring> errors;
+  bool hasExported = false;  // the file of ExportPhyVal, whole
+
+ private:
+  void Append(std::vector<std::wstring>& messages, const std::wstring& message);
+  void RebuildCatalogue(bool exportsIt);
+  std::int32_t LoadLanguageTable(const std::wstring& path);
+  bool ReadHeader(const std::wstring& path, std::vector<std::wstring>& lines,
+                  std::wstring& language);
+  bool AddUnit(const std::wstring& line, const std::wstring& language);
+  double Converted(const Value& value, const Value& to) const;
+  [[noreturn]] void Refuse(const char* text);
+
+  const Files* files_;
+  wchar_t usersPoint_;
+  std::size_t untilFailure_ = 0;  // 0: nothing fails
+  bool failsFromThenOn_ = false;
+  bool failed_ = false;
+};
+
+}  // namespace model
