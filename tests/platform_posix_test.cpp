@@ -10,6 +10,8 @@
 
 #include <chrono>
 #include <clocale>
+#include <filesystem>
+#include <functional>
 #include <limits>
 #include <locale>
 #include <stdexcept>
@@ -22,6 +24,7 @@
 #include "tests/support/child_process.h"
 #include "tests/support/free_descriptor.h"
 #include "tests/support/global_locale.h"
+#include "tests/support/read_all.h"
 #include "tests/support/scratch_folder.h"
 
 namespace KelmoLibs::Localize {
@@ -105,6 +108,32 @@ TEST(OpenTextFilePosix, WaitsForALeaseToBeGivenBack) {
   }
   EXPECT_NE(OpenTextFile(JoinPath(folder.HostPath(), L"file.txt")), nullptr);
   EXPECT_EQ(ExitCodeOf(holder), 0);
+}
+
+TEST(OpenTextFilePosix, ReadsOnInTheFileThatItOpenedWhateverBecomesOfItsName) {
+  namespace fs = std::filesystem;
+  const ScratchFolder folder;
+  const fs::path file = folder.Path() / "file.txt";
+  const struct {
+    const char* name;
+    std::function<void()> change;
+  } rows[] = {
+      {"replaced", [&] { fs::rename(folder.Path() / "other.txt", file); }},
+      {"removed", [&] { fs::remove(file); }},
+      {"closed to all", [&] { fs::permissions(file, fs::perms::none); }},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    fs::remove(file);
+    folder.Write(L"file.txt", "first and last");
+    folder.Write(L"other.txt", "other words here");
+    const auto opened = OpenTextFile(JoinPath(folder.HostPath(), L"file.txt"));
+    ASSERT_NE(opened, nullptr);
+    char front[5] = {};
+    ASSERT_EQ(opened->Read(front, sizeof(front)), 5U);
+    row.change();
+    EXPECT_EQ(ReadAll(*opened, 4), " and last");
+  }
 }
 
 TEST(OpenTextFilePosix, OpensNothingForALoneSurrogate) {

@@ -2,13 +2,20 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <initializer_list>
+#include <memory>
 #include <optional>
+#include <sstream>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "frame/file_path.h"
+#include "frame/line_reader.h"
 #include "tests/support/read_all.h"
 #include "tests/support/read_file.h"
 #include "tests/support/scratch_folder.h"
@@ -130,6 +137,122 @@ TEST(OpenTextFile, LetsTheFileGoAtTheEnd) {
   folder.Write(L"file.txt", "text");
   EXPECT_EQ(ReadTextFile(JoinPath(folder.HostPath(), L"file.txt"), 100), "text");
   EXPECT_TRUE(std::filesystem::remove(folder.Path() / "file.txt"));
+}
+
+// ---- Files that change while they are read
+
+// Counts what was taken of a file: nobody says how far a reader reads ahead.
+class CountedSource final : public ByteSource {
+ public:
+  explicit CountedSource(std::unique_ptr<ByteSource> file) : file_(std::move(file)) {}
+
+  std::size_t Read(char* buffer, std::size_t size) override {
+    const std::size_t count = file_->Read(buffer, size);
+    taken_ += count;
+    return count;
+  }
+  std::size_t SizeHint() const noexcept override { return file_->SizeHint(); }
+
+  std::size_t Taken() const noexcept { return taken_; }
+
+ private:
+  std::unique_ptr<ByteSource> file_;
+  std::size_t taken_ = 0;
+};
+
+using Lines = std::vector<std::string>;
+
+std::string NumberedLines(const std::string& word, std::size_t size) {
+  std::string bytes;
+  for (int number = 10000; bytes.size() < size; ++number) {
+    bytes += word + std::to_string(number) + " \xC3\xA4\n";
+  }
+  return bytes;
+}
+
+Lines LinesOf(const std::string& bytes) {
+  std::istringstream stream(bytes);
+  Lines lines;
+  for (std::string line; std::getline(stream, line);) {
+    lines.push_back(line);
+  }
+  return lines;
+}
+
+TEST(OpenTextFile, ReadsAFileThatChangesMeanwhileAsItIsAtEachRead) {
+  namespace fs = std::filesystem;
+  const ScratchFolder folder;
+  const fs::path file = folder.Path() / "file.txt";
+  // One that is read as a whole before its first line comes, and one of several pieces.
+  for (const std::size_t size : {std::size_t{1000}, std::size_t{300'000}}) {
+    const std::string bytes = NumberedLines("line ", size);
+    const std::string other = NumberedLines("others ", size + 5000);
+    const std::size_t inLine = bytes.rfind("line", size * 9 / 10) + 2;
+    const auto behind = [](const std::string& text, std::size_t taken) {
+      return text.substr(std::min(taken, text.size()));
+    };
+    const auto cutTo = [&](std::size_t rest) {
+      return [&bytes, rest](std::size_t taken) { return bytes.substr(0, std::max(taken, rest)); };
+    };
+    const struct {
+      const char* name;
+      std::function<void()> change;
+      std::function<std::string(std::size_t taken)> read;
+    } rows[] = {
+        {"not at all", [] {}, cutTo(bytes.size())},
+        {"cut to nothing", [&] { fs::resize_file(file, 0); }, cutTo(0)},
+        {"cut in a line", [&] { fs::resize_file(file, inLine); }, cutTo(inLine)},
+        {"cut in a character, which is none then",
+         [&] { fs::resize_file(file, bytes.rfind("\xC3\xA4", inLine) + 1); },
+         cutTo(bytes.rfind("\xC3\xA4", inLine))},
+        {"overwritten where it stands",
+         [&] {
+           std::fstream(file, std::ios::binary | std::ios::in | std::ios::out)
+               << other.substr(0, bytes.size());
+         },
+         [&](std::size_t taken) {
+           return bytes.substr(0, taken) + behind(other.substr(0, bytes.size()), taken);
+         }},
+        {"written anew with less",
+         [&] { std::ofstream(file, std::ios::binary) << other.substr(0, size / 2); },
+         [&](std::size_t taken) {
+           return bytes.substr(0, taken) + behind(other.substr(0, size / 2), taken);
+         }},
+        {"written anew with more", [&] { std::ofstream(file, std::ios::binary) << other; },
+         [&](std::size_t taken) { return bytes.substr(0, taken) + behind(other, taken); }},
+        {"added to",
+         [&] { std::ofstream(file, std::ios::binary | std::ios::app) << "added\nlast"; },
+         [&](std::size_t /*taken*/) { return bytes + "added\nlast"; }},
+    };
+    for (const auto& row : rows) {
+      SCOPED_TRACE(testing::Message() << row.name << ", " << size << " bytes");
+      folder.Write(L"file.txt", bytes);
+      auto opened = OpenTextFile(JoinPath(folder.HostPath(), L"file.txt"));
+      ASSERT_NE(opened, nullptr);
+      CountedSource source(std::move(opened));
+      LineReader reader(source);
+      Lines lines;
+      const auto take = [&] {
+        const auto line = reader.Next();
+        if (line) {
+          lines.emplace_back(*line);
+        }
+        return line.has_value();
+      };
+      for (int i = 0; i < 3; ++i) {
+        ASSERT_TRUE(take());
+      }
+      const std::size_t taken = source.Taken();
+      ASSERT_TRUE(taken < inLine || size < 2000) << "everything was taken: this changes nothing";
+      // A character of two halves that are not its own would end the text.
+      ASSERT_NE(bytes[taken - 1], '\xC3');
+      ASSERT_TRUE(taken >= other.size() || other[taken] != '\xA4');
+      row.change();
+      while (take()) {
+      }
+      EXPECT_EQ(lines, LinesOf(row.read(taken)));
+    }
+  }
 }
 
 // ---- Writing a file

@@ -8,7 +8,9 @@
 #include <windows.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <string>
+#include <system_error>
 #include <utility>
 
 #include "frame/file_path.h"
@@ -34,6 +36,20 @@ TEST_F(OpenTextFileWindows, ReadsInTextModeWhateverTheHostsDefault) {
   defaultMode = before;
   ASSERT_NE(file, nullptr);
   EXPECT_EQ(ReadAll(*file, 100), "a\nb");
+}
+
+// Nobody can put another file under the name, or take the name away, while the file is read.
+TEST_F(OpenTextFileWindows, HoldsItsNameWhileItIsRead) {
+  folder_.Write(L"other.txt", "other");
+  const auto file = OpenTextFile(path_);
+  ASSERT_NE(file, nullptr);
+  const std::filesystem::path name = folder_.Path() / "file.txt";
+  std::error_code refused;
+  std::filesystem::rename(folder_.Path() / "other.txt", name, refused);
+  EXPECT_TRUE(refused);
+  EXPECT_FALSE(std::filesystem::remove(name, refused));
+  EXPECT_TRUE(refused);
+  EXPECT_EQ(ReadAll(*file, 1), "a\nb");
 }
 
 // The runtime gives the lowest number that is free.
