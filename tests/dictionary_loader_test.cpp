@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -28,6 +29,7 @@ struct State {
 
 using allocation_probe::CallWithFailingAllocation;
 using allocation_probe::LeakCheck;
+using allocation_probe::LimitBytes;
 using allocation_probe::Outcome;
 using Messages = std::vector<std::wstring>;
 
@@ -178,6 +180,111 @@ TEST_F(LoadDictionaryFileWithoutMemory, TheHostIsToldWhenNotEvenTheMessageCanBeK
     EXPECT_EQ(std::count(messages.begin(), messages.end(), loadingError_), 0);
   }
   EXPECT_GE(n, 10U);
+}
+
+// ---- Memory for so many bytes and no more
+
+class LoadDictionaryFileWithinALimit : public testing::Test {
+ protected:
+  LoadDictionaryFileWithinALimit() {
+    std::string bytes = EncodeUtf8(kId) + "\n";
+    for (std::size_t line = 0; line < kLines; ++line) {
+      bytes += EncodeUtf8(KeyOf(line)) + " " + EncodeUtf8(TextOf(line)) + "\n";
+    }
+    folder_.Write(L"file.txt", bytes);
+  }
+
+  // Every tenth line declares the key of the line before it again.
+  static bool IsDuplicate(std::size_t line) { return line % 10 == 9; }
+  static std::wstring KeyOf(std::size_t line) {
+    return L"a.key.that.needs.memory.of.its.own." +
+           std::to_wstring(IsDuplicate(line) ? line - 1 : line);
+  }
+  static std::wstring TextOf(std::size_t line) {
+    return std::wstring(20 + line % 7, L't') + std::to_wstring(line);
+  }
+
+  // What the first `lines` lines are worth.
+  static Dictionary Front(std::size_t lines) {
+    Dictionary dictionary;
+    for (std::size_t line = 0; line < lines; ++line) {
+      dictionary.emplace(KeyOf(line), TextOf(line));
+    }
+    return dictionary;
+  }
+  Messages FrontMessages(std::size_t lines) const {
+    Messages messages = {older_};
+    for (std::size_t line = 0; line < lines; ++line) {
+      if (IsDuplicate(line)) {
+        messages.push_back(L"EL101. Key already declared.\nKey: " + KeyOf(line) +
+                           L"\nDictionary: " + path_);
+      }
+    }
+    return messages;
+  }
+
+  static constexpr std::size_t kLines = 100;
+  const std::wstring older_ = L"an older message that needs memory of its own";
+  const ScratchFolder folder_;
+  const std::wstring path_ = JoinPath(folder_.HostPath(), L"file.txt");
+  const std::wstring loadingError_ = L"EL111. Dictionary loading error\nDictionary: " + path_;
+};
+
+TEST_F(LoadDictionaryFileWithinALimit, KeepsTheFrontOfTheFileAndAllThatIsOlder) {
+  constexpr std::size_t kStep = 501;
+  int fronts = 0;
+  std::size_t least = 0;
+  std::int32_t result = -1;
+  for (std::size_t more = 0; result < 0; more += kStep) {
+    SCOPED_TRACE(testing::Message() << more << " bytes");
+    ASSERT_LT(more, 1'000'000U) << "it never fits";
+    const LeakCheck everythingIsGivenBack;
+    State state;
+    state.currentLanguage = L"older";
+    state.dictionaries[L"older"][L"key"] = L"an older text that needs memory of its own";
+    state.errors.Append(older_);
+    const wchar_t* const olderText = state.dictionaries[L"older"][L"key"].c_str();
+    const wchar_t* const olderMessage = state.errors.At(0);
+    const std::size_t most = allocation_probe::LiveBytes() + more;
+    allocation_probe::ResetPeak();
+    bool threw = false;
+    {
+      const LimitBytes limit(more);
+      try {
+        result = state.Load(path_);
+      } catch (const std::bad_alloc&) {
+        threw = true;
+      }
+    }
+    EXPECT_LE(allocation_probe::PeakBytes(), most);
+    EXPECT_EQ(state.dictionaries[L"older"][L"key"].c_str(), olderText);
+    EXPECT_STREQ(olderText, L"an older text that needs memory of its own");
+    EXPECT_EQ(state.errors.At(0), olderMessage);
+
+    // Each line of the front has become an entry or a message.
+    Messages messages = ReadAll(state.errors);
+    if (!threw && result < 0) {
+      EXPECT_EQ(result, -1);
+      EXPECT_EQ(messages.back(), loadingError_);
+      messages.pop_back();
+    }
+    ASSERT_FALSE(messages.empty());
+    const std::size_t lines = state.dictionaries[kId].size() + messages.size() - 1;
+    EXPECT_EQ(state.dictionaries[kId], Front(lines));
+    EXPECT_EQ(messages, FrontMessages(lines));
+    EXPECT_EQ(lines == kLines, result >= 0);
+    EXPECT_GE(lines, least) << "more memory, and fewer lines";
+    fronts += lines > least ? 1 : 0;
+    least = lines;
+
+    // The same call succeeds afterwards; what was read before is declared already.
+    if (result < 0) {
+      EXPECT_GE(state.Load(path_), 0);
+      EXPECT_EQ(state.currentLanguage, kId);
+      EXPECT_EQ(state.dictionaries[kId], Front(kLines));
+    }
+  }
+  EXPECT_GE(fronts, 20);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <new>
 #include <set>
 #include <string>
 #include <vector>
@@ -471,6 +472,89 @@ TEST_F(LanguageTableWithoutMemory, TheHostIsToldWhenNotEvenAMessageCanBeKept) {
     const Messages listed = ReadAll(messages);
     EXPECT_TRUE(listed.empty() || listed == Messages{BadLine(kShort, kFile)});
   }
+}
+
+// Memory for so many bytes and no more: a line that does not fit is listed like one that is no unit,
+// until not even that fits.
+TEST_F(LanguageTableWithoutMemory, WithinALimitEachLineIsAUnitOrAMessageUntilTheLoadingFails) {
+  constexpr std::int32_t kUnits = 60;
+  constexpr std::size_t kStep = 501;
+  const std::wstring folder = folder_.HostPath();
+  std::string bytes = EncodeUtf8(kLanguage) + " Language\n";
+  std::vector<std::wstring> lines;
+  for (std::int32_t code = 1; code <= kUnits; ++code) {
+    lines.push_back(std::to_wstring(code) + L" " + kSymbol + L" " + kName +
+                    std::wstring(static_cast<std::size_t>(code % 7), L'n'));
+    bytes += EncodeUtf8(lines.back()) + "\n";
+  }
+  folder_.Write(kFile, bytes);
+  const LocalizedUnit older = {L"an older symbol that needs memory",
+                               L"and its name, which does too"};
+  bool seen[4] = {};  // each status, and that it threw
+  int changes = 0;
+  std::size_t kept = 0;
+  for (std::size_t more = 0; kept < kUnits; more += kStep) {
+    SCOPED_TRACE(testing::Message() << more << " bytes");
+    ASSERT_LT(more, 1'000'000U) << "it never fits";
+    const LeakCheck everythingIsGivenBack;
+    LocalizedUnitTable table = {{L"older", {{1, older}}}};
+    ErrorList messages;
+    messages.Append(kShort);
+    const wchar_t* const olderName = table[L"older"][1].name.c_str();
+    const std::size_t most = allocation_probe::LiveBytes() + more;
+    allocation_probe::ResetPeak();
+    constexpr std::int32_t kThrew = 1;
+    std::int32_t status = kThrew;
+    {
+      const allocation_probe::LimitBytes limit(more);
+      try {
+        status = LoadLanguageUnitTable(folder, kFile, table, messages);
+      } catch (const std::bad_alloc&) {
+        status = kThrew;
+      }
+    }
+    seen[status + 2] = true;
+    EXPECT_LE(allocation_probe::PeakBytes(), most);
+    EXPECT_EQ(table[L"older"][1].name.c_str(), olderName);
+    EXPECT_EQ(table[L"older"], (LocalizedUnits{{1, older}}));
+
+    const LocalizedUnits units = table[kLanguage];
+    Messages expected = {kShort};
+    if (status == -2) {
+      EXPECT_EQ(units, LocalizedUnits{});
+      expected.push_back(NotFound(kFile));
+    } else {
+      // Up to the line that ends the loading each is a unit, or a message in its place.
+      const Messages listed = ReadAll(messages);
+      for (std::int32_t code = 1; code <= kUnits; ++code) {
+        const std::wstring& line = lines[static_cast<std::size_t>(code) - 1];
+        const auto unit = units.find(code);
+        if (unit != units.end()) {
+          EXPECT_EQ(unit->second.symbol, kSymbol);
+          EXPECT_EQ(std::to_wstring(code) + L" " + kSymbol + L" " + unit->second.name, line);
+        } else if (status == 0 || (expected.size() < listed.size() &&
+                                   listed[expected.size()] == BadLine(line, kFile))) {
+          expected.push_back(BadLine(line, kFile));
+        } else {
+          EXPECT_EQ(units.upper_bound(code), units.end()) << "read on behind a failure";
+          break;
+        }
+      }
+      if (status == -1) {
+        expected.push_back(failed_);
+      }
+    }
+    EXPECT_EQ(ReadAll(messages), expected);
+    changes += units.size() != kept ? 1 : 0;
+    kept = units.size();
+
+    EXPECT_EQ(LoadLanguageUnitTable(folder, kFile, table, messages), 0) << "afterwards";
+    EXPECT_EQ(table[kLanguage].size(), static_cast<std::size_t>(kUnits));
+  }
+  for (const bool status : seen) {
+    EXPECT_TRUE(status);
+  }
+  EXPECT_GE(changes, 10);
 }
 
 }  // namespace

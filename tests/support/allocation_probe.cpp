@@ -1,6 +1,7 @@
 #include "tests/support/allocation_probe.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <new>
 
@@ -14,6 +15,7 @@ std::size_t peakBytes = 0;
 std::size_t untilFailure = 0;  // 0: nothing fails
 bool failingFromThenOn = false;
 bool failureHappened = false;
+std::size_t mostBytes = SIZE_MAX;
 
 // Lies in front of every block and remembers its size.
 struct alignas(16) BlockHeader {
@@ -38,7 +40,7 @@ bool MustFail() noexcept {
 
 void* Allocate(std::size_t size) {
   ++count;
-  if (MustFail()) {
+  if (MustFail() || liveBytes + size > mostBytes) {
     throw std::bad_alloc();
   }
   auto* const header = static_cast<BlockHeader*>(std::malloc(sizeof(BlockHeader) + size));
@@ -75,6 +77,9 @@ FailAllocation::FailAllocation(std::size_t n, Failing failing) noexcept {
 FailAllocation::~FailAllocation() { untilFailure = 0; }
 
 bool FailAllocation::Happened() const noexcept { return failureHappened; }
+
+LimitBytes::LimitBytes(std::size_t more) noexcept { mostBytes = liveBytes + more; }
+LimitBytes::~LimitBytes() { mostBytes = SIZE_MAX; }
 
 }  // namespace allocation_probe
 

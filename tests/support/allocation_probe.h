@@ -31,6 +31,16 @@ class FailAllocation {
   bool Happened() const noexcept;
 };
 
+/// While it lives, an allocation that would make more bytes be held than now and `more` throws
+/// std::bad_alloc. What is given back counts for nothing, and can be had again.
+class LimitBytes {
+ public:
+  explicit LimitBytes(std::size_t more) noexcept;
+  LimitBytes(const LimitBytes&) = delete;
+  LimitBytes& operator=(const LimitBytes&) = delete;
+  ~LimitBytes();
+};
+
 /// At its end everything must be given back that was taken during its life.
 class LeakCheck {
  public:
