@@ -45,13 +45,19 @@ int OpenForReading(const char* path) noexcept {
   return OpenWithoutWaiting(path, O_RDONLY);
 }
 
-// Nor for writing: whoever reads it may be gone before it is written, which ends the host.
+// Nor for writing, and one that has taken the file's place meanwhile is let go: whoever reads it may
+// be gone before it is written, which ends the host.
 int OpenForWriting(const char* path) noexcept {
   struct stat status = {};
   if (::stat(path, &status) == 0 && S_ISFIFO(status.st_mode)) {
     return -1;
   }
-  return OpenWithoutWaiting(path, O_WRONLY | O_CREAT | O_TRUNC);
+  const int descriptor = OpenWithoutWaiting(path, O_WRONLY | O_CREAT | O_TRUNC);
+  if (descriptor >= 0 && (::fstat(descriptor, &status) != 0 || S_ISFIFO(status.st_mode))) {
+    ::close(descriptor);
+    return -1;
+  }
+  return descriptor;
 }
 
 class FileBytes final : public ByteSource {

@@ -863,6 +863,37 @@ TEST_F(SystemCalls, ThatCannotOpenTheExportedFileWriteNothing) {
   }
 }
 
+TEST_F(SystemCalls, LeaveAPipeAloneThatHasTakenTheExportedFilesPlace) {
+  const ExportPlace place(folder_);
+  std::ofstream(ExportPlace::kFile) << "old";
+  int reader = -1;
+  System system;
+  system.open = [&](const char* path, int flags, mode_t mode) {
+    fs::remove(path);
+    ::mkfifo(path, 0600);
+    reader = RealOpen(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC, 0);
+    return RealOpen(path, flags, mode);
+  };
+  const Host host(system);
+  EXPECT_EQ(host.ExportPhyVal(), 0);
+  EXPECT_EQ(system.writes, 0) << "should its reader go, that would end the host";
+  RealClose(reader);
+  host.ExpectUnits();
+}
+
+TEST_F(SystemCalls, ThatTellNothingOfTheExportedFileWriteNothing) {
+  const ExportPlace place(folder_);
+  System system;
+  system.fstat = [](int /*descriptor*/, struct stat* status) {
+    status->st_mode = S_IFREG;
+    return Fail(EIO);
+  };
+  const Host host(system);
+  EXPECT_EQ(host.ExportPhyVal(), 0);
+  EXPECT_EQ(system.writes, 0);
+  host.ExpectUnits();
+}
+
 // ---- Signals
 
 // Called at each signal; what interrupts a call is not made to continue it (no SA_RESTART).
