@@ -67,11 +67,10 @@ install_packages() {
 build() {
   local preset=$1 system=$2
   shift 2
-  step "Configuring for $system" "$preset-configure" cmake --preset "$preset" "${configure_options[@]}"
+  step "Configuring for $system" "$preset-configure" cmake --preset "$preset"
   step "Building for $system" "$preset-build" \
     cmake --build --preset "$preset" --parallel "$(nproc)" ${1:+--target "$@"}
 }
-configure_options=()
 
 # start_wine: makes the project's Wine prefix and keeps its server ready until the script ends.
 start_wine() {
