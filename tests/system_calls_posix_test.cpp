@@ -27,6 +27,8 @@
 #include <utility>
 #include <vector>
 
+#include "tests/model/model.h"
+#include "tests/support/encode_utf8.h"
 #include "tests/support/exported_table.h"
 #include "tests/support/host_test.h"
 #include "tests/support/loaded_units.h"
@@ -205,38 +207,15 @@ namespace {
 
 using Entries = std::map<std::wstring, std::wstring>;
 
-std::wstring Decode(const std::string& bytes) {
-  std::wstring text;
-  for (std::size_t i = 0; i < bytes.size(); ++i) {
-    const bool letter = bytes.compare(i, 2, "\xC3\xA4") == 0;
-    text += letter ? L'\u00E4' : static_cast<wchar_t>(bytes[i]);
-    i += letter ? 1 : 0;
-  }
-  return text;
-}
-
-// The files here are of ASCII and of one letter that needs two bytes: anything else ends them.
-std::string WellFormedFront(const std::string& bytes) {
-  for (std::size_t i = 0; i < bytes.size(); ++i) {
-    const bool letter = bytes.compare(i, 2, "\xC3\xA4") == 0;
-    if (!letter && static_cast<unsigned char>(bytes[i]) >= 0x80) {
-      return bytes.substr(0, i);
-    }
-    i += letter ? 1 : 0;
-  }
-  return bytes;
-}
-
 Entries EntriesOf(const std::string& bytes) {
   Entries entries;
-  std::istringstream lines(WellFormedFront(bytes));
-  std::string line;
+  std::wistringstream lines(model::Decode(bytes));
+  std::wstring line;
   std::getline(lines, line);  // the header
   while (std::getline(lines, line)) {
-    line.resize(line.find_last_not_of(" \r") + 1);
-    const std::size_t blank = std::min(line.find(' '), line.size());
-    entries.emplace(Decode(line.substr(0, blank)),
-                    Decode(line.substr(std::min(blank + 1, line.size()))));
+    line.resize(line.find_last_not_of(L" \r") + 1);
+    const std::size_t blank = std::min(line.find(L' '), line.size());
+    entries.emplace(line.substr(0, blank), line.substr(std::min(blank + 1, line.size())));
   }
   return entries;
 }
@@ -686,7 +665,7 @@ TEST_F(SystemCalls, OnAFileThatChangesMeanwhileReadItAsItIsAtEachRead) {
         EXPECT_EQ(Load(host), 0);
         ASSERT_GT(taken, 0U) << "nothing was changed";
         const std::string read = change.read(bytes, taken);
-        const bool endsEarly = WellFormedFront(read).size() + 1 < read.size();
+        const bool endsEarly = EncodeUtf8(model::Decode(read)).size() + 1 < read.size();
         EXPECT_EQ(system.taken < read.size(), endsEarly);
         ExpectEntries(host, EntriesOf(read));
       }
