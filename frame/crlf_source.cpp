@@ -1,8 +1,40 @@
 #include "frame/crlf_source.h"
 
+#include <cstring>
 #include <utility>
 
 namespace KelmoLibs::Localize {
+
+namespace {
+
+// Moves the bytes together over each CR in front of an LF and returns how many there are then. Most
+// files have no such pair, or one in each line.
+std::size_t DropCrOfPairs(char* buffer, std::size_t size) noexcept {
+  std::size_t kept = 0;
+  std::size_t begin = 0;  // of what has not been moved
+  const auto moveUpTo = [&](std::size_t end) {
+    if (kept != begin) {
+      std::memmove(buffer + kept, buffer + begin, end - begin);
+    }
+    kept += end - begin;
+    begin = end;
+  };
+  for (std::size_t from = 0; from < size;) {
+    const void* const found = std::memchr(buffer + from, '\r', size - from);
+    if (found == nullptr) {
+      break;
+    }
+    from = static_cast<std::size_t>(static_cast<const char*>(found) - buffer) + 1;
+    if (from < size && buffer[from] == '\n') {
+      moveUpTo(from - 1);
+      begin = from;
+    }
+  }
+  moveUpTo(size);
+  return kept;
+}
+
+}  // namespace
 
 CrLfSource::CrLfSource(std::unique_ptr<ByteSource> bytes) noexcept : bytes_(std::move(bytes)) {}
 
@@ -19,13 +51,7 @@ std::size_t CrLfSource::Read(char* buffer, std::size_t size) {
   if (filled < size) {
     filled += ReadBytes(buffer + filled, size - filled);
   }
-  std::size_t kept = 0;
-  for (std::size_t i = 0; i < filled; ++i) {
-    const bool pair = buffer[i] == '\r' && i + 1 < filled && buffer[i + 1] == '\n';
-    if (!pair) {
-      buffer[kept++] = buffer[i];
-    }
-  }
+  std::size_t kept = DropCrOfPairs(buffer, filled);
   if (kept > 0 && buffer[kept - 1] == '\r') {
     char next = '\0';
     if (ReadBytes(&next, 1) == 1) {

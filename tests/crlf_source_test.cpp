@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "tests/support/random_numbers.h"
 #include "tests/support/read_all.h"
 #include "tests/support/string_source.h"
 
@@ -52,6 +53,16 @@ TEST(CrLfSource, TurnsPairsIntoLfAndKeepsEveryOtherCr) {
   }
 }
 
+std::string WithoutPairs(const std::string& bytes) {
+  std::string text;
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    if (bytes.compare(i, 2, "\r\n") != 0) {
+      text += bytes[i];
+    }
+  }
+  return text;
+}
+
 TEST(CrLfSource, AgreesWithReplacingPairsOnAllShortInputs) {
   const std::string alphabet("\r\na\0", 4);
   for (std::size_t input = 0; input < 16384; ++input) {  // all of 7 characters
@@ -59,15 +70,37 @@ TEST(CrLfSource, AgreesWithReplacingPairsOnAllShortInputs) {
     for (std::size_t rest = input; bytes.size() < 7; rest /= 4) {
       bytes += alphabet[rest % 4];
     }
-    std::string expected;
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
-      if (bytes.compare(i, 2, "\r\n") != 0) {
-        expected += bytes[i];
-      }
-    }
+    const std::string expected = WithoutPairs(bytes);
     for (const std::size_t buffer : std::initializer_list<std::size_t>{1, 2, 3, 5, 8, 100}) {
       ASSERT_EQ(Translated(bytes, 100, buffer), expected)
           << testing::PrintToString(bytes) << ", buffer of " << buffer;
+    }
+  }
+}
+
+TEST(CrLfSource, AgreesWithReplacingPairsOnMixturesOfLines) {
+  RandomNumbers random(randomSeed);
+  const std::string parts[] = {"\r",
+                               "\n",
+                               "\r\n",
+                               "\r\r\n",
+                               "\n\r",
+                               "a",
+                               "word",
+                               "\xC3\xA4",
+                               std::string(1, '\0'),
+                               std::string(20, 'x')};
+  for (int round = 0; round < 200; ++round) {
+    std::string bytes;
+    for (int i = random.Below(100); i > 0; --i) {
+      bytes += AnyOf(random, parts);
+    }
+    const std::string expected = WithoutPairs(bytes);
+    for (const std::size_t piece : std::initializer_list<std::size_t>{1, 2, 3, 4, 5, 5000}) {
+      for (const std::size_t buffer : std::initializer_list<std::size_t>{1, 2, 3, 4, 5, 5000}) {
+        ASSERT_EQ(Translated(bytes, piece, buffer), expected)
+            << testing::PrintToString(bytes) << ", pieces of " << piece << ", buffer of " << buffer;
+      }
     }
   }
 }
