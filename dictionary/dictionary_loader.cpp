@@ -15,7 +15,7 @@ constexpr std::int32_t kFileNotFound = -2;
 
 }  // namespace
 
-std::int32_t LoadDictionaryFile(const std::wstring& path, std::wstring& currentLanguage,
+std::int32_t LoadDictionaryFile(const std::wstring& path, CurrentLanguage& currentLanguage,
                                 DictionaryTable& dictionaries, ErrorList& errors) {
   try {
     const std::unique_ptr<ByteSource> file = OpenTextFile(path);

@@ -14,7 +14,7 @@ namespace KelmoLibs::Localize {
 ///   -2 when it cannot be opened: listed, nothing else has changed;
 ///   -1 when a failure cut the loading short: listed, what was read before stays.
 /// Only a failure to list that very message leaves as an exception.
-std::int32_t LoadDictionaryFile(const std::wstring& path, std::wstring& currentLanguage,
+std::int32_t LoadDictionaryFile(const std::wstring& path, CurrentLanguage& currentLanguage,
                                 DictionaryTable& dictionaries, ErrorList& errors);
 
 }  // namespace KelmoLibs::Localize

@@ -14,11 +14,11 @@ namespace KelmoLibs::Localize {
 /// Called with each key that its dictionary has already.
 using DuplicateKeyHandler = std::function<void(std::wstring_view key)>;
 
-/// Reads the header and then every entry of `source`. The id becomes `currentLanguage` before its
-/// dictionary is made, and a dictionary that exists is added to; the first text of a key stays. A
+/// Reads the header and then every entry of `source`. The id becomes the current one before
+/// its dictionary is made, and a dictionary that exists is added to; the first text of a key stays. A
 /// source without a single line changes nothing. What fails (memory, the handler) passes through:
 /// all that was done before it stays.
-void ReadDictionary(ByteSource& source, std::wstring& currentLanguage,
+void ReadDictionary(ByteSource& source, CurrentLanguage& currentLanguage,
                     DictionaryTable& dictionaries, const DuplicateKeyHandler& onDuplicateKey);
 
 }  // namespace KelmoLibs::Localize

@@ -4,29 +4,30 @@
 
 namespace KelmoLibs::Localize {
 
-std::int32_t SelectDictionary(std::wstring_view id, std::wstring& currentLanguage,
+std::int32_t SelectDictionary(std::wstring_view id, CurrentLanguage& currentLanguage,
                               const DictionaryTable& dictionaries, ErrorList& errors) {
-  if (dictionaries.find(id) == dictionaries.end()) {
+  const auto dictionary = dictionaries.find(id);
+  if (dictionary == dictionaries.end()) {
     errors.Append(UnknownDictionaryMessage(id));
     return -1;
   }
-  currentLanguage = id;
+  currentLanguage.id = id;
+  currentLanguage.dictionary = &dictionary->second;
   return 0;
 }
 
-const wchar_t* FindText(std::wstring_view key, const std::wstring& currentLanguage,
-                        const DictionaryTable& dictionaries, ErrorList& errors) {
-  const auto dictionary = dictionaries.find(currentLanguage);
-  if (dictionary == dictionaries.end()) {
-    errors.Append(NoCurrentDictionaryMessage(currentLanguage));
+const wchar_t* FindText(std::wstring_view key, const CurrentLanguage& currentLanguage,
+                        ErrorList& errors) {
+  if (currentLanguage.dictionary == nullptr) {
+    errors.Append(NoCurrentDictionaryMessage(currentLanguage.id));
     return emptyText;
   }
-  const auto entry = dictionary->second.find(key);
-  if (entry == dictionary->second.end()) {
-    errors.Append(KeyNotFoundMessage(key));
+  const auto [text, keyHash] = currentLanguage.dictionary->Find(key);
+  if (text == nullptr) {
+    errors.Append(KeyNotFoundMessage(key, keyHash));
     return emptyText;
   }
-  return entry->second.c_str();
+  return text;
 }
 
 }  // namespace KelmoLibs::Localize

@@ -12,13 +12,13 @@ namespace KelmoLibs::Localize {
 
 /// Makes `id` the current dictionary's and returns 0; where no dictionary has it, lists the message
 /// and returns -1.
-std::int32_t SelectDictionary(std::wstring_view id, std::wstring& currentLanguage,
+std::int32_t SelectDictionary(std::wstring_view id, CurrentLanguage& currentLanguage,
                               const DictionaryTable& dictionaries, ErrorList& errors);
 
-/// The text of `key` in the dictionary `currentLanguage`: a pointer to the stored text, valid as
-/// long as the table. A missing dictionary or key is listed and gives emptyText. Finding a text
-/// allocates nothing.
-const wchar_t* FindText(std::wstring_view key, const std::wstring& currentLanguage,
-                        const DictionaryTable& dictionaries, ErrorList& errors);
+/// The text of `key` in the current dictionary: a pointer to the stored text, valid as long as the
+/// table. A missing dictionary or key is listed and gives emptyText. Finding a text takes no memory,
+/// nor does missing one whose message is listed.
+const wchar_t* FindText(std::wstring_view key, const CurrentLanguage& currentLanguage,
+                        ErrorList& errors);
 
 }  // namespace KelmoLibs::Localize

@@ -3,9 +3,13 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
-#include <unordered_set>
+#include <map>
+#include <string_view>
 #include <vector>
+
+#include "frame/block_store.h"
+#include "frame/hash_index.h"
+#include "frame/messages.h"
 
 namespace KelmoLibs::Localize {
 
@@ -16,12 +20,12 @@ extern const wchar_t emptyText[1];
 class ErrorList {
  public:
   ErrorList() = default;
-  ErrorList(const ErrorList&) = delete;  // order_ points into texts_
+  ErrorList(const ErrorList&) = delete;  // order_ points into blocks_
   ErrorList& operator=(const ErrorList&) = delete;
 
-  /// Appends `text` unless an equal one is listed. Constant cost on average, however long the list.
-  /// When memory fails, the list is as before.
-  void Append(std::wstring text);
+  /// Appends `message` unless an equal one is listed. The cost does not depend on the list's length.
+  /// A message that is listed takes no memory. When memory fails, the list is as before.
+  void Append(const Message& message);
 
   void Clear() noexcept;
 
@@ -33,8 +37,44 @@ class ErrorList {
   const wchar_t* At(std::int32_t index) const;
 
  private:
-  std::unordered_set<std::wstring> texts_;
-  std::vector<const std::wstring*> order_;  // the set's nodes do not move
+  // A text in its block, with a zero behind it, behind this.
+  struct Listed {
+    std::uint64_t hash;
+    std::size_t length;
+    Message::Kind kind;
+
+    std::wstring_view Text() const noexcept {
+      return {reinterpret_cast<const wchar_t*>(this + 1), length};
+    }
+    bool Is(const Message& message) const noexcept {
+      return hash == message.hash && kind == message.kind && IsTextOf(message, Text());
+    }
+  };
+
+  struct TextOrder {
+    using is_transparent = void;
+
+    bool operator()(std::wstring_view left, std::wstring_view right) const noexcept {
+      return left < right;
+    }
+    bool operator()(const Message& left, std::wstring_view right) const noexcept {
+      return Compare(left, right) < 0;
+    }
+    bool operator()(std::wstring_view left, const Message& right) const noexcept {
+      return Compare(right, left) > 0;
+    }
+  };
+
+  using HomelessTexts = std::map<std::wstring_view, const Listed*, TextOrder>;
+
+  void Grow();
+  bool Has(const Message& message) const noexcept;
+  static const Listed& Put(const Message& message, std::size_t length, std::byte* memory) noexcept;
+
+  BlockStore blocks_;
+  std::vector<const Listed*> order_;
+  HashIndex<Listed> index_;
+  HomelessTexts homeless_;  // without a place in the index
 };
 
 }  // namespace KelmoLibs::Localize

@@ -52,7 +52,7 @@ int32_t UseLanguage(const wchar_t* id) {
 }
 
 const wchar_t* LANG(const wchar_t* key) {
-  return FindText(TextOrEmpty(key), currentLanguage, dictionaries, errorList);
+  return FindText(TextOrEmpty(key), currentLanguage, errorList);
 }
 
 void ClearErrors() { errorList.Clear(); }

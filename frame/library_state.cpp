@@ -10,7 +10,7 @@ namespace KelmoLibs::Localize {
 Phyval::UnitCatalogue Phyval::unitCatalogue = Phyval::BuiltInUnits();
 LocalizedUnitTable localizedUnitTable;
 ErrorList loadMessages;
-std::wstring currentLanguage;
+CurrentLanguage currentLanguage;
 DictionaryTable dictionaries;
 ErrorList errorList;
 

@@ -13,8 +13,8 @@
 namespace KelmoLibs::Localize {
 
 extern LocalizedUnitTable localizedUnitTable;
-extern ErrorList loadMessages;        // of loading that table; no export reads them
-extern std::wstring currentLanguage;  // id of the current dictionary
+extern ErrorList loadMessages;  // of loading that table; no export reads them
+extern CurrentLanguage currentLanguage;
 extern DictionaryTable dictionaries;
 extern ErrorList errorList;
 

@@ -4,24 +4,57 @@
 // sentence, then a line for each detail.
 #pragma once
 
-#include <string>
+#include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 namespace KelmoLibs::Localize {
 
-// Loading a dictionary; `path` as joined from folder and file name. The last one is that of a unit
-// table, too.
-std::wstring KeyAlreadyDeclaredMessage(std::wstring_view key, std::wstring_view path);  // EL101
-std::wstring DictionaryFileNotFoundMessage(std::wstring_view path);                     // EL111
-std::wstring DictionaryLoadingErrorMessage(std::wstring_view path);                     // EL111
+/// A message that has not been put together: to find it in a list takes no memory.
+struct Message {
+  enum class Kind : std::uint8_t {
+    kKeyAlreadyDeclared,
+    kDictionaryFileNotFound,
+    kDictionaryLoadingError,
+    kUnitLine,
+    kUnitTableNotFound,
+    kUnknownDictionary,
+    kNoCurrentDictionary,
+    kKeyNotFound,
+  };
 
-// Loading the unit table of a language.
-std::wstring UnitLineMessage(std::wstring_view line, std::wstring_view path);  // EV101
-std::wstring UnitTableNotFoundMessage(std::wstring_view path);                 // EV111
+  Kind kind;
+  std::wstring_view first;   // detail, not owned; has no LF where another follows
+  std::wstring_view second;  // nothing where the kind has but one
+  std::uint64_t hash;        // equal for equal messages
+};
 
-// Selecting a dictionary and looking up texts.
-std::wstring UnknownDictionaryMessage(std::wstring_view id);    // EL112
-std::wstring NoCurrentDictionaryMessage(std::wstring_view id);  // EL121
-std::wstring KeyNotFoundMessage(std::wstring_view key);         // EL121
+/// Loading a dictionary; `path` as joined from folder and file name. The last one is that of a unit
+/// table, too.
+Message KeyAlreadyDeclaredMessage(std::wstring_view key, std::wstring_view path) noexcept;  // EL101
+Message DictionaryFileNotFoundMessage(std::wstring_view path) noexcept;                     // EL111
+Message DictionaryLoadingErrorMessage(std::wstring_view path) noexcept;                     // EL111
+
+/// Loading the unit table of a language.
+Message UnitLineMessage(std::wstring_view line, std::wstring_view path) noexcept;  // EV101
+Message UnitTableNotFoundMessage(std::wstring_view path) noexcept;                 // EV111
+
+/// Selecting a dictionary and looking up texts. `keyHash` is any hash of the key, the same whenever it
+/// is asked for.
+Message UnknownDictionaryMessage(std::wstring_view id) noexcept;                    // EL112
+Message NoCurrentDictionaryMessage(std::wstring_view id) noexcept;                  // EL121
+Message KeyNotFoundMessage(std::wstring_view key, std::uint64_t keyHash) noexcept;  // EL121
+
+/// Length of the message's text.
+std::size_t LengthOf(const Message& message) noexcept;
+
+/// Writes its text, without a zero behind it.
+void Write(const Message& message, wchar_t* text) noexcept;
+
+/// Whether `text` is that of the message, if it is one of the same kind.
+bool IsTextOf(const Message& message, std::wstring_view text) noexcept;
+
+/// How the message's text and `text` compare: negative, 0 or positive.
+int Compare(const Message& message, std::wstring_view text) noexcept;
 
 }  // namespace KelmoLibs::Localize

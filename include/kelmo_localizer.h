@@ -147,7 +147,7 @@ KELMO_LOCALIZER_API int32_t ExportPhyVal(void);
  * Lists    "EL101. Key already declared." for each key that the dictionary had already.
  * Throws   std::bad_alloc, where not even the path or the failure's message can be stored; what was
  *          read before stays then, too.
- * Cost     About linear in the file. Beside the stored texts and the message at hand, at most twice
+ * Cost     Linear in the file. Beside the stored texts and the message at hand, at most twice
  *          the file's bytes are held during the call.
  */
 KELMO_LOCALIZER_API int32_t LoadDictionary(const wchar_t* folder, const wchar_t* fileName);
@@ -178,13 +178,14 @@ KELMO_LOCALIZER_API int32_t UseLanguage(const wchar_t* id);
  * Lists    "EL121. Dictionary not found" when no dictionary has the current id,
  *          "EL121. Key not found in dictionary" when the current dictionary lacks the key.
  * Throws   std::bad_alloc, and only where a message is to be listed.
- * Cost     Two lookups; when the key is found, nothing is copied or allocated.
+ * Cost     One lookup, whatever the size of the dictionary, and of a missing key one more in the list of
+ *          messages. Nothing is copied or allocated where the key is found, or is missing and listed.
  */
 KELMO_LOCALIZER_API const wchar_t* LANG(const wchar_t* key);
 
 /**
- * Removes every message from the error list. Throws nothing. Cost: about linear in the longest list
- * that there was; none where the list is empty.
+ * Removes every message from the error list. Throws nothing. Cost: linear in the list, and little: its
+ * memory is given back in large pieces.
  */
 KELMO_LOCALIZER_API void ClearErrors(void);
 

@@ -414,10 +414,12 @@ class ModelHost final : public Host {
 const std::wstring kFolder = L".";
 const std::wstring kId = L"an.id.that.needs.memory.of.its.own";
 const std::wstring kOtherId = L"another.id.that.needs.memory.of.its.own";
-const std::wstring kUnknownId = L"an.unknown.id.that.needs.memory.of.its.own";
-const std::wstring kKey1 = L"first.key.that.needs.memory.of.its.own";
+// Too long for what is left of any block: to keep one, or its message, takes memory each time.
+const std::wstring kKey1 = L"first.key." + std::wstring(2500, L'x');
+const std::wstring kUnknownKey = L"an.unknown.key." + std::wstring(2500, L'x');
+const std::string kLong(5000, 't');
+const std::wstring kUnknownId = L"an.unknown.id." + std::wstring(2500, L'x');
 const std::wstring kKey2 = L"second.key.that.needs.memory.\u00E4\u20AC";
-const std::wstring kUnknownKey = L"an.unknown.key.that.needs.memory.of.its.own";
 const std::wstring kLanguage = L"a language that needs memory";
 const std::wstring kLongText(100, L't');
 const std::wstring kMissingFolder = L"a folder that is missing";
@@ -427,29 +429,35 @@ const std::wstring kSquareMeter = L"square meter";
 const std::wstring kNoPath = kMissingFolder + wchar_t{0xD800};
 
 const std::wstring kIds[] = {kId, kOtherId, L"an.older.id", L""};
-const std::wstring kKeys[] = {kKey1, kKey2, kKey, L"k", L"", L"last"};
+const std::wstring kKeys[] = {kKey1, kKey1 + L"k", kKey2, kKey, L"k", L"", L"last"};
 constexpr int kCodes[] = {10, 10001, 10002, 20001, 30001, 40001, 40002};
 
 void WriteFiles(Disk& disk) {
   const std::string id = EncodeUtf8(kId);
-  const std::string text = " a text that needs memory of its own";
+  const std::string text = " a text that needs memory " + kLong;
   disk.Write(L"older.txt", "an.older.id\nkey older text\n");
   disk.Write(L"other.txt", EncodeUtf8(kOtherId) + " Other\nkey other text\n");
   disk.Write(L"file.txt", id + " Language\n" + EncodeUtf8(kKey1) + text + "\r\n\n" +
-                              EncodeUtf8(kKey1) + " again\nk\n   \n" + EncodeUtf8(kKey2) +
-                              "\tein l\xC3\xA4ngerer Text f\xC3\xBCr ihn \xF0\x9F\x98\x80\n" +
+                              EncodeUtf8(kKey1) + " again\n" + EncodeUtf8(kKey1) + "k\n" +
+                              std::string(kLong.size(), ' ') + "\n" + EncodeUtf8(kKey2) +
+                              "\tein l\xC3\xA4ngerer Text \xF0\x9F\x98\x80" + kLong + "\n" +
                               "last\t" + text + "\xFF\nafter all\n");
-  disk.Write(L"merged.txt", id + "\n" + EncodeUtf8(kKey1) + " again\nlast" + text);
+  std::string longKeys = id;
+  for (const char* const end : {"a", "b", "c"}) {
+    longKeys += "\n" + EncodeUtf8(kKey1) + end + " text";
+  }
+  disk.Write(L"long_keys.txt", longKeys);
+  disk.Write(L"merged.txt", id + "\n" + EncodeUtf8(kKey1) + " again\n" + EncodeUtf8(kKey1) + "k");
   disk.Write(L"long.txt", id + "\nkey " + std::string(200'000, 't') + "\nk " +
-                              std::string(70'000, ' ') + "end\nlast" + text);
+                              std::string(70'000, ' ') + "end\nlast " + std::string(150'000, 't'));
   // The end of a piece, in which files are read, between CR and LF, and among CRs that stay.
   constexpr std::size_t kPiece = 65536;
   std::string pieces = id + "\nkey ";
   pieces += std::string(kPiece - 1 - pieces.size(), 't') + "\r\nk ";
-  pieces += std::string(2 * kPiece, '\r') + "end\nlast" + text;
+  pieces += std::string(2 * kPiece, '\r') + "end\nlast " + std::string(150'000, 't');
   disk.Write(L"pieces.txt", pieces);
-  disk.Write(L"cut.txt", id + "\nkey \xC3\xA4\xE2\x82\xAC\nk \xE2\x82");
-  disk.Write(L"not_utf8.txt", id + "\nkey text\nk \xF0\x9F\x98z");
+  disk.Write(L"cut.txt", id + "\nkey \xC3\xA4\xE2\x82\xAC\nk " + kLong + "\xE2\x82");
+  disk.Write(L"not_utf8.txt", id + "\nkey text\nk " + kLong + "\xF0\x9F\x98z");
   disk.Write(L"empty.txt", "");
   disk.Write(L"LANG\\a language that needs memory-val.txt",
              "key.of.a.language.that.needs.memory Language\n"
@@ -529,7 +537,7 @@ const std::vector<Call>& TakingMemory() {
       {"LoadDictionary", LoadOlder, Load(L"file.txt")},
       {"LoadDictionary, the first of all", Nothing, Load(L"file.txt")},
       {"LoadDictionary of an id that is there", LoadBefore(L"file.txt"), Load(L"merged.txt")},
-      {"LoadDictionary for the second time", LoadBefore(L"file.txt"), Load(L"file.txt")},
+      {"LoadDictionary for the second time", LoadBefore(L"long_keys.txt"), Load(L"long_keys.txt")},
       {"LoadDictionary of long lines", LoadOlder, Load(L"long.txt")},
       {"LoadDictionary of pieces", LoadOlder, Load(L"pieces.txt")},
       {"LoadDictionary of a file that is cut short", LoadOlder, Load(L"cut.txt")},
@@ -544,8 +552,6 @@ const std::vector<Call>& TakingMemory() {
        [](Host& host, Answer& answer) { answer.number = host.UseLanguage(kOtherId); }},
       {"UseLanguage of an unknown id", Nothing,
        [](Host& host, Answer& answer) { answer.number = host.UseLanguage(kUnknownId); }},
-      {"UseLanguage of an unknown id that is listed", LoadOlder,
-       [](Host& host, Answer& answer) { answer.number = host.UseLanguage(kUnknownId); }},
       {"LANG of a missing key", LoadOlder,
        [](Host& host, Answer& answer) { answer.text = host.LANG(kUnknownKey); }},
       {"LANG without a dictionary", Nothing,
@@ -557,13 +563,13 @@ const std::vector<Call>& TakingMemory() {
        [](Host& host, Answer& answer) { answer.number = host.UseLanguage(kUnknownId); }},
       {"a message behind four", List(4),
        [](Host& host, Answer& answer) { answer.number = host.UseLanguage(kUnknownId); }},
-      {"a message behind thirteen", List(13),
+      {"a message behind eight", List(8),
        [](Host& host, Answer& answer) { answer.number = host.UseLanguage(kUnknownId); }},
       {"a message behind sixteen", List(16),
        [](Host& host, Answer& answer) { answer.number = host.UseLanguage(kUnknownId); }},
       {"a message behind thirty-two", List(32),
        [](Host& host, Answer& answer) { answer.number = host.UseLanguage(kUnknownId); }},
-      {"a message behind a hundred", List(100),
+      {"a message behind a hundred and twenty-eight", List(128),
        [](Host& host, Answer& answer) { answer.number = host.UseLanguage(kUnknownId); }},
       {"GetError just past the last", List(2), Error(2)},
 
@@ -616,6 +622,16 @@ const std::vector<Call>& TakingNoMemory() {
   static const std::vector<Call> calls = {
       {"UseLanguage of the current id", LoadBefore(L"other.txt"),
        [](Host& host, Answer& answer) { answer.number = host.UseLanguage(kOtherId); }},
+      {"UseLanguage of an unknown id that is listed", LoadOlder,
+       [](Host& host, Answer& answer) { answer.number = host.UseLanguage(kUnknownId); }},
+      {"LANG of a missing key that is listed",
+       [](Host& host) {
+         LoadOlder(host);
+         host.LANG(kUnknownKey);
+       },
+       [](Host& host, Answer& answer) { answer.text = host.LANG(kUnknownKey); }},
+      {"LANG without a dictionary, which is listed", [](Host& host) { host.LANG(kKey1); },
+       [](Host& host, Answer& answer) { answer.text = host.LANG(kKey1); }},
       {"LANG of a key that is there", LoadOlder,
        [](Host& host, Answer& answer) { answer.text = host.LANG(kKey); }},
       {"LANG of a long key in a dictionary of a long id", LoadBefore(L"file.txt"),

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "tests/support/allocation_probe.h"
+#include "tests/support/contents.h"
 
 namespace KelmoLibs::Localize {
 namespace {
@@ -18,21 +19,27 @@ const std::wstring kLongId =
 const std::wstring kLongKey = L"a.key.that.is.too.long.to.be.kept.without.memory.of.its.own";
 
 struct State {
-  std::wstring currentLanguage = L"de";
-  DictionaryTable dictionaries = {
-      {L"de",
-       {{L"menu.file", L"Datei"}, {L"empty", L""}, {L"", L"without a key"}, {kLongKey, L"x"}}},
-      {L"en", {{L"menu.file", L"File"}}},
-      {kLongId, {}},
-  };
+  DictionaryTable dictionaries;
+  CurrentLanguage currentLanguage;
   ErrorList errors;
+
+  State() {
+    Fill(dictionaries, {
+                           {L"de",
+                            {{L"menu.file", L"Datei"},
+                             {L"empty", L""},
+                             {L"", L"without a key"},
+                             {kLongKey, L"x"}}},
+                           {L"en", {{L"menu.file", L"File"}}},
+                           {kLongId, {}},
+                       });
+    Select(L"de");
+  }
 
   std::int32_t Select(std::wstring_view id) {
     return SelectDictionary(id, currentLanguage, dictionaries, errors);
   }
-  const wchar_t* Find(std::wstring_view key) {
-    return FindText(key, currentLanguage, dictionaries, errors);
-  }
+  const wchar_t* Find(std::wstring_view key) { return FindText(key, currentLanguage, errors); }
 };
 
 TEST(SelectDictionary, MatchesIdsExactly) {
@@ -55,7 +62,7 @@ TEST(SelectDictionary, MatchesIdsExactly) {
     SCOPED_TRACE(row.name);
     State state;
     EXPECT_EQ(state.Select(row.id), row.result);
-    EXPECT_EQ(state.currentLanguage, row.currentLanguage);
+    EXPECT_EQ(state.currentLanguage.id, row.currentLanguage);
     ASSERT_EQ(state.errors.Count(), row.message != nullptr ? 1 : 0);
     if (row.message != nullptr) {
       EXPECT_STREQ(state.errors.At(0), row.message);
@@ -67,7 +74,7 @@ TEST(SelectDictionary, TakesTheEmptyIdWhereADictionaryHasIt) {
   State state;
   state.dictionaries.try_emplace(L"");
   EXPECT_EQ(state.Select(L""), 0);
-  EXPECT_EQ(state.currentLanguage, L"");
+  EXPECT_EQ(state.currentLanguage.id, L"");
   EXPECT_EQ(state.errors.Count(), 0);
 }
 
@@ -107,7 +114,7 @@ TEST(FindText, ListsTheCurrentIdWhenNoDictionaryHasIt) {
   for (const wchar_t* const id : {L"", L"fr"}) {
     SCOPED_TRACE(testing::PrintToString(id));
     State state;
-    state.currentLanguage = id;
+    state.currentLanguage = {id, nullptr};
     EXPECT_EQ(state.Find(L"menu.file"), emptyText);
     ASSERT_EQ(state.errors.Count(), 1);
     EXPECT_EQ(state.errors.At(0),
@@ -141,7 +148,7 @@ TEST(SelectDictionary, AllocatesAtMostTheCopyOfTheId) {
 TEST(SelectDictionary, KeepsTheSelectionWhenMemoryFails) {
   State state;
   EXPECT_EQ(CallWithFailingAllocation(1, [&] { state.Select(kLongId); }), Outcome::kThrew);
-  EXPECT_EQ(state.currentLanguage, L"de");
+  EXPECT_EQ(state.currentLanguage.id, L"de");
   EXPECT_EQ(state.Select(kLongId), 0);
 }
 
@@ -151,7 +158,7 @@ TEST(SelectDictionary, PassesAFailureToListAMessageOn) {
     State state;
     const Outcome outcome = CallWithFailingAllocation(n, [&] { state.Select(L"none"); });
     EXPECT_NE(outcome, Outcome::kReturned);
-    EXPECT_EQ(state.currentLanguage, L"de");
+    EXPECT_EQ(state.currentLanguage.id, L"de");
     EXPECT_EQ(state.errors.Count(), outcome == Outcome::kThrew ? 0 : 1);
     if (outcome == Outcome::kNoFailure) {
       EXPECT_GE(n, 2U) << "no allocation was tried";
@@ -166,7 +173,10 @@ TEST(FindText, PassesAFailureToListAMessageOn) {
     for (std::size_t n = 1;; ++n) {
       const LeakCheck everythingIsGivenBack;
       State state;
-      state.currentLanguage = current;
+      if (state.Select(current) != 0) {
+        state.currentLanguage = {current, nullptr};
+        state.errors.Clear();
+      }
       const Outcome outcome = CallWithFailingAllocation(n, [&] { state.Find(L"missing"); });
       EXPECT_NE(outcome, Outcome::kReturned);
       EXPECT_EQ(state.errors.Count(), outcome == Outcome::kThrew ? 0 : 1);

@@ -5,7 +5,6 @@
 #include <climits>
 #include <stdexcept>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "tests/support/allocation_probe.h"
@@ -17,14 +16,28 @@ namespace {
 using allocation_probe::CallWithFailingAllocation;
 using allocation_probe::LeakCheck;
 using allocation_probe::Outcome;
+
 using Expected = std::vector<std::wstring>;
+
+// The messages of these tests differ by their one detail.
+const std::wstring kFront = L"EL112. Dictionary not found\nDictionary id: ";
+Message MessageOf(std::wstring_view detail) { return UnknownDictionaryMessage(detail); }
+
+Expected DetailsOf(const ErrorList& list) {
+  Expected details = ReadAll(list);
+  for (std::wstring& text : details) {
+    EXPECT_EQ(text.substr(0, kFront.size()), kFront);
+    text.erase(0, kFront.size());
+  }
+  return details;
+}
 
 TEST(ErrorList, AppendKeepsTheOrderOfFirstAppearance) {
   ErrorList list;
   for (const wchar_t* const text : {L"b", L"a", L"c", L"a", L"b"}) {
-    list.Append(text);
+    list.Append(MessageOf(text));
   }
-  EXPECT_EQ(ReadAll(list), (Expected{L"b", L"a", L"c"}));
+  EXPECT_EQ(DetailsOf(list), (Expected{L"b", L"a", L"c"}));
 }
 
 TEST(ErrorList, AppendComparesExactly) {
@@ -44,24 +57,24 @@ TEST(ErrorList, AppendComparesExactly) {
     SCOPED_TRACE(row.name);
     ErrorList list;
     for (const std::wstring& text : row.appended) {
-      list.Append(text);
+      list.Append(MessageOf(text));
     }
-    EXPECT_EQ(ReadAll(list), row.listed);
+    EXPECT_EQ(DetailsOf(list), row.listed);
   }
 }
 
 TEST(ErrorList, AppendTellsTextsApartBehindANul) {
   ErrorList list;
-  list.Append(std::wstring(L"a\0b", 3));
-  list.Append(std::wstring(L"a\0c", 3));
-  list.Append(std::wstring(L"a\0b", 3));
+  list.Append(MessageOf(std::wstring(L"a\0b", 3)));
+  list.Append(MessageOf(std::wstring(L"a\0c", 3)));
+  list.Append(MessageOf(std::wstring(L"a\0b", 3)));
   EXPECT_EQ(list.Count(), 2);
 }
 
 TEST(ErrorList, AtAnswersEveryIndex) {
   ErrorList list;
   for (const wchar_t* const text : {L"first", L"second", L"third"}) {
-    list.Append(text);
+    list.Append(MessageOf(text));
   }
   const struct {
     const char* name;
@@ -81,14 +94,14 @@ TEST(ErrorList, AtAnswersEveryIndex) {
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
-    EXPECT_STREQ(list.At(row.index), row.text);
+    EXPECT_EQ(list.At(row.index), kFront + row.text);
   }
 }
 
 TEST(ErrorList, AtOnePastTheLastThrows) {
   ErrorList list;
   for (std::int32_t count = 1; count <= 3; ++count) {
-    list.Append(std::to_wstring(count));
+    list.Append(MessageOf(std::to_wstring(count)));
     try {
       list.At(count);
       ADD_FAILURE() << "no exception with " << count << " texts";
@@ -112,13 +125,13 @@ TEST(ErrorList, ClearEmptiesAndLetsTextsInAgain) {
   ErrorList list;
   list.Clear();
   EXPECT_EQ(list.Count(), 0);
-  list.Append(L"text");
-  list.Append(L"other");
+  list.Append(MessageOf(L"text"));
+  list.Append(MessageOf(L"other"));
   list.Clear();
   EXPECT_EQ(list.Count(), 0);
   EXPECT_EQ(list.At(0), emptyText);
-  list.Append(L"other");
-  EXPECT_EQ(ReadAll(list), (Expected{L"other"}));
+  list.Append(MessageOf(L"other"));
+  EXPECT_EQ(DetailsOf(list), (Expected{L"other"}));
 }
 
 TEST(ErrorList, HoldsAHundredThousandTextsInOrder) {
@@ -126,33 +139,150 @@ TEST(ErrorList, HoldsAHundredThousandTextsInOrder) {
   constexpr std::int32_t kCount = 100000;
   for (int round = 0; round < 2; ++round) {
     for (std::int32_t i = 0; i < kCount; ++i) {
-      list.Append(L"message " + std::to_wstring(i));
+      list.Append(MessageOf(L"message " + std::to_wstring(i)));
     }
   }
   ASSERT_EQ(list.Count(), kCount);
   for (std::int32_t i = 0; i < kCount; ++i) {
-    ASSERT_EQ(list.At(i), L"message " + std::to_wstring(i));
+    ASSERT_EQ(list.At(i), kFront + L"message " + std::to_wstring(i));
+  }
+}
+
+TEST(ErrorList, FailedAppendsHoldNoMemory) {
+  const std::wstring longText(100'000, L'x');
+  for (std::size_t n = 1; n <= 4; ++n) {
+    ErrorList list;
+    for (int i = 0; i < 64; ++i) {  // the next one needs more of everything
+      list.Append(KeyNotFoundMessage(std::to_wstring(i), 7));
+    }
+    const std::size_t before = allocation_probe::LiveBytes();
+    for (int i = 0; i < 50; ++i) {
+      CallWithFailingAllocation(n, [&] { list.Append(KeyNotFoundMessage(longText, 7)); });
+      list.Append(KeyNotFoundMessage(L"0", 7));
+    }
+    EXPECT_LE(allocation_probe::LiveBytes() - before,
+              2 * longText.size() * sizeof(wchar_t) + 20'000)
+        << n;
   }
 }
 
 TEST(ErrorList, AFailedAppendLeavesTheListAsItWas) {
-  const std::wstring longText(100, L'x');  // owns memory of its own
+  const std::wstring longText(10'000, L'x');  // has a block of its own
   for (std::size_t n = 1;; ++n) {
     SCOPED_TRACE(n);
     const LeakCheck everythingIsGivenBack;
     ErrorList list;
-    list.Append(L"before");
-    std::wstring text = longText;
-    const Outcome outcome = CallWithFailingAllocation(n, [&] { list.Append(std::move(text)); });
+    list.Append(MessageOf(L"before"));
+    const Outcome outcome = CallWithFailingAllocation(n, [&] { list.Append(MessageOf(longText)); });
     ASSERT_NE(outcome, Outcome::kReturned) << "the failure was not passed on";
     if (outcome == Outcome::kNoFailure) {
-      EXPECT_EQ(ReadAll(list), (Expected{L"before", longText}));
+      EXPECT_EQ(DetailsOf(list), (Expected{L"before", longText}));
       EXPECT_GE(n, 2U) << "no allocation was tried";
       break;
     }
-    EXPECT_EQ(ReadAll(list), (Expected{L"before"}));
-    list.Append(longText);
-    EXPECT_EQ(ReadAll(list), (Expected{L"before", longText}));
+    EXPECT_EQ(DetailsOf(list), (Expected{L"before"}));
+    list.Append(MessageOf(longText));
+    EXPECT_EQ(DetailsOf(list), (Expected{L"before", longText}));
+  }
+}
+
+// Whatever somebody makes collide: the messages of missing keys with one hash, and others beside them.
+std::vector<std::wstring> CollidingKeys(int count) {
+  std::vector<std::wstring> keys;
+  for (int i = 0; i < count; ++i) {
+    keys.push_back(L"missing.key." + std::to_wstring(i * 7919 % 100'003));
+  }
+  return keys;
+}
+
+void AppendAll(ErrorList& list, const std::vector<std::wstring>& keys) {
+  for (const std::wstring& key : keys) {
+    list.Append(KeyNotFoundMessage(key, 7));
+  }
+}
+
+Expected TextsOf(const std::vector<std::wstring>& keys) {
+  Expected texts;
+  for (const std::wstring& key : keys) {
+    texts.push_back(TextOf(KeyNotFoundMessage(key, 7)));
+  }
+  return texts;
+}
+
+TEST(ErrorList, TellsMessagesApartWhoseHashesAreTheSame) {
+  const std::vector<std::wstring> keys = CollidingKeys(1000);
+  ErrorList list;
+  AppendAll(list, keys);
+  EXPECT_EQ(ReadAll(list), TextsOf(keys));
+  AppendAll(list, keys);
+  EXPECT_EQ(ReadAll(list), TextsOf(keys)) << "listed twice";
+
+  constexpr int kOthers = 20'000;
+  Expected expected = TextsOf(keys);
+  for (int round = 0; round < 2; ++round) {
+    for (int i = 0; i < kOthers; ++i) {
+      list.Append(MessageOf(L"other " + std::to_wstring(i)));
+      if (round == 0) {
+        expected.push_back(kFront + L"other " + std::to_wstring(i));
+      }
+    }
+    AppendAll(list, keys);
+    EXPECT_TRUE(ReadAll(list) == expected);
+  }
+
+  list.Clear();
+  AppendAll(list, keys);
+  EXPECT_EQ(ReadAll(list), TextsOf(keys)) << "let in again";
+}
+
+TEST(ErrorList, TellsKindsApartWhoseHashesAreTheSame) {
+  ErrorList list;
+  const Message messages[] = {UnknownDictionaryMessage(L"de"), NoCurrentDictionaryMessage(L"de"),
+                              DictionaryFileNotFoundMessage(L"de"),
+                              DictionaryLoadingErrorMessage(L"de"),
+                              UnitTableNotFoundMessage(L"de")};
+  Expected expected;
+  for (const Message& message : messages) {
+    EXPECT_EQ(message.hash, messages[0].hash) << "the case is another one";
+    list.Append(message);
+    list.Append(messages[0]);
+    expected.push_back(TextOf(message));
+  }
+  EXPECT_EQ(ReadAll(list), expected);
+}
+
+TEST(ErrorList, TakesNoMemoryForAMessageThatIsListed) {
+  const std::vector<std::wstring> keys = CollidingKeys(300);
+  const std::wstring longText(10'000, L'x');
+  ErrorList list;
+  AppendAll(list, keys);
+  list.Append(MessageOf(L""));
+  list.Append(MessageOf(longText));
+  const std::size_t before = allocation_probe::Count();
+  AppendAll(list, keys);
+  list.Append(MessageOf(L""));
+  list.Append(MessageOf(longText));
+  EXPECT_EQ(allocation_probe::Count(), before);
+  EXPECT_EQ(list.Count(), 302);
+}
+
+TEST(ErrorList, AFailedAppendOfACollidingMessageLeavesTheListAsItWas) {
+  const std::vector<std::wstring> keys = CollidingKeys(101);
+  const std::vector<std::wstring> before(keys.begin(), keys.end() - 1);
+  for (std::size_t n = 1;; ++n) {
+    SCOPED_TRACE(n);
+    const LeakCheck everythingIsGivenBack;
+    ErrorList list;
+    AppendAll(list, before);
+    const Outcome outcome = CallWithFailingAllocation(n, [&] { AppendAll(list, {keys.back()}); });
+    ASSERT_NE(outcome, Outcome::kReturned) << "the failure was not passed on";
+    if (outcome == Outcome::kNoFailure) {
+      EXPECT_GE(n, 2U) << "no allocation was tried";
+      break;
+    }
+    EXPECT_EQ(ReadAll(list), TextsOf(before));
+    AppendAll(list, keys);
+    EXPECT_EQ(ReadAll(list), TextsOf(keys));
   }
 }
 

@@ -12,6 +12,7 @@
 
 #include "dictionary/dictionary_loader.h"
 #include "frame/platform.h"
+#include "tests/support/contents.h"
 #include "tests/support/localized_units.h"
 #include "tests/support/read_all.h"
 #include "unittables/language_table.h"
@@ -68,7 +69,7 @@ struct Failure {
 };
 
 const std::wstring kLoadingError = L"EL111. Dictionary loading error\nDictionary: lang\\en.txt";
-const std::wstring kOlder = L"an older message";
+const std::wstring kOlder = L"EL112. Dictionary not found\nDictionary id: older";
 
 const Failure kFailures[] = {
     {"the system reports an error", [] {}, 1, {kOlder}},
@@ -77,12 +78,17 @@ const Failure kFailures[] = {
     {"something that is no exception class", [] { throw 1; }, -1, {kOlder, kLoadingError}},
 };
 
+const Contents kBefore = {{L"before", {{L"key", L"older text"}}}};
+
 struct State {
-  std::wstring currentLanguage = L"before";
-  DictionaryTable dictionaries = {{L"before", {{L"key", L"older text"}}}};
+  CurrentLanguage currentLanguage = {L"before", nullptr};
+  DictionaryTable dictionaries;
   ErrorList errors;
 
-  State() { errors.Append(kOlder); }
+  State() {
+    Fill(dictionaries, kBefore);
+    errors.Append(UnknownDictionaryMessage(L"older"));
+  }
 
   std::int32_t Load() {
     return LoadDictionaryFile(L"lang\\en.txt", currentLanguage, dictionaries, errors);
@@ -94,13 +100,13 @@ struct State {
 struct Front {
   const char* bytes;
   const wchar_t* idWhenThrown;
-  DictionaryTable whenThrown;
+  Contents whenThrown;
   const wchar_t* idWhenEnded;
-  DictionaryTable whenEnded;
+  Contents whenEnded;
 };
 
 TEST(FailingSource, WhatWasReadBeforeStaysAndTheResultTellsWhatHappened) {
-  const std::pair<const std::wstring, Dictionary> older = {L"before", {{L"key", L"older text"}}};
+  const auto& older = *kBefore.begin();
   const Front fronts[] = {
       {"", L"before", {older}, L"before", {older}},
       {"e", L"before", {older}, L"e", {older, {L"e", {}}}},
@@ -123,14 +129,15 @@ TEST(FailingSource, WhatWasReadBeforeStaysAndTheResultTellsWhatHappened) {
       const bool thrown = failure.result < 0;
       EXPECT_EQ(state.Load(), failure.result);
       EXPECT_EQ(ReadAll(state.errors), failure.messages);
-      EXPECT_EQ(state.dictionaries, thrown ? front.whenThrown : front.whenEnded);
-      EXPECT_EQ(state.currentLanguage, thrown ? front.idWhenThrown : front.idWhenEnded);
+      EXPECT_TRUE(Holds(state.dictionaries, thrown ? front.whenThrown : front.whenEnded));
+      EXPECT_EQ(state.currentLanguage.id, thrown ? front.idWhenThrown : front.idWhenEnded);
       EXPECT_EQ(openSources, 0) << "the file was not let go";
 
       openFile = [] { return std::make_unique<FailingSource>("en\nnew text\n", [] {}); };
       EXPECT_EQ(state.Load(), static_cast<std::int32_t>(failure.messages.size()));
-      EXPECT_EQ(state.currentLanguage, L"en");
-      EXPECT_EQ(state.dictionaries[L"en"][L"new"], L"text") << "loading goes on as ever";
+      EXPECT_EQ(state.currentLanguage.id, L"en");
+      EXPECT_STREQ(state.dictionaries[L"en"].Find(L"new").text, L"text")
+          << "loading goes on as ever";
     }
   }
 }
@@ -219,11 +226,10 @@ TEST(FailingSource, OpeningALanguageTableThatThrowsIsNoTable) {
 TEST(FailingSource, OpeningThatThrowsChangesNothing) {
   ForEachThrowingOpen([](const Failure& failure) {
     State state;
-    const DictionaryTable before = state.dictionaries;
     EXPECT_EQ(state.Load(), -1);
     EXPECT_EQ(ReadAll(state.errors), failure.messages);
-    EXPECT_EQ(state.dictionaries, before);
-    EXPECT_EQ(state.currentLanguage, L"before");
+    EXPECT_TRUE(Holds(state.dictionaries, kBefore));
+    EXPECT_EQ(state.currentLanguage.id, L"before");
   });
 }
 
@@ -242,7 +248,7 @@ TEST(FailingSource, ASizeThatIsFarFromTheTruthCostsNothing) {
   openFile = [] { return std::make_unique<Boaster>(); };
   State state;
   EXPECT_EQ(state.Load(), 1);
-  EXPECT_EQ(state.dictionaries[L"en"], (Dictionary{{L"key", L"text"}}));
+  EXPECT_TRUE(Holds(state.dictionaries[L"en"], {{L"key", L"text"}}));
 }
 
 }  // namespace

@@ -499,7 +499,7 @@ TEST_F(LanguageTableWithoutMemory, WithinALimitEachLineIsAUnitOrAMessageUntilThe
     const LeakCheck everythingIsGivenBack;
     LocalizedUnitTable table = {{L"older", {{1, older}}}};
     ErrorList messages;
-    messages.Append(kShort);
+    messages.Append(UnknownDictionaryMessage(L"older"));
     const wchar_t* const olderName = table[L"older"][1].name.c_str();
     const std::size_t most = allocation_probe::LiveBytes() + more;
     allocation_probe::ResetPeak();
@@ -519,7 +519,7 @@ TEST_F(LanguageTableWithoutMemory, WithinALimitEachLineIsAUnitOrAMessageUntilThe
     EXPECT_EQ(table[L"older"], (LocalizedUnits{{1, older}}));
 
     const LocalizedUnits units = table[kLanguage];
-    Messages expected = {kShort};
+    Messages expected = {L"EL112. Dictionary not found\nDictionary id: older"};
     if (status == -2) {
       EXPECT_EQ(units, LocalizedUnits{});
       expected.push_back(NotFound(kFile));

@@ -94,7 +94,7 @@ class MemoryLimit : public HostTest {
 
 TEST_F(MemoryLimit, ADictionaryThatDoesNotFitIsThereAsFarAsItFitted) {
   const Entries rows[] = {
-      {"short texts", 20'000, 20, true},
+      {"short texts", 60'000, 20, true},
       {"long texts", 6, kMegabyte, false},
       {"a line that no buffer holds", 1, 8 * kMegabyte, false},
   };

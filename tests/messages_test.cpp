@@ -2,9 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "frame/utf8.h"
+#include "tests/support/read_all.h"
 #include "tests/support/read_file.h"
 
 namespace KelmoLibs::Localize {
@@ -16,7 +20,7 @@ using namespace std::string_view_literals;
 TEST(Messages, AreTheseTextsWhole) {
   const struct {
     const char* name;
-    std::wstring message;
+    Message message;
     std::wstring text;
   } rows[] = {
       {"key already declared", KeyAlreadyDeclaredMessage(L"menu.file", L"C:\\lang\\de.txt"),
@@ -36,14 +40,14 @@ TEST(Messages, AreTheseTextsWhole) {
        L"EL112. Dictionary not found\nDictionary id: EN"},
       {"no current dictionary", NoCurrentDictionaryMessage(L""),
        L"EL121. Dictionary not found\nDictionary id: "},
-      {"key not found names the key twice", KeyNotFoundMessage(L"menu.fil"),
+      {"key not found names the key twice", KeyNotFoundMessage(L"menu.fil", 0),
        L"EL121. Key not found in dictionary\nKey: menu.fil\nDictionary id: menu.fil"},
-      {"a NUL in a key stays", KeyNotFoundMessage(L"a\0b"sv),
+      {"a NUL in a key stays", KeyNotFoundMessage(L"a\0b"sv, 0),
        L"EL121. Key not found in dictionary\nKey: a\0b\nDictionary id: a\0b"s},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
-    EXPECT_EQ(row.message, row.text);
+    EXPECT_EQ(TextOf(row.message), row.text);
   }
 }
 
@@ -51,7 +55,7 @@ TEST(Messages, AreTheseTextsWhole) {
 TEST(Messages, AreThoseOfTheirPage) {
   const struct {
     const char* file;
-    std::wstring message;
+    Message message;
   } rows[] = {
       {"key_already_declared.txt", KeyAlreadyDeclaredMessage(L"menu.file", L"lang\\de.txt")},
       {"dictionary_file_not_found.txt", DictionaryFileNotFoundMessage(L"lang\\fr.txt")},
@@ -60,13 +64,89 @@ TEST(Messages, AreThoseOfTheirPage) {
       {"unit_table_not_found.txt", UnitTableNotFoundMessage(L"C:\\app\\LANG/fr-val.txt")},
       {"unknown_dictionary.txt", UnknownDictionaryMessage(L"de-AT")},
       {"no_current_dictionary.txt", NoCurrentDictionaryMessage(L"de")},
-      {"key_not_found.txt", KeyNotFoundMessage(L"menu.fiel")},
+      {"key_not_found.txt", KeyNotFoundMessage(L"menu.fiel", 0)},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.file);
     const std::string bytes =
         ReadFile(std::string(KELMO_SOURCE_FOLDER "/tests/data/messages/") + row.file);
-    EXPECT_EQ(DecodeUtf8(bytes), row.message + L"\n");
+    EXPECT_EQ(DecodeUtf8(bytes), TextOf(row.message) + L"\n");
+  }
+}
+
+// Of every kind, with details that are nothing, have what the message itself has, or a NUL.
+std::vector<Message> ManyMessages() {
+  static const std::wstring details[] = {
+      L"", L"a", L"b", L"ab", L"a\0"s, L"a\0b"s, L"\n", L"\u0424\u0430\u0439\u043B",
+      L"Dictionary: ", L"\nDictionary: ", L"a\nDictionary: b", L"b\nDictionary: ",
+      L"\nDictionary id: a", L"a\nKey: a\nDictionary id: a",
+      // The second label of the one inside a detail of the other
+      L"x\nDictionary: y", L"a0123456789abcx", L"y", std::wstring(300, L'x')};
+  std::vector<Message> messages;
+  for (const std::wstring& first : details) {
+    messages.insert(messages.end(),
+                    {DictionaryFileNotFoundMessage(first), DictionaryLoadingErrorMessage(first),
+                     UnitTableNotFoundMessage(first), UnknownDictionaryMessage(first),
+                     NoCurrentDictionaryMessage(first), KeyNotFoundMessage(first, first.size())});
+    for (const std::wstring& second : details) {
+      messages.insert(messages.end(),
+                      {KeyAlreadyDeclaredMessage(first, second), UnitLineMessage(first, second)});
+    }
+  }
+  return messages;
+}
+
+TEST(Messages, CompareAsTheirTextsDo) {
+  const auto sign = [](int order) { return order < 0 ? -1 : order > 0 ? 1 : 0; };
+  const std::vector<Message> messages = ManyMessages();
+  std::vector<std::wstring> texts = {L"", L"E", L"EL1", L"EL101. Key", L"F", L"\0"s};
+  for (const Message& message : messages) {
+    texts.push_back(TextOf(message));
+  }
+  for (const Message& message : messages) {
+    const std::wstring own = TextOf(message);
+    for (const std::wstring& text : texts) {
+      ASSERT_EQ(sign(Compare(message, text)), sign(own.compare(text)))
+          << testing::PrintToString(own) << ", " << testing::PrintToString(text);
+    }
+    EXPECT_EQ(Compare(message, own), 0);
+    EXPECT_GT(Compare(message, std::wstring_view(own).substr(0, own.size() - 1)), 0);
+    EXPECT_LT(Compare(message, own + L'\0'), 0);
+  }
+}
+
+TEST(Messages, KnowTheirTextsAmongThoseOfTheirKind) {
+  const std::vector<Message> messages = ManyMessages();
+  std::vector<std::wstring> texts;
+  for (const Message& message : messages) {
+    texts.push_back(TextOf(message));
+    ASSERT_EQ(LengthOf(message), texts.back().size());
+  }
+  for (std::size_t i = 0; i < messages.size(); ++i) {
+    for (std::size_t j = 0; j < messages.size(); ++j) {
+      if (messages[i].kind == messages[j].kind) {
+        ASSERT_EQ(IsTextOf(messages[i], texts[j]), texts[i] == texts[j])
+            << testing::PrintToString(texts[i]) << ", " << testing::PrintToString(texts[j]);
+      }
+    }
+  }
+}
+
+TEST(Messages, ThatAreEqualHaveOneHash) {
+  std::vector<Message> messages = ManyMessages();
+  // Neither keys nor lines of a file hold an LF, which would let one detail end inside another.
+  const auto end = std::remove_if(messages.begin(), messages.end(), [](const Message& message) {
+    return message.first != message.second && message.first.find(L'\n') != std::wstring::npos;
+  });
+  messages.erase(end, messages.end());
+  for (const Message& left : messages) {
+    for (const Message& right : messages) {
+      if (left.kind == right.kind && Compare(left, TextOf(right)) == 0) {
+        ASSERT_EQ(left.hash, right.hash)
+            << testing::PrintToString(TextOf(left)) << ", of " << testing::PrintToString(left.first)
+            << " and of " << testing::PrintToString(right.first);
+      }
+    }
   }
 }
 

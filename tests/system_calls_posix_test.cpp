@@ -485,6 +485,38 @@ TEST_F(SystemCalls, OfALoadAreAFewLargeReads) {
   EXPECT_LE(system.reads, 20);
 }
 
+// Byte by byte from the front, and one more read, which tells of the end.
+TEST_F(SystemCalls, OfALoadGetEachByteOnce) {
+  for (const std::size_t size : {0U, 1U, 65'535U, 65'536U, 200'000U}) {
+    SCOPED_TRACE(size);
+    std::string bytes = FileOfLines("key", size).substr(0, size);
+    if (size > 0) {
+      bytes.back() = 'x';  // not half a character
+    }
+    folder_.Write(L"file.txt", bytes);
+    std::string got;
+    int ends = 0;
+    System system;
+    system.read = [&](int descriptor, void* buffer, std::size_t most) {
+      const ssize_t count = RealRead(descriptor, buffer, most);
+      got.append(static_cast<const char*>(buffer), static_cast<std::size_t>(count));
+      ends += count == 0 ? 1 : 0;
+      return count;
+    };
+    const Host host(system);
+    EXPECT_EQ(Load(host), 0);
+    EXPECT_TRUE(got == bytes) << got.size() << " bytes";
+    EXPECT_EQ(system.taken, size);
+    EXPECT_EQ(ends, 1);
+    EXPECT_EQ(system.opened.size(), 1U);
+    if (size > 0) {
+      ExpectEntries(host, EntriesOf(bytes));
+    } else {
+      host.ExpectNoDictionary();
+    }
+  }
+}
+
 // ---- What must not show
 
 TEST_F(SystemCalls, DisturbedInTheseWaysLoadADictionaryAllTheSame) {

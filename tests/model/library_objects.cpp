@@ -97,6 +97,6 @@ std::optional<LibraryUnderTest::Inside> LibraryUnderTest::LookInside() const {
     }
   }
   inside.loadMessages = ReadAll(loadMessages);
-  inside.currentLanguage = currentLanguage;
+  inside.currentLanguage = currentLanguage.id;
   return inside;
 }

@@ -258,12 +258,12 @@ void Library::TakeMemory() {
 // ---- Messages
 
 void Library::Append(std::vector<std::wstring>& messages, const std::wstring& message) {
-  TakeMemory();
   for (const std::wstring& listed : messages) {
     if (listed == message) {
       return;
     }
   }
+  TakeMemory();
   messages.push_back(message);
 }
 
@@ -430,6 +430,7 @@ std::int32_t Library::LoadLanguageTable(const std::wstring& path) {
     localizedUnits[language];
     for (std::size_t i = 1; i < lines.size(); ++i) {
       if (!lines[i].empty() && !AddUnit(lines[i], language)) {
+        TakeMemory();  // to tell the line
         Append(loadMessages,
                L"EV101. Error parse string.\nString: " + lines[i] + L"\nDictionary: " + path);
       }

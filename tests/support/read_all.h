@@ -7,6 +7,7 @@
 
 #include "frame/byte_source.h"
 #include "frame/error_list.h"
+#include "frame/messages.h"
 
 /// Reads to the end through a buffer of `bufferBytes`.
 inline std::string ReadAll(KelmoLibs::Localize::ByteSource& source, std::size_t bufferBytes) {
@@ -16,6 +17,12 @@ inline std::string ReadAll(KelmoLibs::Localize::ByteSource& source, std::size_t 
     all.append(buffer, 0, count);
   }
   return all;
+}
+
+inline std::wstring TextOf(const KelmoLibs::Localize::Message& message) {
+  std::wstring text(LengthOf(message), L'#');
+  Write(message, text.data());
+  return text;
 }
 
 inline std::vector<std::wstring> ReadAll(const KelmoLibs::Localize::ErrorList& list) {

@@ -25,10 +25,7 @@ struct ErrorList {
   ~ErrorList();
 };
 
-// Found in front of the namespace of the standard library.
-namespace std {
-using wstring = Recorded<'c'>;  // NOLINT(readability-identifier-naming): its name there
-}
+using CurrentLanguage = Recorded<'c'>;
 
 namespace Phyval {
 using UnitCatalogue = Recorded<'k'>;
@@ -38,7 +35,7 @@ inline UnitCatalogue BuiltInUnits() noexcept { return {}; }
 
 extern LocalizedUnitTable localizedUnitTable;
 extern ErrorList loadMessages;
-extern std::wstring currentLanguage;
+extern CurrentLanguage currentLanguage;
 extern DictionaryTable dictionaries;
 extern ErrorList errorList;
 
