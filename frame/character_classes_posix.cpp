@@ -22,6 +22,13 @@ const CharacterClasses& Unicode() noexcept {
   return *unicode;
 }
 
+// Letters and signs of Western Europe, Cyrillic letters, the byte-order mark: graphic in every table of
+// Unicode. The default table holds no others, so that a start without a table of a language reads none.
+bool IsGraphicEverywhere(wchar_t c) noexcept {
+  return (c > L'\u00A0' && c <= L'\u00FF' && c != L'\u00AD') ||
+         (c >= L'\u0400' && c <= L'\u045F') || c == L'\uFEFF';
+}
+
 }  // namespace
 
 CharacterClasses::CharacterClasses(const char* localeName) noexcept
@@ -48,7 +55,9 @@ bool CharacterClasses::IsBlank(wchar_t character) const noexcept {
   return character == L' ' || character == L'\t';
 }
 
-bool IsGraphic(wchar_t character) noexcept { return Unicode().IsGraphic(character); }
+bool IsGraphic(wchar_t character) noexcept {
+  return IsGraphicEverywhere(character) || Unicode().IsGraphic(character);
+}
 
 bool IsBlank(wchar_t character) noexcept { return Unicode().IsBlank(character); }
 

@@ -53,6 +53,16 @@ TEST(CharacterClasses, AreThoseOfUnicodeWhateverTheHostsLocale) {
   }
 }
 
+// Some are answered without the table: as the table would.
+TEST(CharacterClasses, AreThoseOfTheTableForEveryCharacter) {
+  const CharacterClasses table("C.UTF-8");
+  for (int c = -1; c <= 0x110000; ++c) {
+    const auto character = static_cast<wchar_t>(c);
+    ASSERT_EQ(IsGraphic(character), table.IsGraphic(character)) << std::hex << c;
+    ASSERT_EQ(IsBlank(character), table.IsBlank(character)) << std::hex << c;
+  }
+}
+
 TEST(CharacterClasses, AreTheSameForAllThatMattersWhereThereIsNoLocale) {
   const CharacterClasses classes("no such locale");
   for (const Character& row : kCharacters) {

@@ -194,15 +194,16 @@ TEST(SplitUnitLine, HoldsForEveryShortLine) {
 }
 
 TEST(UnitFields, GivesNoMoreThanAreAskedFor) {
-  const std::wstring line = L"1 m a b c";
   for (const std::size_t most : {3U, 4U, 5U, 6U}) {
+    std::wstring line = L"1 m a b c";
     const std::vector<std::wstring_view> fields = UnitFields(line, 3, most);
     const Fields all = {L"1", L"m", L"a b c", L"b c", L"c"};
     EXPECT_EQ(Fields(fields.begin(), fields.end()),
               Fields(all.begin(),
                      all.begin() + static_cast<std::ptrdiff_t>(std::min<std::size_t>(most, 5))));
   }
-  EXPECT_TRUE(UnitFields(L"1 m", 3, 3).empty());
+  std::wstring line = L"1 m";
+  EXPECT_TRUE(UnitFields(line, 3, 3).empty());
 }
 
 TEST(UnitFields, ALineOfManyWordsCostsAViewForEach) {
@@ -256,10 +257,17 @@ TEST(IntegerField, IsWhatTheFieldBeginsWith) {
   }
 }
 
-TEST(IntegerField, EndsWithTheField) {
-  const std::wstring line = L"12345 6";
-  EXPECT_EQ(IntegerField(std::wstring_view(line).substr(0, 3)), 123);
-  EXPECT_EQ(NumberField(std::wstring_view(line).substr(1, 2)), 23.0);
+// Behind its field a line goes on, and to the runtime a blank of another script may be white space that
+// leads to the next number.
+TEST(UnitFields, EachEndsWithAZero) {
+  std::wstring line = L" 1\t\t2.5 m square meter";
+  const std::vector<std::wstring_view> fields = UnitFields(line, 4, 5);
+  ASSERT_EQ(fields.size(), 5U);
+  EXPECT_STREQ(fields[0].data(), L"1");
+  EXPECT_STREQ(fields[1].data(), L"2.5");
+  EXPECT_STREQ(fields[2].data(), L"m");
+  EXPECT_STREQ(fields[3].data(), L"square meter");
+  EXPECT_STREQ(fields[4].data(), L"meter");
 }
 
 TEST(NumberField, IsWhatTheFieldBeginsWith) {

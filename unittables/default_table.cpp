@@ -26,8 +26,8 @@ std::int32_t LoadDefaultUnitTable(bool exportToFile, Phyval::UnitCatalogue& cata
 }
 
 std::wstring DecodeUnitTable(std::string_view bytes) {
-  std::wstring text;
-  text.reserve(bytes.size() / 2);
+  std::wstring text(bytes.size() / 2, L'\0');
+  std::size_t length = 0;
   for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
     const auto low = static_cast<unsigned char>(bytes[i]);
     const auto high = static_cast<unsigned char>(bytes[i + 1]);
@@ -35,17 +35,23 @@ std::wstring DecodeUnitTable(std::string_view bytes) {
     if (unit == L'\0') {
       break;
     }
-    text += unit;
+    text[length++] = unit;
   }
+  text.resize(length);
   return text;
 }
 
 void ReadUnitTable(std::wstring_view text, Phyval::UnitCatalogue& catalogue) {
-  for (const std::wstring_view line : SplitText(text, L"\n")) {
-    const std::vector<std::wstring> fields = SplitUnitLine(std::wstring(line), kFields);
+  const std::vector<std::wstring_view> lines = SplitText(text, L"\n");
+  catalogue.reserve(lines.size());
+  std::wstring cleaned;
+  for (const std::wstring_view line : lines) {
+    cleaned = line;
+    CleanUnitLine(cleaned);
+    const std::vector<std::wstring_view> fields = UnitFields(cleaned, kFields, kFields + 1);
     if (fields.size() == kFields) {
-      catalogue.emplace_back(IntegerField(fields[0]), NumberField(fields[1]), fields[2].c_str(),
-                             fields[3].c_str());
+      catalogue.emplace_back(IntegerField(fields[0].data()), NumberField(fields[1].data()),
+                             fields[2].data(), fields[3].data());
     }
   }
 }

@@ -26,7 +26,8 @@ std::optional<std::wstring> ReadHeader(LineReader& lines) {
   if (!line) {
     return std::nullopt;
   }
-  const std::wstring cleaned = CleanUnitLine(DecodeUtf8(*line));
+  std::wstring cleaned = DecodeUtf8(*line);
+  CleanUnitLine(cleaned);
   const auto fields = UnitFields(cleaned, kHeaderFields, kHeaderFields + 1);
   if (fields.size() != kHeaderFields) {
     return std::nullopt;
@@ -36,12 +37,13 @@ std::optional<std::wstring> ReadHeader(LineReader& lines) {
 
 // False where the line is no unit. The first line of a code stays; the others are none the worse.
 bool AddUnit(std::string_view line, LocalizedUnits& units) {
-  const std::wstring cleaned = CleanUnitLine(DecodeUtf8(line));
+  std::wstring cleaned = DecodeUtf8(line);
+  CleanUnitLine(cleaned);
   const auto fields = UnitFields(cleaned, kUnitFields, kUnitFields);
   if (fields.empty()) {
     return false;
   }
-  units.try_emplace(IntegerField(fields[0]),
+  units.try_emplace(IntegerField(fields[0].data()),
                     LocalizedUnit{std::wstring(fields[1]), std::wstring(fields[2])});
   return true;
 }

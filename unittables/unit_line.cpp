@@ -3,21 +3,31 @@
 #include <algorithm>
 #include <cwchar>
 #include <limits>
-#include <utility>
 
 #include "frame/platform.h"
 
 namespace KelmoLibs::Localize {
 namespace {
 
-constexpr std::wstring_view kSeparators = L" \t";
 constexpr std::wstring_view kComment = L"//";
 constexpr int kDecimal = 10;
+
+bool IsSeparator(wchar_t c) noexcept { return c == L' ' || c == L'\t'; }
+
+// The system is not asked about ASCII, of which each says the same.
+bool IsKept(wchar_t c) noexcept {
+  if (static_cast<char32_t>(c) <= 0x7F) {
+    return (c >= L' ' && c <= L'~') || c == L'\t';
+  }
+  return IsGraphic(c) || IsBlank(c);
+}
 
 }  // namespace
 
 std::vector<std::wstring_view> SplitText(std::wstring_view text, std::wstring_view delimiter) {
+  constexpr std::size_t kFewPieces = 16;
   std::vector<std::wstring_view> pieces;
+  pieces.reserve(kFewPieces);
   std::size_t start = 0;
   for (std::size_t end = 0; (end = text.find(delimiter, start)) != std::wstring_view::npos;
        start = end + delimiter.size()) {
@@ -27,26 +37,34 @@ std::vector<std::wstring_view> SplitText(std::wstring_view text, std::wstring_vi
   return pieces;
 }
 
-std::wstring CleanUnitLine(std::wstring line) {
-  const auto isOther = [](wchar_t c) { return !IsGraphic(c) && !IsBlank(c); };
-  std::replace_if(line.begin(), line.end(), isOther, L' ');
+// The comment first: most of its characters are of another script, and none becomes a part of a "//".
+void CleanUnitLine(std::wstring& line) {
   line.resize(std::min(line.size(), line.find(kComment)));
-  return line;
+  std::replace_if(
+      line.begin(), line.end(), [](wchar_t c) { return !IsKept(c); }, L' ');
 }
 
 // That the scan goes on behind the field that took the rest stays: tables are read by it. A unit
 // "square meter" is no row of the default table; unit_line_test.cpp and default_table_test.cpp pin
 // it.
-std::vector<std::wstring_view> UnitFields(std::wstring_view cleaned, std::int32_t count,
+std::vector<std::wstring_view> UnitFields(std::wstring& cleaned, std::int32_t count,
                                           std::size_t most) {
+  constexpr std::size_t kFewFields = 8;
   std::vector<std::wstring_view> fields;
   const auto found = [&fields] { return static_cast<std::int64_t>(fields.size()); };
-  std::size_t start = cleaned.find_first_not_of(kSeparators);
-  while (start != std::wstring_view::npos && fields.size() < most) {
-    const std::size_t end = cleaned.find_first_of(kSeparators, start);
+  const auto lineEnd = cleaned.end();
+  auto start = std::find_if_not(cleaned.begin(), lineEnd, IsSeparator);
+  fields.reserve(start != lineEnd ? std::min(most, kFewFields) : 0);
+  while (start != lineEnd && fields.size() < most) {
+    const auto end = std::find_if(start, lineEnd, IsSeparator);
+    const auto next = std::find_if_not(end, lineEnd, IsSeparator);
     const bool takesTheRest = found() + 1 >= count;
-    fields.push_back(cleaned.substr(start, takesTheRest ? std::wstring_view::npos : end - start));
-    start = cleaned.find_first_not_of(kSeparators, end);
+    const auto fieldEnd = takesTheRest ? lineEnd : end;
+    fields.emplace_back(&*start, static_cast<std::size_t>(fieldEnd - start));
+    if (fieldEnd != lineEnd) {
+      *fieldEnd = L'\0';
+    }
+    start = next;
   }
   if (found() < count) {
     fields.clear();
@@ -55,23 +73,18 @@ std::vector<std::wstring_view> UnitFields(std::wstring_view cleaned, std::int32_
 }
 
 std::vector<std::wstring> SplitUnitLine(std::wstring line, std::int32_t count) {
-  const std::wstring cleaned = CleanUnitLine(std::move(line));
-  const std::vector<std::wstring_view> fields = UnitFields(cleaned, count, SIZE_MAX);
+  CleanUnitLine(line);
+  const std::vector<std::wstring_view> fields = UnitFields(line, count, SIZE_MAX);
   return {fields.begin(), fields.end()};
 }
 
-// Both take a copy: behind its field a line goes on, and to the runtime a blank of another script
-// may be white space that leads to the next number.
-
-std::int32_t IntegerField(std::wstring_view field) {
+std::int32_t IntegerField(const wchar_t* field) {
   using Limits = std::numeric_limits<std::int32_t>;
   // A long, which has 32 bits on Windows and 64 on Linux.
-  const auto number = std::wcstol(std::wstring(field).c_str(), nullptr, kDecimal);
+  const auto number = std::wcstol(field, nullptr, kDecimal);
   return static_cast<std::int32_t>(std::clamp<std::int64_t>(number, Limits::min(), Limits::max()));
 }
 
-double NumberField(std::wstring_view field) {
-  return std::wcstod(std::wstring(field).c_str(), nullptr);
-}
+double NumberField(const wchar_t* field) { return std::wcstod(field, nullptr); }
 
 }  // namespace KelmoLibs::Localize
