@@ -15,6 +15,11 @@ else()
 endif()
 add_compile_options("$<$<COMPILE_LANGUAGE:C,CXX>:${exact_numbers}>")
 
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT WIN32)
+  # The library's members call one another directly, as on Windows and with Clang: no other library is asked for them.
+  add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-fno-semantic-interposition>)
+endif()
+
 if(MINGW)
   add_link_options(-static)  # the DLL, as every program here, needs nothing but Windows
 elseif(MSVC)

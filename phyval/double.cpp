@@ -15,6 +15,54 @@ static_assert(FLT_EVAL_METHOD == 0, "each operation rounds to double, or last bi
 // NOLINTBEGIN(performance-unnecessary-value-param, readability-inconsistent-declaration-parameter-name)
 // NOLINTBEGIN(readability-make-member-function-const)
 
+namespace {
+
+// What the members share. Not the exported members themselves: those take copies, and on Linux each
+// call of one would look for another library that might have it.
+
+void RequireUnit(const ValueType* unit) {
+  if (unit == nullptr) {
+    throw std::invalid_argument("The physical dimension of the number is not defined.");
+  }
+}
+
+constexpr int QuantityOf(int code) noexcept { return code < 100 ? code : code / 1000; }
+
+void RequireOneQuantity(const Double& left, const Double& right) {
+  RequireUnit(left.unit);
+  RequireUnit(right.unit);
+  if (left.unit != right.unit && QuantityOf(left.unit->code) != QuantityOf(right.unit->code)) {
+    throw std::invalid_argument("Codes of physical quantities do not match.");
+  }
+}
+
+// The product first, also between values of one unit: another order gives other last digits.
+double InUnitOfFactor(const Double& number, double factor) noexcept {
+  return number.unit->factor * number.value / factor;
+}
+
+// `right` in the unit of `left`, if both are of one quantity.
+double Converted(const Double& right, const Double& left) {
+  RequireOneQuantity(left, right);
+  return InUnitOfFactor(right, left.unit->factor);
+}
+
+Double ConvertedTo(double absolute, double relative, int code, const Double& number) {
+  Double target(0.0, absolute, relative, code);
+  target.value = Converted(number, target) + 0.0;  // makes 0 of -0
+  return target;
+}
+
+double ToleranceOf(const Double& number) noexcept {
+  return number.relTolerance * number.value + number.absTolerance;
+}
+
+RoundedNumber Rounded(const Double& number) noexcept {
+  return RoundToTolerance(number.value, ToleranceOf(number));
+}
+
+}  // namespace
+
 Double::Double(double number, double absolute, double relative, int code)
     : value(number),
       absTolerance(absolute),
@@ -36,81 +84,60 @@ Double::~Double() { static_cast<ValueType* volatile&>(unit) = nullptr; }
 // Results are built by code: their unit is the first row with it, whichever row the operand has.
 
 Double Double::operator+(Double other) {
-  CheckCorrect(other);
-  return {other.Vs(unit->factor) + value, absTolerance, relTolerance, unit->code};
+  const double converted = Converted(other, *this);
+  return {converted + value, absTolerance, relTolerance, unit->code};
 }
 
 Double Double::operator-(Double other) {
-  CheckCorrect(other);
-  return {value - other.Vs(unit->factor), absTolerance, relTolerance, unit->code};
+  const double converted = Converted(other, *this);
+  return {value - converted, absTolerance, relTolerance, unit->code};
 }
 
 Double Double::operator*(double k) {
-  CheckCorrect();
+  RequireUnit(unit);
   return {k * value, absTolerance, relTolerance, unit->code};
 }
 
 Double Double::operator/(double k) {
-  CheckCorrect();
+  RequireUnit(unit);
   return {value / k, absTolerance, relTolerance, unit->code};
 }
 
-bool Double::operator==(Double other) {
-  CheckCorrect(other);
-  return value == other.Vs(unit->factor);
-}
+bool Double::operator==(Double other) { return value == Converted(other, *this); }
 
-bool Double::operator<(Double other) {
-  CheckCorrect(other);
-  return value < other.Vs(unit->factor);
-}
+bool Double::operator<(Double other) { return value < Converted(other, *this); }
 
-bool Double::operator>(Double other) {
-  CheckCorrect(other);
-  return value > other.Vs(unit->factor);
-}
+bool Double::operator>(Double other) { return value > Converted(other, *this); }
 
 // A value that has the unit already keeps its own tolerances.
 Double Double::ConvertTo(double absolute, double relative, int code) {
   if (code == unit->code) {
     return *this;
   }
-  Double target(0.0, absolute, relative, code);
-  return target + *this;
+  return ConvertedTo(absolute, relative, code, *this);
 }
 
-double Double::Return() { return RoundToTolerance(value, T()).number; }
+double Double::Return() { return Rounded(*this).number; }
 
 std::wstring Double::to_string() {
-  const auto [number, decimals] = RoundToTolerance(value, T());
+  const auto [number, decimals] = Rounded(*this);
   return FormatUnderUserLocale(number, decimals);
 }
 
 std::wstring Double::to_string(wchar_t separator) {
-  const auto [number, decimals] = RoundToTolerance(value, T());
+  const auto [number, decimals] = Rounded(*this);
   return FixedText(number, decimals, separator);
 }
 
-double Double::T() { return relTolerance * value + absTolerance; }
+double Double::T() { return ToleranceOf(*this); }
 
-double Double::Ts(double x) { return T() * x; }
+double Double::Ts(double x) { return ToleranceOf(*this) * x; }
 
-// The product first, also between values of one unit: another order gives other last digits.
-double Double::Vs(double x) { return unit->factor * value / x; }
+double Double::Vs(double x) { return InUnitOfFactor(*this, x); }
 
-void Double::CheckCorrect() {
-  if (unit == nullptr) {
-    throw std::invalid_argument("The physical dimension of the number is not defined.");
-  }
-}
+void Double::CheckCorrect() { RequireUnit(unit); }
 
-void Double::CheckCorrect(Double other) {
-  CheckCorrect();
-  other.CheckCorrect();
-  if (unit->GetStype() != other.unit->GetStype()) {
-    throw std::invalid_argument("Codes of physical quantities do not match.");
-  }
-}
+void Double::CheckCorrect(Double other) { RequireOneQuantity(*this, other); }
 
 // NOLINTEND(readability-make-member-function-const)
 // NOLINTEND(performance-unnecessary-value-param, readability-inconsistent-declaration-parameter-name)

@@ -1,19 +1,20 @@
 #include "phyval/unit_catalogue.h"
 
-#include <algorithm>
-#include <string_view>
+#include <string>
 
 namespace KelmoLibs::Localize::Phyval {
 namespace {
 
-bool NamesAUnit(int code) noexcept { return code >= 100 && code % 1000 != 0; }
-
-template <class Matches>
-ValueType* FirstUnit(UnitCatalogue& catalogue, Matches matches) noexcept {
-  const auto row = std::find_if(catalogue.begin(), catalogue.end(), [&](const ValueType& unit) {
-    return matches(unit) && NamesAUnit(unit.code);
-  });
-  return row != catalogue.end() ? &*row : nullptr;
+// Whether `stored` is `text`. Most rows differ in the first character: how long a text is does not
+// matter.
+bool IsText(const std::wstring& stored, const wchar_t* text) noexcept {
+  for (const wchar_t c : stored) {
+    if (*text != c || c == L'\0') {  // text ends here
+      return false;
+    }
+    ++text;
+  }
+  return *text == L'\0';
 }
 
 }  // namespace
@@ -35,20 +36,18 @@ UnitCatalogue BuiltInUnits() {
   };
 }
 
-ValueType* FindUnit(UnitCatalogue& catalogue, int code) noexcept {
-  return FirstUnit(catalogue, [code](const ValueType& unit) { return unit.code == code; });
-}
-
 // Name and symbol are tried row by row: an earlier row found by its symbol wins over a later one
 // found by its name.
 ValueType* FindUnit(UnitCatalogue& catalogue, const wchar_t* text) noexcept {
   if (text == nullptr) {
     return nullptr;
   }
-  const std::wstring_view wanted(text);
-  return FirstUnit(catalogue, [wanted](const ValueType& unit) {
-    return unit.name == wanted || unit.symbol == wanted;
-  });
+  for (ValueType& row : catalogue) {
+    if ((IsText(row.name, text) || IsText(row.symbol, text)) && NamesAUnit(row.code)) {
+      return &row;
+    }
+  }
+  return nullptr;
 }
 
 }  // namespace KelmoLibs::Localize::Phyval

@@ -17,9 +17,21 @@ extern UnitCatalogue unitCatalogue;
 /// The rows that the library has before a unit table is loaded.
 UnitCatalogue BuiltInUnits();
 
+/// Whether a code is that of a unit, and not of a quantity.
+constexpr bool NamesAUnit(int code) noexcept { return code >= 100 && code % 1000 != 0; }
+
 /// The first row with `code`, if that code names a unit; else null. Codes of quantities find
 /// nothing, even where a row has them.
-ValueType* FindUnit(UnitCatalogue& catalogue, int code) noexcept;
+inline ValueType* FindUnit(UnitCatalogue& catalogue, int code) noexcept {
+  if (NamesAUnit(code)) {
+    for (ValueType& row : catalogue) {
+      if (row.code == code) {
+        return &row;
+      }
+    }
+  }
+  return nullptr;
+}
 
 /// The first row of a unit whose name or else whose symbol is `text`, to the character; else null.
 /// A null `text` finds nothing. Nothing is copied.
