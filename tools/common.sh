@@ -1,7 +1,7 @@
-# shellcheck shell=bash disable=SC2034 # variables that ./demo and ./test use
-# What ./demo and ./test share: sourced, never run.
+# shellcheck shell=bash disable=SC2034 # variables that ./demo, ./test and ./bench use
+# What ./demo, ./test and ./bench share: sourced, never run.
 
-root=$PWD # both scripts have gone to the top folder
+root=$PWD # all scripts have gone to the top folder
 logs=$root/build/logs
 started=$SECONDS
 
@@ -35,7 +35,7 @@ prepare_build_folder() {
   [ -z "$foreign" ] || fail "the folder build/ belongs to another user" \
     "remove it (it holds nothing but what is built), or run this as the user who made it."
   exec 9>"$root/build/lock"
-  flock -n 9 || fail "another ./demo or ./test is running in this checkout" "wait until it has ended."
+  flock -n 9 || fail "another ./demo, ./test or ./bench is running in this checkout" "wait until it has ended."
 }
 
 # install_packages PACKAGE...: installs with apt those that are not there yet. Only apt-get is called
@@ -87,3 +87,6 @@ packages_wine=(wine wine64)
 packages_lint=(clang-format clang-tidy shellcheck)
 packages_heavy=(valgrind libc6-dbg)
 packages_coverage=(libclang-rt-dev llvm)
+packages_bench=(libbenchmark-dev python3-matplotlib)
+packages_peers=(libboost1.81-dev libabsl-dev gettext libicu-dev icu-devtools libsimdjson-dev libudunits2-dev
+  locales) # the source of the locale that gettext and the values are printed in

@@ -23,7 +23,7 @@ files() {
 mapfile -t sources < <(files '*.h' '*.c' '*.cpp' ':!tests/build')
 clang-format --dry-run -Werror "${sources[@]}"
 
-shellcheck -x demo test tools/*.sh .ci/run
+shellcheck -x demo test bench tools/*.sh .ci/run
 
 mkdir -p build/lint/passed
 files -z '*.h' '*.clang-tidy' '*CMakeLists.txt' 'cmake/*' 'tools/*' | xargs -0 sha256sum >build/lint/rules
@@ -34,7 +34,7 @@ sed -e 's/ -fno-keep-inline-dllexport//' \
   build/mingw-release/compile_commands.json >build/lint/compile_commands.json
 
 only_windows='_(windows|windows_test|mingw)\.cpp$'
-mapfile -t sources < <(files '*.cpp' ':!tests/build' ':!tests/abi/microsoft_host.cpp')
+mapfile -t sources < <(files '*.cpp' ':!benchmarks' ':!tests/build' ':!tests/abi/microsoft_host.cpp')
 {
   # Eight tests at a time. Neighbours in the alphabet, which share names, come into different groups.
   grep -l '<gtest/gtest.h>' "${sources[@]}" | grep -vE "$only_windows" | pr -t -l 6 -8 -s' '

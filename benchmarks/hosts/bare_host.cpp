@@ -1,0 +1,13 @@
+// bare_host TEXT: prints the text. What a process of C++ costs.
+#include <cstdio>
+#include <string>
+
+int main(int argc, char** argv) {
+  if (argc < 2) {
+    return 1;
+  }
+  std::string line = "host: ";
+  line += argv[1];
+  line += '\n';
+  return std::fwrite(line.data(), 1, line.size(), stdout) == line.size() ? 0 : 1;
+}

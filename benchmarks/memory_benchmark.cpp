@@ -1,0 +1,105 @@
+// How much memory a loaded dictionary holds, and how much the loading needs. Not a matter of time: the
+// counters are the result.
+//
+//   held_ratio  what the loaded dictionary holds, in parts of its keys and texts as wide characters
+//               with a terminator each
+//   peak_ratio  the most held during the call, in parts of 1.25 times these characters and twice the
+//               file
+
+#include <malloc.h>
+
+#include <algorithm>
+
+#include "benchmarks/support/catalogue.h"
+#include "benchmarks/support/library_life.h"
+#include "benchmarks/support/run_benchmarks.h"
+#include "benchmarks/support/scratch_folder.h"
+
+namespace {
+
+std::size_t liveBytes = 0;
+std::size_t peakBytes = 0;
+
+void* Count(void* block) {
+  liveBytes += ::malloc_usable_size(block);
+  peakBytes = std::max(peakBytes, liveBytes);
+  return block;
+}
+
+void Uncount(void* block) { liveBytes -= ::malloc_usable_size(block); }
+
+}  // namespace
+
+// The heap of the whole process, the loaded library and its operator new included, as the C runtime
+// hands it out.
+extern "C" {
+// NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming): the C runtime's own
+void* __libc_malloc(std::size_t size);
+void* __libc_calloc(std::size_t count, std::size_t size);
+void* __libc_realloc(void* block, std::size_t size);
+void* __libc_memalign(std::size_t alignment, std::size_t size);
+void __libc_free(void* block);
+// NOLINTEND(bugprone-reserved-identifier,readability-identifier-naming)
+
+void* malloc(std::size_t size) { return Count(__libc_malloc(size)); }
+void* calloc(std::size_t nmemb, std::size_t size) { return Count(__libc_calloc(nmemb, size)); }
+void* realloc(void* ptr, std::size_t size) {
+  Uncount(ptr);
+  return Count(__libc_realloc(ptr, size));
+}
+void* memalign(std::size_t alignment, std::size_t size) {
+  return Count(__libc_memalign(alignment, size));
+}
+void* aligned_alloc(std::size_t alignment, std::size_t size) { return memalign(alignment, size); }
+void free(void* ptr) {
+  Uncount(ptr);
+  __libc_free(ptr);
+}
+}
+
+namespace benchmarks {
+namespace {
+
+constexpr std::size_t kSizes[] = {1'000, 10'000, 100'000, 1'000'000};
+
+void MeasureMemory(benchmark::State& state, Language language, std::size_t size) {
+  const std::filesystem::path file = ScratchFolder() / "dictionary.txt";
+  std::size_t wideBytes = 0;
+  {
+    const Catalogue catalogue = MakeCatalogue(language, size);
+    WriteDictionary(file, "id", catalogue);
+    for (const Entry& entry : catalogue) {
+      wideBytes += (entry.key.size() + 1 + entry.text.size() + 1) * sizeof(wchar_t);
+    }
+  }
+  const auto wide = static_cast<double>(wideBytes);
+  const auto fileBytes = static_cast<double>(std::filesystem::file_size(file));
+  for ([[maybe_unused]] const auto iteration : state) {
+    const LibraryLife life;
+    const std::size_t before = liveBytes;
+    peakBytes = before;
+    life.Load(file, 0);
+    const auto held = static_cast<double>(liveBytes - before);
+    const auto peak = static_cast<double>(peakBytes - before);
+    state.counters["held_bytes"] = held;
+    state.counters["peak_bytes"] = peak;
+    state.counters["held_ratio"] = held / wide;
+    state.counters["peak_ratio"] = peak / (1.25 * wide + 2 * fileBytes);
+  }
+}
+
+}  // namespace
+}  // namespace benchmarks
+
+int main(int argc, char** argv) {
+  using namespace benchmarks;
+  for (const Language language : kLanguages) {
+    for (const std::size_t size : kSizes) {
+      const std::string name = std::string("memory/") + NameOf(language) + "/kelmo";
+      benchmark::RegisterBenchmark(NameWithSize(name, size).c_str(), MeasureMemory, language, size)
+          ->Iterations(1)
+          ->Repetitions(1);
+    }
+  }
+  return RunBenchmarks(argc, argv);
+}

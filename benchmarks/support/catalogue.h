@@ -1,0 +1,77 @@
+// Made-up dictionaries, the same in every run.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <filesystem>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace benchmarks {
+
+enum class Language { kEnglish, kGerman, kRussian };
+
+constexpr Language kLanguages[] = {Language::kEnglish, Language::kGerman, Language::kRussian};
+
+/// "english", "german", "russian".
+const char* NameOf(Language language);
+
+struct Entry {
+  std::wstring key;   // ASCII, of 12 to 32 characters
+  std::wstring text;  // words, of 10 to 40 characters
+};
+
+using Catalogue = std::vector<Entry>;
+
+/// Entries of distinct keys; a larger catalogue begins with the smaller one.
+Catalogue MakeCatalogue(Language language, std::size_t size);
+
+/// Distinct keys that look like those of catalogues, which hold none of them.
+std::vector<std::wstring> MakeMissingKeys(std::size_t size);
+
+/// The dictionary file of a catalogue.
+void WriteDictionary(const std::filesystem::path& file, const std::string& id,
+                     const Catalogue& catalogue);
+
+/// For what must come in no order: the same disorder in every run.
+std::mt19937_64 MakeRandomNumbers();
+
+/// Zero-terminated keys as a host holds them, one behind the other in memory.
+template <class Character>
+class HostKeys {
+ public:
+  explicit HostKeys(const std::vector<std::wstring>& keys) {
+    std::size_t length = 0;
+    for (const std::wstring& key : keys) {
+      length += key.size() + 1;
+    }
+    characters_.reserve(length);  // they must not move any more
+    for (const std::wstring& key : keys) {
+      pointers_.push_back(characters_.data() + characters_.size());
+      characters_.insert(characters_.end(), key.begin(), key.end());
+      characters_.push_back(Character());
+    }
+  }
+  HostKeys(const HostKeys&) = delete;
+  HostKeys& operator=(const HostKeys&) = delete;
+
+  const std::vector<const Character*>& Pointers() const { return pointers_; }
+
+  /// Each key that many times, in disorder.
+  std::vector<const Character*> Repeated(std::size_t times) const {
+    std::vector<const Character*> repeated;
+    for (std::size_t time = 0; time < times; ++time) {
+      repeated.insert(repeated.end(), pointers_.begin(), pointers_.end());
+    }
+    std::mt19937_64 random = MakeRandomNumbers();
+    std::shuffle(repeated.begin(), repeated.end(), random);
+    return repeated;
+  }
+
+ private:
+  std::vector<Character> characters_;
+  std::vector<const Character*> pointers_;
+};
+
+}  // namespace benchmarks

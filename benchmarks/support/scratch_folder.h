@@ -1,0 +1,11 @@
+#pragma once
+
+#include <filesystem>
+
+namespace benchmarks {
+
+/// A folder for the files of this process. It is made at the first call and removed when the program
+/// exits.
+const std::filesystem::path& ScratchFolder();
+
+}  // namespace benchmarks

@@ -1,0 +1,202 @@
+#!/usr/bin/env python3
+"""Prints what the benchmarks measured, and writes it as one file.
+
+    tools/bench_report.py BUILD-FOLDER RESULT... --out FILE
+
+Each RESULT is what one program of BUILD-FOLDER has written with --benchmark_out. Of the rounds of a benchmark the
+fastest counts: what others do to the machine can only add time. FILE holds these minima, and where they come from.
+"""
+
+import argparse
+import collections
+import json
+import os
+import pathlib
+import re
+import subprocess
+
+LANGUAGES = ("english", "german", "russian")
+HASH_MAPS = ("boost_flat_map", "absl_flat_hash_map")
+TO_THE_LARGEST = 10**12
+
+# Row: our time is to be at most this part of the fastest of these subjects, at sizes from the first to the second.
+Target = collections.namedtuple("Target", "row limit subjects smallest largest", defaults=(0, TO_THE_LARGEST))
+TARGETS = (
+    Target("lookup/shuffled", 0.5, HASH_MAPS),
+    Target("lookup/shuffled", 0.25, ("gettext", "icu")),
+    Target("lookup/hot", 0.7, HASH_MAPS),
+    Target("missing/repeated", 1.5, HASH_MAPS),
+    Target("missing/first", 2.5, ("std_unordered_set",)),
+    *(
+        target
+        for language in LANGUAGES
+        for target in (
+            Target(f"loading/{language}", 0.9, ("simdjson",), 0, 99_999),
+            Target(f"loading/{language}", 0.35, ("simdjson",), 100_000),
+            Target(f"loading/{language}", 3, ("read_validate_decode",)),
+        )
+    ),
+    Target("loading/again", 3, ("kelmo_first",)),
+    Target("values/add", 3, ("udunits_converter",)),
+    Target("values/subtract", 3, ("udunits_converter",)),
+    *(
+        Target(f"values/{operation}", 2, ("udunits_converter",))
+        for operation in ("equal", "less", "greater", "convert")
+    ),
+    Target("values/construct_by_code", 1.5, ("udunits_converter",)),
+    *(
+        Target(f"values/construct_by_{text}", *limit)
+        for text in ("symbol", "name", "unknown_text")
+        for limit in ((5, ("udunits_converter",)), (0.03, ("udunits_parse",)))
+    ),
+    Target("printing/separator", 2, ("std_to_chars",)),
+    Target("printing/users_locale", 1.2, ("setlocale",)),
+    Target("start/whole_process", 1, ("gettext",)),
+)
+# Row: the slowest time per operation of the subject, at sizes from the first to the second, is to be at most that much
+# of its fastest; no limit where somebody means harm, but the growth of others to compare with.
+Growth = collections.namedtuple("Growth", "row subject smallest largest limit", defaults=(None,))
+GROWTHS = (
+    *(Growth(f"loading/{language}", "kelmo", 10_000, 1_000_000, 1.5) for language in LANGUAGES),
+    *(
+        Growth(row, subject, 0, TO_THE_LARGEST)
+        for row in ("loading/hostile", "lookup/hostile")
+        for subject in ("kelmo", "kelmo_usual")
+    ),
+)
+COUNTER_JOB, COUNTER_TARGETS = "memory", {"held_ratio": 1.25, "peak_ratio": 1}
+
+OURS = ("kelmo", "kelmo_second")
+NANOSECONDS = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
+NOT_A_COUNTER = re.compile(r"name|family_index|per_family_instance_index|run_|repetition|threads|iterations|"
+                           r"(real|cpu)_time|time_unit|operations|(items|bytes)_per_second")
+
+
+def minima(files):
+    """{name: {"ns": the least time of one operation, counter: its value}}."""
+    found = {}
+    for file in files:
+        for run in json.loads(file.read_text())["benchmarks"]:
+            if run["run_type"] != "iteration":
+                continue
+            if run.get("error_occurred"):
+                raise SystemExit(f"{run['name']}: {run['error_message']}")
+            name = re.sub(r"/(manual_time|real_time|process_time|(iterations|repeats|min_time):[^/]+)", "", run["name"])
+            time = run["real_time"] * NANOSECONDS[run["time_unit"]] / run.get("operations", 1)
+            entry = found.setdefault(name, {"ns": time})
+            entry["ns"] = min(entry["ns"], time)
+            for counter, value in run.items():
+                if not NOT_A_COUNTER.match(counter):
+                    entry[counter] = min(value, entry.get(counter, value))
+    return found
+
+
+def origin(build):
+    def output(*command):
+        return subprocess.run(command, capture_output=True, text=True, check=True).stdout.strip()
+
+    compiler = next(build.glob("CMakeFiles/*/CMakeCXXCompiler.cmake"))
+    commands = json.loads((build / "compile_commands.json").read_text())
+    library = next(entry["command"] for entry in commands if entry["file"].endswith("frame/exports.cpp"))
+    cpu = re.search(r"^model name\s*: (.*)$", pathlib.Path("/proc/cpuinfo").read_text(), re.M)
+    return {
+        "cpu": cpu.group(1) if cpu else "unknown",
+        "cores": os.cpu_count(),
+        "compiler": " ".join(re.findall(r'CMAKE_CXX_COMPILER_(?:ID|VERSION) "(.+)"', compiler.read_text())),
+        "flags": " ".join(re.findall(r" (-(?:O|f|m|std=|DNDEBUG|W)\S*)", library)),
+        "commit": output("git", "describe", "--always", "--dirty", "--abbrev=12"),
+    }
+
+
+def split(name):
+    """"job/row/subject/argument" as ("job/row", "subject", argument): a size, a text, or 0 where there is none."""
+    job, row, subject, argument = (*name.split("/", 3), "0")[:4]
+    return f"{job}/{row}", subject, int(argument) if argument.isdigit() else argument
+
+
+class Report:
+    def __init__(self, found):
+        self.rows = {}  # {(row, argument): {subject: entry}}
+        for name, entry in found.items():
+            row, subject, argument = split(name)
+            self.rows.setdefault((row, argument), {})[subject] = entry
+        self.met = self.judged = 0
+
+    def verdict(self, value, limit):
+        self.judged += 1
+        self.met += value <= limit
+        return f"at most {limit:g}: {'met' if value <= limit else 'MISSED'}"
+
+    def verdicts(self, row, argument, time, entries):
+        """{subject: verdict}, each at the fastest subject of its target."""
+        verdicts = {}
+        size = argument if isinstance(argument, int) else 0
+        for target in TARGETS:
+            there = [subject for subject in target.subjects if subject in entries]
+            if target.row == row and there and target.smallest <= size <= target.largest:
+                fastest = min(there, key=lambda subject: entries[subject]["ns"])
+                verdicts[fastest] = self.verdict(time / entries[fastest]["ns"], target.limit)
+        return verdicts
+
+    def print_counters(self, label, entry):
+        for counter, value in entry.items():
+            if counter != "ns":
+                limit = COUNTER_TARGETS.get(counter)
+                verdict = self.verdict(value, limit) if limit else ""
+                print(f"{label:<28}{counter:<22}{value:>14,.2f}{'':11}{verdict}".rstrip())
+                label = ""
+
+    def print_times(self, label, row, argument, entries):
+        ours = next((subject for subject in OURS if subject in entries), None)
+        time = entries[ours]["ns"] if ours else 0
+        verdicts = self.verdicts(row, argument, time, entries) if ours else {}
+        for subject, entry in sorted(entries.items(), key=lambda item: (item[0] != ours, item[1]["ns"])):
+            ratio = f"{time / entry['ns']:.3g}" if ours and subject != ours else ""
+            print(f"{label:<28}{subject:<22}{entry['ns']:>14,.1f}{ratio:>9}  {verdicts.get(subject, '')}".rstrip())
+            label = ""
+
+    def print_row(self, row, argument, entries):
+        label = row.partition("/")[2]
+        if argument:
+            label += f" {argument:,}" if isinstance(argument, int) else f" {argument}"
+        if row.startswith(COUNTER_JOB):
+            self.print_counters(label, entries["kelmo"])
+        else:
+            self.print_times(label, row, argument, entries)
+
+    def print_growth(self, job):
+        for growth in GROWTHS:
+            times = {size: entries[growth.subject]["ns"] for (row, size), entries in self.rows.items()
+                     if row == growth.row and growth.smallest <= size <= growth.largest and growth.subject in entries}
+            if growth.row.startswith(job) and len(times) > 1:
+                value = max(times.values()) / min(times.values())
+                label = f"{growth.row.partition('/')[2]} {min(times):,} to {max(times):,}: slowest by fastest"
+                verdict = self.verdict(value, growth.limit) if growth.limit else ""
+                print(f"{label:<50}{growth.subject:<14}{value:>9.3g}  {verdict}".rstrip())
+
+    def print(self):
+        for job in dict.fromkeys(row.partition("/")[0] for row, _ in self.rows):
+            unit, ratio = ("", "") if job == COUNTER_JOB else ("ns", "ours/its")
+            print(f"\n{job:<50}{unit:>14}{ratio:>9}  target")
+            for row, argument in sorted(self.rows, key=lambda key: (key[0], isinstance(key[1], str), key[1])):
+                if row.partition("/")[0] == job:
+                    self.print_row(row, argument, self.rows[row, argument])
+            self.print_growth(job)
+        print(f"\n{self.met} of {self.judged} targets are met.")
+
+
+def main():
+    arguments = argparse.ArgumentParser(description="Prints what the benchmarks measured.")
+    arguments.add_argument("build", type=pathlib.Path)
+    arguments.add_argument("results", type=pathlib.Path, nargs="+")
+    arguments.add_argument("--out", type=pathlib.Path, required=True)
+    given = arguments.parse_args()
+    found = minima(given.results)
+    date = json.loads(given.results[0].read_text())["context"]["date"]
+    results = {**origin(given.build), "date": date, "minima": dict(sorted(found.items()))}
+    given.out.write_text(json.dumps(results, indent=1) + "\n")
+    print("\n{cpu}, {cores} cores; {compiler}; {commit}".format(**results))
+    Report(found).print()
+
+
+main()
