@@ -99,15 +99,17 @@ int Compare(const Message& message, std::wstring_view text) noexcept {
 }
 
 bool IsTextOf(const Message& message, std::wstring_view text) noexcept {
-  if (text.size() != LengthOf(message)) {
+  const auto& [front, middle] = WordingOf(message.kind);
+  const std::size_t firstEnd = front.size() + message.first.size();
+  if (text.size() != LengthOf(message) ||
+      text.substr(front.size(), message.first.size()) != message.first) {
     return false;
   }
-  const auto& [front, middle] = WordingOf(message.kind);
-  text.remove_prefix(front.size());
-  const std::wstring_view behind = text.substr(message.first.size());
-  return text.substr(0, message.first.size()) == message.first &&
-         behind.substr(0, middle.size()) == middle &&
-         behind.substr(middle.size()) == message.second;
+  if (message.kind == Kind::kKeyNotFound) {
+    return true;  // its second detail is the first one again
+  }
+  text.remove_prefix(firstEnd);
+  return text.substr(0, middle.size()) == middle && text.substr(middle.size()) == message.second;
 }
 
 }  // namespace KelmoLibs::Localize
