@@ -25,7 +25,8 @@ clang-format --dry-run -Werror "${sources[@]}"
 
 shellcheck -x demo test bench tools/*.sh .ci/run
 
-mkdir -p build/lint/passed
+mkdir -p build/lint/passed build/lint/tests
+cp tests/.clang-tidy build/lint/tests # the rules of the tests that tidy.sh puts together
 files -z '*.h' '*.clang-tidy' '*CMakeLists.txt' 'cmake/*' 'tools/*' | xargs -0 sha256sum >build/lint/rules
 # The cross-compiler's commands as clang understands them: without GCC's own switch, with GCC's headers.
 headers=$(x86_64-w64-mingw32-g++-posix -print-file-name=include/c++)

@@ -15,7 +15,6 @@ else
   # A source of the same name as the first: clang-tidy takes the command of that.
   together=build/lint/tests/$#/${1##*/}
   mkdir -p "${together%/*}"
-  cp tests/.clang-tidy build/lint/tests
   printf '#include "%s"\n' "${@/#/$PWD/}" >"$together"
   # Sources may have names in common, and a fault is to be shown by its own source alone: then in halves.
   clang-tidy --quiet -p "$folder" --checks=-bugprone-suspicious-include,-google-global-names-in-headers "$together" \
