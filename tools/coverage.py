@@ -1,10 +1,15 @@
 #!/usr/bin/env python3
-"""Prints which lines of the library's own code the native tests have run, and fails below 100%.
+"""Prints which lines and branches of the library's own code the native tests have run, and fails below 100% of either.
 
     tools/coverage.py BUILD-FOLDER
 
-Reads the profiles that the tests of the preset "coverage" have left in BUILD-FOLDER/profiles. Lines that cannot be run
-are listed with their reason: a comment "// not covered: REASON" excuses the rest of the block that it stands in.
+Reads the profiles that the tests of the preset "coverage" have left in BUILD-FOLDER/profiles. Every condition has two
+branches: it was true, and it was false. What no test can run is excused by a comment, and listed with its reason:
+
+    // not covered: REASON                        the rest of the block that it stands in
+    // not covered, false of `CONDITION`: REASON  one branch of a condition that begins on the next line of code
+
+An excuse of what was run after all, or of nothing, is a problem like what was not run.
 """
 
 import json
@@ -15,50 +20,124 @@ import sys
 
 NOT_THE_LIBRARY = ("benchmarks/", "examples/", "tests/")
 ONLY_ON_WINDOWS = re.compile(r"_(windows|mingw)\.cpp$")
-REASON = re.compile(r"^( *)// not covered: (.+)$")
+BLOCK = re.compile(r"^( *)// not covered: (.+)$")
+BRANCH = re.compile(r"^ *// not covered, ((?:true|false) of `.+`): (.+)$")
+END = re.compile(r"^ *}[;)]*$")
+UNKNOWN = re.compile(r"^hash-mismatch: .* '(.+)' with hash = (0x[0-9a-f]+)$", re.MULTILINE)
 
 
 def run_counts(build):
-    """Of every file that was compiled: {line number: how often it ran}."""
+    """Of every file that was compiled: {line: how often it ran}, {(line, column, end line, end column): [true, false]}.
+
+    A condition that is compiled several times, as in a template or a header, is one condition here. One whose answer the
+    compiler knows has no branches: among the functions of the JSON export it is left out, among its files it is not.
+    """
     profile = build / "merged.profdata"
     raw = [str(file) for file in sorted((build / "profiles").glob("*.profraw"))]
     subprocess.run(["llvm-profdata", "merge", "-o", profile, *raw], check=True)
     programs = [file for file in sorted((build / "bin").iterdir()) if file.is_file() and not file.is_symlink()]
     objects = [argument for program in programs[1:] for argument in ("-object", str(program))]
-    export = ["llvm-cov", "export", "-format=lcov", f"-instr-profile={profile}", str(programs[0]), *objects]
-    counts = {}
-    for line in subprocess.run(export, check=True, capture_output=True, text=True).stdout.splitlines():
-        kind, _, value = line.partition(":")
+
+    def export(*options):
+        command = ["llvm-cov", "export", *options, f"-instr-profile={profile}", str(programs[0]), *objects]
+        made = subprocess.run(command, check=True, capture_output=True, text=True)
+        return made.stdout, made.stderr
+
+    lines, branches = {}, {}
+    rows, notes = export("-format=lcov", "-dump")
+    for row in rows.splitlines():
+        kind, _, value = row.partition(":")
         if kind == "SF":
-            lines = counts.setdefault(pathlib.Path(value).resolve(), {})
+            counts = lines.setdefault(pathlib.Path(value).resolve(), {})
         elif kind == "DA":
             number, count = map(int, value.split(",")[:2])
-            lines[number] = max(count, lines.get(number, 0))
-    return counts
+            counts[number] = max(count, counts.get(number, 0))
+    for function in json.loads(export("-format=text")[0])["data"][0]["functions"]:
+        for *place, true, false, file, _, _ in function["branches"]:
+            of_file = branches.setdefault(pathlib.Path(function["filenames"][file]).resolve(), {})
+            taken = of_file.setdefault(tuple(place), [0, 0])
+            taken[0] += true
+            taken[1] += false
+    # Functions that the exports leave out. With the number 0 a program says that it could have called one, and does not.
+    unknown = {name for name, number in UNKNOWN.findall(notes) if int(number, 16) != 0}
+    return lines, branches, unknown
 
 
-def reasons(source):
-    """{line number: reason} of the lines that need not be run."""
-    excused = {}
-    indent, reason = 0, None
-    for number, line in enumerate(source, 1):
-        match = REASON.match(line)
-        if match:
-            indent, reason = len(match.group(1)), match.group(2)
-        elif reason:
-            excused[number] = reason
-            if line.strip() and len(line) - len(line.lstrip()) < indent:
-                reason = None  # the end of the block
-    return excused
+def excuses(source):
+    """Of lines, and of single branches: {line: (line of the comment, text)}, {(line, branch): the same}."""
+    lines, branches, waiting = {}, {}, []
+    indent, excuse = 0, None
+    for number, text in enumerate(source, 1):
+        block, branch = BLOCK.match(text), BRANCH.match(text)
+        if block:
+            indent, excuse = len(block.group(1)), (number, block.group(2))
+        elif excuse:
+            is_inside = not text.strip() or len(text) - len(text.lstrip()) >= indent
+            if is_inside or END.match(text):  # but not "} else {", which begins what is not excused
+                lines[number] = excuse
+            if not is_inside:
+                excuse = None
+        if branch:
+            waiting.append((branch.group(1), (number, f"{branch.group(1)}: {branch.group(2)}")))
+        elif not text.lstrip().startswith("//"):
+            branches.update({(number, name): of for name, of in waiting})
+            waiting = []
+    return lines, branches
+
+
+def text_between(source, line, column, end_line, end_column):
+    """A condition as it stands in the file, but on one line. Columns count bytes, from 1."""
+    rows = [row.encode() for row in source[line - 1:end_line]]
+    rows[-1] = rows[-1][:end_column - 1]
+    rows[0] = rows[0][column - 1:]
+    return " ".join(row.decode().strip() for row in rows)
+
+
+class Report:
+    """What is to be said of one file."""
+
+    def __init__(self, name, source, lines, branches):
+        self.name, self.problems, self.exceptions = name, [], []
+        self.lines, self.lines_run, self.branches, self.branches_taken = 0, 0, 0, 0
+        excused_lines, excused_branches = excuses(source)
+        self.excused = {excuse: [] for excuse in (*excused_lines.values(), *excused_branches.values())}
+        for number, count in sorted(lines.items()):
+            if self.is_needed(count, excused_lines.get(number), number, source[number - 1].strip()):
+                self.lines += 1
+                self.lines_run += count > 0
+        for place, taken in sorted(branches.items()):
+            if place[0] in excused_lines:
+                continue
+            for outcome, count in zip(("true", "false"), taken):
+                branch = f"{outcome} of `{text_between(source, *place)}`"
+                if self.is_needed(count, excused_branches.get((place[0], branch)), place[0], branch):
+                    self.branches += 1
+                    self.branches_taken += count > 0
+        for (comment, text), numbers in sorted(self.excused.items()):
+            if numbers:
+                place = f"{numbers[0]}" if numbers[0] == numbers[-1] else f"{numbers[0]}-{numbers[-1]}"
+                self.exceptions.append(f"{name}:{place}: {text}")
+            else:
+                self.problems.append(f"{name}:{comment}: excuses nothing: {text}")
+
+    def is_needed(self, count, excuse, number, what):
+        if excuse:
+            self.excused[excuse].append(number)
+            if count > 0 and not what.startswith("}"):  # a block's end counts as run where what is around it goes on
+                self.problems.append(f"{self.name}:{number}: {what}: was run, although it says that it cannot be")
+        elif count == 0:
+            self.problems.append(f"{self.name}:{number}: {what}")
+        return not excuse
 
 
 def main():
     build = pathlib.Path(sys.argv[1]).resolve()
     top = pathlib.Path(__file__).resolve().parent.parent
-    counts = run_counts(build)
+    lines, branches, unknown = run_counts(build)
     compiled = {pathlib.Path(entry["file"]).resolve() for entry in json.loads((build / "compile_commands.json").read_text())}
-    problems, exceptions, elsewhere, total, total_run = [], [], [], 0, 0
-    print(f"{'lines':>7} {'run':>7}")
+    problems = [f"{name}: the profiles are of another build" for name in sorted(unknown)]
+    elsewhere, reports = [], []
+    print(f"{'lines':>7} {'run':>7} {'branches':>9} {'taken':>7}")
     listing = ["git", "ls-files", "--cached", "--others", "--exclude-standard", "*.h", "*.cpp"]
     names = subprocess.run(listing, cwd=top, check=True, capture_output=True, text=True).stdout.splitlines()
     for name in sorted(names):
@@ -67,26 +146,20 @@ def main():
         if ONLY_ON_WINDOWS.search(name):
             elsewhere.append(name)
             continue
-        lines = counts.get(top / name)
-        if lines is None:  # declarations alone
+        if top / name not in lines:  # declarations alone
             if name.endswith(".cpp") and top / name not in compiled:
                 problems.append(f"{name}: was never compiled")
             continue
         source = (top / name).read_text("utf-8").splitlines()
-        excused = reasons(source)
-        for number, count in sorted(lines.items()):
-            reason = excused.get(number)
-            if count == 0 and reason:
-                exceptions.append(f"{name}:{number}: {reason}")
-            elif count == 0:
-                problems.append(f"{name}:{number}: {source[number - 1].strip()}")
-            elif reason:
-                problems.append(f"{name}:{number}: was run, although it says that it cannot be")
-        needed = [number for number in lines if number not in excused]
-        run = sum(lines[number] > 0 for number in needed)
-        total, total_run = total + len(needed), total_run + run
-        print(f"{len(needed):7} {run:7}  {name}")
-    print(f"{total:7} {total_run:7}  in all but the exceptions: {100 * total_run / total:.2f}%")
+        report = Report(name, source, lines[top / name], branches.get(top / name, {}))
+        reports.append(report)
+        print(f"{report.lines:7} {report.lines_run:7} {report.branches:9} {report.branches_taken:7}  {name}")
+    needed, run = sum(report.lines for report in reports), sum(report.lines_run for report in reports)
+    outcomes, taken = sum(report.branches for report in reports), sum(report.branches_taken for report in reports)
+    print(f"{needed:7} {run:7} {outcomes:9} {taken:7}  in all but the exceptions: {100 * run / needed:.2f}% of the lines,"
+          f" {100 * taken / outcomes:.2f}% of the branches")
+    exceptions = [entry for report in reports for entry in report.exceptions]
+    problems += [entry for report in reports for entry in report.problems]
     for title, entries in (
         ("Only Windows has these; the tests under Wine run them", elsewhere),
         ("Exceptions", exceptions or ["none"]),
