@@ -17,14 +17,13 @@ constexpr unsigned char Byte(char c) noexcept { return static_cast<unsigned char
 
 constexpr bool IsContinuation(char c) noexcept { return (Byte(c) & 0xC0U) == 0x80U; }
 
-// Whether these are four characters of two bytes each, or more: letters of most alphabets. Of
-// well-formed bytes every other one tells, being the lead byte of a pair.
+// Whether these eight bytes or more begin with four characters of two bytes each: letters of most
+// alphabets. Of well-formed bytes every other one tells, being the lead byte of a pair.
 bool BeginsWithFourPairs(std::string_view wellFormed) noexcept {
   const auto isLead = [wellFormed](std::size_t i) {
     return (Byte(wellFormed[i]) & 0xE0U) == 0xC0U;
   };
-  return wellFormed.size() >= kWordBytes &&
-         (static_cast<unsigned>(isLead(0)) & static_cast<unsigned>(isLead(2)) &
+  return (static_cast<unsigned>(isLead(0)) & static_cast<unsigned>(isLead(2)) &
           static_cast<unsigned>(isLead(4)) & static_cast<unsigned>(isLead(6))) != 0;
 }
 
