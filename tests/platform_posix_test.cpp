@@ -179,6 +179,12 @@ TEST(OpenTextFilePosix, AReadThatFailsIsTheEnd) {
   EXPECT_EQ(file->Read(buffer, sizeof(buffer)), 0U);
 }
 
+TEST(WriteWholeFilePosix, WritesNothingForALoneSurrogate) {
+  const ScratchFolder folder;
+  WriteWholeFile(JoinPath(folder.HostPath(), std::wstring{L'a', L'\xD800'}), "bytes");
+  EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
+}
+
 TEST(FormatUnderGlobalLocale, GivesNothingUnderTheClassicOne) {
   EXPECT_EQ(FormatUnderGlobalLocale(1234567.89, 2), std::nullopt);
   const GlobalLocale classic(std::locale("C"));
