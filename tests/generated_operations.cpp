@@ -1,12 +1,19 @@
-// Ten thousand operations on generated values, as one number: a checksum of every bit of their
+// Operations on generated values, each ten thousand as one number: a checksum of every bit of their
 // results and every character of their texts. Two builds that print the same compute the same.
+//
+//   generated_operations                         what the checked-in file holds
+//   generated_operations --digest=N --seed=S     N operations of each kind, from another seed on
 
+#include <cmath>
 #include <cstdint>
-#include <cstdio>
+#include <limits>
+#include <stdexcept>
 #include <string>
+#include <string_view>
 
 #include "kelmo_localizer.h"
 #include "tests/support/bits.h"
+#include "tests/support/checksum.h"
 #include "tests/support/private_members.h"
 #include "tests/support/random_numbers.h"
 
@@ -14,35 +21,14 @@ using KelmoLibs::Localize::Phyval::Double;
 
 namespace {
 
-constexpr int kOperations = 10000;
+void AddValue(const Double& value, Checksum& checksum) {
+  checksum.Add(value.value);
+  checksum.Add(value.absTolerance);
+  checksum.Add(value.relTolerance);
+  checksum.Add(value.unit != nullptr ? value.unit->code : -1);
+}
 
-class Checksum {
- public:
-  void Add(std::uint64_t bits) {
-    for (int i = 0; i < 64; i += 8) {
-      sum_ = (sum_ ^ ((bits >> static_cast<unsigned>(i)) & 0xFFU)) * 0x100000001B3;  // FNV-1a
-    }
-  }
-  void Add(double number) { Add(BitsOf(number)); }
-  void Add(const Double& value) {
-    Add(value.value);
-    Add(value.absTolerance);
-    Add(value.relTolerance);
-    Add(static_cast<std::uint64_t>(value.unit != nullptr ? value.unit->code : -1));
-  }
-  void Add(const std::wstring& text) {
-    for (const wchar_t c : text) {
-      Add(static_cast<std::uint64_t>(c));
-    }
-    Add(std::uint64_t{text.size()});
-  }
-  std::uint64_t Sum() const { return sum_; }
-
- private:
-  std::uint64_t sum_ = 0xCBF29CE484222325;
-};
-
-std::uint64_t Bit(bool holds) { return holds ? 1 : 0; }
+// ---- Values as hosts have them
 
 Double MakeValue(RandomNumbers& random, int code) {
   // A tolerance of 1e-8 to 1e8, of both parts: what is added is positive, or the text never ends.
@@ -62,24 +48,24 @@ void Operate(RandomNumbers& random, Checksum& checksum) {
   const Double right = MakeValue(random, codes[1]);
   switch (random.Below(8)) {
     case 0:
-      checksum.Add(left + right);
+      AddValue(left + right, checksum);
       break;
     case 1:
-      checksum.Add(left - right);
+      AddValue(left - right, checksum);
       break;
     case 2:
-      checksum.Add(left * right.value);
+      AddValue(left * right.value, checksum);
       break;
     case 3:
-      checksum.Add(left / right.value);
+      AddValue(left / right.value, checksum);
       break;
     case 4:
-      checksum.Add(left.ConvertTo(right.absTolerance, right.relTolerance, codes[1]));
+      AddValue(left.ConvertTo(right.absTolerance, right.relTolerance, codes[1]), checksum);
       break;
     case 5:
-      checksum.Add(Bit(left < right));
-      checksum.Add(Bit(left == right));
-      checksum.Add(Bit(left > right));
+      checksum.Add(left < right);
+      checksum.Add(left == right);
+      checksum.Add(left > right);
       break;
     case 6:
       checksum.Add(left.Return());
@@ -88,20 +74,173 @@ void Operate(RandomNumbers& random, Checksum& checksum) {
       checksum.Add(Vs(left, right.value));
       break;
     default:
-      checksum.Add(left.to_string(L';'));
-      checksum.Add(left.to_string());
+      checksum.AddText(left.to_string(L';'));
+      checksum.AddText(left.to_string());
       break;
+  }
+}
+
+// ---- Values of every number there is, in every unit and in none
+
+double AnyNumber(RandomNumbers& random) {
+  constexpr double kInfinity = std::numeric_limits<double>::infinity();
+  constexpr double kNumbers[] = {0,
+                                 -0.0,
+                                 1,
+                                 -1,
+                                 0.5,
+                                 -2.5,
+                                 40.1,
+                                 0.0273,
+                                 1.005,
+                                 1e15,
+                                 1e22,
+                                 -1e99,
+                                 4503599627370495.5,
+                                 0.49999999999999994,
+                                 5e-324,
+                                 -2.225073858507201e-308,  // just denormal
+                                 2.2250738585072014e-308,
+                                 std::numeric_limits<double>::max(),
+                                 std::numeric_limits<double>::lowest(),
+                                 kInfinity,
+                                 -kInfinity,
+                                 std::numeric_limits<double>::quiet_NaN()};
+  constexpr std::uint64_t kSignAndFraction = 0x800FFFFFFFFFFFFF;
+  switch (random.Below(16)) {
+    case 0:
+      return NumberOf(random.Bits());
+    case 1:
+      return NumberOf(random.Bits() & kSignAndFraction);  // denormal
+    case 2:
+      return random.OfMagnitude(960, 1024);
+    case 3:
+      return random.Below(2'000'001) / 2.0 - 500'000;  // halves
+    case 4:
+    case 5:
+    case 6:
+    case 7:
+      return AnyOf(random, kNumbers);
+    default:
+      return random.OfMagnitude(-30, 60);
+  }
+}
+
+double AnyTolerance(RandomNumbers& random) {
+  constexpr double kTolerances[] = {0, 0.001, 0.01, 0.05, 0.1, 1, 5, 150, 1e-9, 1e9, 1e-12, 2e11};
+  switch (random.Below(8)) {
+    case 0:
+      return AnyNumber(random);
+    case 1:
+    case 2:
+      return std::abs(random.OfMagnitude(-40, 40));
+    default:
+      return AnyOf(random, kTolerances);
+  }
+}
+
+Double AnyValue(RandomNumbers& random) {
+  constexpr int kCodes[] = {10001, 10002, 10002, 20001, 30001, 40001, 40002, 40002,
+                            10,    20,    10000, 10003, 99,    0,     -1,    -40002};
+  constexpr const wchar_t* kTexts[] = {
+      L"\u043C",                                                // Cyrillic em
+      L"in",     L"m2",      L"%",      L"K",       L"\u00B0",  // degree sign
+      L"rad",    L"length",  L"meter",  L"meter ",  L"inch",   L"inch ", L"area", L"square meter",
+      L"degree", L"degree ", L"radian", L"radian ", L"m",      L"",      nullptr};
+  const double number = AnyNumber(random);
+  const double absolute = AnyTolerance(random);
+  const double relative = random.Below(2) == 0 ? 0 : AnyTolerance(random);
+  if (random.Below(4) == 0) {
+    return {number, absolute, relative, AnyOf(random, kTexts)};
+  }
+  return {number, absolute, relative, AnyOf(random, kCodes)};
+}
+
+void AddUnit(const Double& value, Checksum& checksum) {
+  AddValue(value, checksum);
+  if (value.unit != nullptr) {
+    checksum.Add(value.unit->factor);
+    checksum.AddText(value.unit->symbol);
+    checksum.AddText(value.unit->name);
+    checksum.Add(value.unit->GetSid());
+    checksum.Add(value.unit->GetStype());
+  }
+}
+
+void AddPrinted(std::wstring_view text, Checksum& checksum) {
+  checksum.AddText(text == L"-nan" ? L"nan" : text);
+}
+
+// Rounding ends with the tolerances that are positive and finite, or NaN.
+bool RoundingEnds(double tolerance) {
+  return std::isnan(tolerance) ||
+         (tolerance > 0 && tolerance < std::numeric_limits<double>::infinity());
+}
+
+void OperateOn(Double& left, const Double& right, RandomNumbers& random, Checksum& checksum) {
+  switch (random.Below(8)) {
+    case 0:
+      AddValue(left + right, checksum);
+      break;
+    case 1:
+      AddValue(left - right, checksum);
+      break;
+    case 2:
+      AddValue(left * right.value, checksum);
+      break;
+    case 3:
+      AddValue(left / right.value, checksum);
+      break;
+    case 4:
+      if (left.unit != nullptr) {  // which ConvertTo does not check
+        const int code = right.unit != nullptr ? right.unit->code : 20001;
+        AddValue(left.ConvertTo(right.absTolerance, right.relTolerance, code), checksum);
+        checksum.Add(Vs(left, right.value));
+      }
+      break;
+    case 5:
+      checksum.Add(left < right);
+      checksum.Add(left == right);
+      checksum.Add(left > right);
+      break;
+    case 6:
+      CheckCorrect(left);
+      CheckCorrect(left, right);
+      break;
+    default:
+      checksum.Add(T(left));
+      checksum.Add(Ts(left, right.value));
+      if (RoundingEnds(T(left))) {
+        checksum.Add(left.Return());
+        AddPrinted(left.to_string(L';'), checksum);
+        AddPrinted(left.to_string(), checksum);
+      }
+      break;
+  }
+}
+
+void OperateOnAny(RandomNumbers& random, Checksum& checksum) {
+  Double left = AnyValue(random);
+  Double right = AnyValue(random);
+  if (left.unit != nullptr && random.Below(4) != 0) {  // else most would not fit
+    right = Double(right.value, right.absTolerance, right.relTolerance,
+                   left.unit->code / 1000 * 1000 + 1 + random.Below(2));
+  }
+  AddUnit(left, checksum);
+  AddUnit(right, checksum);
+  try {
+    OperateOn(left, right, random, checksum);
+  } catch (const std::invalid_argument& refusal) {
+    checksum.AddText(refusal.what());
   }
 }
 
 }  // namespace
 
-int main() {
-  RandomNumbers random(1);
-  Checksum checksum;
-  for (int i = 0; i < kOperations; ++i) {
-    Operate(random, checksum);
-  }
-  std::printf("%d operations: %016llx\n", kOperations,
-              static_cast<unsigned long long>(checksum.Sum()));
+int main(int argumentCount, char** arguments) {
+  const Generated generated(argumentCount, arguments);
+  generated.Print("operations", Operate);
+  generated.Print("operations on any values", OperateOnAny);
+  Init0(L".");
+  generated.Print("operations on any values after the start", OperateOnAny);
 }
