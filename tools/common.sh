@@ -85,6 +85,7 @@ packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix libgtest-dev googlete
 packages_native_tests=(clang locales) # for the names that Microsoft's compiler gives, and a locale with a decimal comma
 packages_wine=(wine wine64)
 packages_lint=(clang-format clang-tidy shellcheck)
+packages_sanitizers=(libclang-rt-dev)
 packages_heavy=(valgrind libc6-dbg)
 packages_coverage=(libclang-rt-dev llvm)
 packages_bench=(libbenchmark-dev python3-matplotlib)
