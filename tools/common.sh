@@ -84,7 +84,7 @@ start_wine() {
 packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix libgtest-dev googletest python3)
 packages_native_tests=(clang locales) # for the names that Microsoft's compiler gives, and a locale with a decimal comma
 packages_wine=(wine wine64)
-packages_lint=(clang-format clang-tidy shellcheck)
+packages_lint=(clang-format clang-tidy cppcheck shellcheck)
 packages_sanitizers=(libclang-rt-dev)
 packages_heavy=(valgrind libc6-dbg)
 packages_coverage=(libclang-rt-dev llvm)

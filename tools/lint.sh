@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# What the compilers do not check: the format of the sources, the shell scripts, and with clang-tidy all C++ sources of
-# the builds for Linux and Windows, which must have been configured. A source that has passed clang-tidy is checked
-# again when it, a header or a rule has changed.
+# What the compilers do not check: the format of the sources, the shell scripts, and with cppcheck and clang-tidy all C++
+# sources of the builds for Linux and Windows, which must have been configured. A source that has passed clang-tidy is
+# checked again when it, a header or a rule has changed.
 #
 #   tools/lint.sh
 set -euo pipefail
@@ -24,6 +24,17 @@ mapfile -t sources < <(files '*.h' '*.c' '*.cpp' ':!tests/build')
 clang-format --dry-run -Werror "${sources[@]}"
 
 shellcheck -x demo test bench tools/*.sh .ci/run
+
+# check PRESET PATTERN...: with cppcheck, the sources of that build's commands whose names are such.
+check() {
+  local preset=$1
+  shift
+  cppcheck --quiet --error-exitcode=1 --enable=warning,performance,portability --inline-suppr --library=googletest \
+    --suppressions-list=tools/cppcheck.suppressions --project="build/$preset/compile_commands.json" \
+    "${@/#/--file-filter=}"
+}
+check linux-release 'dictionary/*' 'examples/*' 'frame/*' 'phyval/*' 'tests/*' 'unittables/*'
+check mingw-release '*_windows*' '*_mingw.cpp'
 
 mkdir -p build/lint/passed build/lint/tests
 cp tests/.clang-tidy build/lint/tests # the rules of the tests that tidy.sh puts together

@@ -48,7 +48,7 @@ std::optional<char32_t> CharacterOf(const std::string& bytes) {
 // What text mode makes of a file.
 std::string InTextMode(std::string bytes) {
   if (textModeEndsAtControlZ) {
-    bytes = bytes.substr(0, bytes.find('\x1A'));
+    bytes.resize(std::min(bytes.find('\x1A'), bytes.size()));
   }
   for (std::size_t at = 0; (at = bytes.find("\r\n", at)) != std::string::npos; ++at) {
     bytes.erase(at, 1);
@@ -93,7 +93,7 @@ std::vector<std::wstring> SplitUnitLine(std::wstring line, std::size_t count) {
       c = L' ';
     }
   }
-  line = line.substr(0, line.find(L"//"));
+  line.resize(std::min(line.find(L"//"), line.size()));
   std::vector<std::wstring> fields;
   std::size_t start = line.find_first_not_of(L" \t");
   while (start != kNone) {
