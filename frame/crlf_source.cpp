@@ -17,7 +17,6 @@ std::size_t DropCrOfPairs(char* buffer, std::size_t size) noexcept {
       std::memmove(buffer + kept, buffer + begin, end - begin);
     }
     kept += end - begin;
-    begin = end;
   };
   for (std::size_t from = 0; from < size;) {
     const void* const found = std::memchr(buffer + from, '\r', size - from);
