@@ -72,6 +72,32 @@ TEST(CharacterClasses, AreTheSameForAllThatMattersWhereThereIsNoLocale) {
   }
 }
 
+// What no table tells apart there: all but the control characters shows something.
+TEST(CharacterClasses, GoByRangesAloneWhereThereIsNoLocale) {
+  struct Range {
+    const char* name;
+    int first;
+    int last;
+    bool graphic;
+  };
+  const Range ranges[] = {
+      {"control characters and the space", 0, 0x20, false},
+      {"ASCII", 0x21, 0x7E, true},
+      {"DEL and more control characters", 0x7F, 0x9F, false},
+      {"up to the halves of pairs", 0xA0, 0xD7FF, true},
+      {"halves of pairs", 0xD800, 0xDFFF, false},
+      {"all further characters", 0xE000, 0x10FFFF, true},
+      {"behind the last", 0x110000, 0x110010, false},
+  };
+  const CharacterClasses classes("no such locale");
+  for (const Range& range : ranges) {
+    SCOPED_TRACE(range.name);
+    for (int c = range.first; c <= range.last; ++c) {
+      ASSERT_EQ(classes.IsGraphic(static_cast<wchar_t>(c)), range.graphic) << std::hex << c;
+    }
+  }
+}
+
 // So a test of either shows which one was asked.
 TEST(CharacterClasses, DifferInBlanksOfTypesetters) {
   const wchar_t emSpace = L'\u2003';
