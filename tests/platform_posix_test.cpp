@@ -8,6 +8,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <chrono>
 #include <clocale>
 #include <filesystem>
@@ -169,6 +170,32 @@ TEST(OpenTextFilePosix, LetsTheFileGoAlsoWhereItGotTheNumberOfStandardInput) {
             0);
 }
 
+// errno stays as it is where a call succeeds: what it says of an older one must not count.
+TEST(OpenTextFilePosix, TakesAnOlderInterruptionForNoneOfItsOwn) {
+  const ScratchFolder folder;
+  folder.Write(L"file.txt", "text");
+  EXPECT_EQ(ExitCodeOf(StartChild([&folder] {
+              ::close(STDIN_FILENO);
+              errno = EINTR;
+              auto file = OpenTextFile(JoinPath(folder.HostPath(), L"file.txt"));
+              if (!file || ::fcntl(STDIN_FILENO, F_GETFD) < 0) {
+                return 1;
+              }
+              char buffer[16];
+              errno = EINTR;
+              if (file->Read(buffer, sizeof(buffer)) != 4) {
+                return 2;
+              }
+              errno = EINTR;
+              if (file->Read(buffer, sizeof(buffer)) != 0) {
+                return 3;
+              }
+              file.reset();
+              return ::fcntl(STDIN_FILENO, F_GETFD) < 0 ? 0 : 4;
+            })),
+            0);
+}
+
 TEST(OpenTextFilePosix, AReadThatFailsIsTheEnd) {
   // Nothing is mapped at address 0: this regular file opens, and reading its front fails.
   const auto file = OpenTextFile(L"\\proc\\self\\mem");
@@ -183,6 +210,12 @@ TEST(WriteWholeFilePosix, WritesNothingForALoneSurrogate) {
   const ScratchFolder folder;
   WriteWholeFile(JoinPath(folder.HostPath(), std::wstring{L'a', L'\xD800'}), "bytes");
   EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
+}
+
+TEST(WriteWholeFilePosix, TouchesNoDescriptorForALoneSurrogate) {
+  const int before = FreeDescriptor();
+  WriteWholeFile({L'a', L'\xD800'}, "");
+  EXPECT_EQ(FreeDescriptor(), before);
 }
 
 TEST(FormatUnderGlobalLocale, GivesNothingUnderTheClassicOne) {
