@@ -84,6 +84,7 @@ TEST(UnitCatalogue, FindsTheFirstUnitWithANameOrASymbol) {
       {"a quantity in front of a unit with that symbol", L"late", 8},
       {"the empty text is a symbol like any other", L"", 9},
       {"what stands in front of a NUL is not the whole", L"a", -1},
+      {"nothing behind the end of a text is looked at", L"a\0b", -1},
       {"null", nullptr, -1},
       {"unknown", L"furlong", -1},
   };
