@@ -197,6 +197,42 @@ TEST(Utf8, ComparesByCharactersAsUtf8DoesByBytes) {
   }
 }
 
+// Half a pair is in no file, and a host may ask for it.
+TEST(Utf8, ComparesHalfAPairByItself) {
+  const auto first = static_cast<wchar_t>(0xD800);
+  const auto lastFirst = static_cast<wchar_t>(0xDBFF);
+  const auto second = static_cast<wchar_t>(0xDC00);
+  const struct {
+    const char* name;
+    std::wstring text;
+    const char* bytes;
+    bool isLess;
+  } rows[] = {
+      {"a second half behind a letter", {L'a', second}, "b", true},
+      {"a second half behind a letter that is later", {L'c', second}, "b", false},
+      {"a second half behind the character that follows them",
+       {L'\xE000', second},
+       "\xEE\x80\x81",
+       true},
+      {"a second half alone", {second}, "\xEE\x80\x80", true},
+      {"two second halves", {second, second}, "\xEE\x80\x80", true},
+      {"a first half at the end", {first}, "\xEE\x80\x80", true},
+      {"two first halves", {first, first}, "\xEE\x80\x80", true},
+      {"a first half and the last of them", {first, lastFirst}, "\xEE\x80\x80", true},
+      {"a first half in front of a letter", {first, L'a'}, "\xEE\x80\x80", true},
+      {"a first half in front of the character that follows the second ones",
+       {first, L'\xE000'},
+       "\xEE\x80\x80",
+       true},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    const int order = CompareWithUtf8(row.text, row.bytes);
+    EXPECT_NE(order, 0);
+    EXPECT_EQ(order < 0, row.isLess);
+  }
+}
+
 // A character that has `length` bytes, often one at an end of their ranges.
 char32_t CharacterOfBytes(RandomNumbers& random, int length) {
   constexpr char32_t kFirst[] = {0, 0x80, 0x800, 0x10000, 0x110000};
