@@ -123,6 +123,7 @@ TEST(SplitUnitLine, GivesTheFieldsOfALine) {
        L"\u043C \u00B0 \u05D0\u0627\u0915 \u8F9E\u66F8\uAC00",
        4,
        {L"\u043C", L"\u00B0", L"\u05D0\u0627\u0915", L"\u8F9E\u66F8\uAC00"}},
+      {"the first and the last of ASCII", L"1 2 !~ ~!", 4, {L"1", L"2", L"!~", L"~!"}},
       {"a byte-order mark is no separator", L"\uFEFFru Russian", 2, {L"\uFEFFru", L"Russian"}},
       {"a no-break space is none either",
        L"1 m square\u00A0meter",
