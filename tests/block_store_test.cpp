@@ -207,6 +207,14 @@ TEST(BlockStore, GivesAgainWhatItWasGivenBack) {
   }
 }
 
+TEST(BlockStore, GoesOnWhereItWasOnceABlockOfItsOwnIsGivenBack) {
+  BlockStore store;
+  std::byte* const first = store.Take(BlockStore::kAlignment);
+  std::byte* const alone = store.Take(5000);  // does not fit, and much is left beside it
+  store.GiveBack(alone, 5000);
+  EXPECT_EQ(store.Take(BlockStore::kAlignment), first + BlockStore::kAlignment);
+}
+
 TEST(BlockStore, GivesMoreThanIsExpected) {
   BlockStore store;
   Pieces pieces;
