@@ -1,6 +1,13 @@
-// The references to the library's module, which only Windows counts in a way that hosts see.
+// The library's module: the references to it, which only Windows counts in a way that hosts see,
+// and the runtime inside it, which has exceptions of its own.
 
 #include <gtest/gtest.h>
+#include <windows.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <utility>
 
 #include "tests/support/host_test.h"
 
@@ -51,6 +58,58 @@ TEST(Module, StaysWhereItIsIfTheReferencesOfStartsAreNotGivenBack) {
     again.GiveBackReferencesOf(2);
   }
   EXPECT_FALSE(LoadedLibrary::IsInProcess());
+}
+
+// Where the module keeps the address of a function of another one; null, if it calls none such.
+void** PlaceOfImport(HMODULE module, const char* name) {
+  auto* const base = reinterpret_cast<unsigned char*>(module);
+  const auto* const dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
+  const auto* const headers = reinterpret_cast<const IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
+  const auto& table = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
+  const auto* from = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(base + table.VirtualAddress);
+  for (; from->Name != 0; ++from) {
+    const auto* named = reinterpret_cast<const IMAGE_THUNK_DATA*>(base + from->OriginalFirstThunk);
+    auto** place = reinterpret_cast<void**>(base + from->FirstThunk);
+    for (; named->u1.AddressOfData != 0; ++named, ++place) {
+      const auto* const import =
+          reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(base + named->u1.AddressOfData);
+      const bool hasName = !IMAGE_SNAP_BY_ORDINAL(named->u1.Ordinal);
+      if (hasName && std::strcmp(reinterpret_cast<const char*>(import->Name), name) == 0) {
+        return place;
+      }
+    }
+  }
+  return nullptr;
+}
+
+// Returns what was there.
+void* Replace(void** place, void* address) {
+  DWORD before = 0;
+  EXPECT_TRUE(::VirtualProtect(place, sizeof(address), PAGE_READWRITE, &before));
+  void* const old = std::exchange(*place, address);
+  EXPECT_TRUE(::VirtualProtect(place, sizeof(address), before, &before));
+  return old;
+}
+
+// Enough for all but what is as long as the file.
+void* OnlyLittleMemory(std::size_t bytes) { return bytes < 8192 ? std::malloc(bytes) : nullptr; }
+
+TEST(Module, CatchesItsOwnExceptionsWhenMemoryFails) {
+  const ScratchFolder folder;
+  folder.Write(L"en.txt", "en\nkey " + std::string(10000, 'a') + "\n");
+  const std::wstring path = folder.HostPath();
+  const LoadedLibrary library;
+  const LibraryExports host = ExportsOf(library);
+  void** const place = PlaceOfImport(::GetModuleHandleA("kelmo_Mestrel_Localizer.dll"), "malloc");
+  ASSERT_NE(place, nullptr);
+  void* const malloc = Replace(place, reinterpret_cast<void*>(&OnlyLittleMemory));
+  const int result = host.LoadDictionary(path.c_str(), L"en.txt");
+  Replace(place, malloc);
+  EXPECT_EQ(result, -1);
+  EXPECT_EQ(std::wstring(host.GetError(0)),
+            L"EL111. Dictionary loading error\nDictionary: " + path + L"\\en.txt");
+  EXPECT_EQ(host.LoadDictionary(path.c_str(), L"en.txt"), 1) << "the message of before";
+  EXPECT_EQ(std::wstring(host.LANG(L"key")), std::wstring(10000, L'a'));
 }
 
 }  // namespace

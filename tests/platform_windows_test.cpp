@@ -52,6 +52,20 @@ TEST_F(OpenTextFileWindows, HoldsItsNameWhileItIsRead) {
   EXPECT_EQ(ReadAll(*file, 1), "a\nb");
 }
 
+TEST_F(OpenTextFileWindows, ReadsAndLetsGoAFileThatGotTheNumberOfStandardInput) {
+  const int kept = ::_dup(0);
+  if (kept < 0) {
+    GTEST_SKIP() << "no standard input here";
+  }
+  ::_close(0);
+  auto file = OpenTextFile(path_);
+  const std::string text = file ? ReadAll(*file, 100) : "";
+  file.reset();
+  EXPECT_EQ(::_dup(kept), 0) << "the number is free again";
+  ::_close(kept);
+  EXPECT_EQ(text, "a\nb");
+}
+
 // The runtime gives the lowest number that is free.
 int FreeDescriptor() {
   int descriptor = -1;
