@@ -370,8 +370,8 @@ Test = collections.namedtuple("Test", "name command folder environment seconds")
 NOT_OF_THE_CODE = re.compile(r"""^(pages|microsoft_names|warnings_are_errors|consumer_.*
     |allocation_failures_test|model_of_a_comma_user)$""", re.VERBOSE)
 # What notices most in the least time.
-FIRST = ("end_to_end_test", "file_faults_test", "failing_source_test", "export_test", "values_test", "model_inside_test",
-         "system_calls_test")
+FIRST = ("end_to_end_test", "file_faults_test", "failing_source_test", "export_test", "values_test",
+         "model_inside_test", "system_calls_test")
 MODEL = re.compile(r"^model_(inside_)?(test|of_a_comma_user)$")
 # Of the long runs those that see what a program reads and writes beside its memory.
 MEMCHECK = "memcheck_"
