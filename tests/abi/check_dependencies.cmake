@@ -1,5 +1,5 @@
-# Compares the libraries that a built library needs with the list under review; a shared object's SONAME, the
-# version in its file name and the kind of stack that it asks for as well.
+# Compares the libraries that a built library needs with the list under review; a shared object's SONAME and the version
+# in its file name as well.
 #   cmake -D LIBRARY=file -D EXPECTED=list -D OBJDUMP=tool [-D VERSION=major.minor.patch] -P check_dependencies.cmake
 
 include(${CMAKE_CURRENT_LIST_DIR}/compare_names.cmake)
@@ -18,8 +18,5 @@ if(NOT LIBRARY MATCHES "\\.dll$")
   string(REGEX REPLACE "\\..*" "" major ${VERSION})
   if(NOT output MATCHES "SONAME +${plain}\\.${major}\n")
     message(FATAL_ERROR "${LIBRARY} has not the SONAME ${plain}.${major}:\n${output}")
-  endif()
-  if(NOT output MATCHES " STACK off [^\n]*\n[^\n]* flags rw-\n")
-    message(FATAL_ERROR "${LIBRARY} asks for an executable stack:\n${output}")
   endif()
 endif()

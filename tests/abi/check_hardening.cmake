@@ -1,0 +1,28 @@
+# Reads from a built library which protections it has, and fails unless it lacks exactly the named ones: none, if it is to
+# be shipped.
+#   cmake -D LIBRARY=file -D OBJDUMP=tool [-D LACKS=names] -P check_hardening.cmake
+
+execute_process(COMMAND ${OBJDUMP} -p ${LIBRARY} OUTPUT_VARIABLE headers COMMAND_ERROR_IS_FATAL ANY)
+set(lacking)
+function(expect protection text pattern)
+  if(NOT text MATCHES "${pattern}")
+    set(lacking ${lacking} "${protection}" PARENT_SCOPE)
+  endif()
+endfunction()
+
+if(LIBRARY MATCHES "\\.dll$")
+  expect("any address" "${headers}" "\n\t+DYNAMIC_BASE\n")
+  expect("addresses of 64 bits" "${headers}" "\n\t+HIGH_ENTROPY_VA\n")
+  expect("data that is not run" "${headers}" "\n\t+NX_COMPAT\n")
+else()
+  execute_process(COMMAND ${OBJDUMP} -T ${LIBRARY} OUTPUT_VARIABLE symbols COMMAND_ERROR_IS_FATAL ANY)
+  expect("a part that becomes read-only" "${headers}" "\n +RELRO off ")
+  expect("binding at the load" "${headers}" "\n +FLAGS +0x0*[8-9a-f]\n")  # DF_BIND_NOW
+  expect("a stack that is not run" "${headers}" "\n +STACK off [^\n]*\n[^\n]* flags rw-\n")
+  expect("a checked stack" "${symbols}" " __stack_chk_fail\n")
+  expect("checked copying" "${symbols}" " __[a-z]+_chk\n")
+endif()
+
+if(NOT "${lacking}" STREQUAL "${LACKS}")
+  message(FATAL_ERROR "${LIBRARY} lacks\n${lacking}\nand not\n${LACKS}\nIts headers:\n${headers}")
+endif()

@@ -1,0 +1,15 @@
+// A library without any protection: the check of the built file must miss each.
+#include <cstddef>
+
+extern "C" {
+#ifdef _WIN32
+__declspec(dllexport)
+#endif
+    void FillAnArrayOnTheStack(void (*use)(char*), std::size_t count) {
+  char bytes[16];
+  for (std::size_t i = 0; i < count && i < sizeof bytes; ++i) {
+    bytes[i] = '\0';
+  }
+  use(bytes);
+}
+}
