@@ -220,6 +220,21 @@ void CallSequence::Step(bool mayWriteFiles) {
   }
 }
 
+void CallSequence::StepWithValues() {
+  const int chance = random_.Below(16);
+  if (chance < 4) {
+    MakeAValue();
+  } else if (chance < 9) {
+    UseAValue();
+  } else if (chance < 14) {
+    ComputeWithValues();
+  } else if (chance < 15) {
+    MakeRows();
+  } else {
+    Start();
+  }
+}
+
 // ---- What is chosen at random
 
 // Null stands for the empty text, which every second time is passed as null.
@@ -294,13 +309,14 @@ double CallSequence::AnyNumber() {
                                  1234.5678,
                                  kInfinity,
                                  -kInfinity,
+                                 std::numeric_limits<double>::quiet_NaN(),
                                  std::numeric_limits<double>::max(),
                                  std::numeric_limits<double>::lowest()};
   switch (random_.Below(16)) {
     case 0:
       return random_.OfMagnitude(-1000, 1000);
     case 1:
-      return std::numeric_limits<double>::quiet_NaN();
+      return NumberOf(random_.Bits());  // NaN, denormal, anything
     case 2:
       return 5e-324;
     case 3:
@@ -319,7 +335,7 @@ double CallSequence::AnyAbsoluteTolerance() {
                                     1e-40, 1e10,  2e11, 1e33, -1,  kInfinity};
   switch (random_.Below(8)) {
     case 0:
-      return random_.OfMagnitude(-1000, 1000);
+      return random_.Below(2) == 0 ? random_.OfMagnitude(-1000, 1000) : NumberOf(random_.Bits());
     case 1:
     case 2:
       return std::abs(random_.OfMagnitude(-40, 40));
@@ -402,6 +418,19 @@ void CallSequence::Ask(const std::wstring& key) {
   }
   if (keptTexts_.size() < 100) {
     keptTexts_.push_back({real, *modelled});
+  }
+}
+
+void CallSequence::AskForEveryText() {
+  const auto dictionary = model_.dictionaries.find(model_.currentLanguage);
+  if (dictionary == model_.dictionaries.end()) {
+    return;
+  }
+  for (const auto& [key, text] : dictionary->second) {
+    const std::wstring askable = UpToNul(key);
+    Ask(askable);
+    Ask(askable + L"\r");
+    Ask(askable.substr(0, askable.size() / 2));
   }
 }
 
@@ -488,7 +517,9 @@ void CallSequence::CompareMessages() {
 
 // ---- Starting
 
-void CallSequence::Start() {
+// A start makes all values invalid, and writes over an older file or none.
+template <class Call>
+void CallSequence::StartBy(Call call) {
   static const std::string exportedTable = ExportedDefaultTable();
   const std::string older(static_cast<std::size_t>(random_.Below(1000)), 'o');
   const bool hasOlder = random_.Below(2) == 0;
@@ -500,25 +531,7 @@ void CallSequence::Start() {
   DropValues();
   rows_.clear();
   library_.CountStart();
-  const std::wstring folder = AnyFolder();
-  const std::wstring language = AnyOf(random_, kLanguages);
-  switch (random_.Below(5)) {
-    case 0:
-    case 1:
-      Tell([&] { return "Init(" + ::Told(folder) + ", " + ::Told(language) + ")"; });
-      CompareNumbers("Init", library_.Exports().Init(Argument(folder), Argument(language)),
-                     model_.Init(folder, language));
-      break;
-    case 2:
-    case 3:
-      Tell([&] { return "Init0(" + ::Told(folder) + ")"; });
-      CompareNumbers("Init0", library_.Exports().Init0(Argument(folder)), model_.Init0(folder));
-      break;
-    default:
-      Tell([] { return "ExportPhyVal()"; });
-      CompareNumbers("ExportPhyVal", library_.Exports().ExportPhyVal(), model_.ExportPhyVal());
-      break;
-  }
+  call();
   if (ExportPlace::Exists() != (hasOlder || model_.hasExported)) {
     throw Disagreement("whether there is an exported file");
   }
@@ -528,6 +541,46 @@ void CallSequence::Start() {
   }
   CompareListBriefly();
   CompareInside();
+}
+
+void CallSequence::Init(const std::wstring& folder, const std::wstring& language) {
+  StartBy([&] {
+    Tell([&] { return "Init(" + ::Told(folder) + ", " + ::Told(language) + ")"; });
+    CompareNumbers("Init", library_.Exports().Init(Argument(folder), Argument(language)),
+                   model_.Init(folder, language));
+  });
+}
+
+void CallSequence::Init0(const std::wstring& folder) {
+  StartBy([&] {
+    Tell([&] { return "Init0(" + ::Told(folder) + ")"; });
+    CompareNumbers("Init0", library_.Exports().Init0(Argument(folder)), model_.Init0(folder));
+  });
+}
+
+void CallSequence::ExportPhyVal() {
+  StartBy([&] {
+    Tell([] { return "ExportPhyVal()"; });
+    CompareNumbers("ExportPhyVal", library_.Exports().ExportPhyVal(), model_.ExportPhyVal());
+  });
+}
+
+void CallSequence::Start() {
+  const std::wstring folder = AnyFolder();
+  const std::wstring language = AnyOf(random_, kLanguages);
+  switch (random_.Below(5)) {
+    case 0:
+    case 1:
+      Init(folder, language);
+      break;
+    case 2:
+    case 3:
+      Init0(folder);
+      break;
+    default:
+      ExportPhyVal();
+      break;
+  }
 }
 
 // ---- Values

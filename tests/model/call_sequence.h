@@ -7,20 +7,14 @@
 #include <deque>
 #include <map>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "tests/model/disagreement.h"
 #include "tests/model/library_under_test.h"
 #include "tests/model/model.h"
 #include "tests/support/global_locale.h"
 #include "tests/support/random_numbers.h"
-
-/// Thrown where the two differ: says in what.
-class Disagreement : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
 
 /// The working directory with what the library may read there.
 class Disk {
@@ -59,6 +53,18 @@ class CallSequence {
   /// Makes one call or a few that belong together. `mayWriteFiles`: also changes files.
   void Step(bool mayWriteFiles);
 
+  /// The same, of the calls that make values and compute with them; and sometimes one that starts.
+  void StepWithValues();
+
+  /// Makes this call.
+  void Load(const std::wstring& folder, const std::wstring& fileName);
+  void Select(const std::wstring& id);
+  void Ask(const std::wstring& key);
+  void AskForEveryText();  // of the current dictionary, and for such as it has not
+  void Init(const std::wstring& folder, const std::wstring& language);
+  void Init0(const std::wstring& folder);
+  void ExportPhyVal();
+
   /// Gives up what a host can give up: messages, values, its locales.
   void GiveUp();
 
@@ -91,16 +97,15 @@ class CallSequence {
 
   void ChangeAFile();
   void LoadADictionary();
-  void Load(const std::wstring& folder, const std::wstring& fileName);
   void SelectADictionary();
-  void Select(const std::wstring& id);
   void AskForTexts();
-  void Ask(const std::wstring& key);
   void ListManyMessages();
   void LoadManyDictionaries();
   void ReadMessages();
   void ClearMessages();
   void Start();
+  template <class Call>
+  void StartBy(Call call);
   void MakeAValue();
   void UseAValue();
   void ComputeWithValues();

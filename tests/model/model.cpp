@@ -50,11 +50,16 @@ std::string InTextMode(std::string bytes) {
   if (textModeEndsAtControlZ) {
     bytes.resize(std::min(bytes.find('\x1A'), bytes.size()));
   }
-  for (std::size_t at = 0; (at = bytes.find("\r\n", at)) != std::string::npos; ++at) {
-    bytes.erase(at, 1);
+  std::string text;
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    if (bytes.compare(i, 2, "\r\n") != 0) {
+      text += bytes[i];
+    }
   }
-  return bytes;
+  return text;
 }
+
+}  // namespace
 
 std::vector<std::wstring> LinesOf(const std::string& bytes) {
   std::vector<std::wstring> lines;
@@ -117,6 +122,8 @@ std::int32_t IntegerOf(const std::wstring& field) {
   return static_cast<std::int32_t>(
       std::min<std::int64_t>(std::max<std::int64_t>(number, Limits::min()), Limits::max()));
 }
+
+namespace {
 
 // ---- Values
 

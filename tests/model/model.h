@@ -24,6 +24,18 @@ const std::string* FindFile(const Files& files, const std::wstring& path);
 /// Bytes as wide text, up to the first that are no UTF-8.
 std::wstring Decode(const std::string& bytes);
 
+/// The lines of a text file.
+std::vector<std::wstring> LinesOf(const std::string& bytes);
+
+/// Key and text.
+std::pair<std::wstring, std::wstring> SplitDictionaryLine(const std::wstring& line);
+
+/// The fields of a line of a table that has `count` of them.
+std::vector<std::wstring> SplitUnitLine(std::wstring line, std::size_t count);
+
+/// The number in a field.
+std::int32_t IntegerOf(const std::wstring& field);
+
 struct Value {
   double value;
   double absTolerance;

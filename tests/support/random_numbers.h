@@ -2,9 +2,12 @@
 // library are not.
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <iterator>
 #include <random>
+#include <string_view>
 
 #include "tests/support/bits.h"
 
@@ -19,10 +22,19 @@ class RandomNumbers {
  public:
   explicit RandomNumbers(std::uint64_t seed) : engine_(seed) {}
 
-  std::uint64_t Bits() { return engine_(); }
+  /// Numbers that somebody else has chosen, a fuzzer: `choices`, as long as there are some.
+  explicit RandomNumbers(std::string_view choices) : choices_(choices) {}
+  bool HasChoices() const { return !choices_.empty(); }
 
-  /// 0 to below - 1.
-  int Below(int below) { return static_cast<int>(Bits() % static_cast<unsigned>(below)); }
+  std::uint64_t Bits() { return HasChoices() ? Choose(sizeof(std::uint64_t)) : engine_(); }
+
+  /// 0 to below - 1. Of the choices it takes no more bytes than it needs: a fuzzer that changes one
+  /// changes one number.
+  int Below(int below) {
+    const std::size_t needed = below <= 0x100 ? 1U : below <= 0x10000 ? 2U : 4U;
+    const std::uint64_t bits = HasChoices() ? Choose(needed) : engine_();
+    return static_cast<int>(bits % static_cast<unsigned>(below));
+  }
 
   /// 0 to below 1, in steps of 2^-53.
   double Fraction() { return static_cast<double>(Bits() >> 11U) * 0x1p-53; }
@@ -36,7 +48,17 @@ class RandomNumbers {
   }
 
  private:
+  std::uint64_t Choose(std::size_t bytes) {
+    std::uint64_t bits = 0;
+    for (bytes = std::min(bytes, choices_.size()); bytes > 0; --bytes) {
+      bits = (bits << 8U) | static_cast<unsigned char>(choices_.front());
+      choices_.remove_prefix(1);
+    }
+    return bits;
+  }
+
   std::mt19937_64 engine_;
+  std::string_view choices_;
 };
 
 /// One of `items`.

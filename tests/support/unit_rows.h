@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "kelmo_localizer.h"
+#include "tests/support/bits.h"
 
 struct UnitRow {
   int code;
@@ -16,8 +17,8 @@ struct UnitRow {
   std::wstring name;
 
   friend bool operator==(const UnitRow& left, const UnitRow& right) {
-    return left.code == right.code && left.factor == right.factor && left.symbol == right.symbol &&
-           left.name == right.name;
+    return left.code == right.code && BitsOf(left.factor) == BitsOf(right.factor) &&
+           left.symbol == right.symbol && left.name == right.name;
   }
   friend void PrintTo(const UnitRow& row, std::ostream* out) {
     *out << row.code << " | " << testing::PrintToString(row.factor) << " | "
