@@ -1,0 +1,20 @@
+// The table of a language of any bytes, loaded at a start: as the host names it, and under the name for
+// hosts that name none.
+#include <string>
+
+#include "tests/fuzz/fuzz_target.h"
+#include "tests/fuzz/working_folder.h"
+#include "tests/model/call_sequence.h"
+
+void CheckWith(std::string_view bytes) {
+  PrepareWorkingFolder();
+  const std::string file(bytes);
+  RandomNumbers random(0);
+  Disk disk;
+  disk.Write(L"LANG\\ru-val.txt", file);
+  disk.Write(L"lang-val.text", file);
+  CallSequence sequence(random, disk, nullptr);
+  sequence.Init(L".", L"ru");
+  sequence.Init0(L".");
+  sequence.CompareAll();
+}

@@ -1,0 +1,35 @@
+// Plays the files of a folder through a fuzz target, without a fuzzer: what was found once stays found.
+#include <algorithm>
+#include <exception>
+#include <filesystem>
+#include <iostream>
+#include <vector>
+
+#include "tests/fuzz/fuzz_target.h"
+#include "tests/support/read_file.h"
+#include "tests/support/test_platform.h"
+
+int main(int argumentCount, char** arguments) {
+  TurnOffErrorDialogs();
+  if (argumentCount != 2) {
+    std::cerr << "usage: " << arguments[0] << " FOLDER\n";
+    return 2;
+  }
+  std::vector<std::filesystem::path> files;
+  for (const auto& entry : std::filesystem::directory_iterator(arguments[1])) {
+    files.push_back(entry.path());
+  }
+  std::sort(files.begin(), files.end());
+  int differences = 0;
+  for (const std::filesystem::path& file : files) {
+    std::cerr << file.filename().u8string() << '\r';  // the last word of a crash
+    try {
+      CheckWith(ReadFile(file));
+    } catch (const std::exception& difference) {
+      std::cout << file.u8string() << ": " << difference.what() << '\n';
+      ++differences;
+    }
+  }
+  std::cout << files.size() << " files, " << differences << " differences\n";
+  return differences == 0 && !files.empty() ? 0 : 1;
+}

@@ -1,0 +1,55 @@
+// A line of a unit table: its fields, all of them or no more than a reader wants, and their numbers.
+#include <algorithm>
+#include <cstdint>
+#include <cwchar>
+#include <string>
+#include <vector>
+
+#include "tests/fuzz/fuzz_target.h"
+#include "tests/model/disagreement.h"
+#include "tests/model/model.h"
+#include "tests/support/bits.h"
+#include "unittables/unit_line.h"
+
+using namespace KelmoLibs::Localize;
+
+namespace {
+
+void CompareFields(const std::wstring& line, std::size_t count) {
+  const auto wanted = static_cast<std::int32_t>(count);
+  const std::vector<std::wstring> expected = model::SplitUnitLine(line, count);
+  if (SplitUnitLine(line, wanted) != expected) {
+    throw Disagreement("the fields of a line");
+  }
+  for (const std::size_t most : {count, count + 1}) {
+    std::wstring cleaned = line;
+    CleanUnitLine(cleaned);
+    const std::vector<std::wstring_view> fields = UnitFields(cleaned, wanted, most);
+    const std::size_t number = std::min(expected.size(), most);
+    if (fields.size() != number || !std::equal(fields.begin(), fields.end(), expected.begin())) {
+      throw Disagreement("the first fields of a line");
+    }
+    for (const std::wstring_view field : fields) {
+      if (std::wcslen(field.data()) != field.size()) {
+        throw Disagreement("the zero behind a field");
+      }
+    }
+  }
+  for (const std::wstring& field : expected) {
+    if (IntegerField(field.c_str()) != model::IntegerOf(field)) {
+      throw Disagreement("the whole number of a field");
+    }
+    if (BitsOf(NumberField(field.c_str())) != BitsOf(std::wcstod(field.c_str(), nullptr))) {
+      throw Disagreement("the number of a field");
+    }
+  }
+}
+
+}  // namespace
+
+void CheckWith(std::string_view bytes) {
+  const std::wstring line = model::Decode(std::string(bytes));
+  for (const std::size_t count : {2U, 3U, 4U}) {
+    CompareFields(line, count);
+  }
+}
