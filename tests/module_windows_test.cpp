@@ -2,6 +2,7 @@
 // and the runtime inside it, which has exceptions of its own.
 
 #include <gtest/gtest.h>
+#include <io.h>
 #include <windows.h>
 
 #include <cstdlib>
@@ -9,6 +10,7 @@
 #include <string>
 #include <utility>
 
+#include "tests/support/exported_table.h"
 #include "tests/support/host_test.h"
 
 namespace {
@@ -110,6 +112,29 @@ TEST(Module, CatchesItsOwnExceptionsWhenMemoryFails) {
             L"EL111. Dictionary loading error\nDictionary: " + path + L"\\en.txt");
   EXPECT_EQ(host.LoadDictionary(path.c_str(), L"en.txt"), 1) << "the message of before";
   EXPECT_EQ(std::wstring(host.LANG(L"key")), std::wstring(10000, L'a'));
+}
+
+int FullDisk(int /*descriptor*/, const void* /*bytes*/, unsigned /*count*/) { return -1; }
+
+int OneByteAtATime(int descriptor, const void* bytes, unsigned count) {
+  return ::_write(descriptor, bytes, count > 0 ? 1 : 0);
+}
+
+TEST(Module, ExportsItsTableInPiecesAndStopsWhereTheDiskIsFull) {
+  const ScratchFolder folder;
+  const ExportPlace exported(folder);
+  const LoadedLibrary library;
+  const LibraryExports host = ExportsOf(library);
+  void** const place = PlaceOfImport(::GetModuleHandleA("kelmo_Mestrel_Localizer.dll"), "_write");
+  ASSERT_NE(place, nullptr);
+  void* const write = Replace(place, reinterpret_cast<void*>(&OneByteAtATime));
+  EXPECT_EQ(host.ExportPhyVal(), 0);
+  EXPECT_EQ(ExportPlace::Bytes(), ExportedDefaultTable());
+  Replace(place, reinterpret_cast<void*>(&FullDisk));
+  EXPECT_EQ(host.ExportPhyVal(), 0);
+  EXPECT_EQ(ExportPlace::Bytes(), "");
+  Replace(place, write);
+  library.GiveBackReferencesOf(2);
 }
 
 }  // namespace

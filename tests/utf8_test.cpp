@@ -150,6 +150,8 @@ TEST(Utf8, DecodesTexts) {
        "ber",
        L"\u00DCber"},
       {"Russian", "\xD0\xA4\xD0\xB0\xD0\xB9\xD0\xBB", L"\u0424\u0430\u0439\u043B"},
+      {"an ASCII letter among eight bytes of others", "\xC3\xA4\xC3\xB6\xC3\xBCx\xC3\xA9!",
+       L"\u00E4\u00F6\u00FCx\u00E9!"},
       {"NUL inside", "a\0b"s, std::wstring(L"a\0b", 3)},
       {"byte-order mark is kept",
        "\xEF\xBB\xBF"
