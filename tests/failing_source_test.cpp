@@ -80,12 +80,12 @@ const Failure kFailures[] = {
 
 const Contents kBefore = {{L"before", {{L"key", L"older text"}}}};
 
-struct State {
+struct LoadState {
   CurrentLanguage currentLanguage = {L"before", nullptr};
   DictionaryTable dictionaries;
   ErrorList errors;
 
-  State() {
+  LoadState() {
     Fill(dictionaries, kBefore);
     errors.Append(UnknownDictionaryMessage(L"older"));
   }
@@ -125,7 +125,7 @@ TEST(FailingSource, WhatWasReadBeforeStaysAndTheResultTellsWhatHappened) {
       SCOPED_TRACE(testing::Message()
                    << failure.name << " behind " << testing::PrintToString(front.bytes));
       openFile = [&] { return std::make_unique<FailingSource>(front.bytes, failure.fail); };
-      State state;
+      LoadState state;
       const bool thrown = failure.result < 0;
       EXPECT_EQ(state.Load(), failure.result);
       EXPECT_EQ(ReadAll(state.errors), failure.messages);
@@ -225,7 +225,7 @@ TEST(FailingSource, OpeningALanguageTableThatThrowsIsNoTable) {
 
 TEST(FailingSource, OpeningThatThrowsChangesNothing) {
   ForEachThrowingOpen([](const Failure& failure) {
-    State state;
+    LoadState state;
     EXPECT_EQ(state.Load(), -1);
     EXPECT_EQ(ReadAll(state.errors), failure.messages);
     EXPECT_TRUE(Holds(state.dictionaries, kBefore));
@@ -246,7 +246,7 @@ TEST(FailingSource, ASizeThatIsFarFromTheTruthCostsNothing) {
     bool done_ = false;
   };
   openFile = [] { return std::make_unique<Boaster>(); };
-  State state;
+  LoadState state;
   EXPECT_EQ(state.Load(), 1);
   EXPECT_TRUE(Holds(state.dictionaries[L"en"], {{L"key", L"text"}}));
 }

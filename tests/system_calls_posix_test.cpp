@@ -205,10 +205,10 @@ namespace {
 
 // ---- What a file is worth
 
-using Entries = std::map<std::wstring, std::wstring>;
+using EntriesByKey = std::map<std::wstring, std::wstring>;
 
-Entries EntriesOf(const std::string& bytes) {
-  Entries entries;
+EntriesByKey EntriesOf(const std::string& bytes) {
+  EntriesByKey entries;
   std::wistringstream lines(model::Decode(bytes));
   std::wstring line;
   std::getline(lines, line);  // the header
@@ -362,7 +362,7 @@ class Host {
   Messages ReadMessages() const { return ::ReadMessages(host_); }
 
   // Of all `candidates` exactly these are loaded, with these texts.
-  void ExpectEntries(const Entries& expected, const std::set<std::wstring>& candidates) const {
+  void ExpectEntries(const EntriesByKey& expected, const std::set<std::wstring>& candidates) const {
     EXPECT_EQ(ReadMessages(), Messages{});
     Messages missing;
     for (const std::wstring& key : candidates) {
@@ -418,13 +418,13 @@ class Host {
 class SystemCalls : public testing::Test {
  protected:
   // Of a file, and of what may become of it. A line that is cut in its key has a key of its own.
-  void AddCandidates(const Entries& entries) {
+  void AddCandidates(const EntriesByKey& entries) {
     for (const auto& entry : entries) {
       candidates_.insert(entry.first);
     }
   }
 
-  void ExpectEntries(const Host& host, const Entries& expected) {
+  void ExpectEntries(const Host& host, const EntriesByKey& expected) {
     AddCandidates(expected);
     host.ExpectEntries(expected, candidates_);
   }
@@ -947,7 +947,7 @@ int leased = -1;
 
 TEST_F(SystemCalls, UnderAHailOfSignalsLoadADictionaryAllTheSame) {
   const std::string bytes = FileOfLines("key", 5'000'000);
-  const Entries entries = EntriesOf(bytes);
+  const EntriesByKey entries = EntriesOf(bytes);
   AddCandidates(entries);
   folder_.Write(L"file.txt", bytes);
   for (int load = 0; load < 2; ++load) {
