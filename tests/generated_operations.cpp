@@ -40,13 +40,9 @@ Double MakeValue(RandomNumbers& random, int code) {
   return {number, tolerance, tolerance / number, code};
 }
 
-void Operate(RandomNumbers& random, Checksum& checksum) {
-  constexpr int kCodes[][2] = {{10001, 10001}, {10001, 10002}, {10002, 10001}, {10002, 10002},
-                               {40001, 40002}, {40002, 40001}, {40002, 40002}, {20001, 20001}};
-  const auto& codes = kCodes[random.Below(8)];
-  Double left = MakeValue(random, codes[0]);
-  const Double right = MakeValue(random, codes[1]);
-  switch (random.Below(8)) {
+// Those of the eight operations that are the same for all values: the first four and the sixth.
+void ComputeOrCompare(int operation, Double& left, const Double& right, Checksum& checksum) {
+  switch (operation) {
     case 0:
       AddValue(left + right, checksum);
       break;
@@ -59,13 +55,24 @@ void Operate(RandomNumbers& random, Checksum& checksum) {
     case 3:
       AddValue(left / right.value, checksum);
       break;
-    case 4:
-      AddValue(left.ConvertTo(right.absTolerance, right.relTolerance, codes[1]), checksum);
-      break;
-    case 5:
+    default:
       checksum.Add(left < right);
       checksum.Add(left == right);
       checksum.Add(left > right);
+      break;
+  }
+}
+
+void Operate(RandomNumbers& random, Checksum& checksum) {
+  constexpr int kCodes[][2] = {{10001, 10001}, {10001, 10002}, {10002, 10001}, {10002, 10002},
+                               {40001, 40002}, {40002, 40001}, {40002, 40002}, {20001, 20001}};
+  const auto& codes = kCodes[random.Below(8)];
+  Double left = MakeValue(random, codes[0]);
+  const Double right = MakeValue(random, codes[1]);
+  const int operation = random.Below(8);
+  switch (operation) {
+    case 4:
+      AddValue(left.ConvertTo(right.absTolerance, right.relTolerance, codes[1]), checksum);
       break;
     case 6:
       checksum.Add(left.Return());
@@ -73,9 +80,12 @@ void Operate(RandomNumbers& random, Checksum& checksum) {
       checksum.Add(Ts(left, right.value));
       checksum.Add(Vs(left, right.value));
       break;
-    default:
+    case 7:
       checksum.AddText(left.to_string(L';'));
       checksum.AddText(left.to_string());
+      break;
+    default:
+      ComputeOrCompare(operation, left, right, checksum);
       break;
   }
 }
@@ -178,19 +188,8 @@ bool RoundingEnds(double tolerance) {
 }
 
 void OperateOn(Double& left, const Double& right, RandomNumbers& random, Checksum& checksum) {
-  switch (random.Below(8)) {
-    case 0:
-      AddValue(left + right, checksum);
-      break;
-    case 1:
-      AddValue(left - right, checksum);
-      break;
-    case 2:
-      AddValue(left * right.value, checksum);
-      break;
-    case 3:
-      AddValue(left / right.value, checksum);
-      break;
+  const int operation = random.Below(8);
+  switch (operation) {
     case 4:
       if (left.unit != nullptr) {  // which ConvertTo does not check
         const int code = right.unit != nullptr ? right.unit->code : 20001;
@@ -198,16 +197,11 @@ void OperateOn(Double& left, const Double& right, RandomNumbers& random, Checksu
         checksum.Add(Vs(left, right.value));
       }
       break;
-    case 5:
-      checksum.Add(left < right);
-      checksum.Add(left == right);
-      checksum.Add(left > right);
-      break;
     case 6:
       CheckCorrect(left);
       CheckCorrect(left, right);
       break;
-    default:
+    case 7:
       checksum.Add(T(left));
       checksum.Add(Ts(left, right.value));
       if (RoundingEnds(T(left))) {
@@ -215,6 +209,9 @@ void OperateOn(Double& left, const Double& right, RandomNumbers& random, Checksu
         AddPrinted(left.to_string(L';'), checksum);
         AddPrinted(left.to_string(), checksum);
       }
+      break;
+    default:
+      ComputeOrCompare(operation, left, right, checksum);
       break;
   }
 }
