@@ -40,11 +40,15 @@ check mingw-release '*_windows*' '*_mingw.cpp'
 mkdir -p build/lint/passed build/lint/tests
 cp tests/.clang-tidy build/lint/tests # the rules of the tests that tidy.sh puts together
 files -z '*.h' '*.clang-tidy' '*CMakeLists.txt' 'cmake/*' 'tools/*' | xargs -0 sha256sum >build/lint/rules
-# The cross-compiler's commands as clang understands them: without GCC's own switch, with GCC's headers.
+# The compilers' commands as clang understands them: without a header that GCC has compiled; the cross-compiler's without
+# GCC's own switch and with GCC's headers.
+mkdir -p build/lint/linux build/lint/windows
 headers=$(x86_64-w64-mingw32-g++-posix -print-file-name=include/c++)
-sed -e 's/ -fno-keep-inline-dllexport//' \
+sed -e 's/ -Winvalid-pch -include [^ ]*cmake_pch[.]hxx / /' build/linux-release/compile_commands.json \
+  >build/lint/linux/compile_commands.json
+sed -e 's/ -Winvalid-pch -include [^ ]*cmake_pch[.]hxx / /' -e 's/ -fno-keep-inline-dllexport//' \
   -e "s| -c | --target=x86_64-w64-windows-gnu -isystem $headers -isystem $headers/x86_64-w64-mingw32 -c |" \
-  build/mingw-release/compile_commands.json >build/lint/compile_commands.json
+  build/mingw-release/compile_commands.json >build/lint/windows/compile_commands.json
 
 only_windows='_(windows|windows_test|mingw)\.cpp$'
 left_out=(':!benchmarks' ':!tests/build' ':!tests/abi/microsoft_host.cpp')
@@ -54,5 +58,5 @@ mapfile -t sources < <(files '*.cpp' "${left_out[@]}")
   # Eight tests at a time. Neighbours in the alphabet, which share names, come into different groups.
   { grep -l '<gtest/gtest.h>' "${sources[@]}" || true; } | { grep -vE "$only_windows" || true; } | pr -t -l 6 -8 -s' '
   { grep -L '<gtest/gtest.h>' "${sources[@]}" || true; } | grep -vE "$only_windows"
-  printf '%s\n' "${sources[@]}" | grep -E "$only_windows" | sed 's|^|build/lint |'
-} | sed '/^build/!s|^|build/linux-release |' | xargs -L 1 -P "$(nproc)" tools/tidy.sh
+  printf '%s\n' "${sources[@]}" | grep -E "$only_windows" | sed 's|^|build/lint/windows |'
+} | sed '/^build/!s|^|build/lint/linux |' | xargs -L 1 -P "$(nproc)" tools/tidy.sh
