@@ -93,6 +93,15 @@ void ExpectOneCharacterBeyondAsciiToShow() {
 }
 
 template <class Words>
+void ExpectEightOfOneCharacterBeyondAsciiToShow() {
+  for (const wchar_t character : CharactersBeyondAscii()) {
+    Words words;
+    words.At(std::wstring(kCharacters, character).data());
+    EXPECT_FALSE(words.AreAll()) << std::hex << static_cast<std::uint32_t>(character);
+  }
+}
+
+template <class Words>
 void ExpectToReadEightCharacters() {
   RandomNumbers random(randomSeed);
   for (std::size_t shift = 0; shift < kCharacters; ++shift) {
@@ -108,6 +117,9 @@ TEST(PortableAsciiWords, AreTheBytesOfAscii) { ExpectWordsOfAscii<PortableAsciiW
 TEST(PortableAsciiWords, ShowOneCharacterBeyondAscii) {
   ExpectOneCharacterBeyondAsciiToShow<PortableAsciiWords>();
 }
+TEST(PortableAsciiWords, ShowEightOfOneCharacterBeyondAscii) {
+  ExpectEightOfOneCharacterBeyondAsciiToShow<PortableAsciiWords>();
+}
 TEST(PortableAsciiWords, AreOfEightCharactersAlone) {
   ExpectToReadEightCharacters<PortableAsciiWords>();
 }
@@ -116,6 +128,9 @@ TEST(PortableAsciiWords, AreOfEightCharactersAlone) {
 TEST(Sse2AsciiWords, AreTheBytesOfAscii) { ExpectWordsOfAscii<Sse2AsciiWords>(); }
 TEST(Sse2AsciiWords, ShowOneCharacterBeyondAscii) {
   ExpectOneCharacterBeyondAsciiToShow<Sse2AsciiWords>();
+}
+TEST(Sse2AsciiWords, ShowEightOfOneCharacterBeyondAscii) {
+  ExpectEightOfOneCharacterBeyondAsciiToShow<Sse2AsciiWords>();
 }
 TEST(Sse2AsciiWords, AreOfEightCharactersAlone) { ExpectToReadEightCharacters<Sse2AsciiWords>(); }
 
