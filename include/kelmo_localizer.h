@@ -262,7 +262,8 @@ class ValueType {
   std::wstring symbol; /* as "m2" */
   std::wstring name;   /* as "square meter" */
 
-  /** Both texts are copied, and must not be null. Throws std::bad_alloc. */
+  /** Both texts are copied. Neither may be null: that is not checked, and what happens is the C++
+   *  standard library's to say. Throws std::bad_alloc. */
   KELMO_LOCALIZER_MEMBER ValueType(int code, double factor, const wchar_t* symbol,
                                    const wchar_t* name);
 
