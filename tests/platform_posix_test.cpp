@@ -4,13 +4,16 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <clocale>
+#include <cstddef>
 #include <filesystem>
 #include <functional>
 #include <limits>
@@ -18,6 +21,7 @@
 #include <stdexcept>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include "frame/file_path.h"
 #include "frame/platform.h"
@@ -30,6 +34,8 @@
 
 namespace KelmoLibs::Localize {
 namespace {
+
+constexpr std::size_t kPageBytes = 4096;
 
 TEST(OpenTextFilePosix, OpensNoDevice) {
   ASSERT_EQ(::access("/dev/zero", R_OK), 0);
@@ -216,6 +222,35 @@ TEST(WriteWholeFilePosix, WritesNothingAndTouchesNoDescriptorForALoneSurrogate) 
   WriteWholeFile(path, "bytes");
   EXPECT_EQ(FreeDescriptor(), before);
   EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
+}
+
+// How many of these pages the system has given memory to.
+std::size_t ResidentPages(std::byte* pages, std::size_t bytes) {
+  std::vector<unsigned char> resident(bytes / kPageBytes);
+  EXPECT_EQ(::mincore(pages, bytes, resident.data()), 0);
+  return static_cast<std::size_t>(std::count_if(
+      resident.begin(), resident.end(), [](unsigned char page) { return (page & 1U) != 0; }));
+}
+
+TEST(PrepareMemoryPosix, LeavesTheMemoryBesideAlone) {
+  constexpr std::size_t kPart = std::size_t{6} * 1024 * 1024;
+  void* const mapped = ::mmap(nullptr, 3 * kPart, PROT_READ | PROT_WRITE,
+                              MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+  ASSERT_NE(mapped, MAP_FAILED);
+  auto* const before = static_cast<std::byte*>(mapped);
+  std::byte* const part = before + kPart;
+  std::byte* const behind = part + kPart;
+  ::madvise(mapped, 3 * kPart,
+            MADV_NOHUGEPAGE);  // else one large page may lie on both sides of a seam
+  PrepareMemory(part + 1, kPart - 2);
+  EXPECT_EQ(ResidentPages(before, kPart + kPageBytes), 0U);
+  EXPECT_EQ(ResidentPages(behind - kPageBytes, kPart + kPageBytes), 0U);
+  const std::size_t prepared = ResidentPages(part, kPart);
+  ::munmap(mapped, 3 * kPart);
+  if (prepared == 0) {
+    GTEST_SKIP() << "this system gives no memory in advance";
+  }
+  EXPECT_EQ(prepared, kPart / kPageBytes - 2) << "all whole pages";
 }
 
 TEST(FormatUnderGlobalLocale, GivesNothingUnderTheClassicOne) {
