@@ -507,7 +507,7 @@ class Tree:
         command = list(listed["command"])
         slow = {"slow", "heavy"} & set(properties.get("LABELS", []))
         if self.programs and listed["name"] != "make_locales" and not self.programs & {
-                pathlib.PurePath(word).stem for word in command[:2]}:
+                pathlib.PurePath(word).stem for word in command}:
             return
         if NOT_OF_THE_CODE.match(listed["name"]) or slow and not listed["name"].startswith(MEMCHECK):
             return

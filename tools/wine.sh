@@ -12,8 +12,9 @@ unset CDPATH
 root=$(cd "$(dirname "$0")/.." && pwd)
 WINEPREFIX=$root/build/wine
 WINEDEBUG=${WINEDEBUG:--all}
-# No offers to install what no test needs, no entries in the menus of the desktop.
-WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe=d'
+# No offers to install what no test needs, no entries in the menus of the desktop, and no debugger: it takes seconds, and
+# now and then a program that has crashed ends with status 0 under it.
+WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe,winedbg.exe=d'
 # UTF-8 for file names beyond ASCII, whatever the caller's locale. A test names the user that Wine is to have.
 LC_ALL=${KELMO_WINE_LOCALE:-C.UTF-8}
 TMPDIR=$root/build/wine-tmp # the socket of the server: else a folder of its own in /tmp

@@ -43,6 +43,9 @@ int Make(const char* fault) {
     const unsigned char byte = 100 * many;
     return byte;
   }
+  if (asked("crash")) {
+    return *lost;
+  }
   if (asked("iterator")) {
     std::vector<int> numbers(8);
     const auto first = numbers.begin();
