@@ -38,8 +38,8 @@ prepare_build_folder() {
   flock -n 9 || fail "another ./demo, ./test or ./bench is running in this checkout" "wait until it has ended."
 }
 
-# install_packages PACKAGE...: installs with apt those that are not there yet. Only apt-get is called
-# with sudo.
+# install_packages PACKAGE...: installs with apt those that are not there yet, and removes none for them. Only apt-get is
+# called with sudo.
 install_packages() {
   local missing=() package as_root=()
   if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
@@ -60,7 +60,7 @@ install_packages() {
   local apt=("${as_root[@]}" apt-get -o DPkg::Lock::Timeout=300)
   DEBIAN_FRONTEND=noninteractive step "Reading the package lists" apt-update "${apt[@]}" update
   DEBIAN_FRONTEND=noninteractive step "Installing them (a minute or more)" apt-install \
-    "${apt[@]}" install -y --no-install-recommends "${missing[@]}"
+    "${apt[@]}" install -y --no-install-recommends --no-remove "${missing[@]}"
 }
 
 # build PRESET SYSTEM [TARGET...]: configures and builds with a preset of CMakePresets.json, all targets if none is named.
@@ -89,6 +89,6 @@ packages_sanitizers=(libclang-rt-dev)
 packages_heavy=(valgrind libc6-dbg)
 packages_coverage=(libclang-rt-dev llvm)
 packages_fuzz=(clang libclang-rt-dev)
-packages_bench=(libbenchmark-dev python3-matplotlib)
+packages_bench=(libbenchmark-dev gnuplot-nox)
 packages_peers=(libboost1.81-dev libabsl-dev gettext libicu-dev icu-devtools libsimdjson-dev libudunits2-dev
   locales) # the source of the locale that gettext and the values are printed in
