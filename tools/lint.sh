@@ -44,9 +44,9 @@ files -z '*.h' '*.clang-tidy' '*CMakeLists.txt' 'cmake/*' 'tools/*' | xargs -0 s
 # GCC's own switch and with GCC's headers.
 mkdir -p build/lint/linux build/lint/windows
 headers=$(x86_64-w64-mingw32-g++-posix -print-file-name=include/c++)
-sed -e 's/ -Winvalid-pch -include [^ ]*cmake_pch[.]hxx / /' build/linux-release/compile_commands.json \
-  >build/lint/linux/compile_commands.json
-sed -e 's/ -Winvalid-pch -include [^ ]*cmake_pch[.]hxx / /' -e 's/ -fno-keep-inline-dllexport//' \
+without_compiled='s/ -Winvalid-pch -include [^ ]*cmake_pch[.]hxx / /'
+sed -e "$without_compiled" build/linux-release/compile_commands.json >build/lint/linux/compile_commands.json
+sed -e "$without_compiled" -e 's/ -fno-keep-inline-dllexport//' \
   -e "s| -c | --target=x86_64-w64-windows-gnu -isystem $headers -isystem $headers/x86_64-w64-mingw32 -c |" \
   build/mingw-release/compile_commands.json >build/lint/windows/compile_commands.json
 
