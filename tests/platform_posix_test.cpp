@@ -254,7 +254,7 @@ bool SystemPopulates() {
 TEST(PrepareMemoryPosix, FillsTheWholePagesAndLeavesTheMemoryBesideAlone) {
   constexpr std::size_t kPart = std::size_t{6} * 1024 * 1024;
   const bool populates = SystemPopulates();
-  for (const std::size_t cut : {0, 1}) {
+  for (const std::size_t cut : {std::size_t{0}, std::size_t{1}}) {
     SCOPED_TRACE(cut);
     std::byte* const before = MapPages(3 * kPart);
     std::byte* const part = before + kPart;
