@@ -1,9 +1,20 @@
-// What the statically linked runtime of GCC would leave behind in the host's process when the DLL
-// is unloaded (GCC 12 with MinGW-w64; tests/unload_test.cpp shows it). Only the DLL is linked with
-// this file.
+// Replaces parts of the runtime that is linked into the DLL (GCC 12, MinGW-w64 10): they would keep
+// the notifications of threads on, or leave something behind in the host's process when the DLL is
+// unloaded. tests/module_windows_test.cpp and tests/unload_test.cpp show it. Only the DLL is linked
+// with this file.
+#include <windows.h>
 
 // The names are the runtime's own; no header declares them.
 // NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming)
+
+// The start-up code runs the initialisers of thread-local objects through this pointer. Its own
+// definition would come with a TLS directory for the DLL, and for a module that has one Windows
+// refuses to turn the notifications of threads off (load_notification_windows.cpp). The library has
+// no thread-local object, so there is nothing to run. Must stay null.
+extern "C" {
+extern const PIMAGE_TLS_CALLBACK __dyn_tls_init_callback;
+const PIMAGE_TLS_CALLBACK __dyn_tls_init_callback = nullptr;
+}
 
 namespace __gnu_cxx {
 void __freeres();

@@ -1,17 +1,24 @@
-// The library's module: the references to it, which only Windows counts in a way that hosts see,
-// and the runtime inside it, which has exceptions of its own.
+// The library's module: the references to it, which only Windows counts in a way that hosts see, the
+// notifications of threads, which it does not get, and the runtime inside it, which has exceptions of
+// its own.
 
 #include <gtest/gtest.h>
 #include <io.h>
 #include <windows.h>
+#include <winternl.h>
 
+#include <cstddef>
 #include <cstdlib>
 #include <cstring>
+#include <optional>
+#include <stdexcept>
 #include <string>
+#include <thread>
 #include <utility>
 
 #include "tests/support/exported_table.h"
 #include "tests/support/host_test.h"
+#include "tests/support/test_platform.h"
 
 namespace {
 
@@ -60,6 +67,68 @@ TEST(Module, StaysWhereItIsIfTheReferencesOfStartsAreNotGivenBack) {
     again.GiveBackReferencesOf(2);
   }
   EXPECT_FALSE(LoadedLibrary::IsInProcess());
+}
+
+// What the loader says of a module; no header of the system declares the flags, whose place is the
+// same in all 64-bit versions of Windows.
+ULONG LoaderFlagsOf(HMODULE module) {
+  constexpr std::size_t kPlaceOfFlags = 0x68;
+  const LIST_ENTRY& modules =
+      ::NtCurrentTeb()->ProcessEnvironmentBlock->Ldr->InMemoryOrderModuleList;
+  for (const LIST_ENTRY* link = modules.Flink; link != &modules; link = link->Flink) {
+    const auto* const entry = CONTAINING_RECORD(link, LDR_DATA_TABLE_ENTRY, InMemoryOrderLinks);
+    if (entry->DllBase == module) {
+      ULONG flags = 0;
+      std::memcpy(&flags, reinterpret_cast<const char*>(entry) + kPlaceOfFlags, sizeof(flags));
+      return flags;
+    }
+  }
+  throw std::runtime_error("not in the loader's list");
+}
+
+constexpr ULONG kNoThreadCalls = 0x00040000;
+
+TEST(Module, IsNotToldOfThreads) {
+  const LoadedLibrary library;
+  const HMODULE module = ::GetModuleHandleA("kelmo_Mestrel_Localizer.dll");
+  ASSERT_NE(module, nullptr);
+  EXPECT_EQ(LoaderFlagsOf(module) & kNoThreadCalls, kNoThreadCalls) << "turned off by the library";
+  ::SetLastError(0);
+  EXPECT_NE(::DisableThreadLibraryCalls(module), FALSE) << "refused: " << ::GetLastError();
+  EXPECT_EQ(LoaderFlagsOf(::GetModuleHandleW(nullptr)) & kNoThreadCalls, 0U)
+      << "this program is, so that the flag says something";
+}
+
+// Each thread makes the library throw, which is where its runtime might keep something per thread.
+TEST(Module, KeepsNothingOfTheThreadsThatComeAndGo) {
+  constexpr int kWarmUp = 50;
+  constexpr int kThreads = 1000;
+  const LoadedLibrary library;
+  const LibraryExports host = ExportsOf(library);
+  ASSERT_EQ(host.UseLanguage(L"none"), -1);
+  std::optional<Footprint> before;
+  int caught = 0;
+  for (int i = 0; i < kWarmUp + kThreads; ++i) {
+    if (i == kWarmUp) {
+      before = MeasureFootprint();
+    }
+    std::thread([&host, &caught] {
+      try {
+        host.GetError(1);
+      } catch (const std::out_of_range&) {
+        ++caught;
+      }
+    }).join();
+  }
+  const std::optional<Footprint> after = MeasureFootprint();
+  EXPECT_EQ(caught, kWarmUp + kThreads);
+  EXPECT_EQ(host.GetErrorsCount(), 1);
+  EXPECT_STREQ(host.GetError(0), L"EL112. Dictionary not found\nDictionary id: none");
+  ASSERT_TRUE(before && after);
+  EXPECT_LT(after->heapBytes, before->heapBytes + kThreads * 8) << "a block for each thread";
+  EXPECT_LT(after->mappedBytes, before->mappedBytes + kThreads * 1024) << "a page for each thread";
+  EXPECT_LT(after->nextHandle, before->nextHandle + kThreads) << "a handle for each thread";
+  EXPECT_LT(after->nextThreadSlot, before->nextThreadSlot + 8) << "slots of thread-local storage";
 }
 
 // Where the module keeps the address of a function of another one; null, if it calls none such.

@@ -14,6 +14,8 @@ if(LIBRARY MATCHES "\\.dll$")
   expect("any address" "${headers}" "\n\t+DYNAMIC_BASE\n")
   expect("addresses of 64 bits" "${headers}" "\n\t+HIGH_ENTROPY_VA\n")
   expect("data that is not run" "${headers}" "\n\t+NX_COMPAT\n")
+  # With such a directory Windows refuses to turn the notifications of threads off, without a word.
+  expect("no TLS directory" "${headers}" "\nEntry 9 0+ 0+ Thread Storage Directory")
 else()
   execute_process(COMMAND ${OBJDUMP} -T ${LIBRARY} OUTPUT_VARIABLE symbols COMMAND_ERROR_IS_FATAL ANY)
   expect("a part that becomes read-only" "${headers}" "\n +RELRO off ")
