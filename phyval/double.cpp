@@ -77,10 +77,6 @@ Double::Double(double number, double absolute, double relative, const wchar_t* t
 
 Double& Double::operator=(const Double&) = default;
 
-// Hosts find null in the memory of a value that has gone. A compiler may drop what is stored into
-// an object at the end of its life, unless the store is volatile.
-Double::~Double() { static_cast<ValueType* volatile&>(unit) = nullptr; }
-
 // Results are built by code: their unit is the first row with it, whichever row the operand has.
 
 Double Double::operator+(Double other) {
