@@ -42,9 +42,9 @@ class HashIndex {
     const std::uint64_t wanted = kEveryByte * TagOf(hash);
     for (std::size_t probed = 0; probed < kProbedBuckets; ++probed, ++bucket) {
       const std::uint64_t tags = bucket->Tags();
-      // Perhaps of a record too many; of the last tag, which is not used, never.
-      std::uint64_t equal = ZeroBytes(tags ^ wanted) & (kHighestBits >> 8U);
-      for (; equal != 0; equal &= equal - 1) {
+      // Perhaps of a record too many. Never of a slot without a record, nor of the unused last tag:
+      // those are 0, and every tag of a record has its highest bit.
+      for (std::uint64_t equal = ZeroBytes(tags ^ wanted); equal != 0; equal &= equal - 1) {
         const Record* const record = bucket->records[LowestByte(equal)];
         if (matches(*record)) {
           return record;
