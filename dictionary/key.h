@@ -65,7 +65,7 @@ class AnyKey {
 
  private:
   bool isHashed_;
-  std::size_t length_ = 0;
+  std::size_t length_;
   std::uint64_t hash_;
   std::array<char, kMostBytes> bytes_;
 };

@@ -3,11 +3,9 @@
 namespace KelmoLibs::Localize {
 
 std::wstring JoinPath(std::wstring_view folder, std::wstring_view fileName) {
-  std::wstring path;
-  path.reserve(folder.size() + 1 + fileName.size());
-  path += folder;
-  path += L'\\';
-  path += fileName;
+  std::wstring path(folder.size() + 1 + fileName.size(), L'\\');
+  folder.copy(path.data(), folder.size());
+  fileName.copy(path.data() + folder.size() + 1, fileName.size());
   return path;
 }
 

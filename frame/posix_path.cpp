@@ -13,7 +13,6 @@ bool IsCharacter(char32_t c) noexcept { return c < 0xD800 || (c > 0xDFFF && c <=
 
 std::optional<std::string> PosixPath(std::wstring_view path) {
   std::string bytes;
-  bytes.reserve(path.size());
   for (const wchar_t wide : path) {
     const auto c = static_cast<char32_t>(wide);
     if (!IsCharacter(c)) {
