@@ -11,8 +11,9 @@ namespace {
 
 constexpr locale_t kNone{};
 
-// Made when the first table is read. A global object all the same: it goes with the library's
-// others, when those of the host have gone, which may start the library to the very end.
+// Made when the first table with other characters than those below is read. A global object all the
+// same, beside the six of library_state.cpp: it goes with them at unload, when the host's own have
+// gone, which may start the library to the very end.
 std::optional<CharacterClasses> unicode;
 
 const CharacterClasses& Unicode() noexcept {
