@@ -1,15 +1,15 @@
-#include <cstdio>
-
 #include "kelmo_localizer.h"
+#include "print.h"  // prints wide text as UTF-8
 
 int main() {
   Init(L"examples", L"de");  // once, before the first value: it replaces the units
-  const wchar_t* const folder = L"examples/LANG";
-  if (LoadDictionary(folder, L"en.txt") < 0 || LoadDictionary(folder, L"de.txt") < 0) {
-    std::printf("%ls\n", GetError(-1));
-    return 1;
+  for (const wchar_t* const file : {L"en.txt", L"de.txt", L"ru.txt"}) {
+    if (LoadDictionary(L"examples/LANG", file) < 0) {
+      Print({GetError(-1), L"\n"});
+      return 1;
+    }
   }
   UseLanguage(L"de");  // after the last load, which has made its own dictionary the current one
-  std::printf("%ls: %ls, %ls\n", LANG(L"menu.file"), LANG(L"menu.file.save"),
-              LANG(L"menu.file.exit"));
+  Print(
+      {LANG(L"menu.file"), L": ", LANG(L"menu.file.save"), L", ", LANG(L"menu.file.exit"), L"\n"});
 }

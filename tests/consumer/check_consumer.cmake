@@ -16,6 +16,7 @@ endfunction()
 
 file(REMOVE_RECURSE ${WORK})
 configure_file(${LIBRARY_SOURCE}/examples/first_host.cpp ${WORK}/project/host.cpp COPYONLY)
+configure_file(${LIBRARY_SOURCE}/examples/print.h ${WORK}/project/print.h COPYONLY)
 file(READ ${CMAKE_CURRENT_LIST_DIR}/CMakeLists.txt project)
 
 if(BY STREQUAL "find_package")
