@@ -1,107 +1,93 @@
-// A host program in small, in the order of every host. It starts the library, which replaces the units
-// that it is built with. Texts: it loads the dictionaries of its languages, switches between them,
-// shows texts, and reads back what the library found wrong. Values: it computes across units, and
-// shows numbers as exactly as they are known.
-// Run it from the top folder of the project. It prints UTF-8: a Windows console shows that after
-// "chcp 65001".
+// A host program in small. Texts: it loads the dictionaries of three languages, switches between them
+// while it runs, and reads back what the library found wrong in a faulty one. Values: it computes
+// across units and shows numbers as exactly as they are known. At the end, what may surprise.
+// Run it from the top folder of the project.
 
 #include <algorithm>
 #include <cstddef>
-#include <iostream>
-#include <iterator>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "kelmo_localizer.h"
+#include "print.h"
 
 using KelmoLibs::Localize::Phyval::Double;
-using KelmoLibs::Localize::Phyval::ValueType;
 
 namespace {
-
-// Wide text as UTF-8, for a terminal: surrogate pairs where wchar_t has 16 bits.
-std::string Utf8(const std::wstring& text) {
-  std::string bytes;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    auto c = static_cast<char32_t>(text[i]);
-    if (c >= 0xD800 && c < 0xDC00 && i + 1 < text.size()) {
-      c = 0x10000 + ((c - 0xD800) << 10U) + (static_cast<char32_t>(text[++i]) - 0xDC00);
-    }
-    const auto add = [&bytes](char32_t byte) { bytes += static_cast<char>(byte); };
-    if (c < 0x80) {
-      add(c);
-    } else if (c < 0x800) {
-      add(0xC0U | (c >> 6U));
-      add(0x80U | (c & 0x3FU));
-    } else if (c < 0x10000) {
-      add(0xE0U | (c >> 12U));
-      add(0x80U | ((c >> 6U) & 0x3FU));
-      add(0x80U | (c & 0x3FU));
-    } else {
-      add(0xF0U | (c >> 18U));
-      add(0x80U | ((c >> 12U) & 0x3FU));
-      add(0x80U | ((c >> 6U) & 0x3FU));
-      add(0x80U | (c & 0x3FU));
-    }
-  }
-  return bytes;
-}
-
-void Print(const std::wstring& text) { std::cout << Utf8(text); }
 
 std::wstring Padded(std::wstring text, std::size_t width) {
   text.resize(std::max(width, text.size() + 1), L' ');
   return text;
 }
 
-void Heading(const wchar_t* text) { Print(std::wstring(L"\n") + text + L"\n"); }
-
-// What the catalogue holds under a code, at this moment.
-std::wstring UnitOf(int code) {
-  const ValueType* const unit = Double(1, 1, 0, code).unit;
-  return unit == nullptr ? L"none" : unit->symbol + L", \"" + unit->name + L"\"";
-}
-
-// Before the first value is made: those made earlier are out of date afterwards.
-void Start(const wchar_t* language) {
-  const int codes[] = {10001, 10002, 20001, 30001, 40001, 40002};
-  std::wstring before[std::size(codes)];
-  std::transform(std::begin(codes), std::end(codes), std::begin(before), UnitOf);
-  const int result = Init(L"examples", language);  // reads examples/LANG/ru-val.txt
-  Print(std::wstring(L"  Init ") + language + L" -> " + std::to_wstring(result) + L"\n");
-  Print(L"  The unit of   before               after\n");
-  for (std::size_t i = 0; i < std::size(codes); ++i) {
-    Print(L"    " + Padded(std::to_wstring(codes[i]), 12) + Padded(before[i], 21) +
-          UnitOf(codes[i]) + L"\n");
-  }
+// A line with a remark behind it.
+void Say(const std::wstring& text, const std::wstring& remark) {
+  constexpr std::size_t kRemark = 32;
+  Print({L"  ", remark.empty() ? text : Padded(text, kRemark) + remark, L"\n"});
 }
 
 // Only a negative result is a failure: the others count every message in the list, older ones too.
 bool Load(const wchar_t* fileName) {
   const int result = LoadDictionary(L"examples/LANG", fileName);
-  Print(Padded(std::wstring(L"  LoadDictionary ") + fileName, 30) + L"-> " +
-        std::to_wstring(result) + L"\n");
+  const std::wstring number = std::to_wstring(result);
+  Say(std::wstring(L"LoadDictionary ") + fileName + L" -> " + number,
+      result < 0 ? L"a failure" : L"read; messages listed: " + number);
   return result >= 0;
 }
 
-void ShowTexts(const wchar_t* id, const wchar_t* const* keys, std::size_t count) {
-  const int result = UseLanguage(id);
-  Print(std::wstring(L"\n  UseLanguage ") + id + L" -> " + std::to_wstring(result) + L"\n");
-  for (std::size_t i = 0; i < count; ++i) {
-    Print(L"    " + Padded(keys[i], 24) + LANG(keys[i]) + L"\n");
+void ShowMessages() {
+  for (int32_t i = 0; i < GetErrorsCount(); ++i) {
+    std::wstring message = GetError(i);
+    constexpr wchar_t kIndented[] = L"\n      ";
+    for (std::size_t at = 0; (at = message.find(L'\n', at)) != std::wstring::npos; ++at) {
+      message.replace(at, 1, kIndented);
+    }
+    Print({L"    ", message, L"\n"});
   }
 }
 
-void ShowMessages() {
-  const int64_t count = GetErrorsCount();
-  Print(L"\n  The library's messages, " + std::to_wstring(count) + L":\n");
-  for (int32_t i = 0; i < count; ++i) {
-    std::wstring message = GetError(i);
-    for (std::size_t at = 0; (at = message.find(L'\n', at)) != std::wstring::npos; at += 9) {
-      message.replace(at, 1, L"\n        ");
-    }
-    Print(L"    " + std::to_wstring(i) + L"   " + message + L"\n");
+// One row for each key, one column for each language.
+void ShowTexts(const std::vector<std::wstring>& ids, const std::vector<std::wstring>& keys) {
+  constexpr std::size_t kKey = 22;
+  constexpr std::size_t kText = 18;
+  std::vector<std::wstring> rows = {Padded(L"", kKey)};
+  for (const std::wstring& key : keys) {
+    rows.push_back(Padded(key, kKey));
   }
+  for (const std::wstring& id : ids) {
+    UseLanguage(id.c_str());
+    rows[0] += Padded(id, kText);
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+      rows[i + 1] += Padded(LANG(keys[i].c_str()), kText);
+    }
+  }
+  for (std::wstring& row : rows) {
+    row.erase(row.find_last_not_of(L' ') + 1);
+    Print({L"  ", row, L"\n"});
+  }
+}
+
+void ShowAFaultyDictionary() {
+  Print({L"\nA translator's file with mistakes\n"});
+  Load(L"faulty.txt");
+  ShowMessages();
+  ClearErrors();
+  UseLanguage(L"plugin");
+  Say(L"LANG plugin.title", LANG(L"plugin.title") + std::wstring(L" (the first text stays)"));
+  Say(L"LANG plugin.note", LANG(L"plugin.note"));
+  Say(L"", L"... cut at a byte that is not UTF-8");
+  Say(L"LANG plugin.after", std::wstring(LANG(L"plugin.after")) + L"(lost behind it)");
+  ShowMessages();
+  ClearErrors();
+}
+
+void ShowWhatIsNotThere() {
+  Print({L"\nA file and a language that are not there\n"});
+  Load(L"fr.txt");
+  Say(L"UseLanguage fr -> " + std::to_wstring(UseLanguage(L"fr")), L"the one before stays");
+  ShowMessages();
+  ClearErrors();
 }
 
 // The library prints numbers; their unit is the host's to add.
@@ -109,76 +95,72 @@ std::wstring WithUnit(Double value) { return value.to_string(L'.') + L" " + valu
 
 // Units by their codes: 10001 meters, 10002 inches, 40001 degrees, 40002 radians.
 void ShowValues() {
+  Print({L"\nValues have a unit and a tolerance, which says how many digits are shown\n"});
   Double length(2.5, 0.01, 0, 10001);  // known to 0.01 m
   Double inches(10, 0.1, 0, 10002);
   Double angle(90, 0.5, 0, 40001);
-  Print(L"  A length:      " + WithUnit(length) + L" = " +
-        WithUnit(length.ConvertTo(0.1, 0, 10002)) + L" (an inch of " +
-        Double(inches.unit->factor, 0.0001, 0, 10001).to_string(L'.') + L" m)\n");
-  Print(L"  An angle:      " + WithUnit(angle) + L" = " +
-        WithUnit(angle.ConvertTo(0.001, 0, 40002)) + L"\n");
-  Print(L"  A sum:         " + WithUnit(length) + L" + " + WithUnit(inches) + L" = " +
-        WithUnit(length + inches) + L"\n");
-  Print(L"  A comparison:  " + WithUnit(inches) + (inches < length ? L" < " : L" >= ") +
-        WithUnit(length) + L"\n");
+  Say(L"a length", WithUnit(length) + L" = " + WithUnit(length.ConvertTo(0.1, 0, 10002)));
+  Say(L"an angle", WithUnit(angle) + L" = " + WithUnit(angle.ConvertTo(0.001, 0, 40002)));
+  Say(L"a sum", WithUnit(length) + L" + " + WithUnit(inches) + L" = " + WithUnit(length + inches));
+  Say(L"a comparison", WithUnit(inches) + (inches < length ? L" < " : L" >= ") + WithUnit(length));
   for (const double tolerance : {0.01, 1.0, 150.0}) {
-    Print(L"  1234.5678 known to " + Padded(Double(tolerance, 0.01, 0, 10001).to_string(L'.'), 8) +
-          Double(1234.5678, tolerance, 0, 10001).to_string(L'.') + L"\n");
+    Say(L"1234.5678 known to " + Double(tolerance, 0.01, 0, 10001).to_string(L'.'),
+        Double(1234.5678, tolerance, 0, 10001).to_string(L'.'));
   }
-  Print(L"  With the separator of your region:  " + Double(0.5, 0.1, 0, 10001).to_string() + L"\n");
+  Say(L"a half, in your region", Double(0.5, 0.1, 0, 10001).to_string());
   try {
     (void)(length + angle);
   } catch (const std::invalid_argument& refusal) {
-    std::cout << "  A length plus an angle:  " << refusal.what() << '\n';
+    const std::string text = refusal.what();
+    Say(L"a length plus an angle", std::wstring(text.begin(), text.end()));
   }
+}
+
+// What the library finds under a unit's code or symbol, at this moment.
+template <class CodeOrSymbol>
+std::wstring NameOf(CodeOrSymbol unit) {
+  const Double value(1, 1, 0, unit);
+  return value.unit == nullptr ? L"none" : L"\"" + value.unit->name + L"\"";
+}
+
+struct Names {
+  std::wstring squareMeter = NameOf(20001);
+  std::wstring meter = NameOf(10001);
+};
+
+void ShowOddities(const Names& before) {
+  const Names after;
+  Double inch(1, 0.0001, 0, 10002);
+  Print({L"\nWhat may surprise, and stays as it is (docs/compatibility.md)\n"});
+  Say(L"an inch", WithUnit(inch.ConvertTo(0.0001, 0, 10001)) + L", not 0.0254");
+  Say(L"the unit L\"m\" (Latin letter)", NameOf(L"m"));
+  Say(L"the unit L\"\\u043C\" (Cyrillic)", NameOf(L"\u043C"));
+  Say(L"square meter, before Init", before.squareMeter);
+  Say(L"square meter, after Init", after.squareMeter);
+  Say(L"name of the meter, before Init", before.meter);
+  Say(L"name of the meter, after Init", after.meter + L", with a blank");
 }
 
 }  // namespace
 
 int main() {
-  Heading(
-      L"Starting the library: the table that it carries replaces the units that it is built with");
-  Start(L"ru");
+  const Names before;        // for the end; a value made before Init is out of date after it
+  Init(L"examples", L"ru");  // before the values: it replaces the units
 
-  Heading(L"Loading the dictionaries of three languages");
+  Print({L"\nThree languages, a file for each\n"});
   if (!Load(L"en.txt") || !Load(L"de.txt") || !Load(L"ru.txt")) {
     ShowMessages();
     return 1;
   }
 
-  Heading(L"The same keys in each language");
-  const wchar_t* const keys[] = {
-      L"menu.file",    L"menu.file.exit", L"dialog.open.title", L"quantity.plane_angle",
-      L"status.ready", L"warn.unsaved",
-  };
-  for (const wchar_t* const id : {L"en", L"de", L"ru"}) {
-    ShowTexts(id, keys, std::size(keys));
-  }
-  if (GetErrorsCount() != 0) {
-    ShowMessages();
-    return 1;
-  }
+  Print({L"\nThe program switches while it runs, and asks for texts by their keys\n"});
+  ShowTexts({L"en", L"de", L"ru"}, {L"menu.file", L"menu.file.exit", L"dialog.open.title",
+                                    L"quantity.plane_angle", L"status.ready", L"status.selected"});
+  Print({L"  (%1 is the program's to fill: the library hands texts out as they are.)\n"});
 
-  Heading(L"A faulty dictionary: keys declared twice, then a byte that is not UTF-8");
-  if (!Load(L"faulty.txt")) {
-    ShowMessages();
-    return 1;
-  }
-  const wchar_t* const faultyKeys[] = {
-      L"plugin.title", L"plugin.stop", L"plugin.no_text", L"plugin.note", L"plugin.after",
-  };
-  ShowTexts(L"plugin", faultyKeys, std::size(faultyKeys));
-  Print(L"  The damaged byte ends the file: plugin.note is cut, plugin.after is missing.\n");
-
-  Heading(L"A file and a language that are not there");
-  Load(L"fr.txt");
-  Print(L"  UseLanguage fr -> " + std::to_wstring(UseLanguage(L"fr")) + L"\n");
-  ShowMessages();
-
-  ClearErrors();
-  Print(L"\n  After ClearErrors: " + std::to_wstring(GetErrorsCount()) + L" messages.\n");
-
-  Heading(L"Physical values: units, and how exactly a number is known");
+  ShowAFaultyDictionary();
+  ShowWhatIsNotThere();
   ShowValues();
+  ShowOddities(before);
   return 0;
 }
