@@ -89,6 +89,6 @@ packages_sanitizers=(libclang-rt-dev)
 packages_heavy=(valgrind libc6-dbg)
 packages_coverage=(libclang-rt-dev llvm)
 packages_fuzz=(clang libclang-rt-dev)
-packages_bench=(libbenchmark-dev gnuplot-nox)
+packages_bench=(libbenchmark-dev)
 packages_peers=(libboost1.81-dev libabsl-dev gettext libicu-dev icu-devtools libsimdjson-dev libudunits2-dev
   locales) # the source of the locale that gettext and the values are printed in

@@ -1,0 +1,83 @@
+"""Compares the pictures of docs/performance.md with the results that they show, and tests how they are drawn.
+
+    python3 -B check_pictures.py TOP-FOLDER
+
+After a change of the drawing: tools/bench_pictures.py benchmarks/results.json docs
+"""
+
+import json
+import pathlib
+import sys
+import unittest
+
+top = pathlib.Path(sys.argv[1])
+sys.path.insert(0, str(top / "tools"))
+import bench_pictures
+
+
+def results():
+    return json.loads((top / "benchmarks/results.json").read_text("utf-8"))
+
+
+class Pictures(unittest.TestCase):
+    def test_the_committed_ones_show_the_committed_results(self):
+        committed = {file.name: file.read_text("utf-8") for file in (top / "docs").glob("performance_*.svg")}
+        drawn = bench_pictures.draw_all(results())
+        self.assertEqual(sorted(committed), sorted(drawn))
+        for name in drawn:
+            with self.subTest(name):
+                self.assertEqual(committed[name], drawn[name])
+
+    def test_the_page_shows_each(self):
+        page = (top / "docs/performance.md").read_text("utf-8")
+        for name in bench_pictures.draw_all(results()):
+            self.assertIn(f"]({name})", page)
+
+    def test_another_time_changes_the_picture_of_its_row_alone(self):
+        falsified = results()
+        falsified["minima"]["loading/english/simdjson/1000"]["ns"] *= 1.1
+        before, after = bench_pictures.draw_all(results()), bench_pictures.draw_all(falsified)
+        self.assertEqual([name for name in before if before[name] != after[name]], ["performance_load.svg"])
+
+    def test_lines_that_end_at_one_place_have_labels_apart(self):
+        equal = results()
+        for name, entry in equal["minima"].items():
+            if name.startswith("lookup/shuffled/") and name.endswith("/1000000"):
+                entry["ns"] = 15
+        self.assertIn("std::map, 15 ns", bench_pictures.draw_all(equal)["performance_find.svg"])
+
+    def test_overlapping_labels_are_refused(self):
+        drawing = bench_pictures.Drawing("")
+        drawing.text(100, 100, "one")
+        drawing.text(100, 113, "just below")
+        drawing.svg()
+        drawing.text(100, 125, "too close")
+        with self.assertRaisesRegex(bench_pictures.MisplacedLabel, "'just below' and 'too close' overlap"):
+            drawing.svg()
+
+    def test_a_label_that_leaves_the_picture_is_refused(self):
+        drawing = bench_pictures.Drawing("")
+        drawing.text(690, 100, "right")
+        with self.assertRaisesRegex(bench_pictures.MisplacedLabel, "'right' leaves the picture"):
+            drawing.svg()
+
+    def test_places_are_spread_no_further_than_they_must_be(self):
+        for wanted, expected in (
+            ([], []),
+            ([10, 30], [10, 30]),
+            ([10, 14], [7, 17]),
+            ([20, 20, 20], [10, 20, 30]),
+            ([2, 32, 32, 38], [2, 24, 34, 44]),
+            ([10, 23, 24], [9, 19, 29]),
+            ([0, 0, 30], [0, 10, 30]),
+            ([20, 50, 50], [20, 40, 50]),
+        ):
+            with self.subTest(wanted=wanted):
+                self.assertEqual(bench_pictures.spread(wanted, 10, 0, 50), expected)
+
+    def test_scales_begin_and_end_at_round_numbers(self):
+        self.assertEqual(bench_pictures.round_numbers(15, 1700, (1, 2, 5)), [10, 20, 50, 100, 200, 500, 1000, 2000])
+        self.assertEqual(bench_pictures.round_numbers(100, 1000, (1,)), [100, 1000])
+
+
+unittest.main(argv=sys.argv[:1])
