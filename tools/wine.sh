@@ -2,7 +2,7 @@
 # Runs a Windows program of this project under Wine, in a prefix of the project's own (build/wine),
 # so that nobody's own Wine settings are read or changed.
 #
-#   tools/wine.sh PROGRAM.exe [ARGUMENT...]   run it
+#   tools/wine.sh PROGRAM.exe [ARGUMENT...]   run it; the first one in a checkout begins with --start
 #   tools/wine.sh --start                     make the prefix and keep Wine's server ready: programs
 #                                             then start in 0.05 s
 #   tools/wine.sh --stop                      end the server
@@ -28,21 +28,31 @@ start_server() {
     wineboot -i
 }
 
+stop_server() {
+  wineserver -k 2>/dev/null || true
+}
+
 case ${1:-} in
   --start)
-    [ -e "$complete" ] || rm -rf "$WINEPREFIX" # what was interrupted while it was made is of no use
+    if [ ! -e "$complete" ]; then # what was interrupted while it was made is of no use
+      stop_server
+      rm -rf "$WINEPREFIX"
+    fi
     mkdir -p "$WINEPREFIX" "$TMPDIR"
     # Nothing that stays behind may keep the caller's output open. Services start with the first
-    # program, hence wineboot also in an old prefix; in a new one it always prints warnings.
+    # program, hence wineboot also in an old prefix. In a new one it always prints warnings, one of
+    # them of the 32-bit rundll32.exe, which no 64-bit program needs: they stay in the log.
     if ! start_server >"$WINEPREFIX/start.log" 2>&1 </dev/null; then
       cat "$WINEPREFIX/start.log" >&2
       exit 1
     fi
     touch "$complete"
     ;;
-  --stop) wineserver -k 2>/dev/null || true ;;
+  --stop) stop_server ;;
   *)
-    mkdir -p "$WINEPREFIX" "$TMPDIR"
+    mkdir -p "$TMPDIR"
+    # Programs that start side by side wait for one prefix.
+    [ -e "$complete" ] || flock --close "$root/build/wine.lock" "$0" --start
     status=0
     wine "$@" || status=$?
     [ $status -ne $missing_dll ] || echo "$1: a DLL that it needs may be missing beside it" >&2
