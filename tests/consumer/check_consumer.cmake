@@ -1,7 +1,8 @@
-# Builds the project in this folder, which uses the library as a stranger would, and runs its host: the first one of the
-# README, whose output must be the one that the README shows.
+# Builds the project in this folder, which uses the library as a stranger would, and runs its hosts: those of the README,
+# whose output must be the one that the README shows. The library is installed as the README says.
 #   cmake -D BY=find_package|add_subdirectory -D WORK=folder -D LIBRARY_SOURCE=folder -D LIBRARY_BUILD=folder
-#     -D GENERATOR=name -D OPTIONS=-D;name=value;... -D EMULATOR=program -D INSTALLED_FILES=list -P check_consumer.cmake
+#     -D GENERATOR=name -D OPTIONS=-D;name=value;... -D EMULATOR=program -D INSTALLED_FILES=list
+#     -D EXPORTED_NAMES=list -D OBJDUMP=tool -D NM=tool -P check_consumer.cmake
 
 include(${CMAKE_CURRENT_LIST_DIR}/../abi/compare_names.cmake)
 
@@ -14,16 +15,29 @@ function(run)
   set(output "${output}" PARENT_SCOPE)
 endfunction()
 
+function(take_host example)
+  configure_file(${LIBRARY_SOURCE}/examples/${example}.cpp ${WORK}/project/host.cpp COPYONLY)
+endfunction()
+
 file(REMOVE_RECURSE ${WORK})
-configure_file(${LIBRARY_SOURCE}/examples/first_host.cpp ${WORK}/project/host.cpp COPYONLY)
+take_host(first_host)
 configure_file(${LIBRARY_SOURCE}/examples/print.h ${WORK}/project/print.h COPYONLY)
 file(READ ${CMAKE_CURRENT_LIST_DIR}/CMakeLists.txt project)
 
 if(BY STREQUAL "find_package")
-  run(${CMAKE_COMMAND} --install ${LIBRARY_BUILD} --prefix ${WORK}/prefix)
+  file(STRINGS ${LIBRARY_SOURCE}/README.md command REGEX "^cmake --install build/linux-release --prefix DIR")
+  string(REGEX REPLACE "^cmake --install build/linux-release --prefix DIR ?" "" install_options "${command}")
+  run(${CMAKE_COMMAND} --install ${LIBRARY_BUILD} --prefix ${WORK}/prefix ${install_options})
   list(APPEND OPTIONS -D CMAKE_PREFIX_PATH=${WORK}/prefix)
   file(GLOB_RECURSE installed RELATIVE ${WORK}/prefix LIST_DIRECTORIES FALSE ${WORK}/prefix/*)
   compare_names("the installation" "${installed}" ${INSTALLED_FILES})
+
+  # The file that is shipped is not the one that the other tests look at.
+  file(GLOB library ${WORK}/prefix/bin/*.dll ${WORK}/prefix/lib/*.so.*.*.*)
+  foreach(property stripped exports hardening)
+    run(${CMAKE_COMMAND} -D LIBRARY=${library} -D EXPECTED=${EXPORTED_NAMES} -D OBJDUMP=${OBJDUMP} -D NM=${NM}
+      -P ${CMAKE_CURRENT_LIST_DIR}/../abi/check_${property}.cmake)
+  endforeach()
 else()
   file(CREATE_LINK ${LIBRARY_SOURCE} ${WORK}/project/kelmo_Mestrel_Localizer SYMBOLIC)
   string(REGEX REPLACE "find_package\\([^)]*\\)" "add_subdirectory(kelmo_Mestrel_Localizer)" project "${project}")
@@ -53,8 +67,8 @@ if(BY STREQUAL "find_package")
 endif()
 
 # Where it was built, and where it was installed: there it needs nothing but what lies with it.
-file(READ ${LIBRARY_SOURCE}/tests/data/examples/first_host.txt expected)
-function(run_host folder)
+function(run_host example folder)
+  file(READ ${LIBRARY_SOURCE}/tests/data/examples/${example}.txt expected)
   file(GLOB host ${folder}/host ${folder}/host.exe)
   run(${EMULATOR} ${host})
   string(REPLACE "\r\n" "\n" output "${output}")
@@ -62,10 +76,13 @@ function(run_host folder)
     message(FATAL_ERROR "${host} printed\n${output}\nand not\n${expected}")
   endif()
 endfunction()
-run_host(${WORK}/build)
+run_host(first_host ${WORK}/build)
+take_host(first_values)  # which catches an exception of the library
+run(${CMAKE_COMMAND} --build ${WORK}/build)
+run_host(first_values ${WORK}/build)
 run(${CMAKE_COMMAND} --install ${WORK}/build --prefix ${WORK}/shipped)
 if(EXISTS ${WORK}/shipped/include)
   message(FATAL_ERROR "the library's install rules reach those who use it")
 endif()
 file(REMOVE_RECURSE ${WORK}/prefix ${WORK}/build)
-run_host(${WORK}/shipped/bin)
+run_host(first_values ${WORK}/shipped/bin)
