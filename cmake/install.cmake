@@ -6,6 +6,7 @@ set(package ${CMAKE_INSTALL_LIBDIR}/cmake/${PROJECT_NAME})
 
 install(TARGETS kelmo_localizer EXPORT ${PROJECT_NAME})
 install(FILES include/kelmo_localizer.h TYPE INCLUDE)
+install(FILES NOTICES.md TYPE DOC)
 install(EXPORT ${PROJECT_NAME} FILE ${PROJECT_NAME}Config.cmake NAMESPACE kelmo:: DESTINATION ${package})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/${PROJECT_NAME}ConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 # The package of one system must not be taken for another's: the linker would not notice.

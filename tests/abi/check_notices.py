@@ -1,0 +1,63 @@
+"""Compares the parts of other projects that a linker's map shows in a built library with the table in NOTICES.md.
+
+    python3 check_notices.py NOTICES.md .dll|.so MAP
+
+The table stands below the heading of the file with that suffix. In its first column an archive stands alone, for all
+its members, or with those that are in the file: `libgcc.a`, or `libstdc++.a`: `tree.o`, `tinfo.o`.
+"""
+
+import pathlib
+import re
+import sys
+
+
+def parts_in_map(text):
+    """Object files that are none of the project's own, (file, None), and members of archives, (archive, member)."""
+    objects = re.findall(r"^LOAD (.+\.o(?:bj)?)$", text, re.M)
+    others = {(path.split("/")[-1], None) for path in objects if "CMakeFiles/" not in path}
+    if not others or len(others) == len(objects):
+        sys.exit("the map lacks the objects of the compiler or those of the library: no linker has written it")
+    # Only the list of the members that were needed has them at the beginning of a line.
+    members = re.findall(r"^(\S.*?\.a)\(([^()]+)\)", text, re.M)
+    # MinGW-w64 puts the archive's name in front of some members: lib64_libmingwex_a-gdtoa.o
+    return others | {(path.split("/")[-1], re.sub(r"^lib\w+_l?a-", "", member)) for path, member in members}
+
+
+def parts_in_page(page, suffix):
+    """The same; an archive that stands for all its members is (archive, None)."""
+    table = re.search(rf"^### `\w+\{suffix}`$(.*?)^#", page, re.M | re.S)
+    rows = re.findall(r"^\| (`.+?) \|", table[1], re.M) if table else []
+    if not rows:
+        sys.exit(f"the page has no table for the file with the suffix {suffix}")
+    parts = set()
+    for row in rows:
+        archive, colon, members = row.partition(": ")
+        if colon:
+            parts |= {(archive.strip("`"), member) for member in re.findall(r"`([^`]+)`", members)}
+        else:
+            parts |= {(name, None) for name in re.findall(r"`([^`]+)`", row)}
+    return parts
+
+
+def differences(in_map, in_page):
+    whole = {file for file, member in in_page if member is None}
+    shown = {(file, None if file in whole else member) for file, member in in_map}
+    for file, member in sorted(shown ^ in_page, key=str):
+        part = f"{file}({member})" if member else file
+        if (file, member) in shown:
+            yield f"{part} is in the file, but not in the table: find out whose it is, and add it with its terms"
+        else:
+            yield f"{part} is in the table, but not in the file: remove it"
+
+
+def main(page, suffix, link_map):
+    # A path in the map may have any bytes.
+    in_map = parts_in_map(pathlib.Path(link_map).read_text("utf-8", "surrogateescape"))
+    in_page = parts_in_page(pathlib.Path(page).read_text("utf-8"), suffix)
+    problems = list(differences(in_map, in_page))
+    print("\n".join(problems) or f"{len(in_map)} parts of other projects are those of the table")
+    return 1 if problems else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(*sys.argv[1:]))
