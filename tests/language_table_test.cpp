@@ -299,14 +299,15 @@ TEST_F(LanguageTable, TheWorkedExampleLoadsAsDocumented) {
   const std::wstring data =
       std::filesystem::u8path(KELMO_SOURCE_FOLDER "/tests/data/unittables").wstring();
   EXPECT_EQ(LoadLanguageUnitTable(data, L"worked_example.txt", table_, messages_), 0);
-  EXPECT_EQ(table_, (LocalizedUnitTable{{L"ru",
-                                         {{10001, {L"м", L"метр"}},
-                                          {20001, {L"м2", L"квадратный метр"}},
-                                          {0, {L"x", L"название "}}}}}));
+  EXPECT_EQ(table_, (LocalizedUnitTable{{L"fi",
+                                         {{20001, {L"m\u00B2", L"neli\u00F6metri"}},
+                                          {10002, {L"tuuma", L"tuuma (0,0273 m)"}},
+                                          {40002, {L"rad", L"radiaani "}},
+                                          {0, {L"%", L"kerroin"}}}}}));
   const std::wstring file = L"\nDictionary: " + data + L"\\worked_example.txt";
   EXPECT_EQ(ReadAll(messages_),
-            (Messages{L"EV101. Error parse string.\nString: 30001\t%" + file,
-                      L"EV101. Error parse string.\nString: // комментарий" + file}));
+            (Messages{L"EV101. Error parse string.\nString: // kulmat" + file,
+                      L"EV101. Error parse string.\nString: 40001\t\u00B0" + file}));
 }
 
 TEST_F(LanguageTable, TheTablesOfTheExamplesAreWhole) {
