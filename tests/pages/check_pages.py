@@ -5,6 +5,7 @@
 - A block of code names its file in a comment in front of it, <!-- FILE -->, and is that file, to the byte. A block
   that shows blanks, <!-- FILE, blanks shown -->, has an arrow for each tab and a dot for each space, and its file has
   the line ends CR LF. Blocks of shell commands ("sh") name no file: the presets and scripts in them must be there.
+  A block of "text" without a file is a drawing.
 - Links to files of the project lead to a file, those to a heading to that heading.
 - Tests that a page names, `Suite.Name`, are in the sources of the tests; each row of docs/compatibility.md names one.
 - docs/messages.md has a section for each message of the library, with its text, and none besides; the README's table
@@ -51,7 +52,7 @@ def check_blocks(page, text):
                 if not (top / script).is_file():
                     problem(page, f"there is no script {script}")
             continue
-        if language == "text":  # a drawing
+        if language == "text" and file is None:  # a drawing
             continue
         if file is None:
             problem(page, f"a block names no file:\n{block}")
