@@ -362,7 +362,7 @@ class Double {
   /**
    * Comparison in this value's unit, without a margin; tolerances have no part in it. Checked.
    * Values of one unit are converted too, which may round: a value may be below or above its own
-   * copy. This is no order to sort by.
+   * copy. This is no order to sort by; docs/values.md has one.
    */
   KELMO_LOCALIZER_MEMBER bool operator==(Double other);
   KELMO_LOCALIZER_MEMBER bool operator<(Double other);

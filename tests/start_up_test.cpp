@@ -3,12 +3,16 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <limits>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "examples/value_order.h"
 #include "frame/utf8.h"
 #include "kelmo_localizer.h"
 #include "tests/support/exported_table.h"
@@ -119,6 +123,60 @@ TEST_F(StartUp, LeavesLengthsAndAnglesAsTheyAreComputedAndCoefficientsWithoutAFa
         EXPECT_EQ(area.unit, nullptr);
         EXPECT_THROW((void)(area * 2), std::invalid_argument);
       });
+}
+
+// Values of each unit, of none, and of every kind of number.
+std::vector<Double> ValuesOfEveryKind() {
+  using Limits = std::numeric_limits<double>;
+  std::vector<Double> values;
+  for (const int code : {40002, 10001, 30001, 20001, 10002, 40001, 99999}) {
+    for (const double number : {Limits::quiet_NaN(), 40.1, 0.0, -0.0, Limits::max(),
+                                Limits::infinity(), -Limits::infinity()}) {
+      values.emplace_back(number, 1, 0, code);
+    }
+  }
+  return values;
+}
+
+// What std::sort demands: "before" and "equivalent" are transitive, and no value comes before itself.
+void ExpectAnOrder(const std::vector<Double>& values) {
+  const auto areEquivalent = [](const Double& a, const Double& b) {
+    return !ComesBefore(a, b) && !ComesBefore(b, a);
+  };
+  std::size_t faults = 0;
+  for (const Double& a : values) {
+    faults += ComesBefore(a, a) ? 1 : 0;
+    for (const Double& b : values) {
+      faults += ComesBefore(a, b) && ComesBefore(b, a) ? 1 : 0;
+      for (const Double& c : values) {
+        faults += ComesBefore(a, b) && ComesBefore(b, c) && !ComesBefore(a, c) ? 1 : 0;
+        faults += areEquivalent(a, b) && areEquivalent(b, c) && !areEquivalent(a, c) ? 1 : 0;
+      }
+    }
+  }
+  EXPECT_EQ(faults, 0U);
+}
+
+TEST_F(StartUp, LeavesAnOrderToSortEveryValueBy) {
+  const auto sorted = [] {
+    ExpectAnOrder(ValuesOfEveryKind());
+    const std::vector<std::pair<int, double>> expected = {
+        {99999, 7},    {10002, -3},  {10002, 40}, {10001, 1.1}, {10001, NAN}, {30001, 0.2},
+        {30001, 0.25}, {30001, 0.3}, {40001, 50}, {40002, 1},   {40001, 60},  {40002, NAN},
+    };
+    std::vector<Double> values;
+    for (const auto& [code, number] : expected) {
+      values.insert(values.begin(), Double(number, 1, 0, code));
+    }
+    std::sort(values.begin(), values.end(), ComesBefore);
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+      SCOPED_TRACE(i);
+      EXPECT_EQ(values[i].unit == nullptr ? 99999 : values[i].unit->code, expected[i].first);
+      EXPECT_TRUE(values[i].value == expected[i].second || std::isnan(expected[i].second));
+      EXPECT_EQ(std::isnan(values[i].value), std::isnan(expected[i].second));
+    }
+  };
+  BeforeAndAfter(sorted, sorted);
 }
 
 TEST_F(StartUp, LeavesTheNumbersOfOutdatedValuesGood) {
