@@ -15,7 +15,7 @@
  *
  *   using KelmoLibs::Localize::Phyval::Double;
  *   Double side(1.5, 0.01, 0, 10001);          // 1.5 m, known to 0.01 m
- *   side = side + Double(10, 0.1, 0, L"in");   // 10 inches
+ *   side = side + Double(10, 0.1, 0, L"in");   // 10 inches, of 0.0273 m each
  *   side.to_string(L',');                      // "1,77"
  *
  * docs/lifetime.md has the whole order, from load to unload, and what becomes invalid when. Rules
