@@ -2,8 +2,8 @@
  * kelmo_Mestrel_Localizer: interface texts and physical values for engineering programs.
  *
  * The one header for hosts: functions, valid C and C++, and behind them two classes for values, for
- * C++11 and later. A host starts the library, once and before its first value, loads its
- * dictionaries, selects one and asks for texts by key:
+ * C++11 and later. A host starts the library once, before its first value, and loads a file for each
+ * language. Then it shows texts of one of them:
  *
  *   Init(L".", L"de");
  *   LoadDictionary(L"LANG", L"en.txt");
@@ -21,10 +21,9 @@
  * docs/lifetime.md has the whole order, from load to unload, and what becomes invalid when. Rules
  * that hold for every function:
  *
- * Texts      Zero-terminated wide strings: UTF-16 code units on Windows (wchar_t has 16 bits), one
- *            wchar_t per character on Linux (32 bits). They are compared exactly: case, blanks and
- *            every code unit count; nothing is folded or trimmed. A null pointer counts as the
- *            empty text.
+ * Texts      Wide strings that end with a zero: UTF-16 on Windows (wchar_t has 16 bits), one wchar_t
+ *            per character on Linux (32 bits). Two texts are equal only if every wchar_t of them is:
+ *            nothing is folded or trimmed. A null pointer counts as the empty text.
  * Ownership  The library owns every text that it returns; the host never frees one. The library
  *            keeps no pointer that a host passes in.
  * Threads    One thread at a time: the library holds one state for the whole process and takes no
@@ -88,8 +87,8 @@ extern "C" {
  * its `unit` and the texts of the unit: the rows of the catalogue are others, with other symbols and
  * names; docs/values.md has both. Which they are depends neither on the language nor on its file.
  *
- * The file's symbols and names are kept until the library is unloaded, under the key that its first
- * line gives; the first of a code stays. No function reads them yet.
+ * The library keeps the file's symbols and names as long as it is loaded, under the key that the
+ * file's first line gives; the first of a code stays. No function reads them yet.
  *
  * @param folder    The folder that contains LANG, usually the program's. It is joined to the rest as
  *                  that of LoadDictionary is, which takes the folder of the file itself.
@@ -130,11 +129,11 @@ KELMO_LOCALIZER_API int32_t Init0(const wchar_t* folder);
 KELMO_LOCALIZER_API int32_t ExportPhyVal(void);
 
 /**
- * Reads one dictionary file and makes its dictionary the current one.
+ * Adds the texts of a file to the dictionary whose id stands in the file's first line. LANG answers
+ * from that dictionary then.
  *
- * The file's first line gives the dictionary id; a file whose id is already loaded is merged into
- * that dictionary. The first text that a key is given stays, whether a second one follows in the
- * same file or in another. No file stays open after the call.
+ * Several files may have one id. A key keeps the text that it is given first, also where another
+ * file gives it a second one. No file stays open after the call.
  *
  * Bytes that are not UTF-8 end the file where they stand, without a message: what is in front of
  * them in their line is the last line. A file without a single line (empty, or not UTF-8 from its
@@ -176,7 +175,7 @@ KELMO_LOCALIZER_API int32_t LoadDictionary(const wchar_t* folder, const wchar_t*
 KELMO_LOCALIZER_API int32_t UseLanguage(const wchar_t* id);
 
 /**
- * Text of a key in the current dictionary.
+ * What a user of the current language reads in the place of `key`.
  *
  * @param key  Compared exactly, blanks and case included.
  *
@@ -184,8 +183,9 @@ KELMO_LOCALIZER_API int32_t UseLanguage(const wchar_t* id);
  *          selected later. Where the text is missing, the library's one empty text, which GetError
  *          returns as well; a stored text that is empty has an address of its own.
  *
- * Lists    "EL121. Dictionary not found" when no dictionary has the current id,
- *          "EL121. Key not found in dictionary" when the current dictionary lacks the key.
+ * Lists    "EL121. Dictionary not found" before the first load, and where the last one ran out of
+ *          memory before its dictionary was made;
+ *          "EL121. Key not found in dictionary" where the current one has no such key.
  * Throws   std::bad_alloc, and only where a message is to be listed.
  * Cost     One lookup, whatever the size of the dictionary, and of a missing key one more in the list of
  *          messages. Nothing is copied or allocated where the key is found, or is missing and listed.
@@ -198,7 +198,7 @@ KELMO_LOCALIZER_API const wchar_t* LANG(const wchar_t* key);
  */
 KELMO_LOCALIZER_API void ClearErrors(void);
 
-/** Number of messages in the error list, 0 or more. Throws nothing. Constant cost. */
+/** How many messages are listed, 0 or more. Throws nothing. Constant cost. */
 KELMO_LOCALIZER_API int64_t GetErrorsCount(void);
 
 /**
@@ -226,9 +226,9 @@ KELMO_LOCALIZER_API const wchar_t* GetError(int32_t index);
 /*
  * Physical values; docs/values.md explains them by examples.
  *
- * A unit has a code, a signed 32-bit integer: quantity * 1000 + number of the unit. 10001 is the
- * quantity 10, length, in the unit 1, meter. Codes below 100, and those whose last three digits are
- * 000, name a quantity and no unit.
+ * A unit has a code, quantity * 1000 + number of the unit, as an int: 10002 is the quantity 10,
+ * length, in the unit 2, inch. Codes of one or two digits, negative ones, and whole thousands are
+ * those of quantities, not of units.
  *
  * The units are rows of one catalogue, which the library owns and looks through from the first to
  * the last: the first row that fits is the unit. From the moment that the library is loaded it
@@ -254,7 +254,7 @@ KELMO_LOCALIZER_API const wchar_t* GetError(int32_t index);
  * (docs/abi.md). No object may outlive the library. A Double that outlives its row, because the
  * library was started again, may be rounded, printed, copied, assigned to and destroyed.
  *
- * One thread at a time, as for the functions. Nothing here adds a message to the error list.
+ * One thread at a time, as for the functions. No member lists anything.
  */
 namespace KelmoLibs {
 namespace Localize {
@@ -348,7 +348,7 @@ class Double {
   KELMO_LOCALIZER_INLINE_MEMBER ~Double() { static_cast<ValueType* volatile&>(unit) = nullptr; }
 #endif
 
-  /** Sum and difference in this value's unit, with this value's tolerances. Checked. */
+  /** Sum and difference, with the unit and the tolerances of the left operand. Checked. */
   KELMO_LOCALIZER_MEMBER Double operator+(Double other);
   KELMO_LOCALIZER_MEMBER Double operator-(Double other);
 
@@ -384,8 +384,8 @@ class Double {
 
   /**
    * The rounded value in fixed notation, all its digits, with 0 to 9 decimals and without the unit.
-   * The decimal separator is that of the user's regional settings: for that the runtime's locale is
-   * switched to the user's (setlocale) in the whole process, and switched back before the call
+   * The decimal separator is the one that the user has chosen in the system: for that the runtime's
+   * locale is switched to the user's (setlocale) in the whole process, and switched back before the call
    * ends, also by an exception. Where the user's locale is not installed, the current one counts.
    * No other thread may use the runtime's locale meanwhile. Throws std::bad_alloc.
    */
