@@ -1,4 +1,4 @@
-// What computing with values costs, beside the bare conversion of a number between two units.
+// What computing with values costs, beside converting a plain number from inches to meters.
 #include <cmath>
 #include <cstddef>
 #include <string>

@@ -14,7 +14,7 @@
 
 namespace KelmoLibs::Localize {
 
-/// Texts by key. An entry is never changed, moved or removed: hosts hold pointers to its text.
+/// Texts by key. What is added stays as it is and where it is: hosts hold pointers to the texts.
 class Dictionary {
  public:
   struct Found {

@@ -10,7 +10,7 @@
 namespace KelmoLibs::Localize {
 
 /// Loads the dictionary file at `path`. Returns
-///   the number of messages in `errors` once the file is read;
+///   0 or more once the file is read: how many messages `errors` holds then;
 ///   -2 when it cannot be opened: listed, nothing else has changed;
 ///   -1 when a failure cut the loading short: listed, what was read before stays.
 /// Only a failure to list that very message leaves as an exception.

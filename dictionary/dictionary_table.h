@@ -15,8 +15,8 @@ namespace KelmoLibs::Localize {
 std::int32_t SelectDictionary(std::wstring_view id, CurrentLanguage& currentLanguage,
                               const DictionaryTable& dictionaries, ErrorList& errors);
 
-/// The text of `key` in the current dictionary: a pointer to the stored text, valid as long as the
-/// table. A missing dictionary or key is listed and gives emptyText. Finding a text takes no memory,
+/// What the current dictionary has for `key`: its own text and no copy, valid as long as the table. A
+/// missing dictionary or key is listed and gives emptyText. Finding a text takes no memory,
 /// nor does missing one whose message is listed.
 const wchar_t* FindText(std::wstring_view key, const CurrentLanguage& currentLanguage,
                         ErrorList& errors);

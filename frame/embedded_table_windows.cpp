@@ -4,9 +4,10 @@
 
 namespace KelmoLibs::Localize {
 
-// By the library's fixed name and not by the address of its own code, and without a look at what
-// comes back: a host that renames the file has no table, unless it carries one itself. The
-// reference that each call takes stays with it, and hosts that unload the library count on that.
+// The module is looked for under the library's fixed name, and a null is passed on: then the host's own
+// file is searched. So a host that renames the library has no table, unless it carries one itself; an
+// address inside the library would find the table under any name. The reference that each call takes is
+// kept, and hosts that unload the library count on that.
 EmbeddedTable FindEmbeddedUnitTable() noexcept {
   HMODULE library = ::LoadLibraryA("kelmo_Mestrel_Localizer.dll");
   // As in resources/default_unit_table.rc. NOLINTNEXTLINE(performance-no-int-to-ptr)

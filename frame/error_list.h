@@ -14,7 +14,7 @@
 namespace KelmoLibs::Localize {
 
 /// The one empty text that stands for "nothing there": GetError on an empty list and LANG without a
-/// text both return its address, so that a host can tell a missing text from an empty one.
+/// text both return its address. An empty text of a dictionary has an address of its own.
 extern const wchar_t emptyText[1];
 
 class ErrorList {

@@ -6,9 +6,8 @@
 
 namespace KelmoLibs::Localize {
 
-/// `folder`, one backslash, `fileName`, each as it stands: a folder that ends in a separator gives
-/// two in a row, an empty one a path that begins with the backslash. The same on every system, so
-/// that messages are too.
+/// `folder` and `fileName` with one backslash between them, both unchanged: L"a\\" and L"b" give
+/// L"a\\\\b", and L"" and L"b" give L"\\b". The same on every system, so that messages are too.
 std::wstring JoinPath(std::wstring_view folder, std::wstring_view fileName);
 
 }  // namespace KelmoLibs::Localize

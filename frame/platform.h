@@ -63,8 +63,8 @@ constexpr int kMostDecimals = 9;
 constexpr std::size_t kLongestNumber =
     1 + (std::numeric_limits<double>::max_exponent10 + 1) + 1 + kMostDecimals;
 
-/// `number` in fixed notation with `decimals`, the separator being that of the user's
-/// regional settings. For that the runtime's locale is the user's while the call lasts, in the
+/// `number` in fixed notation with `decimals`, with the decimal separator that the user has chosen in
+/// the system. For that the runtime's locale is the user's while the call lasts, in the
 /// whole process; where the user's is not installed, the number is formatted under the current one.
 /// Afterwards the locale is the one that it was, also when the call throws (std::bad_alloc only);
 /// unless the runtime itself finds no memory to restore it, twice.

@@ -36,8 +36,8 @@ UnitCatalogue BuiltInUnits() {
   };
 }
 
-// Name and symbol are tried row by row: an earlier row found by its symbol wins over a later one
-// found by its name.
+// One pass for both names and symbols: with two passes a later row could be found by its name although an
+// earlier one has the text as its symbol.
 ValueType* FindUnit(UnitCatalogue& catalogue, const wchar_t* text) noexcept {
   if (text == nullptr) {
     return nullptr;

@@ -20,7 +20,7 @@ namespace {
 constexpr int kValues = 20000;
 constexpr double kEpsilon = 0x1p-53;  // of one rounding, relative
 
-// Two different units of one quantity.
+// To be converted into each other.
 struct Units {
   int from;
   int to;

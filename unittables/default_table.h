@@ -1,5 +1,5 @@
-// The unit table that the library carries inside its own file: into the catalogue, and out to a file
-// for users to see.
+// The default unit table, which is embedded in the DLL and in the shared object: into the catalogue, and
+// out to a file that users can look at.
 #pragma once
 
 #include <cstdint>

@@ -44,9 +44,9 @@ void CleanUnitLine(std::wstring& line) {
       line.begin(), line.end(), [](wchar_t c) { return !IsKept(c); }, L' ');
 }
 
-// That the scan goes on behind the field that took the rest stays: tables are read by it. A unit
-// "square meter" is no row of the default table; unit_line_test.cpp and default_table_test.cpp pin
-// it.
+// The words behind the first one of the last field become fields as well, and that stays: it keeps the
+// unit "square meter" of the default table out of the catalogue. unit_line_test.cpp and
+// default_table_test.cpp hold it.
 std::vector<std::wstring_view> UnitFields(std::wstring& cleaned, std::int32_t count,
                                           std::size_t most) {
   constexpr std::size_t kFewFields = 8;

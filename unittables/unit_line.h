@@ -14,16 +14,16 @@ namespace KelmoLibs::Localize {
 /// last one is what follows it, possibly nothing. Views into `text`.
 std::vector<std::wstring_view> SplitText(std::wstring_view text, std::wstring_view delimiter);
 
-/// Takes its comment from `line`, "//" and all behind it, and puts a space in the place of each character
-/// that is neither graphic nor blank (platform.h): CR and the other control characters.
+/// Cuts `line` in front of its first "//", and makes a space of CR, of the other control characters, and of
+/// whatever else platform.h calls neither graphic nor a blank.
 void CleanUnitLine(std::wstring& line);
 
-/// The fields of a cleaned line whose table has `count` of them: the words between runs of spaces and
-/// tabs. The last one is the rest of the line, blanks at its end included. Each further word of that
-/// rest gives one field more, the rest from there on: so a line with a blank in its last field gives
-/// more than `count`, and readers tell by it. Fewer than `count` are none. Views into `cleaned`, no
-/// more of them than `most`: a line may have millions. Each ends with a zero, which takes the place of
-/// the separator behind it.
+/// The fields of a cleaned line whose table has `count` of them, without the spaces and tabs in between.
+/// Field number `count` goes on to the end of the line, whatever blanks it holds. Readers must see when it
+/// holds several words: from each of these but the first, a further field begins, which goes on to the end
+/// as well. A line with fewer than `count` words has no field. Views into `cleaned`, no more of them than
+/// `most`: a line may have millions. Each ends with a zero, which takes the place of the separator behind
+/// it.
 std::vector<std::wstring_view> UnitFields(std::wstring& cleaned, std::int32_t count,
                                           std::size_t most);
 
