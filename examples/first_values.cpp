@@ -2,6 +2,7 @@
 #include <stdexcept>
 
 #include "kelmo_localizer.h"
+#include "print.h"
 
 using KelmoLibs::Localize::Phyval::Double;
 
@@ -10,8 +11,8 @@ int main() {
   Double side(1.5, 0.01, 0, 10001);  // 1.5 m, known to 0.01 m
   Double edge(10, 0.1, 0, L"in");    // 10 inches, known to 0.1; an inch has 0.0273 m here
   Double sum = side + edge;          // 1.773, in meters, known to 0.01 m as the left operand
-  std::printf("%ls m\n", sum.to_string(L'.').c_str());
-  std::printf("%ls in\n", sum.ConvertTo(0.1, 0, 10002).to_string(L'.').c_str());
+  Print({sum.to_string(L'.'), L" m\n"});
+  Print({sum.ConvertTo(0.1, 0, 10002).to_string(L'.'), L" in\n"});
   try {
     sum = sum + Double(90, 1, 0, 40001);  // degrees
   } catch (const std::invalid_argument& refusal) {

@@ -52,9 +52,9 @@ inline std::string Utf8(const std::wstring& text) {
 // A console is to read UTF-8, and to get all bytes of a character at once and as they are.
 struct Utf8Console {
   Utf8Console() {
-    ::SetConsoleOutputCP(CP_UTF8);
-    ::_setmode(::_fileno(stdout), _O_BINARY);
-    std::setvbuf(stdout, nullptr, _IOFBF, 4096);
+    (void)::SetConsoleOutputCP(CP_UTF8);
+    (void)::_setmode(::_fileno(stdout), _O_BINARY);
+    (void)std::setvbuf(stdout, nullptr, _IOFBF, 4096);
   }
 };
 #endif
@@ -65,7 +65,7 @@ inline void Print(std::initializer_list<std::wstring> texts) {
 #endif
   for (const std::wstring& text : texts) {
     const std::string bytes = Utf8(text);
-    std::fwrite(bytes.data(), 1, bytes.size(), stdout);
+    (void)std::fwrite(bytes.data(), 1, bytes.size(), stdout);
   }
-  std::fflush(stdout);
+  (void)std::fflush(stdout);
 }
