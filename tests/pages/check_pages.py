@@ -2,10 +2,10 @@
 
     python3 check_pages.py TOP-FOLDER
 
-- A block of code names its file in a comment in front of it, <!-- FILE -->, and is that file, to the byte. A block
-  that shows blanks, <!-- FILE, blanks shown -->, has an arrow for each tab and a dot for each space, and its file has
-  the line ends CR LF. Blocks of shell commands ("sh") name no file: the presets and scripts in them must be there.
-  A block of "text" without a file is a drawing.
+- A block names its file in a comment in front of it, <!-- FILE -->, and is that file, to the byte. A block that shows
+  blanks, <!-- FILE, blanks shown -->, has an arrow for each tab and a dot for each space, and its file has the line ends
+  CR LF. Two kinds of blocks name no file: shell commands ("sh"), whose presets and scripts must be there, and a text
+  that is a drawing and says so, <!-- drawing -->.
 - Links to files of the project lead to a file, those to a heading to that heading.
 - Tests that a page names, `Suite.Name`, are in the sources of the tests; each row of docs/compatibility.md names one.
 - docs/messages.md has a section for each message of the library, with its text, and none besides; the README's table
@@ -23,6 +23,15 @@ top = pathlib.Path(sys.argv[1])
 pages = sorted([*top.glob("*.md"), *(top / "docs").rglob("*.md")])
 problems = []
 
+BLOCK = re.compile(r"(?:^<!-- ([^,\n]+?)(, blanks shown)? -->\n)?^```(\w*)\n(.*?)^```$", re.M | re.S)
+DRAWING = "drawing"
+PRESETS = {
+    "cmake": "configurePresets",
+    "cmake --build": "buildPresets",
+    "cmake --workflow": "workflowPresets",
+    "ctest": "testPresets",
+}
+
 
 def problem(page, text):
     problems.append(f"{page.relative_to(top)}: {text}")
@@ -37,32 +46,35 @@ def anchors(page):
     return {re.sub(r"[^\w\- ]", "", heading.lower()).replace(" ", "-") for heading in headings}
 
 
-def check_blocks(page, text):
-    all_presets = json.loads((top / "CMakePresets.json").read_text())
-    presets = {preset["name"] for preset in all_presets["buildPresets"] + all_presets["testPresets"]}
+def check_commands(page, block, presets):
+    for command, preset in re.findall(r"(\S+(?: --build| --workflow)?) --preset (\S+)", block):
+        kind = PRESETS.get(command, "")
+        if not any(entry["name"] == preset and not entry.get("hidden") for entry in presets.get(kind, [])):
+            problem(page, f"there is no preset for {command} --preset {preset}")
+    for script in re.findall(r"(?:^|\s)(?:\./)?((?:tools/)?[\w-]+\.(?:sh|py)|(?<=\./)\w+)\b", block):
+        if not (top / script).is_file():
+            problem(page, f"there is no script {script}")
+
+
+def check_blocks(page, text, presets):
     found = 0
-    for match in re.finditer(r"(?:^<!-- ([^,\n]+?)(, blanks shown)? -->\n)?^```(\w*)\n(.*?)^```$", text, re.M | re.S):
+    for file, blanks_shown, language, block in BLOCK.findall(text):
         found += 1
-        file, blanks_shown, language, block = match.groups()
-        if language == "sh":
-            for preset in re.findall(r"--preset (\S+)", block):
-                if preset not in presets:
-                    problem(page, f"there is no preset {preset}")
-            for script in re.findall(r"(?:^|\s)(?:\./)?((?:tools/)?[\w-]+\.sh|(?<=\./)\w+)\b", block):
-                if not (top / script).is_file():
-                    problem(page, f"there is no script {script}")
-            continue
-        if language == "text" and file is None:  # a drawing
-            continue
-        if file is None:
+        if language == "sh" and not file:
+            check_commands(page, block, presets)
+        elif not file:
             problem(page, f"a block names no file:\n{block}")
+        elif file == DRAWING and language == "text":
             continue
-        shown = block.encode()
-        if blanks_shown:
-            shown = block.replace("→", "\t").replace("·", " ").replace("\n", "\r\n").encode()
-        if shown != (top / file).read_bytes():
-            problem(page, f"this block is not {file}:\n{block}")
-    if found != len(re.findall(r"^```", text, re.M)) / 2:
+        elif not (top / file).is_file():
+            problem(page, f"a block is to be {file}, which there is not")
+        else:
+            shown = block.encode()
+            if blanks_shown:
+                shown = block.replace("→", "\t").replace("·", " ").replace("\n", "\r\n").encode()
+            if shown != (top / file).read_bytes():
+                problem(page, f"this block is not {file}:\n{block}")
+    if found != len(re.findall(r"^[ >]*(?:```|~~~)", text, re.M)) / 2:
         problem(page, "a block is not closed, or indented")
 
 
@@ -85,27 +97,33 @@ def check_tests(page, text, tests):
 
 
 def check_oddities(page):
-    for row in re.findall(r"^\| (?!Behaviour)[^-].*$", page.read_text("utf-8"), re.M):
+    rows = re.findall(r"^\|(?! Behaviour \||-).*$", page.read_text("utf-8"), re.M)
+    if not rows:
+        problem(page, "no row was found")
+    for row in rows:
         if not re.search(r"`[A-Z]\w+\.[A-Z]\w+`", row):
             problem(page, f"a row names no test:\n{row}")
 
 
 def check_messages(page, each):
     source = (top / "frame/messages.cpp").read_text("utf-8")
-    texts = set(re.findall(r'L"(E[LV]\d{3}\. [^"\\]+)\\n', source))
+    texts = set(re.findall(r'L"(E[LV]\d{3}\. [^"\\]+)', source))
     sections = set(re.findall(each, page.read_text("utf-8"), re.M))
     if not texts:
         problem(page, "no message was found in frame/messages.cpp")
-    for text in texts ^ sections:
-        problem(page, f"either no message or one that is missing here: {text}")
+    for text in sorted(texts - sections):
+        problem(page, f"the message is missing: {text}")
+    for text in sorted(sections - texts):
+        problem(page, f"there is no such message: {text}")
 
 
 def check_packages(page, text):
-    arrays = ("packages", "packages_native_tests", "packages_wine", "packages_lint", "packages_heavy", "packages_coverage")
-    command = ". tools/common.sh && echo " + " ".join(f"${{{array}[@]}}" for array in arrays)
-    installed = subprocess.run(["bash", "-c", command], cwd=top, capture_output=True, text=True, check=True).stdout.split()
+    """Of all modes of ./test, but not of ./bench."""
+    arrays = sorted(set(re.findall(r"\$\{packages\w*\[@\]\}", (top / "test").read_text("utf-8"))))
+    command = ["bash", "-c", f". tools/common.sh && echo {' '.join(arrays)}"]
+    installed = sorted(set(subprocess.run(command, cwd=top, capture_output=True, text=True, check=True).stdout.split()))
     lines = re.findall(r"^apt-get install (.+)$", re.sub(r"\\\n", "", text), re.M)
-    if len(lines) != 1 or sorted(lines[0].split()) != sorted(installed):
+    if not installed or len(lines) != 1 or sorted(lines[0].split()) != installed:
         problem(page, f"./test installs {' '.join(installed)}")
 
 
@@ -113,10 +131,11 @@ tests = set()
 for file in (top / "tests").rglob("*.cpp"):
     for suite, name in re.findall(r"^TEST(?:_F)?\((\w+), (\w+)\)", file.read_text("utf-8"), re.M):
         tests.add(f"{suite}.{name}")
+presets = json.loads((top / "CMakePresets.json").read_text())
 
 for page in pages:
     text = page.read_text("utf-8")
-    check_blocks(page, text)
+    check_blocks(page, text, presets)
     check_links(page, text)
     check_tests(page, text, tests)
 check_oddities(top / "docs/compatibility.md")
