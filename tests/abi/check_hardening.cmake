@@ -10,7 +10,15 @@ function(expect protection text pattern)
   endif()
 endfunction()
 
+# What cannot be read lacks everything, also where that is expected.
+function(expect_to_read pattern)
+  if(NOT "${headers}${symbols}" MATCHES "${pattern}")
+    message(FATAL_ERROR "${LIBRARY} was not read:\n${headers}${symbols}")
+  endif()
+endfunction()
+
 if(LIBRARY MATCHES "\\.dll$")
+  expect_to_read("file format pei-x86-64\n.*\nDllCharacteristics")
   expect("any address" "${headers}" "\n\t+DYNAMIC_BASE\n")
   expect("addresses of 64 bits" "${headers}" "\n\t+HIGH_ENTROPY_VA\n")
   expect("data that is not run" "${headers}" "\n\t+NX_COMPAT\n")
@@ -18,6 +26,7 @@ if(LIBRARY MATCHES "\\.dll$")
   expect("no TLS directory" "${headers}" "\nEntry 9 0+ 0+ Thread Storage Directory")
 else()
   execute_process(COMMAND ${OBJDUMP} -T ${LIBRARY} OUTPUT_VARIABLE symbols COMMAND_ERROR_IS_FATAL ANY)
+  expect_to_read("file format elf64-x86-64\n.*\nDynamic Section:\n.*\nDYNAMIC SYMBOL TABLE:\n[0-9a-f]+ ")
   expect("a part that becomes read-only" "${headers}" "\n +RELRO off ")
   expect("binding at the load" "${headers}" "\n +FLAGS +0x0*[8-9a-f]\n")  # DF_BIND_NOW
   expect("a stack that is not run" "${headers}" "\n +STACK off [^\n]*\n[^\n]* flags rw-\n")

@@ -1,5 +1,9 @@
-# compare_names(what names file): fails unless the names, sorted, are the lines of the file.
+# compare_names(what names file): fails unless the names, sorted, are the lines of the file. No names at all are a fault of
+# what has read them.
 function(compare_names what names file)
+  if(names STREQUAL "")
+    message(FATAL_ERROR "no name was read from ${what}")
+  endif()
   list(SORT names)
   list(JOIN names "\n" names)
   file(READ ${file} expected)

@@ -1,0 +1,157 @@
+"""The checks of the built file (tests/abi/*.cmake) refuse each that exports, needs or lacks what it must not.
+
+    python3 built_files_test.py CMAKE OBJDUMP NM LIBRARY VERSION NEEDED-LIBRARIES
+
+What the tools say of LIBRARY is falsified, and so are the lists under review.
+"""
+
+import pathlib
+import re
+import subprocess
+import sys
+import unittest
+
+from refusals import TOP, RefusalTest, Row, write
+
+CMAKE, OBJDUMP, NM, LIBRARY, VERSION, NEEDED = sys.argv[1:] if __name__ == "__main__" else [""] * 6
+WINDOWS = LIBRARY.endswith(".dll")
+SONAME = f"Localizer.so.{VERSION.partition('.')[0]}\n"
+ABI = TOP / "tests/abi"
+PROTECTIONS = (
+    ("any address", "addresses of 64 bits", "data that is not run", "no TLS directory") if WINDOWS else
+    ("a part that becomes read-only", "binding at the load", "a stack that is not run", "a checked stack",
+     "checked copying"))
+# A tool that says what is in the file of its name and first option.
+TOOL = '#!/bin/sh\ncat "$0$1"\n'
+
+
+def said(*command):
+    return subprocess.run(command, check=True, capture_output=True, text=True).stdout
+
+
+def write_folder(folder):
+    files = {
+        "objdump": TOOL,
+        "objdump-p": said(OBJDUMP, "-p", LIBRARY),
+        "nm": TOOL,
+        "exported_names.txt": (ABI / "exported_names_gnu.txt").read_text(),
+        "needed_libraries.txt": pathlib.Path(NEEDED).read_text(),
+        "objdump-t": "SYMBOL TABLE:\nno symbols\n",
+    }
+    if not WINDOWS:
+        files["objdump-T"] = said(OBJDUMP, "-T", LIBRARY)
+        files["nm-D"] = said(NM, "-D", "--defined-only", "--format=posix", LIBRARY)
+    write(folder, files)
+
+
+def command(check, folder, *options):
+    library = folder / pathlib.Path(LIBRARY).name
+    return [CMAKE, f"-DLIBRARY={library}", f"-DOBJDUMP={folder}/objdump", *options, "-P", ABI / f"check_{check}.cmake"]
+
+
+LISTED = "exported_names.txt"
+EXPORTS = (
+    Row("a name that is not listed", LISTED, "GetError\n", "", "says ClearErrors ExportPhyVal GetErrorsCount "),
+    Row("a name that is listed and not exported", LISTED, "GetError\n", "GetError\nGetErrorLine\n",
+        "says ClearErrors ExportPhyVal GetError GetErrorLine "),
+    Row("an empty list", LISTED, None, "", "but the list"),
+    *((
+        Row("a function that is not exported", "objdump-p", "] GetError\n", "] GetFault\n",
+            "GetErrorsCount GetFault Init "),
+        Row("a table of names that is not there", "objdump-p", "[Ordinal/Name Pointer]", "[Pointer]", "but the list"),
+        Row("a tool that says nothing", "objdump-p", None, "", "no name was read from"),
+    ) if WINDOWS else (
+        Row("a function that is not exported", "nm-D", "GetError T", "GetFault T", "GetErrorsCount GetFault Init "),
+        Row("a tool that says nothing", "nm-D", None, "", "no name was read from"),
+    )),
+)
+DEPENDENCIES = (
+    Row("a library that is not listed", "needed_libraries.txt", "msvcrt.dll" if WINDOWS else "libc.so.6", "",
+        "but the list"),
+    Row("a library that is listed and not needed", "needed_libraries.txt", None, "all.dll\n", "but the list"),
+    Row("a tool that says nothing", "objdump-p", None, "", "no name was read from"),
+    *((
+        Row("another library", "objdump-p", "DLL Name: msvcrt.dll", "DLL Name: ucrtbase.dll",
+            "ucrtbase.dll but the list"),
+    ) if WINDOWS else (
+        Row("another library", "objdump-p", "libgcc_s.so.1\n  NEEDED", "libgomp.so.1\n  NEEDED",
+            "libgomp.so.1 libstdc++.so.6 but the list"),
+        Row("another SONAME", "objdump-p", SONAME, "Localizer.so.77\n", "has not the SONAME"),
+        Row("almost the SONAME", "objdump-p", SONAME, SONAME.replace(".so", "-so"), "has not the SONAME"),
+        Row("a longer SONAME", "objdump-p", SONAME, SONAME.replace("\n", ".1\n"), "has not the SONAME"),
+        Row("no SONAME", "objdump-p", "  SONAME ", "  RUNPATH ", "has not the SONAME"),
+    )),
+)
+
+
+def hardening():
+    """Rows that need what the tools say."""
+    rows = [Row("a tool that says nothing", "objdump-p", None, "", "was not read")]
+    headers = "objdump-p"
+    if WINDOWS:
+        return rows + [
+            Row("a file of another system", headers, "pei-x86-64", "elf64-x86-64", "was not read"),
+            Row("a fixed address", headers, "\tDYNAMIC_BASE", "\tNONE", "lacks any address and not"),
+            Row("addresses of 32 bits", headers, "HIGH_ENTROPY_VA", "NONE", "lacks addresses of 64 bits and not"),
+            Row("data that is run", headers, "NX_COMPAT", "NONE", "lacks data that is not run and not"),
+            Row("a TLS directory", headers, "Entry 9 0000000000000000 00000000", "Entry 9 0000000000068000 00000028",
+                "lacks no TLS directory and not"),
+        ]
+    symbols = said(OBJDUMP, "-T", LIBRARY)
+    text = said(OBJDUMP, "-p", LIBRARY)
+    stack = re.search(r"   STACK off .*\n.*flags rw-\n", text).group()
+    flags = re.search(r"  FLAGS  .*\n", text).group()
+    return rows + [
+        Row("a file of another system", headers, "elf64-x86-64", "pei-x86-64", "was not read"),
+        Row("no symbols", "objdump-T", None, "", "was not read"),
+        Row("nothing that becomes read-only", headers, " RELRO off", " OTHER off",
+            "lacks a part that becomes read-only and not"),
+        Row("binding when needed", headers, flags, re.sub("0x.*", "0x0000000000000002", flags),
+            "lacks binding at the load and not"),
+        Row("a stack that is run", headers, stack, stack.replace("rw-", "rwx"), "lacks a stack that is not run and not"),
+        Row("a stack that nobody checks", "objdump-T", " __stack_chk_fail\n", " stack_chk_fail\n",
+            "lacks a checked stack and not"),
+        Row("copying that nobody checks", "objdump-T", None, re.sub(r" __(?!stack)(\w+)_chk\n", r" \1\n", symbols),
+            "lacks checked copying and not"),
+    ]
+
+
+class BuiltFiles(RefusalTest):
+    def test_each_difference_of_the_exported_names_is_refused(self):
+        self.refuses_each(write_folder, lambda folder: command(
+            "exports", folder, f"-DEXPECTED={folder / LISTED}", f"-DNM={folder}/nm"), EXPORTS)
+
+    def test_each_difference_of_the_needed_libraries_is_refused(self):
+        self.refuses_each(write_folder, lambda folder: command(
+            "dependencies", folder, f"-DEXPECTED={folder}/needed_libraries.txt", f"-DVERSION={VERSION}"), DEPENDENCIES)
+
+    @unittest.skipIf(WINDOWS, "the version of a DLL is in its resources")
+    def test_a_file_of_another_version_is_refused(self):
+        self.refuses("but the version is 9.0.0", [
+            CMAKE, f"-DLIBRARY={LIBRARY}", f"-DOBJDUMP={OBJDUMP}", f"-DEXPECTED={NEEDED}", "-DVERSION=9.0.0",
+            "-P", ABI / "check_dependencies.cmake"])
+
+    def test_a_symbol_table_is_refused(self):
+        self.refuses_each(write_folder, lambda folder: command("stripped", folder), (
+            Row("that of the file which is built", "objdump-t", None, said(OBJDUMP, "-t", LIBRARY),
+                "There is a symbol table in"),
+            Row("a tool that says nothing", "objdump-t", None, "", "There is a symbol table in")))
+
+    def test_each_protection_that_is_missing_is_seen(self):
+        rows = hardening()
+        self.refuses_each(write_folder, lambda folder: command("hardening", folder), rows)
+        for protection in PROTECTIONS:
+            self.assertIn(f"lacks {protection} and not", [row.complaint for row in rows])
+
+    def test_a_protection_that_is_there_is_seen(self):
+        self.refuses("and not all", [
+            CMAKE, f"-DLIBRARY={LIBRARY}", f"-DOBJDUMP={OBJDUMP}", "-DLACKS=all", "-P", ABI / "check_hardening.cmake"])
+
+    def test_a_library_that_is_not_read_is_no_unprotected_one(self):
+        self.refuses("was not read", [
+            CMAKE, f"-DLIBRARY={LIBRARY}", "-DOBJDUMP=true", f"-DLACKS={';'.join(PROTECTIONS)}",
+            "-P", ABI / "check_hardening.cmake"])
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1])
