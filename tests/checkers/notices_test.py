@@ -1,0 +1,51 @@
+"""tests/abi/check_notices.py refuses a page and a map that do not name the same parts, or nothing.
+
+    python3 notices_test.py NOTICES.md .dll|.so MAP
+"""
+
+import pathlib
+import sys
+import unittest
+
+from refusals import TOP, RefusalTest, Row, write
+
+PAGE, SUFFIX, MAP = sys.argv[1:] if __name__ == "__main__" else [""] * 3
+START_UP = "dllcrt2.o" if SUFFIX == ".dll" else "crti.o"
+NO_TABLE = f"the page has no table for the file with the suffix {SUFFIX}"
+
+
+def text_of(path):
+    return pathlib.Path(path).read_text("utf-8", "surrogateescape")
+
+
+def rows():
+    page, linked = text_of(PAGE), text_of(MAP)
+    return (
+        Row("an archive more in the map", "map", None, f"/a folder/libmore.a(more.o)\n{linked}",
+            "libmore.a(more.o) is in the file, but not in the table"),
+        Row("a member more of an archive whose members are named", "map", None,
+            f"/a folder/libstdc++.a(floating_from_chars.o)\n{linked}",
+            "libstdc++.a(floating_from_chars.o) is in the file, but not in the table"),
+        Row("a start-up object more in the map", "map", None, f"{linked}\nLOAD /a folder/папка/crtmore.o\n",
+            "crtmore.o is in the file, but not in the table"),
+        Row("a part missing in the page", "page", None, page.replace(f"`{START_UP}`", "`other.o`"),
+            f"{START_UP} is in the file, but not in the table"),
+        Row("a part missing in the map", "map", None, linked.replace(f"/{START_UP}\n", "/nothing\n"),
+            f"{START_UP} is in the table, but not in the file"),
+        Row("an archive of the page without a member in the map", "page", None,
+            page.replace(f"`{START_UP}`", f"`{START_UP}`, `libnone.a`"), "libnone.a is in the table, but not in the file"),
+        Row("no table", "page", None, page.replace(f"{SUFFIX}`", "`"), NO_TABLE),
+        Row("no rows in the table", "page", None, page.replace("| `", "| "), NO_TABLE),
+        Row("a map that holds nothing", "map", None, "", "no linker has written it"),
+        Row("a map of another program", "map", None, linked.replace("CMakeFiles/", "other/"), "no linker has written it"),
+    )
+
+
+class Notices(RefusalTest):
+    def test_each_difference_is_refused(self):
+        self.refuses_each(lambda folder: write(folder, {"page": text_of(PAGE), "map": text_of(MAP)}), lambda folder: [
+            sys.executable, TOP / "tests/abi/check_notices.py", folder / "page", SUFFIX, folder / "map"], rows())
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1])
