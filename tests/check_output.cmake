@@ -1,12 +1,20 @@
-# Runs a program and compares what it prints with a file.
-#   cmake -D COMMAND=program;arguments -D EXPECTED=file -P check_output.cmake
+# Runs a program and compares what it prints with a file, to the byte; of a Windows program, which prints in text mode, all
+# but the line ends.
+#   cmake -D COMMAND=program;arguments -D EXPECTED=file -D OUTPUT=file -P check_output.cmake
 
-execute_process(COMMAND ${COMMAND} OUTPUT_VARIABLE output RESULT_VARIABLE result)
+execute_process(COMMAND ${COMMAND} OUTPUT_FILE ${OUTPUT} RESULT_VARIABLE result)
+file(READ ${OUTPUT} output)
 if(NOT result STREQUAL "0")
   message(FATAL_ERROR "${COMMAND} ended with ${result} after\n${output}")
 endif()
-string(REPLACE "\r\n" "\n" output "${output}")  # a Windows program prints in text mode
 file(READ ${EXPECTED} expected)
-if(NOT output STREQUAL expected)
+if(expected STREQUAL "")
+  message(FATAL_ERROR "${EXPECTED} is empty: a program that does nothing would print that")
+endif()
+if("${COMMAND}" MATCHES "\\.exe(;|$)")
+  set(but_line_ends --ignore-eol)
+endif()
+execute_process(COMMAND ${CMAKE_COMMAND} -E compare_files ${but_line_ends} ${OUTPUT} ${EXPECTED} RESULT_VARIABLE result)
+if(NOT result STREQUAL "0")
   message(FATAL_ERROR "${COMMAND} printed\n${output}\nbut ${EXPECTED} says\n${expected}")
 endif()

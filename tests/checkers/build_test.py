@@ -1,0 +1,152 @@
+"""The checks of the builds refuse a build without its warnings, presets that forget, a header that says two things, and a
+program that prints otherwise.
+
+    python3 build_test.py CMAKE COMPILER
+"""
+
+import sys
+import unittest
+
+from refusals import TOP, RefusalTest, Row, write
+
+CMAKE, COMPILER = sys.argv[1:] if __name__ == "__main__" else [""] * 2
+
+# ---- tests/build/check_warnings.cmake
+
+SWITCHES = "-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror"
+COMPILED = "compile_commands.json"
+ERROR = "deliberate_warnings.cpp:{0}:1: error: here [-Werror={1}]\n"
+KINDS = ("shadow", "parentheses", "vla", "unused-parameter", "float-conversion")
+WARNINGS = {
+    COMPILED: f"""[
+  "command": "g++ -O3 {SWITCHES} -std=c++17 -o one.o -c /one.cpp",
+  "command": "g++ -isystem /usr/src/googletest/googletest/include -O0 {SWITCHES}  -o two.o -c \\"/a folder/two.cpp\\"",
+  "command": "g++ -Wall -Wno-error -o all.o -c /usr/src/googletest/src/gtest-all.cc",
+  "command": "g++ -o faults.o -c /tests/build/deliberate_faults.cpp",
+  "command": "gcc -o table.o -c /table.S",
+  "command": "x86_64-w64-mingw32-windres -O coff /table.rc table.res",
+]""",
+    "deliberate_warnings.cpp": "".join(f"code;  // expect: {kind}\n" for kind in KINDS),
+    "errors.txt": "".join(ERROR.format(*line) for line in enumerate(KINDS, 1)),
+    "CMakeCache.txt": "CMAKE_GENERATOR:INTERNAL=Ninja\nCMAKE_MAKE_PROGRAM:STRING=ninja\nCMAKE_PROJECT_NAME:STRING=made_up\n",
+    "build.ninja": """rule compile
+  command = cat errors.txt && exit 1
+build warnings: compile
+""",
+}
+NOT_COMPILED_SO = "compiled without warnings as errors:"
+WARNINGS_ROWS = (
+    Row("no commands", COMPILED, None, "[]", "no command was read"),
+    Row("a source without a switch", COMPILED, "-Wshadow -Werror -std", "-Werror -std", NOT_COMPILED_SO),
+    Row("warnings that are no errors", COMPILED, "-Werror -std", "-std", NOT_COMPILED_SO),
+    Row("a test without them, beside GoogleTest's headers", COMPILED, f"-O0 {SWITCHES}", "-O0", NOT_COMPILED_SO),
+    Row("a switch that is off again", COMPILED, "-std=c++17", "-Wno-shadow", NOT_COMPILED_SO),
+    Row("all switches off again", COMPILED, "-std=c++17", "-w", NOT_COMPILED_SO),
+    Row("a source like one that may", COMPILED, "deliberate_faults.cpp", "more_faults.cpp", NOT_COMPILED_SO),
+    Row("a build that passes", "build.ninja", "exit 1", "exit 0", "was compiled, though it is full of warnings"),
+    Row("an error that is missing", "errors.txt", ERROR.format(3, "vla"), "", "no error of -Wvla in line 3"),
+    Row("an error of another line", "errors.txt", ERROR.format(3, "vla"), ERROR.format(4, "vla"),
+        "no error of -Wvla in line 3"),
+    Row("an error of another switch", "errors.txt", "vla", "main", "no error of -Wvla in line 3"),
+    Row("an error that is not expected", "errors.txt", ERROR.format(3, "vla"),
+        ERROR.format(3, "vla") + ERROR.format(9, "vla"), "5 errors were expected, at least 5, and not 6"),
+    Row("few expectations", "deliberate_warnings.cpp", "expect: vla", "", "4 errors were expected, at least 5, and not 5"),
+)
+
+# ---- tests/build/check_presets.cmake
+
+PRESETS = {
+    "CMakePresets.json": """{ "version": 6, "configurePresets": [{ "name": "linux-release", "generator": "Ninja",
+  "cacheVariables": { "KELMO_LOCALIZER_TESTS": true, "KELMO_LOCALIZER_EXAMPLES": true, "NONE": true } }] }""",
+    "CMakeLists.txt": """cmake_minimum_required(VERSION 3.25)
+project(presets LANGUAGES NONE)
+enable_testing()
+if(KELMO_LOCALIZER_TESTS)
+  add_test(NAME unit_tests COMMAND true)
+endif()
+if(KELMO_LOCALIZER_TESTS AND KELMO_LOCALIZER_EXAMPLES)
+  add_test(NAME demo_host_output COMMAND true)
+endif()
+""",
+}
+PRESETS_ROWS = (
+    Row("a preset without tests", "CMakePresets.json", '"KELMO_LOCALIZER_TESTS": true,', "",
+        "unit_tests is not there again"),
+    Row("a preset without examples", "CMakePresets.json", '"KELMO_LOCALIZER_EXAMPLES": true,', "",
+        "demo_host_output is not there again"),
+    Row("tests that are always there", "CMakeLists.txt", "if(KELMO_LOCALIZER_TESTS)", "if(TRUE)",
+        "unit_tests is there without tests and examples"),
+    Row("examples that are always there", "CMakeLists.txt", "if(KELMO_LOCALIZER_TESTS AND KELMO_LOCALIZER_EXAMPLES)",
+        "if(TRUE)", "demo_host_output is there without tests and examples"),
+    Row("a test of a longer name", "CMakeLists.txt", "NAME unit_tests", "NAME unit_tests_again",
+        "unit_tests is not there again"),
+    Row("a project that is at fault", "CMakeLists.txt", "enable_testing()", "message(FATAL_ERROR gone)", "gone"),
+)
+
+# ---- tests/abi/check_one_definition.cmake
+
+HEADER = "kelmo_localizer.h"
+MEMBER = "  KELMO_LOCALIZER_MEMBER double Return();"
+HEADER_ROWS = (
+    Row("a member of the library alone", HEADER, MEMBER, f"#ifdef KELMO_LOCALIZER_BUILDING\n{MEMBER}\n#endif",
+        "with KELMO_LOCALIZER_BUILDING the header says something else than to a host"),
+    Row("a member that the tests define themselves", HEADER, MEMBER,
+        f"#ifdef KELMO_LOCALIZER_STATIC\n  double Return() {{ return 0; }}\n#else\n{MEMBER}\n#endif",
+        "with KELMO_LOCALIZER_STATIC the header says something else than to a host"),
+    Row("an empty header", HEADER, None, "", "nothing of the header was read"),
+    Row("no header", HEADER, None, None, "No such file or directory"),
+)
+
+# ---- tests/check_output.cmake
+
+OUTPUT = {"program": "#!/bin/sh\nprintf 'one\\ntwo\\n'\n", "expected.txt": "one\ntwo\n"}
+OUTPUT_ROWS = (
+    Row("another text", "expected.txt", "two", "three", "printed"),
+    Row("less text", "program", "one\\ntwo\\n", "one\\n", "printed"),
+    Row("more text", "program", "two\\n", "two\\nthree\\n", "printed"),
+    Row("no line end", "program", "two\\n", "two", "printed"),
+    Row("a NUL and more", "program", "two\\n", "two\\n\\0", "printed"),
+    Row("line ends of Windows", "program", "one\\n", "one\\r\\n", "printed"),
+    Row("another line end that is expected", "expected.txt", "one\n", "one\r\n", "printed"),
+    Row("nothing that is expected", "expected.txt", None, "", "is empty: a program that does nothing would print that"),
+    Row("a failure", "program", "two\\n'", "two\\n'; exit 3", "ended with 3 after"),
+    Row("a crash", "program", "two\\n'", "two\\n'; kill -SEGV $$", "ended with Segmentation fault after"),
+    Row("no program", "program", None, None, "ended with"),
+)
+
+
+class Build(RefusalTest):
+    def test_a_build_without_its_warnings_is_refused(self):
+        self.refuses_each(lambda folder: write(folder, WARNINGS), lambda folder: [
+            CMAKE, f"-DBUILD={folder}", "-DTARGET=warnings", f"-DSOURCE={folder}/deliberate_warnings.cpp",
+            "-P", TOP / "tests/build/check_warnings.cmake"], WARNINGS_ROWS)
+
+    def test_a_preset_that_does_not_bring_the_tests_back_is_refused(self):
+        self.refuses_each(lambda folder: write(folder, PRESETS), lambda folder: [
+            CMAKE, f"-DSOURCE={folder}", f"-DWORK={folder}/work", "-P", TOP / "tests/build/check_presets.cmake"],
+            PRESETS_ROWS)
+
+    def test_a_header_of_two_definitions_is_refused(self):
+        text = (TOP / "include/kelmo_localizer.h").read_text("utf-8")
+        self.refuses_each(lambda folder: write(folder, {HEADER: text}), lambda folder: [
+            CMAKE, f"-DHEADER={folder / HEADER}", f"-DCOMPILER={COMPILER}",
+            "-P", TOP / "tests/abi/check_one_definition.cmake"], HEADER_ROWS)
+
+    def test_a_program_that_prints_otherwise_is_refused(self):
+        self.refuses_each(lambda folder: write(folder, OUTPUT), lambda folder: [
+            CMAKE, f"-DCOMMAND={folder}/program", f"-DEXPECTED={folder}/expected.txt", f"-DOUTPUT={folder}/output.txt",
+            "-P", TOP / "tests/check_output.cmake"], OUTPUT_ROWS)
+
+    def test_line_ends_are_all_that_a_windows_program_may_print_otherwise(self):
+        def write_folder(folder):
+            write(folder, {"program.exe": OUTPUT["program"].replace("\\n", "\\r\\n"), "expected.txt": "one\ntwo\n"})
+
+        self.refuses_each(write_folder, lambda folder: [
+            CMAKE, f"-DCOMMAND={folder}/program.exe", f"-DEXPECTED={folder}/expected.txt",
+            f"-DOUTPUT={folder}/output.txt", "-P", TOP / "tests/check_output.cmake"],
+            (Row("another text", "expected.txt", "two", "three", "printed"),
+             Row("a stray CR", "program.exe", "one", "on\\re", "printed")))
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1])
