@@ -22,7 +22,10 @@ clang += ["-I", top / "include", "-x", "c++"]
 
 
 def compiled(*arguments):
-    return subprocess.run([*clang, *arguments], check=True, stdout=subprocess.PIPE, text=True).stdout
+    made = subprocess.run([*clang, *arguments], check=False, stdout=subprocess.PIPE, text=True)
+    if made.returncode != 0:
+        sys.exit(f"clang has refused {arguments[-1].relative_to(top)}")
+    return made.stdout
 
 
 def imported_declarations(node):
@@ -33,7 +36,7 @@ def imported_declarations(node):
 assembly = compiled("-S", "-O1", "-o", "-", abi / "microsoft_host.cpp")
 names = sorted(set(re.findall(r'__imp_([^"\s,()]+)', assembly)))
 expected = (abi / "exported_names_microsoft.txt").read_text().splitlines()
-if names != expected:
+if not names or names != expected:
     print("a host imports", *names, "but the list says", *expected, sep="\n  ")
     sys.exit(1)
 
