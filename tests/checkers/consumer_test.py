@@ -1,0 +1,108 @@
+"""tests/consumer/check_consumer.cmake refuses a library that is not installed as it must be, or that does not keep its own
+affairs out of a host's build.
+
+    python3 consumer_test.py CMAKE COMPILER OBJDUMP NM BUILD-FOLDER INSTALLED-FILES
+"""
+
+import shutil
+import sys
+import unittest
+
+from refusals import TOP, RefusalTest, Row, write
+
+CMAKE, COMPILER, OBJDUMP, NM, BUILD, INSTALLED = sys.argv[1:] if __name__ == "__main__" else [""] * 6
+
+# The library of BUILD is installed, and its package changed; another is made up, to be built with the host.
+HOST, SECOND_HOST, LIBRARY = "examples/first_host.cpp", "examples/first_values.cpp", "CMakeLists.txt"
+PROJECT, INSTALL, LIST = "tests/consumer/CMakeLists.txt", "build/cmake_install.cmake", "installed_files.txt"
+README = "README.md"
+FILES = {
+    HOST: 'int Print(const char*);\nint main() { return Print("Hello"); }\n',
+    SECOND_HOST: 'int Print(const char*);\nint main() { return Print("1.5 m"); }\n',
+    "examples/print.h": "",
+    "library.cpp": "#include <cstdio>\nint Print(const char* text) { return std::puts(text) == EOF; }\n",
+    LIBRARY: """add_library(kelmo_localizer SHARED library.cpp)
+add_library(kelmo::localizer ALIAS kelmo_localizer)
+""",
+    "tests/data/examples/first_host.txt": "Hello\n",
+    "tests/data/examples/first_values.txt": "1.5 m\n",
+}
+REAL_HOST = '#include <cstdio>\n#include "kelmo_localizer.h"\nint main() { ClearErrors(); std::puts("Hello"); }\n'
+REACHED = "the library's tests, examples or definitions reach those who use it"
+WARNED = "the library's warnings reach those who use it"
+INSTALLED_ROWS = (
+    Row("a file that is not listed", LIST, "include/kelmo_localizer.h\n", "", "the installation has include/kelmo"),
+    Row("a listed file that is not installed", LIST, "include/", "include/kelmo.h\ninclude/",
+        "says include/kelmo.h include/kelmo_localizer.h"),
+    Row("a symbol table", README, " --strip", "", "There is a symbol table in"),
+    Row("a name that is not listed", "exported_names.txt", "GetError\n", "", "GetErrorsCount Init"),
+    Row("another text", "tests/data/examples/first_host.txt", "Hello", "Hallo", "printed Hello and not Hallo"),
+    Row("another text of the second host", "tests/data/examples/first_values.txt", "Hello", "Hallo",
+        "printed Hello and not Hallo"),
+    Row("a host that fails", HOST, 'std::puts("Hello");', "return 3;", "ended with 3 after"),
+    Row("a host that does not compile", HOST, "ClearErrors();", "ClearFaults();", "ClearFaults"),
+    Row("a host without what it needs", PROJECT, "install(IMPORTED_RUNTIME_ARTIFACTS kelmo::localizer)", "",
+        "shipped/bin/host ended with"),
+    Row("a package for every system", INSTALL, "# and nothing more", 'file(APPEND "${package}ConfigVersion.cmake"'
+        ' "set(PACKAGE_VERSION_UNSUITABLE FALSE)\\n")', "the package passed for one of another system"),
+)
+WITH_THE_HOST_ROWS = (
+    Row("the library's warnings", LIBRARY, "ALIAS kelmo_localizer)\n",
+        "ALIAS kelmo_localizer)\ntarget_compile_options(kelmo_localizer PUBLIC -Wall)\n", WARNED),
+    Row("a warning", "library.cpp", "int Print(const", "#warning here\nint Print(const", WARNED),
+    Row("the library's definitions", LIBRARY, "ALIAS kelmo_localizer)\n",
+        "ALIAS kelmo_localizer)\ntarget_compile_definitions(kelmo_localizer PUBLIC KELMO_LOCALIZER_BUILDING)\n", REACHED),
+    Row("the library's tests", LIBRARY, "ALIAS kelmo_localizer)\n",
+        "ALIAS kelmo_localizer)\nconfigure_file(examples/first_host.cpp some_test.cpp)\n"
+        "add_library(some_test OBJECT ${CMAKE_CURRENT_BINARY_DIR}/some_test.cpp)\n", REACHED),
+    Row("the library's install rules", LIBRARY, "ALIAS kelmo_localizer)\n",
+        "ALIAS kelmo_localizer)\ninstall(FILES library.cpp DESTINATION include)\n", "the library's install rules reach"),
+)
+
+
+def write_folder(folder):
+    write(folder, FILES)
+    shutil.copytree(TOP / "tests/consumer", folder / "tests/consumer")
+    shutil.copytree(TOP / "tests/abi", folder / "tests/abi")
+
+
+def write_folder_to_install(folder):
+    write_folder(folder)
+    shutil.copy(INSTALLED, folder / LIST)
+    shutil.copy(TOP / "tests/abi/exported_names_gnu.txt", folder / "exported_names.txt")
+    write(folder, {
+        HOST: REAL_HOST,
+        SECOND_HOST: REAL_HOST,
+        "tests/data/examples/first_values.txt": "Hello\n",
+        README: "cmake --install build/linux-release --prefix DIR --strip\n",
+        INSTALL: f"""
+if(CMAKE_INSTALL_DO_STRIP)
+  set(strip --strip)
+endif()
+execute_process(COMMAND ${{CMAKE_COMMAND}} --install "{BUILD}" --prefix ${{CMAKE_INSTALL_PREFIX}} ${{strip}}
+  COMMAND_ERROR_IS_FATAL ANY)
+set(package "${{CMAKE_INSTALL_PREFIX}}/lib/cmake/kelmo_Mestrel_Localizer/kelmo_Mestrel_Localizer")
+# and nothing more
+"""})
+
+
+NAME = "да"  # without a blank: CMake does not quote the folders of a program's libraries for the linker
+
+
+def command(folder, way):
+    return [CMAKE, f"-DBY={way}", f"-DWORK={folder}/work", f"-DLIBRARY_SOURCE={folder}", f"-DLIBRARY_BUILD={folder}/build",
+            "-DGENERATOR=Ninja", f"-DOPTIONS=-D;CMAKE_CXX_COMPILER={COMPILER}", "-DEMULATOR=",
+            f"-DINSTALLED_FILES={folder / LIST}", f"-DEXPORTED_NAMES={folder}/exported_names.txt", f"-DOBJDUMP={OBJDUMP}",
+            f"-DNM={NM}", "-P", folder / "tests/consumer/check_consumer.cmake"]
+
+
+class Consumer(RefusalTest):
+    def test_each_fault_of_an_installed_library_is_refused(self):
+        self.refuses_each(write_folder_to_install, lambda folder: command(folder, "find_package"), INSTALLED_ROWS, NAME)
+
+    def test_all_that_a_library_built_with_the_host_must_keep_to_itself_is_refused(self):
+        self.refuses_each(write_folder, lambda folder: command(folder, "add_subdirectory"), WITH_THE_HOST_ROWS, NAME)
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1])
