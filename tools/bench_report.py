@@ -83,6 +83,8 @@ def minima(files):
                 raise SystemExit(f"{run['name']}: {run['error_message']}")
             name = re.sub(r"/(manual_time|real_time|process_time|(iterations|repeats|min_time):[^/]+)", "", run["name"])
             time = run["real_time"] * NANOSECONDS[run["time_unit"]] / run.get("operations", 1)
+            if not 0 < time < float("inf"):
+                raise SystemExit(f"{run['name']}: no time was measured")
             entry = found.setdefault(name, {"ns": time})
             entry["ns"] = min(entry["ns"], time)
             for counter, value in run.items():
@@ -121,8 +123,15 @@ class Report:
             row, subject, argument = split(name)
             self.rows.setdefault((row, argument), {})[subject] = entry
         self.met = self.judged = 0
+        self.seen = set()  # the targets, growths and counters that have come up
+        self.not_judged = []
 
-    def verdict(self, value, limit):
+    def verdict(self, what, value, limit, missing=()):
+        """Where some of what a value is compared with is missing, the target may be missed, but is not met."""
+        self.seen.add(what)
+        if missing and value <= limit:
+            self.not_judged.append(f"{what.row}: without {', '.join(missing)}")
+            return f"at most {limit:g}: not judged"
         self.judged += 1
         self.met += value <= limit
         return f"at most {limit:g}: {'met' if value <= limit else 'MISSED'}"
@@ -132,17 +141,20 @@ class Report:
         verdicts = {}
         size = argument if isinstance(argument, int) else 0
         for target in TARGETS:
-            there = [subject for subject in target.subjects if subject in entries]
-            if target.row == row and there and target.smallest <= size <= target.largest:
-                fastest = min(there, key=lambda subject: entries[subject]["ns"])
-                verdicts[fastest] = self.verdict(time / entries[fastest]["ns"], target.limit)
+            if target.row == row and target.smallest <= size <= target.largest:
+                there = {subject: entries[subject]["ns"] for subject in target.subjects if subject in entries}
+                missing = [subject for subject in target.subjects if subject not in there]
+                fastest = min(there, key=there.get, default=None)
+                value = time / there[fastest] if there else 0
+                verdicts[fastest] = self.verdict(target, value, target.limit, missing)
         return verdicts
 
     def print_counters(self, label, entry):
+        self.not_judged += [f"{label}: without {counter}" for counter in COUNTER_TARGETS if counter not in entry]
         for counter, value in entry.items():
             if counter != "ns":
                 limit = COUNTER_TARGETS.get(counter)
-                verdict = self.verdict(value, limit) if limit else ""
+                verdict = self.verdict(counter, value, limit) if limit else ""
                 print(f"{label:<28}{counter:<22}{value:>14,.2f}{'':11}{verdict}".rstrip())
                 label = ""
 
@@ -171,7 +183,8 @@ class Report:
             if growth.row.startswith(job) and len(times) > 1:
                 value = max(times.values()) / min(times.values())
                 label = f"{growth.row.partition('/')[2]} {min(times):,} to {max(times):,}: slowest by fastest"
-                verdict = self.verdict(value, growth.limit) if growth.limit else ""
+                missing = [f"{size:,}" for size in (growth.smallest, growth.largest) if size not in times]
+                verdict = self.verdict(growth, value, growth.limit, missing) if growth.limit else ""
                 print(f"{label:<50}{growth.subject:<14}{value:>9.3g}  {verdict}".rstrip())
 
     def print(self):
@@ -182,7 +195,13 @@ class Report:
                 if row.partition("/")[0] == job:
                     self.print_row(row, argument, self.rows[row, argument])
             self.print_growth(job)
+        limited = [growth for growth in GROWTHS if growth.limit]
+        unseen = [target.row for target in (*TARGETS, *limited) if target not in self.seen]
+        unseen += [counter for counter in COUNTER_TARGETS if counter not in self.seen]
+        self.not_judged += [f"{row}: not measured" for row in unseen]
         print(f"\n{self.met} of {self.judged} targets are met.")
+        if self.not_judged:
+            print("Not judged:", *dict.fromkeys(self.not_judged), sep="\n  ")
 
 
 def main():
@@ -199,4 +218,5 @@ def main():
     Report(found).print()
 
 
-main()
+if __name__ == "__main__":
+    main()

@@ -123,7 +123,7 @@ class Report:
     def is_needed(self, count, excuse, number, what):
         if excuse:
             self.excused[excuse].append(number)
-            if count > 0 and not what.startswith("}"):  # a block's end counts as run where what is around it goes on
+            if count > 0 and not END.match(what):  # a block's end counts as run where what is around it goes on
                 self.problems.append(f"{self.name}:{number}: {what}: was run, although it says that it cannot be")
         elif count == 0:
             self.problems.append(f"{self.name}:{number}: {what}")
@@ -154,6 +154,8 @@ def main():
         report = Report(name, source, lines[top / name], branches.get(top / name, {}))
         reports.append(report)
         print(f"{report.lines:7} {report.lines_run:7} {report.branches:9} {report.branches_taken:7}  {name}")
+    if not reports:
+        sys.exit("no file of the library was run: the profiles are of another build")
     needed, run = sum(report.lines for report in reports), sum(report.lines_run for report in reports)
     outcomes, taken = sum(report.branches for report in reports), sum(report.branches_taken for report in reports)
     print(f"{needed:7} {run:7} {outcomes:9} {taken:7}  in all but the exceptions: {100 * run / needed:.2f}% of the lines,"
@@ -170,4 +172,5 @@ def main():
     return 1 if problems else 0
 
 
-sys.exit(main())
+if __name__ == "__main__":
+    sys.exit(main())

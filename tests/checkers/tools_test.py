@@ -1,0 +1,225 @@
+"""The scripts in Python that judge what was measured, run or changed refuse what is missing or not good enough.
+
+Where the whole script takes long, its part that judges is called with results that are made up.
+"""
+
+import contextlib
+import io
+import json
+import pathlib
+import sys
+import tempfile
+import unittest
+from unittest import mock
+
+from refusals import TOP
+
+sys.path.insert(0, str(TOP / "tools"))
+import bench_report  # noqa: E402
+import coverage  # noqa: E402
+import mutate  # noqa: E402
+
+
+def printed(function, *arguments):
+    """What it returns, and what it prints."""
+    with contextlib.redirect_stdout(io.StringIO()) as output:
+        result = function(*arguments)
+    return result, output.getvalue()
+
+
+class BenchReport(unittest.TestCase):
+    """The last lines of tools/bench_report.py: "N of M targets are met", and what was not judged."""
+
+    MAPS = bench_report.HASH_MAPS
+    TARGETS = (bench_report.Target("lookup/hot", 0.5, MAPS), bench_report.Target("lookup/hot", 2, ("icu",)))
+    GROWTHS = (bench_report.Growth("loading/english", "kelmo", 10, 1000, 1.5),)
+    COUNTERS = {"held_ratio": 1.25}
+    MEASURED = {
+        "lookup/hot/kelmo/100": {"ns": 1.0},
+        **{f"lookup/hot/{subject}/100": {"ns": 2.0} for subject in MAPS},
+        "lookup/hot/icu/100": {"ns": 2.0},
+        "loading/english/kelmo/10": {"ns": 10.0},
+        "loading/english/kelmo/1000": {"ns": 15.0},
+        "memory/english/kelmo/10": {"ns": 1.0, "held_ratio": 1.25},
+    }
+
+    def end(self, changed):
+        """Of the report on what was measured, with other entries; None takes one away."""
+        found = {name: entry for name, entry in {**self.MEASURED, **changed}.items() if entry}
+        with mock.patch.multiple(bench_report, TARGETS=self.TARGETS, GROWTHS=self.GROWTHS,
+                                          COUNTER_TARGETS=self.COUNTERS):
+            _, text = printed(bench_report.Report(found).print)
+        return text[text.rindex("\n\n") + 2:]
+
+    def test_only_what_was_measured_and_is_within_its_limit_is_met(self):
+        hot = "lookup/hot/{}/100".format
+        for name, changed, end in (
+            ("all at their limits", {}, "4 of 4 targets are met.\n"),
+            ("too slow beside the fastest", {hot(self.MAPS[1]): {"ns": 1.9}}, "3 of 4 targets are met.\n"),
+            ("growth", {"loading/english/kelmo/1000": {"ns": 15.1}}, "3 of 4 targets are met.\n"),
+            ("growth in between", {"loading/english/kelmo/100": {"ns": 15.1}}, "3 of 4 targets are met.\n"),
+            ("a counter", {"memory/english/kelmo/10": {"ns": 1.0, "held_ratio": 1.26}}, "3 of 4 targets are met.\n"),
+            ("no number", {hot("kelmo"): {"ns": float("nan")}}, "2 of 4 targets are met.\n"),
+            ("one of two subjects is missing", {hot(self.MAPS[0]): None},
+             f"3 of 3 targets are met.\nNot judged:\n  lookup/hot: without {self.MAPS[0]}\n"),
+            ("one of two is missing, and the other is faster", {hot(self.MAPS[0]): None, hot(self.MAPS[1]): {"ns": 1.9}},
+             "3 of 4 targets are met.\n"),
+            ("the only subject is missing", {hot("icu"): None},
+             "3 of 3 targets are met.\nNot judged:\n  lookup/hot: without icu\n"),
+            ("the only subject is missing at one size", {"lookup/hot/kelmo/10": {"ns": 1.0},
+                                                         **{f"lookup/hot/{name}/10": {"ns": 2.0} for name in self.MAPS}},
+             "5 of 5 targets are met.\nNot judged:\n  lookup/hot: without icu\n"),
+            ("ours is missing", {hot("kelmo"): None}, "2 of 2 targets are met.\nNot judged:\n  lookup/hot: not measured\n"),
+            ("the row is missing", {hot(subject): None for subject in ("kelmo", "icu", *self.MAPS)},
+             "2 of 2 targets are met.\nNot judged:\n  lookup/hot: not measured\n"),
+            ("the largest size is missing",
+             {"loading/english/kelmo/1000": None, "loading/english/kelmo/100": {"ns": 10.0}},
+             "3 of 3 targets are met.\nNot judged:\n  loading/english: without 1,000\n"),
+            ("all sizes but one are missing", {"loading/english/kelmo/1000": None},
+             "3 of 3 targets are met.\nNot judged:\n  loading/english: not measured\n"),
+            ("a counter is missing", {"memory/english/kelmo/10": {"ns": 1.0}},
+             "3 of 3 targets are met.\nNot judged:\n  english 10: without held_ratio\n  held_ratio: not measured\n"),
+        ):
+            with self.subTest(name):
+                self.assertEqual(self.end(changed), end)
+
+    def test_a_run_that_failed_or_took_no_time_is_refused(self):
+        good = {"name": "lookup/hot/kelmo/100", "run_type": "iteration", "real_time": 2.0, "time_unit": "us"}
+        for changed, complaint in (
+            ({}, None),
+            ({"error_occurred": True, "error_message": "no file"}, "lookup/hot/kelmo/100: no file"),
+            ({"real_time": 0.0}, "lookup/hot/kelmo/100: no time was measured"),
+            ({"real_time": float("nan")}, "lookup/hot/kelmo/100: no time was measured"),
+        ):
+            with self.subTest(complaint), tempfile.TemporaryDirectory() as folder:
+                file = pathlib.Path(folder) / "result.json"
+                file.write_text(json.dumps({"benchmarks": [{**good, **changed}]}))
+                if complaint:
+                    with self.assertRaises(SystemExit) as refusal:
+                        bench_report.minima([file])
+                    self.assertEqual(str(refusal.exception), complaint)
+                else:
+                    self.assertEqual(bench_report.minima([file]), {"lookup/hot/kelmo/100": {"ns": 2000.0}})
+
+
+class Coverage(unittest.TestCase):
+    """The problems that tools/coverage.py has with a file."""
+
+    SOURCE = """void F(int i) {
+  // not covered, false of `i > 0`: no caller has it
+  if (i > 0) {
+    Call();
+  } else {
+    // not covered: Windows only
+    Other();
+  }
+}
+""".splitlines()
+    LINES = {1: 1, 3: 1, 4: 1, 5: 1, 7: 0, 8: 1, 9: 1}  # the end of a block that is not run counts as run
+    CONDITION = (3, 7, 3, 12)
+    BRANCHES = {CONDITION: [1, 0]}
+
+    def problems(self, lines=(), branches=None, old="", new=""):
+        source = [line.replace(old, new) for line in self.SOURCE]
+        return coverage.Report("f.cpp", source, {**self.LINES, **dict(lines)}, branches or self.BRANCHES).problems
+
+    def test_what_was_run_or_is_excused_is_no_problem(self):
+        self.assertEqual(self.problems(), [])
+
+    def test_what_was_not_run_and_an_excuse_that_is_none_are_problems(self):
+        of_block, of_branch = "// not covered: Windows only", "// not covered, false of `i > 0`: no caller has it"
+        for name, changed, problems in (
+            ("a line", dict(lines={4: 0}), ["f.cpp:4: Call();"]),
+            ("a line of an excuse that is gone", dict(old=of_block, new=""), ["f.cpp:7: Other();"]),
+            ("a line of an excuse without a reason", dict(old=of_block, new="// not covered:"), ["f.cpp:7: Other();"]),
+            ("a branch", dict(branches={self.CONDITION: [0, 0]}), ["f.cpp:3: true of `i > 0`"]),
+            ("a branch of an excuse that is gone", dict(old=of_branch, new=""), ["f.cpp:3: false of `i > 0`"]),
+            ("a branch that is excused the other way", dict(old="false of", new="true of"),
+             ["f.cpp:3: true of `i > 0`: was run, although it says that it cannot be", "f.cpp:3: false of `i > 0`"]),
+            ("an excused line that was run", dict(lines={7: 1}),
+             ["f.cpp:7: Other();: was run, although it says that it cannot be"]),
+            ("an excused branch that was taken", dict(branches={self.CONDITION: [1, 1]}),
+             ["f.cpp:3: false of `i > 0`: was run, although it says that it cannot be"]),
+            ("an excuse of a branch that there is not", dict(branches={(4, 5, 4, 9): [1, 1]}),
+             ["f.cpp:2: excuses nothing: false of `i > 0`: no caller has it"]),
+        ):
+            with self.subTest(name):
+                self.assertEqual(self.problems(**changed), problems)
+
+    def test_an_excused_block_may_not_go_on_where_it_ends(self):
+        source = ["  // not covered: Windows only", "    Other();", "    } while (More());"]
+        self.assertEqual(coverage.Report("f.cpp", source, {2: 0, 3: 1}, {}).problems,
+                         ["f.cpp:3: } while (More());: was run, although it says that it cannot be"])
+
+    def test_an_excuse_of_a_block_that_is_not_compiled_is_a_problem(self):
+        self.assertEqual(coverage.Report("f.cpp", ["  // not covered: Windows only", "  Other();"], {}, {}).problems, [
+            "f.cpp:1: excuses nothing: Windows only"])
+
+
+class Mutate(unittest.TestCase):
+    """How tools/mutate.py takes the list of changes that nobody can notice, and judges a run."""
+
+    MUTANTS = {"a.cpp": mutate.Changes("a.cpp", "int F() {\n  const int room = 64;\n  return room < 7;\n}\n").all()}
+    LIST = """# What the list is.
+
+a.cpp
+  const int room = 64;
+    64 -> 63
+    64 -> 65
+    = room shows in nothing
+"""
+
+    def wrong(self, old="", new=""):
+        self.assertEqual(self.LIST.count(old) if old else 1, 1)
+        return mutate.equivalent_mutants(self.MUTANTS, self.LIST.replace(old, new) if old else self.LIST)[1]
+
+    def test_a_list_that_fits_is_taken(self):
+        known, wrong = mutate.equivalent_mutants(self.MUTANTS, self.LIST)
+        self.assertEqual(wrong, [])
+        self.assertEqual(sorted(m.change for m in self.MUTANTS["a.cpp"] if m.name in known), ["64 -> 63", "64 -> 65"])
+
+    def test_a_list_that_does_not_fit_is_refused(self):
+        line = "a.cpp: const int room = 64;: "
+        reason = "    = room shows in nothing\n"
+        for name, old, new, wrong in (
+            ("another file", "a.cpp", "b.cpp",
+             ["b.cpp: const int room = 64;: 64 -> 63: there is no such change",
+              "b.cpp: const int room = 64;: 64 -> 65: there is no such change"]),
+            ("another line", "room = 64;", "rooms = 64;",
+             ["a.cpp: const int rooms = 64;: 64 -> 63: there is no such change",
+              "a.cpp: const int rooms = 64;: 64 -> 65: there is no such change"]),
+            ("another change", "64 -> 65", "64 -> 66", [f"{line}64 -> 66: there is no such change"]),
+            ("no reason", reason, "", [f"{line}64 -> 63, 64 -> 65: no reason"]),
+            ("an empty reason", "= room shows in nothing", "= ",
+             [f"{line}=: there is no such change", f"{line}64 -> 63, 64 -> 65, =: no reason"]),
+            ("the reason of another line", reason, f"  return room < 7;\n    7 -> 8\n{reason}",
+             [f"{line}64 -> 63, 64 -> 65: no reason"]),
+            ("a line without a change", reason, f"{reason}  return room < 7;\n",
+             ["a.cpp: return room < 7;: no change: no reason"]),
+            ("a reason without a change", reason, f"{reason}  return room < 7;\n{reason}",
+             ["a.cpp: return room < 7;: no change: = room shows in nothing"]),
+        ):
+            with self.subTest(name):
+                self.assertEqual(self.wrong(old, new), wrong)
+
+    def judged(self, *states, wanted=None):
+        results = {m.name: (m, state, "") for m, state in zip(self.MUTANTS["a.cpp"], states)}
+        with tempfile.TemporaryDirectory() as folder, mock.patch.object(mutate, "WORK", pathlib.Path(folder)):
+            return printed(mutate.report, results, {}, self.MUTANTS, wanted or len(states), 1)
+
+    def test_only_a_run_in_which_all_were_tried_and_noticed_passes(self):
+        for states, wanted, passes, said in (
+            (("caught", "timed out", "not compiled"), None, True, "2 caught (100.0 %), 0 survived; 1 did not compile."),
+            (("caught", "survived"), None, False, "No test has noticed these."),
+            (("caught",), 3, False, "2 were to be tried and were not."),
+            (("caught", "lost"), None, False, "1 were to be tried and were not."),
+            (("not compiled", "not compiled"), None, False, "0 built and tested"),
+        ):
+            with self.subTest(states=states, wanted=wanted):
+                result, text = self.judged(*states, wanted=wanted)
+                self.assertEqual(result, passes, text)
+                self.assertIn(said, text)
+
+
+if __name__ == "__main__":
+    unittest.main()
