@@ -30,7 +30,7 @@ fuzz() {
     / cov: / { reached = $4 }
     /stat::number_of_executed_units/ { runs = $2 }
     END {
-      printf "%-20s %12d runs %8d branches  %s\n", target, runs, reached, status ? "FOUND SOMETHING" : "nothing found"
+      printf "%-20s %12d runs %8d branches  %s\n", target, runs, reached, status ? "FOUND SOMETHING" : runs ? "nothing found" : "DID NOT RUN"
       exit runs == 0
     }
   ' "$place/log" || status=1

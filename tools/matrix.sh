@@ -27,7 +27,7 @@ build() {
   if [ "$whole" = whole ]; then
     cmake --build "$folder" --parallel "$jobs"
   else
-    [[ $folder == */mingw* ]] || set -- generated_numbers # the C runtime's, which is another there
+    [[ ${folder##*/} == mingw* ]] || set -- generated_numbers # the C runtime's, which is another there
     cmake --build "$folder" --parallel "$jobs" --target "${programs[@]}" "$@"
   fi
 }
@@ -50,7 +50,7 @@ program() {
 # run_tests FOLDER WHOLE
 run_tests() {
   if [ "$2" = whole ]; then
-    ctest --test-dir "$1" --output-on-failure --timeout 300 --label-exclude heavy --parallel "$jobs"
+    ctest --test-dir "$1" --output-on-failure --timeout 300 --no-tests=error --label-exclude heavy --parallel "$jobs"
   else
     ctest --test-dir "$1" --output-on-failure --timeout 300 --no-tests=error --tests-regex "$tests" \
       --parallel "$jobs" || return
@@ -63,8 +63,9 @@ run_tests() {
 same() {
   local name
   for name in generated_operations generated_numbers; do
-    [ -e "$1/bin/$name" ] || [ -e "$1/bin/$name.exe" ] || continue
+    [[ $name != generated_numbers || ${1##*/} != mingw* ]] || continue # the C runtime's, which is another there
     program "$1" "$name" --digest="$operations" --seed="$seed" >"$1/$name.txt" || return
+    [ -s "$1/$name.txt" ] || return
     tr -d '\r' <"$1/$name.txt" >"$1.$name.txt"
     [ -e "$matrix/$name.txt" ] || cp "$1.$name.txt" "$matrix/$name.txt"
     diff "$matrix/$name.txt" "$1.$name.txt" || return

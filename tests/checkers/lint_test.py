@@ -1,0 +1,66 @@
+"""tools/lint.sh refuses a source, a test, a source for Windows and a script that one of its tools would not pass."""
+
+import json
+import subprocess
+import unittest
+
+from refusals import TOP, RefusalTest, Row, write
+
+SOURCES = ("dictionary/one.cpp", "examples/one.cpp", "frame/one.cpp", "phyval/one.cpp", "unittables/one.cpp")
+TESTS = ("tests/one_test.cpp", "tests/two_test.cpp", "tests/nine_test.cpp")
+WINDOWS = ("frame/one_windows.cpp", "frame/one_mingw.cpp")
+LINUX_COMMANDS, WINDOWS_COMMANDS = (f"build/{name}-release/compile_commands.json" for name in ("linux", "mingw"))
+SOURCE = "int Two(int number) { return 2 * number; }\n"
+TEST = f"#include <gtest/gtest.h>\n\n{SOURCE}"
+FROM_THE_PROJECT = (".clang-format", ".clang-tidy", "tests/.clang-tidy", "tools/lint.sh", "tools/tidy.sh",
+                    "tools/cppcheck.suppressions")
+
+
+def commands(folder, compiler, files):
+    return json.dumps([{"directory": str(folder), "file": str(folder / file), "output": f"{file}.o",
+                        "command": f'{compiler} -isystem include -o one.o -c "{folder / file}"'}
+                       for file in files])
+
+
+def write_folder(folder):
+    write(folder, {
+        **{name: (TOP / name).read_text() for name in FROM_THE_PROJECT},
+        **{name: SOURCE for name in (*SOURCES, *WINDOWS)},
+        **{name: TEST.replace("Two", f"Two{i}") for i, name in enumerate(TESTS)},
+        **{name: "#!/bin/sh\necho fine\n" for name in ("demo", "test", "bench", ".ci/run")},
+        "include/gtest/gtest.h": "#pragma once\n",
+        ".gitignore": "/build/\n",
+        LINUX_COMMANDS: commands(folder, "c++", (*SOURCES, *TESTS)),
+        WINDOWS_COMMANDS: commands(folder, "x86_64-w64-mingw32-g++-posix", WINDOWS),
+    })
+    subprocess.run(["git", "init", "--quiet", folder], check=True)
+
+
+LOOP = "{\n  int zeros[4] = {};\n  return zeros[4] + number;\n}\n"
+BRACES = "{\n  if (number == 0) return 1;\n  return 2 * number;\n}\n"
+BODY = "{ return 2 * number; }\n"
+BRACES_MISSING = "[readability-braces-around-statements"
+ROWS = (
+    Row("a source of another format", SOURCES[0], "{ return", "{return", "code should be clang-formatted"),
+    Row("a test of another format", TESTS[0], "{ return", "{return", "code should be clang-formatted"),
+    Row("a fault in a script", "demo", "echo fine", "cd $1", "SC2164"),
+    Row("a fault in a script of CI", ".ci/run", "echo fine", "cd $1", "SC2164"),
+    Row("a fault that cppcheck sees", SOURCES[1], BODY, LOOP, "[arrayIndexOutOfBounds]"),
+    Row("a fault that cppcheck sees in a test", TESTS[1], BODY, LOOP, "[arrayIndexOutOfBounds]"),
+    Row("a fault that cppcheck sees for Windows", WINDOWS[1], BODY, LOOP, "[arrayIndexOutOfBounds]"),
+    Row("a style that clang-tidy refuses", SOURCES[4], BODY, BRACES, BRACES_MISSING),
+    Row("a style that clang-tidy refuses in one of several tests", TESTS[1], BODY, BRACES, BRACES_MISSING),
+    Row("a style that clang-tidy refuses for Windows", WINDOWS[0], BODY, BRACES, BRACES_MISSING),
+    Row("a build that is not configured", WINDOWS_COMMANDS, None, None, "configure the builds first"),
+    Row("a folder without a source", LINUX_COMMANDS, 'phyval/one.cpp", "output"', 'frame/one.cpp", "output"',
+        "could not find any files matching the filter"),
+)
+
+
+class Lint(RefusalTest):
+    def test_each_fault_is_refused(self):
+        self.refuses_each(write_folder, lambda folder: [folder / "tools/lint.sh"], ROWS)
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,96 @@
+"""tools/fuzz.sh and tools/matrix.sh refuse what their programs say, or do not say: the programs are made up here."""
+
+import os
+import unittest
+
+from refusals import TOP, RefusalTest, Row, write
+
+# ---- tools/fuzz.sh
+
+FUZZER = "#!/bin/sh\necho '#2 DONE cov: 7 ft: 8'\necho 'stat::number_of_executed_units: 12'\n"
+ONE, TWO = "build/linux-fuzz/bin/one_fuzzer", "build/linux-fuzz/bin/two_fuzzer"
+FUZZERS = {ONE: FUZZER, TWO: FUZZER}
+FUZZ_ROWS = (
+    Row("a fuzzer that has found something", ONE, "12'\n", "12'\necho 'ERROR: libFuzzer: deadly signal'\nexit 77\n",
+        "one 12 runs 7 branches FOUND SOMETHING"),
+    Row("a fuzzer that crashes without a word", TWO, None, "#!/bin/sh\nkill -SEGV $$\n",
+        "two 0 runs 0 branches FOUND SOMETHING"),
+    Row("a fuzzer that has run nothing", ONE, "units: 12", "units: 0", "one 0 runs 7 branches DID NOT RUN"),
+    Row("a fuzzer that does not say how often it ran", TWO, "stat::", "", "two 0 runs 7 branches DID NOT RUN"),
+    Row("a fuzzer that is not there", TWO, None, None, "two 0 runs 0 branches FOUND SOMETHING"),
+)
+
+# ---- tools/matrix.sh
+
+# The folder of a build is named after it, as gcc-O0; the programs of all are copied into it.
+CMAKE, CTEST, OPERATIONS, NUMBERS = "bin/cmake", "bin/ctest", "programs/generated_operations", "programs/generated_numbers"
+PRINTS = "#!/bin/sh\nsum=1234\necho $sum\n"
+BUILDS = {
+    CMAKE: """#!/bin/sh
+[ "$1" = --build ] || exit 0
+mkdir -p "$2/bin"
+for program in programs/*; do
+  case $2 in
+    *mingw*) [ "$program" = programs/generated_numbers ] || cp "$program" "$2/bin/${program#*/}.exe" ;;
+    *) cp "$program" "$2/bin" ;;
+  esac
+done
+# this build is done
+""",
+    CTEST: "#!/bin/sh\n# these tests pass\n",
+    "tools/wine.sh": '#!/bin/sh\ncase $1 in --*) exit ;; esac\n"$@"\n',
+    OPERATIONS: PRINTS,
+    NUMBERS: PRINTS,
+    "programs/model_test": "#!/bin/sh\n",
+    "programs/model_inside_test": "#!/bin/sh\n",
+}
+
+
+def where(build, command):
+    return f'case "$0 $*" in *{build}*) {command} ;; esac\n'
+
+
+MATRIX_ROWS = (
+    Row("a build that fails", CMAKE, "# this build is done", where("clang-O2", "exit 1"), "clang-O2 no - -"),
+    Row("a build without a program", CMAKE, "# this build is done",
+        where("gcc-O2", 'rm "$2/bin/generated_operations"'), "gcc-O2 yes values no"),
+    Row("a build for Windows without a program", CMAKE, "# this build is done",
+        where("mingw-O2", 'rm "$2/bin/generated_operations.exe"'), "mingw-O2 yes values no"),
+    Row("a build without the numbers", CMAKE, "# this build is done",
+        where("clang-O0", 'rm "$2/bin/generated_numbers"'), "clang-O0 yes values no"),
+    Row("tests that fail", CTEST, "# these tests pass", where("mingw-O3", "exit 8"), "mingw-O3 yes no yes"),
+    Row("no tests at all", CTEST, "# these tests pass", where("--no-tests=error", "exit 8"), "clang-O3 yes no yes"),
+    Row("a model that differs", "programs/model_test", "#!/bin/sh\n", f"#!/bin/sh\n{where('gcc-O3', 'exit 1')}",
+        "gcc-O3 yes no yes"),
+    Row("other operations", OPERATIONS, "echo", f"{where('mingw-O0', 'sum=1235')}echo", "mingw-O0 yes values no"),
+    Row("other numbers", NUMBERS, "echo", f"{where('clang-O3', 'sum=1235')}echo", "clang-O3 yes whole no"),
+    Row("operations that fail", OPERATIONS, "echo $sum\n", f"echo $sum\n{where('gcc-O3', 'exit 1')}",
+        "gcc-O3 yes values no"),
+    Row("operations that say nothing anywhere", OPERATIONS, "echo $sum\n", "", "gcc-O0 yes values no"),
+)
+
+
+class Scripts(RefusalTest):
+    def test_a_fuzzer_that_finds_something_or_does_not_run_is_refused(self):
+        def write_folder(folder):
+            write(folder, {**FUZZERS, "tests/fuzz/corpus/README": "", "tools/fuzz.sh": (TOP / "tools/fuzz.sh").read_text()})
+
+        self.refuses_each(write_folder, lambda folder: [folder / "tools/fuzz.sh", "1", "one", "two"], FUZZ_ROWS)
+
+    def test_no_fuzzers_at_all_are_refused(self):
+        def write_folder(folder):
+            write(folder, {ONE: FUZZER, "tools/fuzz.sh": (TOP / "tools/fuzz.sh").read_text()})
+
+        self.refuses_each(write_folder, lambda folder: [folder / "tools/fuzz.sh", "1"],
+                          [Row("none", ONE, None, None, "there are no fuzzers")])
+
+    def test_a_build_that_is_not_like_the_others_is_refused(self):
+        def write_folder(folder):
+            write(folder, {**BUILDS, "tools/matrix.sh": (TOP / "tools/matrix.sh").read_text()})
+
+        self.refuses_each(write_folder, lambda folder: [
+            "env", f"PATH={folder}/bin:{os.environ['PATH']}", folder / "tools/matrix.sh"], MATRIX_ROWS)
+
+
+if __name__ == "__main__":
+    unittest.main()
