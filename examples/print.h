@@ -59,6 +59,9 @@ struct Utf8Console {
 };
 #endif
 
+// Prints the texts one behind the other. On Windows the first call changes how the whole program prints: it
+// sets the code page of the console, which stays, and makes stdout binary, with a buffer. So call it before
+// anything else is printed to stdout.
 inline void Print(std::initializer_list<std::wstring> texts) {
 #ifdef _WIN32
   static const Utf8Console console;

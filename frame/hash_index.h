@@ -1,4 +1,4 @@
-// Finds records by their hash: one cache line decides most questions. Dictionaries and error lists
+// Finds records by their hash: one cache line decides most lookups. Dictionaries and error lists
 // share it; docs/design.md draws it.
 #pragma once
 
@@ -15,8 +15,8 @@ namespace KelmoLibs::Localize {
 /// An index over records that live elsewhere and stay where they are. It knows of each its address
 /// and seven bits of its hash.
 ///
-/// A record stands in its bucket of seven, or in one of the next: whoever makes hashes collide cannot
-/// make a question longer. A record that finds no place in kProbedBuckets is homeless, and its owner's
+/// A record stands in its bucket of seven, or in one of the next: a lookup probes at most kProbedBuckets
+/// buckets, even under hash flooding. A record that finds no place in kProbedBuckets is homeless, and its owner's
 /// to keep in another way. Of hashes that nobody has made to collide one in ten thousand is.
 template <class Record>
 class HashIndex {
@@ -42,8 +42,8 @@ class HashIndex {
     const std::uint64_t wanted = kEveryByte * TagOf(hash);
     for (std::size_t probed = 0; probed < kProbedBuckets; ++probed, ++bucket) {
       const std::uint64_t tags = bucket->Tags();
-      // Perhaps of a record too many. Never of a slot without a record, nor of the unused last tag:
-      // those are 0, and every tag of a record has its highest bit.
+      // May report one false match, which `matches` rejects. Never a slot without a record, nor the
+      // unused last tag: those are 0, and every tag of a record has its highest bit.
       for (std::uint64_t equal = ZeroBytes(tags ^ wanted); equal != 0; equal &= equal - 1) {
         const Record* const record = bucket->records[LowestByte(equal)];
         if (matches(*record)) {

@@ -1,6 +1,7 @@
 // The process-wide objects: one state for the whole process, built at load, destroyed at unload,
-// without a lock. (On Linux the classes of characters keep a locale besides.) Only exports.cpp works on them, and the constructors of Double on the catalogue
-// of units, which phyval/unit_catalogue.h declares; everything else is handed what it needs.
+// without a lock. (On Linux the classes of characters keep a locale besides.) Only exports.cpp works
+// on them, and the constructors of Double on the catalogue of units, which phyval/unit_catalogue.h
+// declares; everything else is handed what it needs.
 #pragma once
 
 #include <string>

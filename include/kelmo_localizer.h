@@ -52,8 +52,8 @@
  * library's own tests, which are linked with its objects. Hosts define neither.
  *
  * KELMO_LOCALIZER_INLINE_MEMBER, on Linux alone, stands in front of a member that is defined here: the
- * library exports its copy, hosts keep theirs to themselves. It is never merged into its caller, where
- * a compiler could drop what it writes into an object that ends.
+ * library exports its copy, hosts keep theirs to themselves. It is never merged into its caller, which
+ * could know that nothing reads the object any more.
  */
 #if !defined(_WIN32)
 #define KELMO_LOCALIZER_API __attribute__((visibility("default")))
@@ -90,8 +90,8 @@ extern "C" {
  * The library keeps the file's symbols and names as long as it is loaded, under the key that the
  * file's first line gives; the first of a code stays. No function reads them yet.
  *
- * @param folder    The folder that contains LANG, usually the program's. It is joined to the rest as
- *                  that of LoadDictionary is, which takes the folder of the file itself.
+ * @param folder    The folder that contains LANG, usually the program's; LoadDictionary takes the folder
+ *                  of the file itself. It is joined to the rest with one backslash, as there.
  * @param language  Part of the file's name, as it stands. Neither text may be one of the catalogue,
  *                  such as a unit's name.
  *
@@ -254,7 +254,7 @@ KELMO_LOCALIZER_API const wchar_t* GetError(int32_t index);
  * (docs/abi.md). No object may outlive the library. A Double that outlives its row, because the
  * library was started again, may be rounded, printed, copied, assigned to and destroyed.
  *
- * One thread at a time, as for the functions. No member lists anything.
+ * One thread at a time, as for the functions. No member adds a message to the error list.
  */
 namespace KelmoLibs {
 namespace Localize {
@@ -339,8 +339,9 @@ class Double {
   KELMO_LOCALIZER_MEMBER Double& operator=(const Double& other);
 
   /**
-   * Sets `unit` to null and frees nothing. Exported as every member. On Linux it is inline as well: a
-   * call from one module to another takes as long there as the operation whose operands it ends.
+   * Sets `unit` to null and frees nothing. Exported as every member. On Linux it is inline as well,
+   * because a call of another module would cost as much as an addition does. The store is volatile, or a
+   * compiler would drop it as one into an object that ends.
    */
 #if defined(_WIN32)
   KELMO_LOCALIZER_MEMBER ~Double();

@@ -3,8 +3,8 @@
 
 namespace KelmoLibs::Localize::Phyval {
 
-// Hosts find null in the memory of a value that has gone. A compiler may drop what is stored into
-// an object at the end of its life, unless the store is volatile.
+// Hosts find null in the memory of a destroyed value. A compiler may drop a store into an object whose
+// life ends, unless the store is volatile.
 Double::~Double() { static_cast<ValueType* volatile&>(unit) = nullptr; }
 
 }  // namespace KelmoLibs::Localize::Phyval

@@ -1,5 +1,5 @@
 // The dictionaries of the examples are what translators copy: whole, without a fault, and the same
-// keys in each language. What the examples print is what newcomers see first.
+// keys in each language.
 
 #include <gtest/gtest.h>
 
@@ -68,19 +68,6 @@ TEST(ExampleDictionaries, TheFaultyOneHasItsFaults) {
                              {L"plugin.stop", L"Stop the calculation"},
                              {L"plugin.no_text", L""},
                              {L"plugin.note", L"This line was saved in another encoding: caf"}}}}));
-}
-
-TEST(ExampleOutput, FitsATerminalOf80ColumnsWithoutTrailingBlanks) {
-  for (const char* const name : {"demo_host", "first_host", "first_values"}) {
-    std::istringstream lines(
-        ReadFile(std::string(KELMO_SOURCE_FOLDER "/tests/data/examples/") + name + ".txt"));
-    std::size_t count = 0;
-    for (std::string line; std::getline(lines, line); ++count) {
-      EXPECT_LE(DecodeUtf8(line).size(), 80U) << name << ": " << line;
-      EXPECT_TRUE(line.empty() || line.back() != ' ') << name << ": " << line;
-    }
-    EXPECT_GE(count, 1U) << name;
-  }
 }
 
 }  // namespace

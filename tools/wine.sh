@@ -34,6 +34,10 @@ stop_server() {
 
 case ${1:-} in
   --start)
+    # Those that start side by side wait for one prefix.
+    mkdir -p "$root/build"
+    [ "${KELMO_WINE_LOCKED:-}" ] ||
+      KELMO_WINE_LOCKED=1 exec flock --close "$root/build/wine.lock" "$0" --start
     if [ ! -e "$complete" ]; then # what was interrupted while it was made is of no use
       stop_server
       rm -rf "$WINEPREFIX"
@@ -51,8 +55,7 @@ case ${1:-} in
   --stop) stop_server ;;
   *)
     mkdir -p "$TMPDIR"
-    # Programs that start side by side wait for one prefix.
-    [ -e "$complete" ] || flock --close "$root/build/wine.lock" "$0" --start
+    [ -e "$complete" ] || "$0" --start
     status=0
     wine "$@" || status=$?
     [ $status -ne $missing_dll ] || echo "$1: a DLL that it needs may be missing beside it" >&2

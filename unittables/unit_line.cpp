@@ -61,6 +61,7 @@ std::vector<std::wstring_view> UnitFields(std::wstring& cleaned, std::int32_t co
     const bool takesTheRest = found() + 1 >= count;
     const auto fieldEnd = takesTheRest ? lineEnd : end;
     fields.emplace_back(&*start, static_cast<std::size_t>(fieldEnd - start));
+    // Of the last field, the zero that the string has at its end itself.
     cleaned[static_cast<std::size_t>(fieldEnd - cleaned.begin())] = L'\0';
     start = next;
   }

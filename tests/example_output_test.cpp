@@ -1,0 +1,29 @@
+// What the examples print is what newcomers see first. (Tests of their own compare what they print with these
+// files.)
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+
+#include "frame/utf8.h"
+#include "tests/support/read_file.h"
+
+namespace KelmoLibs::Localize {
+namespace {
+
+TEST(ExampleOutput, FitsATerminalOf80ColumnsWithoutTrailingBlanks) {
+  for (const char* const name : {"demo_host", "first_host", "first_values"}) {
+    std::istringstream lines(
+        ReadFile(std::string(KELMO_SOURCE_FOLDER "/tests/data/examples/") + name + ".txt"));
+    std::size_t count = 0;
+    for (std::string line; std::getline(lines, line); ++count) {
+      EXPECT_LE(DecodeUtf8(line).size(), 80U) << name << ": " << line;
+      EXPECT_TRUE(line.empty() || line.back() != ' ') << name << ": " << line;
+    }
+    EXPECT_GE(count, 1U) << name;
+  }
+}
+
+}  // namespace
+}  // namespace KelmoLibs::Localize
