@@ -4,6 +4,8 @@ import ctypes
 import os
 import sys
 
+for stream in (sys.stdout, sys.stderr):
+    stream.reconfigure(encoding="utf-8")  # whatever the locale is
 names = {"nt": "kelmo_Mestrel_Localizer.dll", "posix": "libkelmo_Mestrel_Localizer.so"}
 library = ctypes.CDLL(os.path.join(os.path.abspath(sys.argv[1]), names[os.name]))
 library.LoadDictionary.argtypes = [ctypes.c_wchar_p, ctypes.c_wchar_p]

@@ -32,7 +32,7 @@ bool Load(const wchar_t* fileName) {
   const int result = LoadDictionary(L"examples/LANG", fileName);
   const std::wstring number = std::to_wstring(result);
   Say(std::wstring(L"LoadDictionary ") + fileName + L" -> " + number,
-      result < 0 ? L"a failure" : L"read; messages listed: " + number);
+      result < 0 ? L"not read: a failure" : L"read; messages listed: " + number);
   return result >= 0;
 }
 
@@ -77,7 +77,8 @@ void ShowAFaultyDictionary() {
   Say(L"LANG plugin.title", LANG(L"plugin.title") + std::wstring(L" (the first text stays)"));
   Say(L"LANG plugin.note", LANG(L"plugin.note"));
   Say(L"", L"... cut at a byte that is not UTF-8");
-  Say(L"LANG plugin.after", std::wstring(LANG(L"plugin.after")) + L"(lost behind it)");
+  Say(L"LANG plugin.after",
+      std::wstring(LANG(L"plugin.after")) + L"(empty: lost behind that byte)");
   ShowMessages();
   ClearErrors();
 }
@@ -107,7 +108,7 @@ void ShowValues() {
     Say(L"3721.0468 known to " + Double(tolerance, 0.01, 0, 10001).to_string(L'.'),
         Double(3721.0468, tolerance, 0, 10001).to_string(L'.'));
   }
-  Say(L"a half, in your region", Double(0.5, 0.1, 0, 10001).to_string());
+  Say(L"your system's separator", Double(0.5, 0.1, 0, 10001).to_string());
   try {
     (void)(length + angle);
   } catch (const std::invalid_argument& refusal) {
