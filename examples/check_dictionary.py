@@ -1,4 +1,7 @@
-"""What the library says of a dictionary: python3 examples/check_dictionary.py FOLDER-OF-THE-LIBRARY FILE"""
+"""What the library says of a dictionary: python3 examples/check_dictionary.py FOLDER-OF-THE-LIBRARY FILE
+
+Ends with 1 if there is a message.
+"""
 
 import ctypes
 import os
@@ -18,3 +21,4 @@ library.LoadDictionary(folder or ".", fileName)
 for index in range(library.GetErrorsCount()):
     print(library.GetError(index))
 print("messages:", library.GetErrorsCount())
+sys.exit(library.GetErrorsCount() > 0)

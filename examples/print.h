@@ -49,7 +49,7 @@ inline std::string Utf8(const std::wstring& text) {
 }
 
 #ifdef _WIN32
-// A console is to read UTF-8, and to get all bytes of a character at once and as they are.
+// A console is to read UTF-8, and to get the bytes of a short text at once and as they are.
 struct Utf8Console {
   Utf8Console() {
     (void)::SetConsoleOutputCP(CP_UTF8);

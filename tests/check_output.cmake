@@ -1,10 +1,13 @@
 # Runs a program and compares what it prints with a file, to the byte; of a Windows program, which prints in text mode, all
 # but the line ends.
-#   cmake -D COMMAND=program;arguments -D EXPECTED=file -D OUTPUT=file -P check_output.cmake
+#   cmake -D COMMAND=program;arguments -D EXPECTED=file -D OUTPUT=file [-D STATUS=number] -P check_output.cmake
 
 execute_process(COMMAND ${COMMAND} OUTPUT_FILE ${OUTPUT} RESULT_VARIABLE result)
 file(READ ${OUTPUT} output)
-if(NOT result STREQUAL "0")
+if(NOT DEFINED STATUS)
+  set(STATUS 0)
+endif()
+if(NOT result STREQUAL STATUS)
   message(FATAL_ERROR "${COMMAND} ended with ${result} after\n${output}")
 endif()
 file(READ ${EXPECTED} expected)
