@@ -59,7 +59,7 @@
 #define KELMO_LOCALIZER_API __attribute__((visibility("default")))
 #define KELMO_LOCALIZER_MEMBER KELMO_LOCALIZER_API
 #if defined(KELMO_LOCALIZER_BUILDING)
-#define KELMO_LOCALIZER_INLINE_MEMBER KELMO_LOCALIZER_MEMBER __attribute__((noinline))
+#define KELMO_LOCALIZER_INLINE_MEMBER KELMO_LOCALIZER_MEMBER __attribute__((noinline, used))
 #else
 #define KELMO_LOCALIZER_INLINE_MEMBER __attribute__((noinline))
 #endif

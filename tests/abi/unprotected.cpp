@@ -1,6 +1,12 @@
 // A library without any protection: the check of the built file must miss each.
 #include <cstddef>
 
+namespace KelmoLibs {
+
+__attribute__((noinline)) inline void Pass(void (*use)(char*), char* bytes) { use(bytes); }
+
+}  // namespace KelmoLibs
+
 extern "C" {
 #ifdef _WIN32
 __declspec(dllexport)
@@ -10,6 +16,6 @@ __declspec(dllexport)
   for (std::size_t i = 0; i < count && i < sizeof bytes; ++i) {
     bytes[i] = '\0';
   }
-  use(bytes);
+  KelmoLibs::Pass(use, bytes);
 }
 }

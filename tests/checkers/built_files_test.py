@@ -20,7 +20,7 @@ ABI = TOP / "tests/abi"
 PROTECTIONS = (
     ("any address", "addresses of 64 bits", "data that is not run", "no TLS directory") if WINDOWS else
     ("a part that becomes read-only", "binding at the load", "a stack that is not run", "a checked stack",
-     "checked copying"))
+     "checked copying", "calls of its own functions alone"))
 # A tool that says what is in the file of its name and first option.
 TOOL = '#!/bin/sh\ncat "$0$1"\n'
 
@@ -40,6 +40,7 @@ def write_folder(folder):
     }
     if not WINDOWS:
         files["objdump-T"] = said(OBJDUMP, "-T", LIBRARY)
+        files["objdump-R"] = said(OBJDUMP, "-R", LIBRARY)
         files["nm-D"] = said(NM, "-D", "--defined-only", "--format=posix", LIBRARY)
     write(folder, files)
 
@@ -113,6 +114,9 @@ def hardening():
             "lacks a checked stack and not"),
         Row("copying that nobody checks", "objdump-T", None, re.sub(r" __(?!stack)(\w+)_chk\n", r" \1\n", symbols),
             "lacks checked copying and not"),
+        Row("a call that may leave the library", "objdump-R", " __stack_chk_fail@", " _ZN9KelmoLibs8Localize1fEv@",
+            "lacks calls of its own functions alone and not"),
+        Row("relocations that were not read", "objdump-R", None, "", "lacks calls of its own functions alone and not"),
     ]
 
 
