@@ -33,9 +33,10 @@ const std::wstring kDictionaryFiles[] = {L"en.txt",
                                          L"\u0442\u0435\u043A\u0441\u0442\u044B 1.txt",
                                          L"\u20AC\U00040000.txt",
                                          L"\u0080\u07FF\uFFFD.txt"};
-const std::wstring kLanguages[] = {L"ru", L"de", L"none", L"a b", L""};
-const std::wstring kLanguageFiles[] = {L"LANG\\ru-val.txt", L"LANG\\de-val.txt",
-                                       L"LANG\\a b-val.txt", L"LANG\\-val.txt", L"lang-val.text"};
+const std::wstring kLanguages[] = {L"ru", L"de", L"a b", L""};
+const std::wstring kNeutralTable = L"lang-val.text";
+const std::wstring kTableFolder = L"LANG\\";
+const std::wstring kTableEnd = L"-val.txt";
 
 bool IsSame(double left, double right) {
   return BitsOf(left) == BitsOf(right) || (std::isnan(left) && std::isnan(right));
@@ -245,6 +246,8 @@ const wchar_t* CallSequence::Argument(const std::wstring& text) {
 
 std::wstring CallSequence::AnyFolder() { return AnyOf(random_, kFolders); }
 
+std::wstring CallSequence::AnyLanguage() { return AnyOf(random_, kLanguages); }
+
 std::wstring CallSequence::AnyId() {
   if (random_.Below(4) != 0 && !model_.dictionaries.empty()) {
     return UpToNul(AnyOf(random_, model_.dictionaries).first);
@@ -353,10 +356,12 @@ double CallSequence::AnyRelativeTolerance() {
 
 void CallSequence::ChangeAFile() {
   const bool isDictionary = random_.Below(3) != 0;
-  std::wstring path =
-      isDictionary ? AnyOf(random_, kDictionaryFiles) : AnyOf(random_, kLanguageFiles);
-  if (isDictionary && random_.Below(3) == 0) {
-    path = L"LANG\\" + path;
+  std::wstring path;
+  if (isDictionary) {
+    path = AnyOf(random_, kDictionaryFiles);
+    path = random_.Below(3) == 0 ? L"LANG\\" + path : path;
+  } else {
+    path = random_.Below(3) == 0 ? kNeutralTable : kTableFolder + AnyLanguage() + kTableEnd;
   }
   if (random_.Below(8) == 0) {
     Note([&] { return "- remove " + ::Told(path); });
@@ -566,20 +571,31 @@ void CallSequence::ExportPhyVal() {
 }
 
 void CallSequence::Start() {
-  const std::wstring folder = AnyFolder();
-  const std::wstring language = AnyOf(random_, kLanguages);
-  switch (random_.Below(5)) {
-    case 0:
-    case 1:
-      Init(folder, language);
-      break;
-    case 2:
-    case 3:
-      Init0(folder);
-      break;
-    default:
-      ExportPhyVal();
-      break;
+  const int chance = random_.Below(16);
+  if (chance < 11) {
+    StartWithATable();
+  } else if (chance < 13) {
+    Init(AnyFolder(), AnyLanguage());
+  } else if (chance < 14) {
+    Init0(AnyFolder());
+  } else {
+    ExportPhyVal();
+  }
+}
+
+// One that is there, if there is one.
+void CallSequence::StartWithATable() {
+  std::vector<std::wstring> paths;
+  for (const auto& [path, bytes] : disk_.Files()) {
+    if (path == kNeutralTable || path.find(kTableEnd) != std::wstring::npos) {
+      paths.push_back(path);
+    }
+  }
+  const std::wstring path = paths.empty() ? kNeutralTable : AnyOf(random_, paths);
+  if (path == kNeutralTable) {
+    Init0(L".");
+  } else {
+    Init(L".", path.substr(kTableFolder.size(), path.find(kTableEnd) - kTableFolder.size()));
   }
 }
 

@@ -87,6 +87,7 @@ class CallSequence {
 
   // What is chosen at random.
   std::wstring AnyFolder();
+  std::wstring AnyLanguage();
   std::wstring AnyId();
   std::wstring AnyKey();
   std::wstring AnyUnitText();
@@ -104,6 +105,7 @@ class CallSequence {
   void ReadMessages();
   void ClearMessages();
   void Start();
+  void StartWithATable();
   template <class Call>
   void StartBy(Call call);
   void MakeAValue();
