@@ -25,8 +25,8 @@ namespace {
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr auto kRareCharacter = static_cast<wchar_t>(0x1F600);  // another one in 16 bits
 
-const std::wstring kFolders[] = {
-    L".", L".\\", L".\\\\.", L"LANG", L"./LANG", L"\\", L"", L"none", {L'n', wchar_t{0xD800}}};
+const std::wstring kFolders[] = {L".",  L".\\", L".\\\\.", L"LANG", L"./LANG",
+                                 L"\\", L"/",   L"",       L"none", {L'n', wchar_t{0xD800}}};
 const std::wstring kDictionaryFiles[] = {L"en.txt",
                                          L"de.txt",
                                          L"ru.txt",
@@ -147,7 +147,11 @@ void Disk::Clear() {
 // ---- One life
 
 CallSequence::CallSequence(RandomNumbers& random, Disk& disk, ToldCalls* told)
-    : random_(random), disk_(disk), told_(told), model_(disk.Files(), PointOfTheUser()) {}
+    : random_(random),
+      disk_(disk),
+      told_(told),
+      words_(random),
+      model_(disk.Files(), PointOfTheUser()) {}
 
 template <class Words>
 void CallSequence::Tell(Words words) {
@@ -180,6 +184,7 @@ void CallSequence::WriteFiles(int changes) {
 
 void CallSequence::GiveUp() {
   ClearMessages();
+  model_.errors.shrink_to_fit();  // its room for the longest list that there was
   DropValues();
   globalLocale_.reset();
   std::setlocale(LC_ALL, "C");
@@ -205,7 +210,9 @@ void CallSequence::Step(bool mayWriteFiles) {
   } else if (chance < 65) {
     Start();
   } else if (chance < 73) {
-    MakeAValue();
+    for (int made = random_.Below(4); made >= 0; --made) {
+      MakeAValue();
+    }
   } else if (chance < 83) {
     UseAValue();
   } else if (chance < 93) {
@@ -244,42 +251,48 @@ const wchar_t* CallSequence::Argument(const std::wstring& text) {
   return text.empty() && passesNull_ ? nullptr : text.c_str();
 }
 
-std::wstring CallSequence::AnyFolder() { return AnyOf(random_, kFolders); }
-
-std::wstring CallSequence::AnyLanguage() { return AnyOf(random_, kLanguages); }
-
-std::wstring CallSequence::AnyId() {
-  if (random_.Below(4) != 0 && !model_.dictionaries.empty()) {
-    return UpToNul(AnyOf(random_, model_.dictionaries).first);
-  }
-  return UpToNul(model::Decode(AnyWord(random_)));
+// Always the same in one life: the messages of starting keep each path that is not there.
+std::wstring CallSequence::AnyFolder() {
+  return random_.Below(16) == 0 ? words_.FileName() : AnyOf(random_, kFolders);
 }
+
+std::wstring CallSequence::AnyLanguage() {
+  return random_.Below(5) == 0 ? words_.FileName() : AnyOf(random_, kLanguages);
+}
+
+// One of `texts` by their keys, or a word that files hold; sometimes hardly different from it.
+template <class Texts>
+std::wstring CallSequence::AnyOfTheKeys(const Texts& texts) {
+  std::wstring key = random_.Below(4) != 0 && !texts.empty() ? AnyOf(random_, texts).first
+                                                             : model::Decode(words_.Word());
+  if (random_.Below(6) == 0) {
+    key = words_.Changed(key);
+  }
+  return UpToNul(key);
+}
+
+std::wstring CallSequence::AnyId() { return AnyOfTheKeys(model_.dictionaries); }
 
 std::wstring CallSequence::AnyKey() {
   const auto dictionary = model_.dictionaries.find(model_.currentLanguage);
-  std::wstring key;
-  if (random_.Below(4) != 0 && dictionary != model_.dictionaries.end() &&
-      !dictionary->second.empty()) {
-    key = UpToNul(AnyOf(random_, dictionary->second).first);
-  } else {
-    key = UpToNul(model::Decode(AnyWord(random_)));
-  }
-  if (random_.Below(10) == 0) {
-    key += AnyOf(random_, std::initializer_list<wchar_t>{L' ', L'\r', L'x', L'\u00E4'});
-  }
-  return key;
+  return dictionary != model_.dictionaries.end() ? AnyOfTheKeys(dictionary->second)
+                                                 : AnyOfTheKeys(model::Library::Dictionary());
 }
 
 std::wstring CallSequence::AnyUnitText() {
   const UnitRow& row = AnyOf(random_, kDefaultUnits);
-  std::wstring text = random_.Below(2) == 0 ? row.symbol : row.name;
-  switch (random_.Below(4)) {
+  const std::wstring text = random_.Below(2) == 0 ? row.symbol : row.name;
+  switch (random_.Below(6)) {
     case 0:
       return text.substr(0, text.find(L' '));
     case 1:
       return AnyOf(random_, std::initializer_list<std::wstring>{
                                 L"m2", L"square meter", L"%", L"plane angle", L"meter", L"radian",
-                                L"m", L"", L" ", L"Inch", L"k", L"in ", L"\u02DA", L"rad\u00B0"});
+                                L"m", L"", L" ", L"Inch", L"k", L"in ", L"\u02DA", L"\u00BA",
+                                L"\uFEFFin", L"rad\u00B0"});
+    case 2:
+    case 3:
+      return UpToNul(words_.Changed(text));
     default:
       return text;
   }
@@ -358,7 +371,7 @@ void CallSequence::ChangeAFile() {
   const bool isDictionary = random_.Below(3) != 0;
   std::wstring path;
   if (isDictionary) {
-    path = AnyOf(random_, kDictionaryFiles);
+    path = random_.Below(6) == 0 ? words_.FileName() + L".txt" : AnyOf(random_, kDictionaryFiles);
     path = random_.Below(3) == 0 ? L"LANG\\" + path : path;
   } else {
     path = random_.Below(3) == 0 ? kNeutralTable : kTableFolder + AnyLanguage() + kTableEnd;
@@ -368,22 +381,29 @@ void CallSequence::ChangeAFile() {
     disk_.Remove(path);
     return;
   }
-  const std::string bytes = isDictionary ? DictionaryBytes(random_) : LanguageTableBytes(random_);
+  const std::string bytes = isDictionary ? DictionaryBytes(words_) : LanguageTableBytes(words_);
   Note([&] { return "- write " + ::Told(path) + ": " + ::Told(bytes); });
   disk_.Write(path, bytes);
 }
 
 void CallSequence::LoadADictionary() {
-  std::wstring folder = AnyFolder();
-  std::wstring fileName =
-      random_.Below(20) == 0 ? L"missing.txt" : AnyOf(random_, kDictionaryFiles);
-  if (random_.Below(4) != 0 && !disk_.Files().empty()) {
-    const std::wstring& path = AnyOf(random_, disk_.Files()).first;
-    const std::size_t separator = path.find(L'\\');
-    folder = separator == std::wstring::npos ? L"." : path.substr(0, separator);
-    fileName = path.substr(separator + 1);
+  if (random_.Below(4) == 0 || disk_.Files().empty()) {
+    Load(AnyFolder(), random_.Below(20) == 0 ? L"" : AnyOf(random_, kDictionaryFiles));
+    return;
   }
-  Load(folder, fileName);
+  const std::wstring& path = AnyOf(random_, disk_.Files()).first;
+  const std::size_t separator = path.find(L'\\');
+  if (separator == std::wstring::npos) {
+    Load(L".", path);
+    return;
+  }
+  const std::wstring folder = path.substr(0, separator);
+  const std::wstring fileName = path.substr(separator + 1);
+  if (random_.Below(4) != 0) {
+    Load(folder, fileName);
+  } else {  // which is another file, unless the character separates folders
+    Load(L".", UpToNul(folder + words_.WideCharacter() + fileName));
+  }
 }
 
 void CallSequence::Load(const std::wstring& folder, const std::wstring& fileName) {
@@ -689,9 +709,11 @@ void CallSequence::UseAValue() {
   const model::Value& modelled = value.modelled;
   const ClassMembers& members = library_.Members();
   const double x = AnyNumber();
-  const auto separator =
-      AnyOf(random_, std::initializer_list<wchar_t>{L',', L'.', L'x', L'\u066B', L'\0', L'-', L'0',
-                                                    kRareCharacter});
+  const wchar_t separator =
+      random_.Below(4) == 0
+          ? words_.WideCharacter().front()
+          : AnyOf(random_, std::initializer_list<wchar_t>{L',', L'.', L'x', L'\u066B', L'\0', L'-',
+                                                          L'0', kRareCharacter});
   const double tolerance = model::ToleranceOf(modelled);
   switch (random_.Below(8)) {
     case 0:

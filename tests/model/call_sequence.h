@@ -13,6 +13,7 @@
 #include "tests/model/disagreement.h"
 #include "tests/model/library_under_test.h"
 #include "tests/model/model.h"
+#include "tests/model/vocabulary.h"
 #include "tests/support/global_locale.h"
 #include "tests/support/random_numbers.h"
 
@@ -88,6 +89,8 @@ class CallSequence {
   // What is chosen at random.
   std::wstring AnyFolder();
   std::wstring AnyLanguage();
+  template <class Texts>
+  std::wstring AnyOfTheKeys(const Texts& texts);
   std::wstring AnyId();
   std::wstring AnyKey();
   std::wstring AnyUnitText();
@@ -138,6 +141,7 @@ class CallSequence {
   RandomNumbers& random_;
   Disk& disk_;
   ToldCalls* told_;
+  Vocabulary words_;
   LibraryUnderTest library_;
   model::Library model_;
   std::uint64_t calls_ = 0;

@@ -2,44 +2,22 @@
 
 #include <string_view>
 
-#include "tests/support/encode_utf8.h"
 #include "tests/support/invalid_utf8.h"
 
 namespace {
 
 using namespace std::string_view_literals;
 
-constexpr std::string_view kWords[] = {
-    "en",
-    "de",
-    "k",
-    "key",
-    "K",
-    "key.two",
-    "",
-    "menu.file.save",
-    "\xC3\xA4",
-    "k\xC3\xA4y",
-    "\xD0\xBC",
-    "\xEF\xBB\xBF\x65n",  // behind a byte-order mark
-    "\xF0\x9F\x98\x80",
-    "a\\nb",
-    "k\r",
-    "n\0m"sv,
-    "//",
-    "10001",
-    "a.key.that.is.longer.than.any.text.that.lies.inside.its.string"};
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kSeparators[] = {" ", "\t", "  ", " \t ", "\t\t"};
+// At the end of a line; the last CR in front of an LF is a part of the line end.
+constexpr std::string_view kLineTails[] = {
+    " ", "\t", "  ", " \t ", "\r\r", "\r\r\r", " \r\r", " \r\r\r", "\r ", "\0"sv, kByteOrderMark};
+constexpr std::string_view kComments[] = {"//", "// ", " //", " // "};
 constexpr std::string_view kLineEnds[] = {"\n", "\r\n", "\n\n", "\r\r\n", "\n\r\n", "\r"};
 constexpr std::string_view kNasty[] = {"\0"sv,     "\0"sv, "\x1A", "\x1A\n", "\r\x1A", "\r",
                                        "\n",       " ",    "\t",   "\x0B",   "\x0C",   "\x7F",
                                        "\x01\x1F", "//",   "/",    "\\",     "\""};
-
-// Where rules for characters begin and end, and blanks of other scripts.
-constexpr char32_t kEdges[] = {0x7F,   0x80,    0x85,    0x9F,    0xA0,    0xAD,     0x7FF,
-                               0x800,  0x1680,  0x2003,  0x2007,  0x2028,  0x202F,   0x20AC,
-                               0x3000, 0xD7FF,  0xE000,  0xE001,  0xFEFF,  0xFFFD,   0xFFFE,
-                               0xFFFF, 0x10000, 0x1F600, 0x40000, 0xE0001, 0x10FFFE, 0x10FFFF};
 
 constexpr std::string_view kCodes[] = {"10001",
                                        "10002",
@@ -55,30 +33,61 @@ constexpr std::string_view kCodes[] = {"10001",
                                        "-99999999999",
                                        "0",
                                        "2147483648",
+                                       "5//6",
+                                       "\xE2\x88\x92\x35",  // behind the minus of typesetters
                                        "\xD9\xA5",          // an Arabic five
                                        "\xE2\x80\x83",      // an em space alone
                                        "\xE2\x80\x83\x35",  // and in front of a five
                                        "\xE3\x80\x80"};     // an ideographic space alone
-constexpr std::string_view kSymbols[] = {"m",    "\xD0\xBC", "\xC2\xB0", "in",
-                                         "m//2", "//",       "m\x01x",   "7"};
+constexpr std::string_view kSymbols[] = {"m",  "\xD0\xBC", "\xC2\xB0", "in", "m//2",
+                                         "//", "/",        "m\x01x",   "7"};
 constexpr std::string_view kNames[] = {
-    "meter",          "square meter",     "name \t", "two  words\r", "me\xC2\xADter",
-    "x // a comment", "\xF0\x9F\x98\x80", "",        "n\0m"sv};
+    "meter",          "square meter", "name \t", "two  words\r",     "me\xC2\xADter",
+    "x // a comment", "a//b",         "/",       "\xF0\x9F\x98\x80", "",
+    "n\0m"sv};
 
-// Mostly one of a few, so that files and hosts name the same.
-std::string NumberedWord(RandomNumbers& random) { return "w" + std::to_string(random.Below(400)); }
-
-std::string AnyCharacter(RandomNumbers& random) {
-  if (random.Below(2) == 0) {
-    return EncodeUtf8(AnyOf(random, kEdges));
+// Blanks, mostly; a character alone or behind blanks, where they should be.
+std::string AnySeparator(Vocabulary& words) {
+  RandomNumbers& random = words.Random();
+  const int chance = random.Below(24);
+  std::string separator = chance > 0 ? std::string(AnyOf(random, kSeparators)) : "";
+  if (chance < 2) {
+    separator += words.Character();
   }
-  const auto c =
-      static_cast<char32_t>(random.Bits() % (std::uint64_t{1} << (8 + random.Below(13))));
-  return c < 0xD800 || (c > 0xDFFF && c <= 0x10FFFF) ? EncodeUtf8(c) : "z";
+  return separator;
+}
+
+// The same in a unit table, where a comment may begin anywhere.
+std::string AnySeparatorOfFields(Vocabulary& words) {
+  RandomNumbers& random = words.Random();
+  return random.Below(10) == 0 ? std::string(AnyOf(random, kComments)) : AnySeparator(words);
+}
+
+// One of `fields` of a unit table as it stands there, or with a character or a slash that does not belong
+// to it.
+template <class Fields>
+std::string AnyField(Vocabulary& words, const Fields& fields) {
+  RandomNumbers& random = words.Random();
+  const std::string field(AnyOf(random, fields));
+  const int chance = random.Below(16);
+  if (chance < 7) {
+    return words.Decorated(field);
+  }
+  switch (chance) {
+    case 7:
+      return "/" + field;
+    case 8:
+      return field + "/";
+    case 9:
+      return field + "/" + field;
+    default:
+      return field;
+  }
 }
 
 // Anything at all; what ends the text is rare enough that files are read for a while.
-std::string AnyBytes(RandomNumbers& random) {
+std::string AnyBytes(Vocabulary& words) {
+  RandomNumbers& random = words.Random();
   switch (random.Below(14)) {
     case 0:
       return std::string(AnyOf(random, kSeparators));
@@ -88,32 +97,48 @@ std::string AnyBytes(RandomNumbers& random) {
     case 3:
     case 4:
     case 5:
-      return AnyWord(random);
+      return words.Word();
     case 6:
       return random.Below(8) == 0 ? std::string(1, static_cast<char>(random.Bits())) : "x";
     case 7:
       return random.Below(4) == 0 ? std::string(AnyOf(random, kInvalidUtf8).bytes) : "y";
     case 8:
     case 9:
-      return AnyCharacter(random);
+      return words.Character();
     default:
       return std::string(AnyOf(random, kNasty));
   }
 }
 
-std::string Soup(RandomNumbers& random) {
+std::string Soup(Vocabulary& words) {
   std::string bytes;
-  for (int count = random.Below(60); count > 0; --count) {
-    bytes += AnyBytes(random);
+  for (int count = words.Random().Below(60); count > 0; --count) {
+    bytes += AnyBytes(words);
   }
   return bytes;
 }
 
+bool IsBlankOrLineEnd(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+
+// Half of them where a word or a run of blanks begins or ends: most rules speak of these.
+std::size_t AnyPlace(RandomNumbers& random, const std::string& bytes) {
+  auto place = static_cast<std::size_t>(random.Below(static_cast<int>(bytes.size()) + 1));
+  if (random.Below(2) == 0) {
+    while (place > 0 && place < bytes.size() && !IsBlankOrLineEnd(bytes[place - 1]) &&
+           !IsBlankOrLineEnd(bytes[place])) {
+      ++place;
+    }
+  }
+  return place;
+}
+
 // Puts what does not belong there somewhere into `bytes`.
-void Spoil(RandomNumbers& random, std::string& bytes) {
-  for (int count = random.Below(4); count > 0; --count) {
-    const int place = random.Below(static_cast<int>(bytes.size()) + 1);
-    bytes.insert(static_cast<std::size_t>(place), AnyBytes(random));
+void Spoil(Vocabulary& words, std::string& bytes) {
+  RandomNumbers& random = words.Random();
+  for (int count = random.Below(6); count > 0; --count) {
+    const std::size_t place = AnyPlace(random, bytes);
+    bytes.insert(place, random.Below(8) != 0 ? AnyBytes(words)
+                                             : std::string(AnyOf(random, kInvalidUtf8).bytes));
   }
   if (random.Below(8) == 0) {
     bytes.resize(bytes.size() - static_cast<std::size_t>(random.Below(4)) % (bytes.size() + 1));
@@ -161,10 +186,14 @@ std::string LinesOfAFile(RandomNumbers& random, Line line) {
 }
 
 template <class Line>
-std::string FileOf(RandomNumbers& random, Line line) {
-  std::string bytes = random.Below(8) == 0 ? Soup(random) : LinesOfAFile(random, line);
+std::string FileOf(Vocabulary& words, Line line) {
+  RandomNumbers& random = words.Random();
+  std::string bytes = random.Below(8) == 0 ? Soup(words) : LinesOfAFile(random, line);
+  if (random.Below(24) == 0) {
+    bytes.insert(0, kByteOrderMark);
+  }
   if (random.Below(2) == 0) {
-    Spoil(random, bytes);
+    Spoil(words, bytes);
   }
   if (random.Below(16) == 0) {
     AddALongRun(random, bytes);
@@ -172,48 +201,58 @@ std::string FileOf(RandomNumbers& random, Line line) {
   return bytes;
 }
 
-}  // namespace
-
-std::string AnyWord(RandomNumbers& random) {
-  return random.Below(8) == 0 ? NumberedWord(random) : std::string(AnyOf(random, kWords));
+// Every second one is as it should be: nothing behind another is read.
+std::string HeaderOfALanguageTable(Vocabulary& words) {
+  RandomNumbers& random = words.Random();
+  const std::string language = random.Below(2) == 0 ? "ru" : words.Word();
+  if (random.Below(2) == 0) {
+    return language + std::string(AnyOf(random, kSeparators)) + "Language";
+  }
+  std::string line = random.Below(8) == 0 ? AnySeparatorOfFields(words) : "";
+  line += language + AnySeparatorOfFields(words);
+  line += random.Below(2) == 0 ? "Language" : words.Word();
+  if (random.Below(2) == 0) {
+    line +=
+        random.Below(4) == 0 ? std::string(AnyOf(random, kComments)) : AnySeparatorOfFields(words);
+    line += random.Below(2) == 0 ? words.Word() : "";
+  }
+  return line;
 }
 
-std::string DictionaryBytes(RandomNumbers& random) {
-  return FileOf(random, [&](bool isFirst) {
-    std::string line = isFirst && random.Below(2) == 0 ? "en" : AnyWord(random);
+}  // namespace
+
+std::string DictionaryBytes(Vocabulary& words) {
+  RandomNumbers& random = words.Random();
+  return FileOf(words, [&](bool isFirst) {
+    std::string line = random.Below(24) == 0 ? AnySeparator(words) : "";
+    line += isFirst && random.Below(2) == 0 ? "en" : words.Word();
     if (random.Below(6) != 0) {
-      line += AnyOf(random, kSeparators);
-      for (int words = random.Below(4); words > 0; --words) {
-        line += AnyWord(random);
-        line += words > 1 || random.Below(4) == 0 ? AnyOf(random, kSeparators) : ""sv;
+      line += AnySeparator(words);
+      for (int count = random.Below(4); count > 0; --count) {
+        line += words.Word();
+        line += count > 1 ? AnySeparator(words) : "";
       }
     }
+    line += random.Below(4) == 0 ? AnyOf(random, kLineTails) : "";
     return line;
   });
 }
 
-std::string LanguageTableBytes(RandomNumbers& random) {
-  return FileOf(random, [&](bool isFirst) {
-    std::string line;
+std::string LanguageTableBytes(Vocabulary& words) {
+  RandomNumbers& random = words.Random();
+  return FileOf(words, [&](bool isFirst) {
     if (isFirst && random.Below(8) != 0) {
-      line = random.Below(2) == 0 ? "ru" : AnyWord(random);
-      line += AnyOf(random, kSeparators);
-      line += random.Below(4) != 0 ? "Language" : AnyWord(random);
-      return line;
+      return HeaderOfALanguageTable(words);
     }
-    if (random.Below(10) == 0) {
-      line += AnyOf(random, kSeparators);
-    }
-    if (random.Below(20) == 0) {
-      line += AnyCharacter(random);
-    }
-    line += AnyOf(random, kCodes);
-    line += AnyOf(random, kSeparators);
-    line += AnyOf(random, kSymbols);
+    std::string line = random.Below(10) == 0 ? AnySeparatorOfFields(words) : "";
+    line += AnyField(words, kCodes);
+    line += AnySeparatorOfFields(words);
+    line += AnyField(words, kSymbols);
     if (random.Below(6) != 0) {
-      line += AnyOf(random, kSeparators);
-      line += AnyOf(random, kNames);
+      line += AnySeparatorOfFields(words);
+      line += AnyField(words, kNames);
     }
+    line += random.Below(8) == 0 ? AnySeparatorOfFields(words) : "";
     return line;
   });
 }

@@ -3,10 +3,7 @@
 
 #include <string>
 
-#include "tests/support/random_numbers.h"
+#include "tests/model/vocabulary.h"
 
-/// A word in UTF-8, one of few: ids and keys that hosts ask for, and that files hold.
-std::string AnyWord(RandomNumbers& random);
-
-std::string DictionaryBytes(RandomNumbers& random);
-std::string LanguageTableBytes(RandomNumbers& random);
+std::string DictionaryBytes(Vocabulary& words);
+std::string LanguageTableBytes(Vocabulary& words);
