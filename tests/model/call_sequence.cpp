@@ -388,7 +388,8 @@ void CallSequence::ChangeAFile() {
 
 void CallSequence::LoadADictionary() {
   if (random_.Below(4) == 0 || disk_.Files().empty()) {
-    Load(AnyFolder(), random_.Below(20) == 0 ? L"" : AnyOf(random_, kDictionaryFiles));
+    const std::wstring fileName = random_.Below(20) == 0 ? L"" : AnyOf(random_, kDictionaryFiles);
+    Load(AnyFolder(), fileName);
     return;
   }
   const std::wstring& path = AnyOf(random_, disk_.Files()).first;
@@ -595,7 +596,8 @@ void CallSequence::Start() {
   if (chance < 11) {
     StartWithATable();
   } else if (chance < 13) {
-    Init(AnyFolder(), AnyLanguage());
+    const std::wstring language = AnyLanguage();
+    Init(AnyFolder(), language);
   } else if (chance < 14) {
     Init0(AnyFolder());
   } else {
