@@ -281,7 +281,7 @@ std::wstring CallSequence::AnyKey() {
 
 std::wstring CallSequence::AnyUnitText() {
   const UnitRow& row = AnyOf(random_, kDefaultUnits);
-  const std::wstring text = random_.Below(2) == 0 ? row.symbol : row.name;
+  std::wstring text = random_.Below(2) == 0 ? row.symbol : row.name;
   switch (random_.Below(6)) {
     case 0:
       return text.substr(0, text.find(L' '));

@@ -68,7 +68,7 @@ std::string AnySeparatorOfFields(Vocabulary& words) {
 template <class Fields>
 std::string AnyField(Vocabulary& words, const Fields& fields) {
   RandomNumbers& random = words.Random();
-  const std::string field(AnyOf(random, fields));
+  std::string field(AnyOf(random, fields));
   const int chance = random.Below(16);
   if (chance < 7) {
     return words.Decorated(field);

@@ -89,7 +89,7 @@ std::string NumberedWord(RandomNumbers& random) { return "w" + std::to_string(ra
 
 }  // namespace
 
-Vocabulary::Vocabulary(RandomNumbers& random) : random_(random), characters_{}, fileName_(L"file") {
+Vocabulary::Vocabulary(RandomNumbers& random) : random_(random), fileName_(L"file") {
   for (std::size_t i = 0; i < characters_.size(); i += 2) {
     characters_[i] = AnyCharacter(random);
     characters_[i + 1] = NeighbourOf(characters_[i], random);
@@ -118,7 +118,7 @@ std::string Vocabulary::Word() {
 }
 
 std::string Vocabulary::Decorated(std::string_view text) {
-  const std::string character = Character();
+  std::string character = Character();
   const std::string word(text);
   switch (random_.Below(5)) {
     case 0:

@@ -33,6 +33,6 @@ class Vocabulary {
 
  private:
   RandomNumbers& random_;
-  std::array<char32_t, 4> characters_;
+  std::array<char32_t, 4> characters_ = {};
   std::wstring fileName_;
 };
