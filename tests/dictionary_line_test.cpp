@@ -74,5 +74,27 @@ TEST(SplitDictionaryLine, SplitsAtTheFirstRunOfBlanks) {
   }
 }
 
+// At each place of a key that is scanned eight bytes at a time, and on both sides of a text.
+TEST(SplitDictionaryLine, TakesNoOtherByteForABlank) {
+  for (int byte = 0; byte < 0x100; ++byte) {
+    const std::string other(1, static_cast<char>(byte));
+    if (other == " " || other == "\t") {
+      continue;
+    }
+    SCOPED_TRACE(byte);
+    for (std::size_t place = 0; place <= 16; ++place) {
+      const std::string key = std::string(place, 'k') + other + "k";
+      const std::string line = key + " text";
+      const DictionaryLine split = SplitDictionaryLine(line);
+      EXPECT_EQ(split.key, key);
+      EXPECT_EQ(split.text, "text");
+    }
+    const bool isCut = other == "\r" || other == "\n";
+    const std::string line = "k " + other + "text" + other;
+    EXPECT_EQ(SplitDictionaryLine(line).key, "k");
+    EXPECT_EQ(SplitDictionaryLine(line).text, other + "text" + (isCut ? "" : other));
+  }
+}
+
 }  // namespace
 }  // namespace KelmoLibs::Localize

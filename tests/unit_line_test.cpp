@@ -222,6 +222,18 @@ TEST(UnitFields, ALineOfManyWordsCostsAViewForEach) {
   EXPECT_LE(allocation_probe::PeakBytes() - before, 4 * kWords * sizeof(std::wstring_view));
 }
 
+TEST(SplitUnitLine, TakesControlCharactersAloneOfAsciiForSeparators) {
+  for (int code = 0; code < 0x80; ++code) {
+    SCOPED_TRACE(code);
+    const auto c = static_cast<wchar_t>(code);
+    const std::wstring field = std::wstring(1, c) + L"a" + c + L"b" + c;
+    const bool separates = code <= 0x20 || code == 0x7F;
+    const Fields expected = separates ? Fields{L"1", L"a", c == L'\t' ? L"b\t m" : L"b  m", L"m"}
+                                      : Fields{L"1", field, L"m"};
+    EXPECT_EQ(SplitUnitLine(L"1 " + field + L" m", 3), expected);
+  }
+}
+
 TEST(IntegerField, IsWhatTheFieldBeginsWith) {
   const struct {
     const char* name;
@@ -255,6 +267,18 @@ TEST(IntegerField, IsWhatTheFieldBeginsWith) {
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
     EXPECT_EQ(IntegerField(row.field), row.number);
+  }
+}
+
+TEST(IntegerField, EndsAtEveryOtherCharacter) {
+  for (wchar_t c = L'!'; c <= L'~'; ++c) {
+    if ((c >= L'0' && c <= L'9') || c == L'+' || c == L'-') {
+      continue;
+    }
+    SCOPED_TRACE(static_cast<char>(c));
+    EXPECT_EQ(IntegerField((std::wstring(1, c) + L"12").c_str()), 0);
+    EXPECT_EQ(IntegerField((std::wstring(L"1") + c + L"2").c_str()), 1);
+    EXPECT_EQ(IntegerField((std::wstring(L"12") + c).c_str()), 12);
   }
 }
 
