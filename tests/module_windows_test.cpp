@@ -101,14 +101,14 @@ TEST(Module, IsNotToldOfThreads) {
 
 // Each thread makes the library throw, which is where its runtime might keep something per thread.
 TEST(Module, KeepsNothingOfTheThreadsThatComeAndGo) {
-  constexpr int kWarmUp = 50;
-  constexpr int kThreads = 1000;
+  constexpr std::size_t kWarmUp = 50;
+  constexpr std::size_t kThreads = 1000;
   const LoadedLibrary library;
   const LibraryExports host = ExportsOf(library);
   ASSERT_EQ(host.UseLanguage(L"none"), -1);
   std::optional<Footprint> before;
-  int caught = 0;
-  for (int i = 0; i < kWarmUp + kThreads; ++i) {
+  std::size_t caught = 0;
+  for (std::size_t i = 0; i < kWarmUp + kThreads; ++i) {
     if (i == kWarmUp) {
       before = MeasureFootprint();
     }
