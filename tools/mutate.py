@@ -383,7 +383,7 @@ SYSTEMS = {
     "windows": dict(preset="mingw-release", rounds=40, options=("-DCMAKE_CXX_FLAGS_RELEASE=-O1",), programs=set(
         """c_host end_to_end_test export_test exports_test file_faults_test memory_limit_test missing_table_test
         module_test regional_settings_test renamed_library_test renamed_library_with_a_table_test resources_test
-        unit_tests unload_test""".split())),  # that meet the system
+        unit_tests unload_test values_test""".split())),  # that meet the system
 }
 USUAL_OPTIONS = ("-DKELMO_LOCALIZER_STRICT=OFF", "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON")
 ONLY_ON_WINDOWS = re.compile(r"_(windows|mingw)\.cpp$")
