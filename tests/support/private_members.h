@@ -17,31 +17,31 @@ struct Opened {
 
 struct OfT {
   using Member = double (Double::*)();
-  friend Member AddressOf(OfT which);
+  friend Member AddressOf(OfT /*which*/);
 };
 template struct Opened<OfT, &Double::T>;
 
 struct OfTs {
   using Member = double (Double::*)(double);
-  friend Member AddressOf(OfTs which);
+  friend Member AddressOf(OfTs /*which*/);
 };
 template struct Opened<OfTs, &Double::Ts>;
 
 struct OfVs {
   using Member = double (Double::*)(double);
-  friend Member AddressOf(OfVs which);
+  friend Member AddressOf(OfVs /*which*/);
 };
 template struct Opened<OfVs, &Double::Vs>;
 
 struct OfCheck {
   using Member = void (Double::*)();
-  friend Member AddressOf(OfCheck which);
+  friend Member AddressOf(OfCheck /*which*/);
 };
 template struct Opened<OfCheck, &Double::CheckCorrect>;
 
 struct OfCheckBoth {
   using Member = void (Double::*)(Double);
-  friend Member AddressOf(OfCheckBoth which);
+  friend Member AddressOf(OfCheckBoth /*which*/);
 };
 template struct Opened<OfCheckBoth, &Double::CheckCorrect>;
 
