@@ -6,11 +6,11 @@ include(${CMAKE_CURRENT_LIST_DIR}/compare_names.cmake)
 
 if(LIBRARY MATCHES "\\.dll$")
   execute_process(COMMAND ${OBJDUMP} -p ${LIBRARY} OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
-  # A row is "[   0] Name"; the table ends at an empty line.
+  # A row is "[   0] Name", that of newer binutils "[   0] +base[   1]  0000 Name"; the table ends at an empty line.
   string(REGEX REPLACE "^.*\\[Ordinal/Name Pointer\\] Table[^\n]*\n" "" table "${output}")
   string(REGEX REPLACE "\n\n.*$" "" table "${table}")
-  string(REGEX REPLACE "\t*\\[ *[0-9]+\\] " "" table "${table}")
-  string(REPLACE "\n" ";" rows "${table}")
+  string(REGEX MATCHALL "\t\\[[^\n]+" rows "${table}")
+  list(TRANSFORM rows REPLACE "^.* " "")
 else()
   execute_process(COMMAND ${NM} -D --defined-only --format=posix ${LIBRARY}
     OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)

@@ -57,7 +57,7 @@ EXPORTS = (
         "says ClearErrors ExportPhyVal GetError GetErrorLine "),
     Row("an empty list", LISTED, None, "", "but the list"),
     *((
-        Row("a function that is not exported", "objdump-p", "] GetError\n", "] GetFault\n",
+        Row("a function that is not exported", "objdump-p", " GetError\n", " GetFault\n",
             "GetErrorsCount GetFault Init "),
         Row("a table of names that is not there", "objdump-p", "[Ordinal/Name Pointer]", "[Pointer]", "but the list"),
         Row("a tool that says nothing", "objdump-p", None, "", "no name was read from"),
