@@ -17,8 +17,9 @@ WINEDEBUG=${WINEDEBUG:--all}
 WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe,winedbg.exe=d'
 # UTF-8 for file names beyond ASCII, whatever the caller's locale. A test names the user that Wine is to have.
 LC_ALL=${KELMO_WINE_LOCALE:-C.UTF-8}
-TMPDIR=$root/build/wine-tmp # the socket of the server: else a folder of its own in /tmp
-export TMPDIR WINEPREFIX WINEDEBUG WINEDLLOVERRIDES LC_ALL
+export WINEPREFIX WINEDEBUG WINEDLLOVERRIDES LC_ALL
+# Debian 13's Wine 10 frees the value of TMPDIR, which it has not allocated, and all of its programs abort.
+unset TMPDIR
 
 missing_dll=53 # STATUS_DLL_NOT_FOUND, as far as it fits an exit code
 complete=$WINEPREFIX/complete
@@ -28,8 +29,14 @@ start_server() {
     wineboot -i
 }
 
+# Debian's Wine keeps the socket of the server in a folder of its own in /tmp, which it leaves there. The prefix has the
+# folder's name, and a server that does not find it makes it again.
 stop_server() {
   wineserver -k 2>/dev/null || true
+  sockets=$(cat "$WINEPREFIX/wineserver" 2>/dev/null) || true
+  case $sockets in
+    wine-??????) rm -rf "/tmp/$sockets" ;;
+  esac
 }
 
 case ${1:-} in
@@ -42,7 +49,7 @@ case ${1:-} in
       stop_server
       rm -rf "$WINEPREFIX"
     fi
-    mkdir -p "$WINEPREFIX" "$TMPDIR"
+    mkdir -p "$WINEPREFIX"
     # Nothing that stays behind may keep the caller's output open. Services start with the first
     # program, hence wineboot also in an old prefix. In a new one it always prints warnings, one of
     # them of the 32-bit rundll32.exe, which no 64-bit program needs: they stay in the log.
@@ -54,7 +61,6 @@ case ${1:-} in
     ;;
   --stop) stop_server ;;
   *)
-    mkdir -p "$TMPDIR"
     [ -e "$complete" ] || "$0" --start
     status=0
     wine "$@" || status=$?
