@@ -29,7 +29,7 @@ std::uintptr_t NextHandle();
 /// What the process holds of everything that may be left behind, whoever took it.
 struct Footprint {
   std::size_t heapBytes;
-  std::size_t mappedBytes;
+  std::size_t mappedBytes;  // on Windows without the heaps
   std::uintptr_t nextHandle;
   std::uintptr_t nextThreadSlot;  // of thread-local storage: the lowest that is free
 };

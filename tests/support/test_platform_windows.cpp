@@ -1,8 +1,8 @@
 #include <windows.h>
 
 #include <cwctype>
-#include <vector>
 
+#include "tests/support/heap_bytes_windows.h"
 #include "tests/support/test_platform.h"
 
 const bool textModeEndsAtControlZ = true;
@@ -15,27 +15,14 @@ bool SystemTakesForGraphicOrBlank(wchar_t character) {
 
 namespace {
 
-std::size_t HeapBytes() {
-  std::vector<HANDLE> heaps(1000);
-  heaps.resize(::GetProcessHeaps(static_cast<DWORD>(heaps.size()), heaps.data()));
-  std::size_t bytes = 0;
-  for (HANDLE heap : heaps) {
-    PROCESS_HEAP_ENTRY entry = {};
-    while (::HeapWalk(heap, &entry) != FALSE) {
-      if ((entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0) {
-        bytes += entry.cbData;
-      }
-    }
-  }
-  return bytes;
-}
-
+// Besides the heaps, which may grow by far more than what is taken of them.
 std::size_t MappedBytes() {
+  const std::set<const void*> heaps = HeapRegions();
   std::size_t bytes = 0;
   MEMORY_BASIC_INFORMATION region = {};
   const char* address = nullptr;
   while (::VirtualQuery(address, &region, sizeof(region)) != 0) {
-    if (region.State != MEM_FREE) {
+    if (region.State != MEM_FREE && heaps.count(region.AllocationBase) == 0) {
       bytes += region.RegionSize;
     }
     address = static_cast<const char*>(region.BaseAddress) + region.RegionSize;
@@ -63,7 +50,11 @@ std::optional<Footprint> MeasureFootprint() {
   footprint.nextHandle = NextHandle();
   footprint.nextThreadSlot = ::TlsAlloc();
   ::TlsFree(static_cast<DWORD>(footprint.nextThreadSlot));
-  footprint.heapBytes = HeapBytes();
+  const std::optional<std::size_t> heapBytes = HeapBytes();
+  if (!heapBytes) {
+    return std::nullopt;
+  }
+  footprint.heapBytes = *heapBytes;
   return footprint;
 }
 
