@@ -3,7 +3,8 @@
     python3 check_notices.py NOTICES.md .dll|.so MAP
 
 The table stands below the heading of the file with that suffix. In its first column an archive stands alone, for all
-its members, or with those that are in the file: `libgcc.a`, or `libstdc++.a`: `tree.o`, `tinfo.o`.
+its members, or with those that are in the file: `libgcc.a`, or `libstdc++.a`: `tree.o`, `tinfo.o`. What newer versions of
+the compiler add stands in rows of its own: `libstdc++.a` since GCC 14: `system_error.o`.
 """
 
 import pathlib
@@ -23,8 +24,16 @@ def parts_in_map(text):
     return others | {(path.split("/")[-1], re.sub(r"^lib\w+_l?a-", "", member)) for path, member in members}
 
 
-def parts_in_page(page, suffix):
-    """The same; an archive that stands for all its members is (archive, None)."""
+def version_in_map(text):
+    """That of the GCC whose runtime was linked, by its folder: /usr/lib/gcc/x86_64-w64-mingw32/12-posix."""
+    version = re.search(r"^LOAD .*/gcc/[^/]+/(\d+)\b", text, re.M)
+    if not version:
+        sys.exit("the map lacks the folder of the compiler's own objects, which names its version")
+    return int(version[1])
+
+
+def parts_in_page(page, suffix, version):
+    """The same, of that version of GCC; an archive that stands for all its members is (archive, None)."""
     table = re.search(rf"^### `\w+\{suffix}`$(.*?)^#", page, re.M | re.S)
     rows = re.findall(r"^\| (`.+?) \|", table[1], re.M) if table else []
     if not rows:
@@ -32,6 +41,9 @@ def parts_in_page(page, suffix):
     parts = set()
     for row in rows:
         archive, colon, members = row.partition(": ")
+        archive, since, first = archive.partition(" since GCC ")
+        if since and version < int(first):
+            continue
         if colon:
             parts |= {(archive.strip("`"), member) for member in re.findall(r"`([^`]+)`", members)}
         else:
@@ -52,8 +64,9 @@ def differences(in_map, in_page):
 
 def main(page, suffix, link_map):
     # A path in the map may have any bytes.
-    in_map = parts_in_map(pathlib.Path(link_map).read_text("utf-8", "surrogateescape"))
-    in_page = parts_in_page(pathlib.Path(page).read_text("utf-8"), suffix)
+    text = pathlib.Path(link_map).read_text("utf-8", "surrogateescape")
+    in_map = parts_in_map(text)
+    in_page = parts_in_page(pathlib.Path(page).read_text("utf-8"), suffix, version_in_map(text))
     problems = list(differences(in_map, in_page))
     print("\n".join(problems) or f"{len(in_map)} parts of other projects are those of the table")
     return 1 if problems else 0
