@@ -40,8 +40,8 @@ std::vector<std::wstring_view> SplitText(std::wstring_view text, std::wstring_vi
 // The comment first: most of its characters are of another script, and none becomes a part of a "//".
 void CleanUnitLine(std::wstring& line) {
   line.resize(std::min(line.size(), line.find(kComment)));
-  std::replace_if(
-      line.begin(), line.end(), [](wchar_t c) { return !IsKept(c); }, L' ');
+  const auto isDropped = [](wchar_t c) { return !IsKept(c); };
+  std::replace_if(line.begin(), line.end(), isDropped, L' ');
 }
 
 // The words behind the first one of the last field become fields as well, and that stays: it keeps the
