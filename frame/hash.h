@@ -37,7 +37,7 @@ struct FourWords {
   std::uint64_t last;
 };
 
-inline FourWords WordsAt(const char* bytes, WordPlaces places) noexcept {
+inline FourWords WordsAt(const char* bytes, const WordPlaces& places) noexcept {
   return {WordAt(bytes), WordAt(bytes + places.second), WordAt(bytes + places.third),
           WordAt(bytes + places.last)};
 }

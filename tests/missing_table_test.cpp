@@ -80,7 +80,9 @@ TEST(MissingTable, StartsGiveZeroAndReadTheTableOfTheLanguageAllTheSame) {
 }
 
 TEST(MissingTable, ThatIsThereLaterIsRead) {
-  const std::string bytes = ReadFile(KELMO_SOURCE_FOLDER "/resources/default_unit_table.txt");
+  // As the embedded table, the bytes stay.
+  static const std::string bytes =
+      ReadFile(KELMO_SOURCE_FOLDER "/resources/default_unit_table.txt");
   answer = {EmbeddedTable::Status::kMissing, {}};
   Init0(L"no such folder");
   answer = {EmbeddedTable::Status::kFound, bytes};

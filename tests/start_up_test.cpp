@@ -65,8 +65,8 @@ class StartUp : public testing::Test {
     }
     const ScratchFolder folder;
     const ExportPlace place(folder);
-    const char* const starts[] = {"Init0", "Init0 again", "Init", "ExportPhyVal"};
-    for (const std::string start : starts) {
+    const std::string starts[] = {"Init0", "Init0 again", "Init", "ExportPhyVal"};
+    for (const std::string& start : starts) {
       SCOPED_TRACE("after " + start);
       EXPECT_EQ(start == "Init"           ? Init(L".", L"ru")
                 : start == "ExportPhyVal" ? ExportPhyVal()
