@@ -90,5 +90,7 @@ packages_heavy=(valgrind libc6-dbg)
 packages_coverage=(libclang-rt-dev llvm)
 packages_fuzz=(clang libclang-rt-dev)
 packages_bench=(libbenchmark-dev)
-packages_peers=(libboost1.81-dev libabsl-dev gettext libicu-dev icu-devtools libsimdjson-dev libudunits2-dev
+boost=libboost-dev # 1.81 or later: Debian 12's is older, and it has another beside it
+! grep -qs '^VERSION_CODENAME=bookworm$' /etc/os-release || boost=libboost1.81-dev
+packages_peers=("$boost" libabsl-dev gettext libicu-dev icu-devtools libsimdjson-dev libudunits2-dev
   locales) # the source of the locale that gettext and the values are printed in
