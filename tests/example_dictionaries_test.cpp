@@ -17,7 +17,7 @@ namespace KelmoLibs::Localize {
 namespace {
 
 std::wstring PathOf(const std::wstring& fileName) {
-  return JoinPath(DecodeUtf8(KELMO_SOURCE_FOLDER "/examples/LANG"), fileName);
+  return JoinPath(L"" KELMO_SOURCE_FOLDER "/examples/LANG", fileName);
 }
 
 std::set<std::wstring> KeysOf(const std::string& file) {
