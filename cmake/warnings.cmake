@@ -1,11 +1,20 @@
-# Warnings of the project's own code, on and fatal in its own builds only: whoever builds the library inside another
-# project sees none. tests/build/check_warnings.cmake proves that they bite.
+# Warnings of the project's own code. They are on in its own builds only: whoever builds the library inside another project
+# sees none. They are errors with the compilers of this list, with which the project builds without a warning; any other
+# compiler gives warnings, and builds. Whoever sets CMAKE_COMPILE_WARNING_AS_ERROR decides it for every compiler.
+# tests/build/check_warnings.cmake and tests/build/check_known_compilers.cmake hold this.
+set(compilers_without_warnings GNU-12 GNU-14 Clang-14 Clang-19)
+
 add_library(kelmo_localizer_warnings INTERFACE)
 if(KELMO_LOCALIZER_STRICT)
   if(MSVC)
-    set(options /W4 /WX)
+    set(options /W4)
   else()
-    set(options -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+    set(options -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
   endif()
   target_compile_options(kelmo_localizer_warnings INTERFACE "$<$<COMPILE_LANGUAGE:C,CXX>:${options}>")
+
+  string(REGEX REPLACE "[.].*" "" compiler "${CMAKE_CXX_COMPILER_ID}-${CMAKE_CXX_COMPILER_VERSION}")
+  if(NOT DEFINED CMAKE_COMPILE_WARNING_AS_ERROR AND compiler IN_LIST compilers_without_warnings)
+    set(CMAKE_COMPILE_WARNING_AS_ERROR ON)
+  endif()
 endif()

@@ -1,5 +1,5 @@
-"""The checks of the builds refuse a build without its warnings, presets that forget, a header that says two things, and a
-program that prints otherwise.
+"""The checks of the builds refuse a build without its warnings, other compilers for which they are errors, presets that
+forget, a header that says two things, and a program that prints otherwise.
 
     python3 build_test.py CMAKE COMPILER
 """
@@ -13,14 +13,14 @@ CMAKE, COMPILER = sys.argv[1:] if __name__ == "__main__" else [""] * 2
 
 # ---- tests/build/check_warnings.cmake
 
-SWITCHES = "-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror"
+SWITCHES = "-Wall -Wextra -Wpedantic -Wconversion -Wshadow"
 COMPILED = "compile_commands.json"
 ERROR = "deliberate_warnings.cpp:{0}:1: error: here [-Werror={1}]\n"
 KINDS = ("shadow", "parentheses", "vla", "unused-parameter", "float-conversion")
 WARNINGS = {
     COMPILED: f"""[
-  "command": "g++ -O3 {SWITCHES} -std=c++17 -o one.o -c /one.cpp",
-  "command": "g++ -isystem /usr/src/googletest/googletest/include -O0 {SWITCHES}  -o two.o -c \\"/a folder/two.cpp\\"",
+  "command": "g++ -O3 {SWITCHES} -std=c++17 -Werror -o one.o -c /one.cpp",
+  "command": "g++ -isystem /usr/src/googletest/googletest/include -O0 {SWITCHES} -Werror -o two.o -c \\"/a folder, да/two.cpp\\"",
   "command": "g++ -Wall -Wno-error -o all.o -c /usr/src/googletest/src/gtest-all.cc",
   "command": "g++ -o faults.o -c /tests/build/deliberate_faults.cpp",
   "command": "gcc -o table.o -c /table.S",
@@ -37,8 +37,8 @@ build warnings: compile
 NOT_COMPILED_SO = "compiled without warnings as errors:"
 WARNINGS_ROWS = (
     Row("no commands", COMPILED, None, "[]", "no command was read"),
-    Row("a source without a switch", COMPILED, "-Wshadow -Werror -std", "-Werror -std", NOT_COMPILED_SO),
-    Row("warnings that are no errors", COMPILED, "-Werror -std", "-std", NOT_COMPILED_SO),
+    Row("a source without a switch", COMPILED, "-Wshadow -std", "-std", NOT_COMPILED_SO),
+    Row("warnings that are no errors", COMPILED, "-std=c++17 -Werror", "-std=c++17", NOT_COMPILED_SO),
     Row("a test without them, beside GoogleTest's headers", COMPILED, f"-O0 {SWITCHES}", "-O0", NOT_COMPILED_SO),
     Row("a switch that is off again", COMPILED, "-std=c++17", "-Wno-shadow", NOT_COMPILED_SO),
     Row("all switches off again", COMPILED, "-std=c++17", "-w", NOT_COMPILED_SO),
@@ -51,6 +51,27 @@ WARNINGS_ROWS = (
     Row("an error that is not expected", "errors.txt", ERROR.format(3, "vla"),
         ERROR.format(3, "vla") + ERROR.format(9, "vla"), "5 errors were expected, at least 5, and not 6"),
     Row("few expectations", "deliberate_warnings.cpp", "expect: vla", "", "4 errors were expected, at least 5, and not 5"),
+)
+
+# ---- tests/build/check_known_compilers.cmake
+
+WARNINGS_FILE = "cmake/warnings.cmake"
+COMPILERS_ROWS = (
+    Row("a known compiler without errors", WARNINGS_FILE, "Clang-19", "Clang-18",
+        "with Clang-19.1.7 the build passes and says warning, not fails and error"),
+    Row("errors with another compiler", WARNINGS_FILE, "Clang-19", "Clang-19 GNU-15",
+        "with GNU-15.1.0 the build fails and says error, not passes and warning"),
+    Row("a version that only begins like a known one", WARNINGS_FILE, "[.].*", "0?[.].*",
+        "with GNU-120.1.0 the build fails and says error, not passes and warning"),
+    Row("a warning that is not on", WARNINGS_FILE, " -Wextra", "",
+        "with GNU-12.2.0 the build passes and says nothing, not fails and error"),
+    Row("a user who does not want errors", WARNINGS_FILE, "NOT DEFINED CMAKE_COMPILE_WARNING_AS_ERROR AND ", "",
+        "with GNU-12.2.0 -D CMAKE_COMPILE_WARNING_AS_ERROR=OFF the build fails and says error, not passes and warning"),
+    Row("a user who wants errors", WARNINGS_FILE, "set(CMAKE_COMPILE_WARNING_AS_ERROR ON)\n",
+        "set(CMAKE_COMPILE_WARNING_AS_ERROR ON)\n  else()\n    set(CMAKE_COMPILE_WARNING_AS_ERROR OFF)\n",
+        "with GNU-15.1.0 -D CMAKE_COMPILE_WARNING_AS_ERROR=ON the build passes and says warning, not fails and error"),
+    Row("warnings inside another project", WARNINGS_FILE, "if(KELMO_LOCALIZER_STRICT)", "if(TRUE)",
+        "with GNU-12.2.0 -D KELMO_LOCALIZER_STRICT=OFF the build fails and says error, not passes and nothing"),
 )
 
 # ---- tests/build/check_presets.cmake
@@ -120,6 +141,12 @@ class Build(RefusalTest):
         self.refuses_each(lambda folder: write(folder, WARNINGS), lambda folder: [
             CMAKE, f"-DBUILD={folder}", "-DTARGET=warnings", f"-DSOURCE={folder}/deliberate_warnings.cpp",
             "-P", TOP / "tests/build/check_warnings.cmake"], WARNINGS_ROWS)
+
+    def test_errors_for_other_compilers_are_refused(self):
+        text = (TOP / WARNINGS_FILE).read_text("utf-8")
+        self.refuses_each(lambda folder: write(folder, {WARNINGS_FILE: text}), lambda folder: [
+            CMAKE, f"-DSOURCE={folder}", f"-DWORK={folder}/work", "-DGENERATOR=Ninja", f"-DCOMPILER={COMPILER}",
+            "-P", TOP / "tests/build/check_known_compilers.cmake"], COMPILERS_ROWS)
 
     def test_a_preset_that_does_not_bring_the_tests_back_is_refused(self):
         self.refuses_each(lambda folder: write(folder, PRESETS), lambda folder: [
