@@ -2,7 +2,7 @@
 # switches, and a target that must fail does, with an error of the right kind in each line that says so.
 #   cmake -D BUILD=folder -D TARGET=name -D SOURCE=file -P check_warnings.cmake
 
-file(STRINGS ${BUILD}/compile_commands.json commands REGEX "^ *\"command\": ")
+file(STRINGS ${BUILD}/compile_commands.json commands ENCODING UTF-8 REGEX "^ *\"command\": ")
 if(NOT commands)
   message(FATAL_ERROR "no command was read from ${BUILD}/compile_commands.json")
 endif()

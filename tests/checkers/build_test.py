@@ -19,7 +19,7 @@ ERROR = "deliberate_warnings.cpp:{0}:1: error: here [-Werror={1}]\n"
 KINDS = ("shadow", "parentheses", "vla", "unused-parameter", "float-conversion")
 WARNINGS = {
     COMPILED: f"""[
-  "command": "g++ -O3 {SWITCHES} -std=c++17 -Werror -o one.o -c /one.cpp",
+  "command": "g++ -I\\"/a folder, да\\" -O3 {SWITCHES} -std=c++17 -Werror -o one.o -c /one.cpp",
   "command": "g++ -isystem /usr/src/googletest/googletest/include -O0 {SWITCHES} -Werror -o two.o -c \\"/a folder, да/two.cpp\\"",
   "command": "g++ -Wall -Wno-error -o all.o -c /usr/src/googletest/src/gtest-all.cc",
   "command": "g++ -o faults.o -c /tests/build/deliberate_faults.cpp",
