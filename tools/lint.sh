@@ -47,7 +47,7 @@ files -z '*.h' '*.clang-tidy' '*CMakeLists.txt' 'cmake/*' 'tools/*' | xargs -0 s
 # GCC's own switch and with GCC's headers.
 mkdir -p build/lint/linux build/lint/windows
 headers=$(x86_64-w64-mingw32-g++-posix -print-file-name=include/c++)
-without_compiled='s/ -Winvalid-pch -include [^ ]*cmake_pch[.]hxx / /'
+without_compiled='s/ -Winvalid-pch -include \(\\"[^"]*\\"\|[^ ]*\) / /' # quoted where the path has a blank
 sed -e "$without_compiled" build/linux-release/compile_commands.json >build/lint/linux/compile_commands.json
 sed -e "$without_compiled" -e 's/ -fno-keep-inline-dllexport//' \
   -e "s| -c | --target=x86_64-w64-windows-gnu -isystem $headers -isystem $headers/x86_64-w64-mingw32 -c |" \

@@ -10,6 +10,7 @@ SOURCES = ("dictionary/one.cpp", "examples/one.cpp", "frame/one.cpp", "phyval/on
 TESTS = ("tests/one_test.cpp", "tests/two_test.cpp", "tests/nine_test.cpp")
 WINDOWS = ("frame/one_windows.cpp", "frame/one_mingw.cpp")
 LINUX_COMMANDS, WINDOWS_COMMANDS = (f"build/{name}-release/compile_commands.json" for name in ("linux", "mingw"))
+COMPILED_HEADER = "build/cmake_pch.hxx"
 SOURCE = "int Two(int number) { return 2 * number; }\n"
 TEST = f"#include <gtest/gtest.h>\n\n{SOURCE}"
 FROM_THE_PROJECT = (".clang-format", ".clang-tidy", "tests/.clang-tidy", "tools/lint.sh", "tools/tidy.sh",
@@ -17,9 +18,12 @@ FROM_THE_PROJECT = (".clang-format", ".clang-tidy", "tests/.clang-tidy", "tools/
 
 
 def commands(folder, compiler, files):
-    return json.dumps([{"directory": str(folder), "file": str(folder / file), "output": f"{file}.o",
-                        "command": f'{compiler} -isystem include -o one.o -c "{folder / file}"'}
-                       for file in files])
+    """A line for each, as CMake writes them."""
+    return "[\n" + ",\n".join(
+        json.dumps({"directory": str(folder), "file": str(folder / file), "output": f"{file}.o",
+                    "command": f'{compiler} -isystem include -Winvalid-pch -include "{folder / COMPILED_HEADER}"'
+                               f' -o one.o -c "{folder / file}"'})
+        for file in files) + "\n]\n"
 
 
 def write_folder(folder):
@@ -29,6 +33,8 @@ def write_folder(folder):
         **{name: TEST.replace("Two", f"Two{i}") for i, name in enumerate(TESTS)},
         **{name: "#!/bin/sh\necho fine\n" for name in ("demo", "test", "bench", ".ci/run")},
         "include/gtest/gtest.h": "#pragma once\n",
+        COMPILED_HEADER: "",
+        f"{COMPILED_HEADER}.gch": "no clang reads what GCC has compiled",
         ".gitignore": "/build/\n",
         LINUX_COMMANDS: commands(folder, "c++", (*SOURCES, *TESTS)),
         WINDOWS_COMMANDS: commands(folder, "x86_64-w64-mingw32-g++-posix", WINDOWS),
