@@ -62,7 +62,7 @@ std::wstring WholeText(const wchar_t* lineEnd) {
 }
 
 TEST(DefaultTable, IsTheseTenLines) {
-  const std::string bytes = ReadFile(KELMO_SOURCE_FOLDER "/resources/default_unit_table.txt");
+  const std::string bytes = ReadProjectFile("resources/default_unit_table.txt");
   EXPECT_EQ(bytes.size(), 700U);
   EXPECT_EQ(bytes.substr(0, 2), "\xFF\xFE");
   EXPECT_EQ(DecodeUnitTable(bytes), WholeText(L"\r\n"));
@@ -71,7 +71,7 @@ TEST(DefaultTable, IsTheseTenLines) {
 TEST(DefaultTable, IsInTheLibraryByteForByte) {
   const EmbeddedTable table = FindEmbeddedUnitTable();
   ASSERT_EQ(table.status, EmbeddedTable::Status::kFound);
-  EXPECT_EQ(table.bytes, ReadFile(KELMO_SOURCE_FOLDER "/resources/default_unit_table.txt"));
+  EXPECT_EQ(table.bytes, ReadProjectFile("resources/default_unit_table.txt"));
 }
 
 TEST(DecodeUnitTable, TakesCodeUnitsUpToTheFirstZero) {

@@ -14,8 +14,7 @@ namespace {
 
 TEST(ExampleOutput, FitsATerminalOf80ColumnsWithoutTrailingBlanks) {
   for (const char* const name : {"demo_host", "first_host", "first_values"}) {
-    std::istringstream lines(
-        ReadFile(std::string(KELMO_SOURCE_FOLDER "/tests/data/examples/") + name + ".txt"));
+    std::istringstream lines(ReadProjectFile(std::string("tests/data/examples/") + name + ".txt"));
     std::size_t count = 0;
     for (std::string line; std::getline(lines, line); ++count) {
       EXPECT_LE(DecodeUtf8(line).size(), 80U) << name << ": " << line;

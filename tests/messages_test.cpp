@@ -68,8 +68,7 @@ TEST(Messages, AreThoseOfTheirPage) {
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.file);
-    const std::string bytes =
-        ReadFile(std::string(KELMO_SOURCE_FOLDER "/tests/data/messages/") + row.file);
+    const std::string bytes = ReadProjectFile(std::string("tests/data/messages/") + row.file);
     EXPECT_EQ(DecodeUtf8(bytes), TextOf(row.message) + L"\n");
   }
 }

@@ -81,8 +81,7 @@ TEST(MissingTable, StartsGiveZeroAndReadTheTableOfTheLanguageAllTheSame) {
 
 TEST(MissingTable, ThatIsThereLaterIsRead) {
   // As the embedded table, the bytes stay.
-  static const std::string bytes =
-      ReadFile(KELMO_SOURCE_FOLDER "/resources/default_unit_table.txt");
+  static const std::string bytes = ReadProjectFile("resources/default_unit_table.txt");
   answer = {EmbeddedTable::Status::kMissing, {}};
   Init0(L"no such folder");
   answer = {EmbeddedTable::Status::kFound, bytes};

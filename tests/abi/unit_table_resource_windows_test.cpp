@@ -40,9 +40,8 @@ TEST_F(UnitTableResource, HoldsTheFileAndAZeroBehindIt) {
   HGLOBAL loaded = ::LoadResource(module_, resource);
   ASSERT_NE(loaded, nullptr);
   const auto* const bytes = static_cast<const char*>(::LockResource(loaded));
-  EXPECT_EQ(
-      std::string(bytes, 702),
-      ReadFile(KELMO_SOURCE_FOLDER "/resources/default_unit_table.txt") + std::string(2, '\0'));
+  EXPECT_EQ(std::string(bytes, 702),
+            ReadProjectFile("resources/default_unit_table.txt") + std::string(2, '\0'));
 }
 
 TEST_F(UnitTableResource, IsTheOnlyOneOfItsTypeAndRussian) {

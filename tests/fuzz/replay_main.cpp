@@ -1,4 +1,5 @@
-// Plays the files of a folder through a fuzz target, without a fuzzer: what was found once stays found.
+// Plays the files of a folder through a fuzz target, without a fuzzer: what was found once stays found. The folder is
+// named from the top folder of the project, whose name an argument on Windows may not be able to hold.
 #include <algorithm>
 #include <exception>
 #include <filesystem>
@@ -16,7 +17,8 @@ int main(int argumentCount, char** arguments) {
     return 2;
   }
   std::vector<std::filesystem::path> files;
-  for (const auto& entry : std::filesystem::directory_iterator(arguments[1])) {
+  const auto folder = std::filesystem::u8path(KELMO_SOURCE_FOLDER) / arguments[1];
+  for (const auto& entry : std::filesystem::directory_iterator(folder)) {
     files.push_back(entry.path());
   }
   std::sort(files.begin(), files.end());

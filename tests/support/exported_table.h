@@ -9,7 +9,7 @@
 
 /// What it must hold.
 inline std::string ExportedDefaultTable() {
-  return ReadFile(KELMO_SOURCE_FOLDER "/tests/data/unittables/phyval.txt");
+  return ReadProjectFile("tests/data/unittables/phyval.txt");
 }
 
 /// Its place, without the file at first and at the end. The working directory is the scratch folder

@@ -3,16 +3,17 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
+#include <sstream>
 #include <string>
 #include <vector>
+
+#include "tests/support/read_file.h"
 
 using Cells = std::vector<std::string>;
 
 /// The rows of the table of `page`, a file below docs/, whose heading begins with `firstColumn`.
 inline std::vector<Cells> TableOfPage(const std::string& page, const std::string& firstColumn) {
-  std::ifstream file(KELMO_SOURCE_FOLDER "/docs/" + page);
-  EXPECT_TRUE(file.is_open()) << page;
+  std::istringstream file(ReadProjectFile("docs/" + page));
   std::vector<Cells> rows;
   bool inTable = false;
   for (std::string line; std::getline(file, line);) {
