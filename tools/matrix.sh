@@ -50,7 +50,7 @@ program() {
 # run_tests FOLDER WHOLE
 run_tests() {
   if [ "$2" = whole ]; then
-    ctest --test-dir "$1" --output-on-failure --timeout 300 --no-tests=error --label-exclude heavy --parallel "$jobs"
+    ctest --test-dir "$1" --output-on-failure --timeout 300 --no-tests=error --parallel "$jobs"
   else
     ctest --test-dir "$1" --output-on-failure --timeout 300 --no-tests=error --tests-regex "$tests" \
       --parallel "$jobs" || return
