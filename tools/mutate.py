@@ -597,7 +597,7 @@ class Tree:
         """The programs, their tests under valgrind and the arguments."""
         own = self.own_test(file)
         test = own and self.memchecks.get(MEMCHECK + own[0])
-        checks = [(own[0], test, (f"{own[2]}:-*DeathTest*",))] if test else []
+        checks = [(own[0], test, (own[2],))] if test else []
         return checks + [(name[len(MEMCHECK) :], self.memchecks[name], arguments)
                          for name, arguments in MEMCHECK_OF_ALL.items() if name in self.memchecks]
 

@@ -2,8 +2,10 @@
 // test_platform_posix.cpp.
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 
 /// Whether a file in text mode ends at a 0x1A byte.
@@ -36,6 +38,11 @@ struct Footprint {
 
 /// Nothing where a sanitizer or the like keeps things of its own.
 std::optional<Footprint> MeasureFootprint();
+
+/// Whether `work` returns within `time`. If not, it is ended by force, on Linux in a process of its own
+/// and on Windows in a thread: it must hold no lock then. Throws std::runtime_error where the process
+/// has crashed.
+bool ReturnsWithin(std::chrono::milliseconds time, const std::function<void()>& work);
 
 /// A crash must end the test program, not wait for somebody to close a window.
 void TurnOffErrorDialogs();

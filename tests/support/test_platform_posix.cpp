@@ -1,13 +1,17 @@
 #include <locale.h>
 #include <malloc.h>
 #include <pthread.h>
+#include <signal.h>
+#include <sys/wait.h>
 #include <unistd.h>
 #include <wctype.h>
 
 #include <algorithm>
 #include <cstdlib>
 #include <fstream>
+#include <stdexcept>
 #include <string>
+#include <thread>
 
 #include "tests/support/free_descriptor.h"
 #include "tests/support/test_platform.h"
@@ -79,6 +83,29 @@ std::optional<Footprint> MeasureFootprint() {
   const struct mallinfo2 heap = ::mallinfo2();
   footprint.heapBytes = heap.uordblks + heap.hblkhd;
   return footprint;
+}
+
+bool ReturnsWithin(std::chrono::milliseconds time, const std::function<void()>& work) {
+  const auto end = std::chrono::steady_clock::now() + time;
+  const pid_t child = ::fork();
+  if (child == 0) {
+    work();
+    ::_exit(0);
+  }
+  int status = 0;
+  pid_t ended = 0;
+  while ((ended = ::waitpid(child, &status, WNOHANG)) == 0) {
+    if (std::chrono::steady_clock::now() >= end) {
+      ::kill(child, SIGKILL);
+      ::waitpid(child, &status, 0);
+      return false;
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+  if (ended != child || !WIFEXITED(status) || WEXITSTATUS(status) != 0) {
+    throw std::runtime_error("a call has crashed, or its process could not be made");
+  }
+  return true;
 }
 
 void TurnOffErrorDialogs() {}

@@ -1,6 +1,8 @@
 #include <windows.h>
 
 #include <cwctype>
+#include <stdexcept>
+#include <vector>
 
 #include "tests/support/heap_bytes_windows.h"
 #include "tests/support/test_platform.h"
@@ -30,6 +32,11 @@ std::size_t MappedBytes() {
   return bytes;
 }
 
+DWORD WINAPI Run(void* work) {
+  (*static_cast<const std::function<void()>*>(work))();
+  return 0;
+}
+
 }  // namespace
 
 std::uint64_t AvailableMemory() {
@@ -56,6 +63,22 @@ std::optional<Footprint> MeasureFootprint() {
   }
   footprint.heapBytes = *heapBytes;
   return footprint;
+}
+
+bool ReturnsWithin(std::chrono::milliseconds time, const std::function<void()>& work) {
+  std::function<void()> copy = work;
+  HANDLE thread = ::CreateThread(nullptr, 0, Run, &copy, 0, nullptr);
+  if (thread == nullptr) {
+    throw std::runtime_error("a thread could not be made");
+  }
+  const bool returns =
+      ::WaitForSingleObject(thread, static_cast<DWORD>(time.count())) == WAIT_OBJECT_0;
+  if (!returns) {
+    ::TerminateThread(thread, 1);
+    ::WaitForSingleObject(thread, INFINITE);
+  }
+  ::CloseHandle(thread);
+  return returns;
 }
 
 void TurnOffErrorDialogs() {
