@@ -12,9 +12,9 @@ seconds=$1
 shift
 
 if [ "$seconds" = --merge ]; then
-  for target in "$@"; do
-    (cd "build/fuzz/$target/work" && "$OLDPWD/build/linux-fuzz/bin/${target}_fuzzer" -merge=1 -use_counters=0 \
-      "$OLDPWD/tests/fuzz/corpus/$target" ../corpus)
+  for target in "$@"; do # relative names: libFuzzer starts itself again here, and quotes none of them
+    (cd "build/fuzz/$target/work" && "../../../linux-fuzz/bin/${target}_fuzzer" -merge=1 -use_counters=0 \
+      "../../../../tests/fuzz/corpus/$target" ../corpus)
   done
   exit
 fi

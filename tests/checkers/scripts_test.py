@@ -3,7 +3,7 @@
 import os
 import unittest
 
-from refusals import TOP, RefusalTest, Row, write
+from refusals import TOP, RefusalTest, Row, new_folder, write
 
 # ---- tools/fuzz.sh
 
@@ -19,6 +19,12 @@ FUZZ_ROWS = (
     Row("a fuzzer that does not say how often it ran", TWO, "stat::", "", "two 0 runs 7 branches DID NOT RUN"),
     Row("a fuzzer that is not there", TWO, None, None, "two 0 runs 0 branches FOUND SOMETHING"),
 )
+
+# It starts itself again as libFuzzer does for a merge: without quotes.
+MERGING_FUZZER = """#!/bin/sh
+[ "$again" ] || again=1 exec sh -c "$0 $*"
+cp "$4"/* "$3"
+"""
 
 # ---- tools/matrix.sh
 
@@ -83,6 +89,15 @@ class Scripts(RefusalTest):
 
         self.refuses_each(write_folder, lambda folder: [folder / "tools/fuzz.sh", "1"],
                           [Row("none", ONE, None, None, "there are no fuzzers")])
+
+    def test_a_merge_adds_to_the_corpus_in_a_folder_of_any_name(self):
+        def write_folder(folder):
+            write(folder, {ONE: MERGING_FUZZER, "tools/fuzz.sh": (TOP / "tools/fuzz.sh").read_text(),
+                           "tests/fuzz/corpus/one/old": "", "build/fuzz/one/corpus/new": "", "build/fuzz/one/work/any": ""})
+
+        with new_folder(write_folder) as folder:
+            self.accepts([folder / "tools/fuzz.sh", "--merge", "one"])
+            self.assertTrue((folder / "tests/fuzz/corpus/one/new").exists())
 
     def test_a_build_that_is_not_like_the_others_is_refused(self):
         def write_folder(folder):
