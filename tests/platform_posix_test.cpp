@@ -239,11 +239,13 @@ std::byte* MapPages(std::size_t bytes) {
   return static_cast<std::byte*>(mapped);
 }
 
-// Whether this system gives memory in advance, which older ones do not.
+// Whether this system gives memory in advance. Older ones refuse to. QEMU ignores the call and says
+// that it has succeeded.
 bool SystemPopulates() {
 #ifdef MADV_POPULATE_WRITE
   std::byte* const page = MapPages(kPageBytes);
-  const bool populates = ::madvise(page, kPageBytes, MADV_POPULATE_WRITE) == 0;
+  const bool populates =
+      ::madvise(page, kPageBytes, MADV_POPULATE_WRITE) == 0 && ResidentPages(page, kPageBytes) == 1;
   ::munmap(page, kPageBytes);
   return populates;
 #else
