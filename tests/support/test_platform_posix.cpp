@@ -32,6 +32,23 @@ std::uint64_t NumberIn(const char* file, std::uint64_t otherwise) {
   return std::ifstream(file) >> number ? number : otherwise;
 }
 
+// What this program has mapped. /proc/self/statm has the sum, but under an emulator that is the sum of
+// the emulator's own mappings.
+std::optional<std::size_t> MappedBytes() {
+  std::ifstream mappings("/proc/self/maps");
+  std::size_t bytes = 0;
+  std::size_t begin = 0;
+  std::size_t end = 0;
+  char dash = 0;
+  for (std::string rest;
+       mappings >> std::hex >> begin >> dash >> end && std::getline(mappings, rest);) {
+    // A page of the kernel, which counts for no process.
+    const bool isKernels = rest.find("[vsyscall]") != std::string::npos;
+    bytes += isKernels ? 0 : end - begin;
+  }
+  return bytes > 0 ? std::optional(bytes) : std::nullopt;
+}
+
 }  // namespace
 
 // Of the machine, and of the container that the program may run in.
@@ -65,14 +82,12 @@ std::optional<Footprint> MeasureFootprint() {
   if (instrumented) {
     return std::nullopt;
   }
-  Footprint footprint = {};
-  std::ifstream pages("/proc/self/statm");
-  if (!(pages >> footprint.mappedBytes)) {
+  const std::optional<std::size_t> mappedBytes = MappedBytes();
+  if (!mappedBytes) {
     return std::nullopt;
   }
-  pages.close();
-  footprint.mappedBytes *= static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
-
+  Footprint footprint = {};
+  footprint.mappedBytes = *mappedBytes;
   footprint.nextHandle = NextHandle();
 
   pthread_key_t key = 0;
