@@ -1,6 +1,11 @@
-// Eight bytes looked at as one number. The first byte is the lowest: little-endian, as every system is
-// that the library is built for.
+// Eight bytes looked at as one number. The first byte is the lowest, as on every little-endian system.
+// Everything that searches words of text relies on that.
 #pragma once
+
+// Microsoft's compiler does not define the macro, and has little-endian targets only.
+#if defined(__BYTE_ORDER__) && __BYTE_ORDER__ != __ORDER_LITTLE_ENDIAN__
+#error "kelmo_Mestrel_Localizer needs a little-endian system"
+#endif
 
 #include <cstddef>
 #include <cstdint>

@@ -1,5 +1,5 @@
-"""The checks of the builds refuse a build without its warnings, presets that forget, a header that says two things, and a
-program that prints otherwise.
+"""The checks of the builds refuse a build without its warnings, presets that forget, a header that says two things, one
+that takes any order of bytes, and a program that prints otherwise.
 
     python3 build_test.py CMAKE COMPILER
 """
@@ -97,6 +97,19 @@ HEADER_ROWS = (
     Row("no header", HEADER, None, None, "No such file or directory"),
 )
 
+# ---- tests/build/check_byte_order.cmake
+
+WORD = "word.h"
+REFUSED_ORDER = "__BYTE_ORDER__ != __ORDER_LITTLE_ENDIAN__"
+WORD_ROWS = (
+    Row("a header that takes any order", WORD, REFUSED_ORDER, "0", "it compiles on a big-endian system"),
+    Row("one that does not know the system", WORD, "#if defined(__BYTE_ORDER__)", "#if defined(BYTE_ORDER)",
+        "it compiles on a big-endian system"),
+    Row("one that refuses this system", WORD, REFUSED_ORDER, "1", "it does not compile on this system"),
+    Row("another reason", WORD, "needs a little-endian system", "is at fault", "is refused without the reason"),
+    Row("no header", WORD, None, None, "it does not compile on this system"),
+)
+
 # ---- tests/check_output.cmake
 
 OUTPUT = {"program": "#!/bin/sh\nprintf 'one\\ntwo\\n'\n", "expected.txt": "one\ntwo\n"}
@@ -131,6 +144,12 @@ class Build(RefusalTest):
         self.refuses_each(lambda folder: write(folder, {HEADER: text}), lambda folder: [
             CMAKE, f"-DHEADER={folder / HEADER}", f"-DCOMPILER={COMPILER}",
             "-P", TOP / "tests/abi/check_one_definition.cmake"], HEADER_ROWS)
+
+    def test_a_header_that_takes_any_order_of_bytes_is_refused(self):
+        text = (TOP / "frame/word.h").read_text("utf-8")
+        self.refuses_each(lambda folder: write(folder, {WORD: text}), lambda folder: [
+            CMAKE, f"-DHEADER={folder / WORD}", f"-DCOMPILER={COMPILER}",
+            "-P", TOP / "tests/build/check_byte_order.cmake"], WORD_ROWS)
 
     def test_a_program_that_prints_otherwise_is_refused(self):
         self.refuses_each(lambda folder: write(folder, OUTPUT), lambda folder: [
