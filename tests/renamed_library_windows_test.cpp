@@ -10,12 +10,12 @@
 #include "frame/platform.h"
 #include "kelmo_localizer.h"
 #include "phyval/unit_catalogue.h"
+#include "tests/support/class_members.h"
 #include "tests/support/exported_table.h"
 #include "tests/support/scratch_folder.h"
 #include "unittables/default_table.h"
 
 using namespace KelmoLibs::Localize;
-using Phyval::Double;
 
 namespace {
 
@@ -38,14 +38,14 @@ class RenamedLibrary : public testing::Test {
 
   // The symbol of the unit with the code, or nothing.
   std::wstring Symbol(int code) const {
-    alignas(Double) unsigned char memory[sizeof(Double)];
-    Export<void(void*, double, double, double, int)>("_ZN9KelmoLibs8Localize6Phyval6DoubleC1Edddi")(
-        memory, 1, 1, 0, code);
-    const auto* const unit = reinterpret_cast<const Double*>(memory)->unit;
-    return unit != nullptr ? unit->symbol : L"";
+    ValueMemory value = {};
+    members_.fromCode(&value, 1, 1, 0, code);
+    return value.unit != nullptr ? value.unit->symbol : L"";
   }
 
   HMODULE module_ = ::LoadLibraryW(kRenamed);
+  const ClassMembers members_ =
+      MembersAt([this](const char* name) { return Export<MembersAt::AnyFunction>(name); }).All();
 };
 
 #if defined(KELMO_HOST_TABLE)

@@ -4,8 +4,10 @@
 // wherever it likes.
 #pragma once
 
+#include <cstring>
+#include <functional>
 #include <string>
-#include <type_traits>
+#include <utility>
 
 #include "kelmo_localizer.h"
 #include "tests/support/loaded_library.h"
@@ -29,69 +31,139 @@ struct alignas(KelmoLibs::Localize::Phyval::ValueType) RowMemory {
 };
 
 struct ClassMembers {
-  void (*makeRow)(RowMemory*, int code, double factor, const wchar_t* symbol, const wchar_t* name);
-  void (*copyRow)(RowMemory*, const RowMemory*);
-  void (*moveRow)(RowMemory*, RowMemory*);
-  void (*destroyRow)(RowMemory*);
-  int (*sidOf)(RowMemory*);    // GetSid
-  int (*stypeOf)(RowMemory*);  // GetStype
+  std::function<void(RowMemory*, int code, double factor, const wchar_t* symbol,
+                     const wchar_t* name)>
+      makeRow;
+  std::function<void(RowMemory*, const RowMemory*)> copyRow;
+  std::function<void(RowMemory*, RowMemory*)> moveRow;
+  std::function<void(RowMemory*)> destroyRow;
+  std::function<int(RowMemory*)> sidOf;    // GetSid
+  std::function<int(RowMemory*)> stypeOf;  // GetStype
 
-  void (*fromCode)(ValueMemory*, double, double, double, int code);
-  void (*fromText)(ValueMemory*, double, double, double, const wchar_t* text);
-  void (*destroy)(ValueMemory*);
-  ValueMemory* (*assign)(ValueMemory*, const ValueMemory*);
-  void (*plus)(ValueMemory* result, ValueMemory* left, ValueMemory* right);
-  void (*minus)(ValueMemory* result, ValueMemory* left, ValueMemory* right);
-  void (*times)(ValueMemory* result, ValueMemory* left, double k);
-  void (*dividedBy)(ValueMemory* result, ValueMemory* left, double k);
-  bool (*isEqual)(ValueMemory* left, ValueMemory* right);
-  bool (*isLess)(ValueMemory* left, ValueMemory* right);
-  bool (*isGreater)(ValueMemory* left, ValueMemory* right);
-  void (*convertTo)(ValueMemory* result, ValueMemory* from, double, double, int code);
-  double (*rounded)(ValueMemory*);
-  std::wstring (*toString)(ValueMemory*);
-  std::wstring (*toStringWith)(ValueMemory*, wchar_t separator);
-  double (*tolerance)(ValueMemory*);                    // T
-  double (*toleranceTimes)(ValueMemory*, double x);     // Ts
-  double (*inUnitOf)(ValueMemory*, double factor);      // Vs
-  void (*check)(ValueMemory*);                          // CheckCorrect
-  void (*checkBoth)(ValueMemory*, ValueMemory* other);  // CheckCorrect
+  std::function<void(ValueMemory*, double, double, double, int code)> fromCode;
+  std::function<void(ValueMemory*, double, double, double, const wchar_t* text)> fromText;
+  std::function<void(ValueMemory*)> destroy;
+  std::function<ValueMemory*(ValueMemory*, const ValueMemory*)> assign;
+  std::function<void(ValueMemory* result, ValueMemory* left, ValueMemory* right)> plus;
+  std::function<void(ValueMemory* result, ValueMemory* left, ValueMemory* right)> minus;
+  std::function<void(ValueMemory* result, ValueMemory* left, double k)> times;
+  std::function<void(ValueMemory* result, ValueMemory* left, double k)> dividedBy;
+  std::function<bool(ValueMemory* left, ValueMemory* right)> isEqual;
+  std::function<bool(ValueMemory* left, ValueMemory* right)> isLess;
+  std::function<bool(ValueMemory* left, ValueMemory* right)> isGreater;
+  std::function<void(ValueMemory* result, ValueMemory* from, double, double, int code)> convertTo;
+  std::function<double(ValueMemory*)> rounded;
+  std::function<std::wstring(ValueMemory*)> toString;
+  std::function<std::wstring(ValueMemory*, wchar_t separator)> toStringWith;
+  std::function<double(ValueMemory*)> tolerance;                    // T
+  std::function<double(ValueMemory*, double x)> toleranceTimes;     // Ts
+  std::function<double(ValueMemory*, double factor)> inUnitOf;      // Vs
+  std::function<void(ValueMemory*)> check;                          // CheckCorrect
+  std::function<void(ValueMemory*, ValueMemory* other)> checkBoth;  // CheckCorrect
 };
 
-/// Those of the loaded library, under the names that GCC and Clang give them. What they return by
-/// value, and what they take so, has a destructor: both go by address, the result's first. Microsoft's
-/// compiler does neither.
-inline ClassMembers MembersOf(const LoadedLibrary& library) {
-  ClassMembers members = {};
-  const auto find = [&library](auto& member, const std::string& name) {
-    using Function = std::remove_pointer_t<std::remove_reference_t<decltype(member)>>;
-    member = library.Export<Function>(("_ZN9KelmoLibs8Localize6Phyval" + name).c_str());
+/// Finds the members of a library that is loaded at run time, and calls them as this program's compiler
+/// calls members: what they take and return by value goes where that compiler puts it.
+class MembersAt {
+ public:
+  using AnyFunction = void();
+
+  /// `find` gives the address of an exported name.
+  explicit MembersAt(std::function<AnyFunction*(const char* name)> find) : find_(std::move(find)) {}
+
+  ClassMembers All() const {
+    ClassMembers all = {};
+    Take(all.makeRow, "9ValueTypeC1EidPKwS4_", "??0ValueType", "QEAA@HNPEB_W0@Z");
+    Take(all.copyRow, "9ValueTypeC1ERKS2_", "??0ValueType", "QEAA@AEBV0123@@Z");
+    Take(all.moveRow, "9ValueTypeC1EOS2_", "??0ValueType", "QEAA@$$QEAV0123@@Z");
+    Take(all.destroyRow, "9ValueTypeD1Ev", "??1ValueType", "QEAA@XZ");
+    Take(all.sidOf, "9ValueType6GetSidEv", "?GetSid@ValueType", "QEAAHXZ");
+    Take(all.stypeOf, "9ValueType8GetStypeEv", "?GetStype@ValueType", "QEAAHXZ");
+    Take(all.fromCode, "6DoubleC1Edddi", "??0Double", "QEAA@NNNH@Z");
+    Take(all.fromText, "6DoubleC1EdddPKw", "??0Double", "QEAA@NNNPEB_W@Z");
+    Take(all.destroy, "6DoubleD1Ev", "??1Double", "QEAA@XZ");
+    Take(all.assign, "6DoubleaSERKS2_", "??4Double", "QEAAAEAV0123@AEBV0123@@Z");
+    TakeMaker(all.plus, "6DoubleplES2_", "??HDouble", "QEAA?AV0123@V0123@@Z");
+    TakeMaker(all.minus, "6DoublemiES2_", "??GDouble", "QEAA?AV0123@V0123@@Z");
+    TakeMaker(all.times, "6DoublemlEd", "??DDouble", "QEAA?AV0123@N@Z");
+    TakeMaker(all.dividedBy, "6DoubledvEd", "??KDouble", "QEAA?AV0123@N@Z");
+    Take(all.isEqual, "6DoubleeqES2_", "??8Double", "QEAA_NV0123@@Z");
+    Take(all.isLess, "6DoubleltES2_", "??MDouble", "QEAA_NV0123@@Z");
+    Take(all.isGreater, "6DoublegtES2_", "??ODouble", "QEAA_NV0123@@Z");
+    TakeMaker(all.convertTo, "6Double9ConvertToEddi", "?ConvertTo@Double", "QEAA?AV1234@NNH@Z");
+    Take(all.rounded, "6Double6ReturnEv", "?Return@Double", "QEAANXZ");
+    const std::string returnsText =
+        "QEAA?AV?$basic_string@_WU?$char_traits@_W@std@@V?$allocator@_W@2@@std@@";
+    Take(all.toString, "6Double9to_stringB5cxx11Ev", "?to_string@Double", returnsText + "XZ");
+    Take(all.toStringWith, "6Double9to_stringB5cxx11Ew", "?to_string@Double", returnsText + "_W@Z");
+    Take(all.tolerance, "6Double1TEv", "?T@Double", "AEAANXZ");
+    Take(all.toleranceTimes, "6Double2TsEd", "?Ts@Double", "AEAANN@Z");
+    Take(all.inUnitOf, "6Double2VsEd", "?Vs@Double", "AEAANN@Z");
+    Take(all.check, "6Double12CheckCorrectEv", "?CheckCorrect@Double", "AEAAXXZ");
+    Take(all.checkBoth, "6Double12CheckCorrectES2_", "?CheckCorrect@Double", "AEAAXV1234@@Z");
+    return all;
+  }
+
+ private:
+  // A Double as a member takes or returns it by value: it has a destructor, by which compilers decide.
+  struct Passed {
+    ValueMemory memory;
+
+    explicit Passed(const ValueMemory& value) : memory(value) {}
+    Passed(const Passed&) = default;
+    Passed& operator=(const Passed&) = delete;
+    ~Passed() { memory.unit = nullptr; }
   };
-  find(members.makeRow, "9ValueTypeC1EidPKwS4_");
-  find(members.copyRow, "9ValueTypeC1ERKS2_");
-  find(members.moveRow, "9ValueTypeC1EOS2_");
-  find(members.destroyRow, "9ValueTypeD1Ev");
-  find(members.sidOf, "9ValueType6GetSidEv");
-  find(members.stypeOf, "9ValueType8GetStypeEv");
-  find(members.fromCode, "6DoubleC1Edddi");
-  find(members.fromText, "6DoubleC1EdddPKw");
-  find(members.destroy, "6DoubleD1Ev");
-  find(members.assign, "6DoubleaSERKS2_");
-  find(members.plus, "6DoubleplES2_");
-  find(members.minus, "6DoublemiES2_");
-  find(members.times, "6DoublemlEd");
-  find(members.dividedBy, "6DoubledvEd");
-  find(members.isEqual, "6DoubleeqES2_");
-  find(members.isLess, "6DoubleltES2_");
-  find(members.isGreater, "6DoublegtES2_");
-  find(members.convertTo, "6Double9ConvertToEddi");
-  find(members.rounded, "6Double6ReturnEv");
-  find(members.toString, "6Double9to_stringB5cxx11Ev");
-  find(members.toStringWith, "6Double9to_stringB5cxx11Ew");
-  find(members.tolerance, "6Double1TEv");
-  find(members.toleranceTimes, "6Double2TsEd");
-  find(members.inUnitOf, "6Double2VsEd");
-  find(members.check, "6Double12CheckCorrectEv");
-  find(members.checkBoth, "6Double12CheckCorrectES2_");
-  return members;
+  static Passed Pass(ValueMemory* value) { return Passed(*value); }
+  template <class Other>
+  static Other Pass(Other other) {
+    return other;
+  }
+
+  template <class Member>
+  Member Find(const char* gnu, const char* microsoft, const std::string& type) const {
+#if defined(_MSC_VER)
+    (void)gnu;
+    const std::string name = std::string(microsoft) + "@Phyval@Localize@KelmoLibs@@" + type;
+#else
+    (void)microsoft;
+    (void)type;
+    const std::string name = std::string("_ZN9KelmoLibs8Localize6Phyval") + gnu;
+#endif
+    AnyFunction* const address = find_(name.c_str());
+    // The address is the first part of a pointer to a member; the rest, if there is one, says that the
+    // object need not be adjusted.
+    Member member = nullptr;
+    static_assert(sizeof(address) <= sizeof(member));
+    std::memcpy(&member, &address, sizeof(address));
+    return member;
+  }
+
+  template <class Result, class Memory, class... Arguments>
+  void Take(std::function<Result(Memory*, Arguments...)>& call, const char* gnu,
+            const char* microsoft, const std::string& type) const {
+    using Member = Result (Memory::*)(decltype(Pass(std::declval<Arguments>()))...);
+    call = [member = Find<Member>(gnu, microsoft, type)](Memory* object, Arguments... arguments) {
+      return (object->*member)(Pass(arguments)...);
+    };
+  }
+
+  // Of a member that returns a Double by value.
+  template <class... Arguments>
+  void TakeMaker(std::function<void(ValueMemory*, ValueMemory*, Arguments...)>& call,
+                 const char* gnu, const char* microsoft, const std::string& type) const {
+    using Member = Passed (ValueMemory::*)(decltype(Pass(std::declval<Arguments>()))...);
+    call = [member = Find<Member>(gnu, microsoft, type)](ValueMemory* result, ValueMemory* object,
+                                                         Arguments... arguments) {
+      *result = (object->*member)(Pass(arguments)...).memory;
+    };
+  }
+
+  std::function<AnyFunction*(const char* name)> find_;
+};
+
+inline ClassMembers MembersOf(const LoadedLibrary& library) {
+  return MembersAt(
+             [&library](const char* name) { return library.Export<MembersAt::AnyFunction>(name); })
+      .All();
 }
