@@ -9,11 +9,11 @@
 #include <limits>
 #include <stdexcept>
 #include <string>
-#include <string_view>
 
 #include "kelmo_localizer.h"
 #include "tests/support/bits.h"
 #include "tests/support/checksum.h"
+#include "tests/support/nan_text.h"
 #include "tests/support/private_members.h"
 #include "tests/support/random_numbers.h"
 
@@ -177,8 +177,8 @@ void AddUnit(const Double& value, Checksum& checksum) {
   }
 }
 
-void AddPrinted(std::wstring_view text, Checksum& checksum) {
-  checksum.AddText(text == L"-nan" ? L"nan" : text);
+void AddPrinted(const std::wstring& text, Checksum& checksum) {
+  checksum.AddText(WithOneNaN(text));
 }
 
 // Rounding ends with the tolerances that are positive and finite, or NaN.

@@ -15,6 +15,7 @@
 #include "tests/model/nasty_files.h"
 #include "tests/support/bits.h"
 #include "tests/support/exported_table.h"
+#include "tests/support/nan_text.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/support/test_platform.h"
 
@@ -108,9 +109,6 @@ std::string Told(double value, double absolute, double relative) {
 std::string Told(const char* what, const std::string& real, const std::string& modelled) {
   return std::string(what) + ": the library has " + real + ", the model " + modelled;
 }
-
-// The system says which sign a NaN has.
-std::wstring WithoutSignOfNaN(const std::wstring& text) { return text == L"-nan" ? L"nan" : text; }
 
 // As far as a host can name it.
 std::wstring UpToNul(const std::wstring& text) { return text.substr(0, text.find(L'\0')); }
@@ -754,14 +752,14 @@ void CallSequence::UseAValue() {
       Tell([&] { return "to_string, and Return, of " + Told(modelled); });
       calls_ += 2;
       const std::string locale = std::setlocale(LC_ALL, nullptr);
-      const std::wstring text = WithoutSignOfNaN(members.toString(&real));
+      const std::wstring text = WithOneNaN(members.toString(&real));
       if (text != model_.ToString(modelled)) {
         throw Disagreement(::Told("to_string()", ::Told(text), ::Told(model_.ToString(modelled))));
       }
       if (locale != std::setlocale(LC_ALL, nullptr)) {
         throw Disagreement("to_string() leaves another locale");
       }
-      const std::wstring other = WithoutSignOfNaN(members.toStringWith(&real, separator));
+      const std::wstring other = WithOneNaN(members.toStringWith(&real, separator));
       if (other != model_.ToString(modelled, separator)) {
         throw Disagreement(::Told("to_string(separator)", ::Told(other),
                                   ::Told(model_.ToString(modelled, separator))));
