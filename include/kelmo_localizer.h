@@ -212,8 +212,8 @@ KELMO_LOCALIZER_API int64_t GetErrorsCount(void);
  *          message) or the library is unloaded. Copy what is needed longer.
  *
  * Throws   std::out_of_range with the text "invalid vector subscript" for the index
- *          GetErrorsCount() of a list that is not empty (std::bad_alloc where there is no memory
- *          for it).
+ *          GetErrorsCount() of a list that is not empty. Where there is no memory for that text:
+ *          std::bad_alloc; built with Microsoft's compiler, the same exception with another text.
  * Cost     Constant.
  */
 KELMO_LOCALIZER_API const wchar_t* GetError(int32_t index);

@@ -779,14 +779,23 @@ struct Expected {
   Seen repeated;
 };
 
+// Microsoft's library takes the memory for an exception's text by malloc, others by operator new.
+bool ExceptionsTakeMemory() {
+  const std::size_t before = allocation_probe::Count();
+  const std::out_of_range exception("a text that is too long to lie inside of an object");
+  return allocation_probe::Count() > before;
+}
+
 // Places in their order; the last is no failure.
 std::vector<Expected> ExpectedOf(const Call& call, Failing failing, const model::Files& files,
                                  bool isSeenInside) {
+  const bool exceptionsTakeMemory = ExceptionsTakeMemory();
   std::vector<Expected> expected;
   for (std::size_t place = 1;; ++place) {
     bool hasFailed = false;
     const auto play = [&](bool again) {
       ModelHost host(files, isSeenInside);
+      host.Library().exceptionsTakeMemory = exceptionsTakeMemory;
       call.before(host);
       Answer answer;
       host.Library().FailAt(place, failing == Failing::kFromThenOn);
@@ -897,7 +906,7 @@ TEST_F(AllocationFailures, LeaveWhatIsPromisedWhereverTheyHappen) {
     SCOPED_TRACE(call.name);
     for (const Failing failing : {Failing::kOnce, Failing::kFromThenOn}) {
       const std::size_t failed = FailEach(call, failing, true);
-      EXPECT_GT(failed, 0U) << "it should need memory";
+      EXPECT_TRUE(failed > 0 || !ExceptionsTakeMemory()) << "it should need memory";
       failures += failed;
       if (HasFailure()) {
         return;

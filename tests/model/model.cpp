@@ -262,6 +262,14 @@ void Library::TakeMemory() {
   throw std::bad_alloc();
 }
 
+template <class Exception>
+void Library::Refuse(const char* text) {
+  if (exceptionsTakeMemory) {
+    TakeMemory();
+  }
+  throw Exception(text);
+}
+
 // ---- Messages
 
 void Library::Append(std::vector<std::wstring>& messages, const std::wstring& message) {
@@ -283,8 +291,7 @@ const std::wstring* Library::GetError(std::int32_t index) {
     return &errors.back();
   }
   if (index == count) {
-    TakeMemory();
-    throw std::out_of_range("invalid vector subscript");
+    Refuse<std::out_of_range>("invalid vector subscript");
   }
   return &errors[static_cast<std::size_t>(index)];
 }
@@ -471,14 +478,9 @@ Value Library::FromText(double value, double absTolerance, double relTolerance,
   return {value, absTolerance, relTolerance, std::nullopt};
 }
 
-void Library::Refuse(const char* text) {
-  TakeMemory();
-  throw std::invalid_argument(text);
-}
-
 void Library::CheckCorrect(const Value& value) {
   if (!value.unit) {
-    Refuse(kNoDimension);
+    Refuse<std::invalid_argument>(kNoDimension);
   }
 }
 
@@ -486,7 +488,7 @@ void Library::CheckCorrect(const Value& value, const Value& other) {
   CheckCorrect(value);
   CheckCorrect(other);
   if (StypeOf(catalogue[*value.unit].code) != StypeOf(catalogue[*other.unit].code)) {
-    Refuse(kOtherQuantity);
+    Refuse<std::invalid_argument>(kOtherQuantity);
   }
 }
 

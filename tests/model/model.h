@@ -73,6 +73,9 @@ class Library {
   bool HasFailed() const { return failed_; }
   /// Such a place: throws std::bad_alloc where it is to fail.
   void TakeMemory();
+  /// Whether the text of an exception is such a place: the C++ library may take memory for it by other
+  /// means than operator new.
+  bool exceptionsTakeMemory = true;
 
   // ---- The nine functions
 
@@ -130,6 +133,7 @@ class Library {
                   std::wstring& language);
   bool AddUnit(const std::wstring& line, const std::wstring& language);
   double Converted(const Value& value, const Value& to) const;
+  template <class Exception>
   [[noreturn]] void Refuse(const char* text);
 
   const Files* files_;
