@@ -14,7 +14,7 @@ namespace {
 // What `before` of the bytes of a source were worth, and as much for each of those that are left; and a
 // little more, not to grow for the last ones.
 std::size_t Expected(std::size_t worth, std::size_t before, std::size_t sourceBytes) noexcept {
-  constexpr double kLittleMore = 1.0 + 1.0 / 16;
+  constexpr double kLittleMore = 1.0625;
   constexpr double kMost = 1e18;  // a source may say of itself what it likes
   const auto left = static_cast<double>(sourceBytes - std::min(before, sourceBytes));
   const double expected = left / static_cast<double>(before) * static_cast<double>(worth);

@@ -23,12 +23,14 @@ class ShortAsciiKey {
   /// Of a text that MayBe one.
   explicit ShortAsciiKey(std::wstring_view text) noexcept : length_(text.size()) {
     const WordPlaces places(length_);
-    words_ = {ascii_.At(text.data()), ascii_.At(text.data() + places.second),
-              ascii_.At(text.data() + places.third), ascii_.At(text.data() + places.last)};
+    AsciiWords ascii;
+    words_ = {ascii.At(text.data()), ascii.At(text.data() + places.second),
+              ascii.At(text.data() + places.third), ascii.At(text.data() + places.last)};
+    isAscii_ = ascii.AreAll();
   }
 
   /// False: it is none after all.
-  bool IsAscii() const noexcept { return ascii_.AreAll(); }
+  bool IsAscii() const noexcept { return isAscii_; }
 
   /// HashBytes of the key's bytes.
   std::uint64_t Hash() const noexcept { return HashWords(words_, length_); }
@@ -39,8 +41,8 @@ class ShortAsciiKey {
 
  private:
   std::size_t length_;
-  AsciiWords ascii_;
   FourWords words_;
+  bool isAscii_;
 };
 
 /// Any key.

@@ -57,8 +57,8 @@ class Sse2AsciiWords {
   }
 
   bool AreAll() const noexcept {
-    const __m128i beyond = kUnitBytes == 2 ? _mm_set1_epi16(~0x7F) : _mm_set1_epi32(~0x7F);
-    const __m128i none = _mm_cmpeq_epi8(_mm_and_si128(seen_, beyond), _mm_setzero_si128());
+    const __m128i beyond = _mm_and_si128(seen_, BitsBeyondAscii());
+    const __m128i none = _mm_cmpeq_epi8(beyond, _mm_setzero_si128());
     return _mm_movemask_epi8(none) == 0xFFFF;
   }
 
@@ -67,6 +67,16 @@ class Sse2AsciiWords {
 
   static __m128i Load(const wchar_t* text) noexcept {
     return _mm_loadu_si128(reinterpret_cast<const __m128i*>(text));
+  }
+
+  // Of each character.
+  static __m128i BitsBeyondAscii() noexcept {
+    if constexpr (kUnitBytes == 2) {
+      // not covered: wchar_t has 16 bits on Windows only
+      return _mm_set1_epi16(~0x7F);
+    } else {
+      return _mm_set1_epi32(~0x7F);
+    }
   }
 
   __m128i seen_ = _mm_setzero_si128();
