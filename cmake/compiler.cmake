@@ -32,7 +32,4 @@ elseif(MSVC)
     $<$<COMPILE_LANGUAGE:CXX>:/permissive->
     $<$<COMPILE_LANGUAGE:C,CXX>:/utf-8>
   )
-  if(NOT DEFINED CMAKE_MSVC_RUNTIME_LIBRARY)
-    set(CMAKE_MSVC_RUNTIME_LIBRARY MultiThreaded$<$<CONFIG:Debug>:Debug>)  # static: as with -static above
-  endif()
 endif()

@@ -37,6 +37,9 @@
  *            state is then as before the call, except where a declaration says otherwise. A host
  *            in another language than C++ cannot catch them: it must not pass GetError the index
  *            that throws.
+ *            With Microsoft's compiler, compile the host with /EHs, and not with the usual /EHsc, or
+ *            with /EHsc- behind it: with c that compiler takes it that C functions throw nothing, and
+ *            these exceptions end the host. docs/visual_studio.md has more for such hosts.
  */
 #ifndef KELMO_LOCALIZER_H
 #define KELMO_LOCALIZER_H
@@ -250,15 +253,72 @@ KELMO_LOCALIZER_API const wchar_t* GetError(int32_t index);
  * Hosts make these objects in memory of their own, so that the fields, their order and their types
  * are part of the binary interface. Double has 32 bytes everywhere. ValueType has 16 and those of
  * two std::wstring, and texts that a member returns are freed by the host: host and library must
- * have the same compiler, standard library and runtime, and with Microsoft's the same debug level
- * (docs/abi.md). No object may outlive the library. A Double that outlives its row, because the
- * library was started again, may be rounded, printed, copied, assigned to and destroyed.
+ * have the same compiler, standard library and runtime (docs/abi.md). No object may outlive the
+ * library. A Double that outlives its row, because the library was started again, may be rounded,
+ * printed, copied, assigned to and destroyed.
  *
  * One thread at a time, as for the functions. No member adds a message to the error list.
  */
+/*
+ * Microsoft's compiler has four runtimes: /MD, /MDd, /MT and /MTd. The size of std::wstring and the heap
+ * depend on them. Where a host that uses the classes has another runtime than the library, or another
+ * _ITERATOR_DEBUG_LEVEL than is usual with it (2 of the debug runtimes, 0 of the others), the compiler
+ * refuses the first use. The functions can be called from any host.
+ *
+ * What the library was built with stands in kelmo_localizer_runtime.h, which its build writes, and its
+ * installation puts beside this header. Without that file /MD is expected, as in a release build. A
+ * host with a copy of this header alone defines, where it is true,
+ *
+ *   KELMO_LOCALIZER_DEBUG_RUNTIME   the library was built with /MDd or /MTd
+ *   KELMO_LOCALIZER_STATIC_RUNTIME  the library was built with /MT or /MTd
+ *
+ * and KELMO_LOCALIZER_ANY_RUNTIME to have nothing refused: host and library fit, as it knows.
+ */
+#if defined(_MSC_VER) && !defined(KELMO_LOCALIZER_STATIC) && !defined(KELMO_LOCALIZER_ANY_RUNTIME)
+#if defined(__has_include)
+#if __has_include("kelmo_localizer_runtime.h")
+#include "kelmo_localizer_runtime.h"
+#endif
+#endif
+#if defined(KELMO_LOCALIZER_STATIC_RUNTIME) && defined(KELMO_LOCALIZER_DEBUG_RUNTIME)
+#define KELMO_LOCALIZER_RUNTIME "/MTd"
+#elif defined(KELMO_LOCALIZER_STATIC_RUNTIME)
+#define KELMO_LOCALIZER_RUNTIME "/MT"
+#elif defined(KELMO_LOCALIZER_DEBUG_RUNTIME)
+#define KELMO_LOCALIZER_RUNTIME "/MDd"
+#else
+#define KELMO_LOCALIZER_RUNTIME "/MD"
+#endif
+#if defined(_DLL) == defined(KELMO_LOCALIZER_STATIC_RUNTIME) || \
+    defined(_DEBUG) != defined(KELMO_LOCALIZER_DEBUG_RUNTIME)
+#define KELMO_LOCALIZER_REFUSAL "compile the host with the same runtime."
+#elif defined(_ITERATOR_DEBUG_LEVEL) && \
+    _ITERATOR_DEBUG_LEVEL != 2 * defined(KELMO_LOCALIZER_DEBUG_RUNTIME)
+#define KELMO_LOCALIZER_REFUSAL "compile the host with the usual _ITERATOR_DEBUG_LEVEL."
+#elif !defined(_DLL) && defined(_DEBUG) && !defined(KELMO_LOCALIZER_BUILDING)
+#define KELMO_LOCALIZER_REFUSAL "build it with /MDd, so that the host has the same heap."
+#else
+#pragma detect_mismatch("kelmo_Mestrel_Localizer", KELMO_LOCALIZER_RUNTIME)
+#endif
+#endif
+
 namespace KelmoLibs {
 namespace Localize {
 namespace Phyval {
+
+#if defined(KELMO_LOCALIZER_REFUSAL)
+
+template <class Used>
+class RefusedClass {
+  static_assert(sizeof(Used) == 0,
+                "The classes of kelmo_Mestrel_Localizer, built with " KELMO_LOCALIZER_RUNTIME
+                ", cannot be used here: " KELMO_LOCALIZER_REFUSAL);
+};
+
+using ValueType = RefusedClass<int>;
+using Double = RefusedClass<double>;
+
+#else
 
 /**
  * One row of the catalogue of units. A host reads the row that a value refers to, and leaves it as
@@ -407,6 +467,8 @@ class Double {
   KELMO_LOCALIZER_MEMBER void CheckCorrect(); /* that there is a unit */
   KELMO_LOCALIZER_MEMBER void CheckCorrect(Double other); /* that the two fit */
 };
+
+#endif
 
 } /* namespace Phyval */
 } /* namespace Localize */

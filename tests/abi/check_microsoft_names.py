@@ -4,8 +4,8 @@
 
 Clang takes the part of that compiler: microsoft_host.cpp, which uses every function and member, is compiled for the
 target that it has, under the C++ standard that is its default, with the stand-ins of the folder microsoft/ in the place
-of its library. The layout of the classes is checked by the way (class_layout.h). The host must use all that the header
-declares: what it imports is counted in both.
+of its library, and with the runtime /MD, which defines _DLL. The layout of the classes is checked by the way
+(class_layout.h). The host must use all that the header declares: what it imports is counted in both.
 """
 
 import json
@@ -17,7 +17,7 @@ import sys
 top = pathlib.Path(sys.argv[1])
 abi = top / "tests/abi"
 clang = ["clang", "--target=x86_64-pc-windows-msvc", "-fms-extensions", "-ffreestanding", "-nostdinc++", "-std=c++14"]
-clang += ["-Wall", "-Wextra", "-Wpedantic", "-Wshadow", "-Werror", "-isystem", abi / "microsoft", "-I", top]
+clang += ["-D_DLL", "-Wall", "-Wextra", "-Wpedantic", "-Wshadow", "-Werror", "-isystem", abi / "microsoft", "-I", top]
 clang += ["-I", top / "include", "-x", "c++"]
 
 
