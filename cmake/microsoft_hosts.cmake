@@ -3,6 +3,12 @@ if(NOT MSVC)
   return()
 endif()
 
+option(KELMO_LOCALIZER_HOSTS_EHS "Compile hosts with /EHs /EHc-, so that they can catch what GetError throws" ON)
+if(KELMO_LOCALIZER_HOSTS_EHS)
+  # Behind the /EHsc that CMake puts in front, /EHs alone would change nothing: c must be taken back.
+  target_compile_options(kelmo_localizer INTERFACE "$<$<COMPILE_LANG_AND_ID:CXX,MSVC>:/EHs;/EHc->")
+endif()
+
 # The runtime of this build, for kelmo_localizer.h, which compares it with that of the host, and of the library's own
 # sources. A file, and no definition of the target: that would follow the configuration of the host, so that a debug host
 # were told that an installed release build is a debug build.
