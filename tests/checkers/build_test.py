@@ -1,5 +1,5 @@
-"""The checks of the builds refuse a build without its warnings, presets that forget, a header that says two things, one
-that takes any order of bytes, and a program that prints otherwise.
+"""The checks of the builds refuse a build without its warnings, presets that forget, tests that Windows cannot have, a header
+that says two things, one that takes any order of bytes, and a program that prints otherwise.
 
     python3 build_test.py CMAKE COMPILER
 """
@@ -83,6 +83,27 @@ PRESETS_ROWS = (
     Row("a project that is at fault", "CMakeLists.txt", "enable_testing()", "message(FATAL_ERROR gone)", "gone"),
 )
 
+# ---- tests/build/check_windows.cmake
+
+WINDOWS = {"CMakeLists.txt": """cmake_minimum_required(VERSION 3.25)
+project(windows LANGUAGES C CXX)
+enable_testing()
+find_package(GTest REQUIRED)
+if(MSVC AND CMAKE_HOST_WIN32 AND NOT CMAKE_CROSSCOMPILING AND KELMO_LOCALIZER_TESTS)
+  foreach(name unit_tests model_test values_test demo_host_output)
+    add_test(NAME ${name} COMMAND ${name})
+  endforeach()
+endif()
+"""}
+WINDOWS_ROWS = (
+    Row("a test of a program that is not there", "CMakeLists.txt", "endforeach()",
+        "endforeach()\n  add_test(NAME last COMMAND $<TARGET_FILE:valgrind_test>)", 'No target "valgrind_test"'),
+    Row("no tests on Windows itself", "CMakeLists.txt", "AND NOT CMAKE_CROSSCOMPILING", "AND CMAKE_CROSSCOMPILING",
+        "unit_tests is not there"),
+    Row("no examples", "CMakeLists.txt", " demo_host_output", "", "demo_host_output is not there"),
+    Row("a package that is asked for", "CMakeLists.txt", "enable_testing()", "find_package(None REQUIRED)", "FindNone.cmake"),
+)
+
 # ---- tests/abi/check_one_definition.cmake
 
 HEADER = "kelmo_localizer.h"
@@ -138,6 +159,11 @@ class Build(RefusalTest):
         self.refuses_each(lambda folder: write(folder, PRESETS), lambda folder: [
             CMAKE, f"-DSOURCE={folder}", f"-DWORK={folder}/work", "-P", TOP / "tests/build/check_presets.cmake"],
             PRESETS_ROWS)
+
+    def test_a_project_that_windows_does_not_configure_is_refused(self):
+        self.refuses_each(lambda folder: write(folder, WINDOWS), lambda folder: [
+            CMAKE, f"-DSOURCE={folder}", f"-DWORK={folder}/work", "-P", TOP / "tests/build/check_windows.cmake"],
+            WINDOWS_ROWS)
 
     def test_a_header_of_two_definitions_is_refused(self):
         text = (TOP / "include/kelmo_localizer.h").read_text("utf-8")
