@@ -68,6 +68,7 @@ FILES = {
     "test": 'install_packages "${packages[@]}" "${packages_lint[@]}"\n',
     "tools/common.sh": "packages=(cmake)\npackages_lint=(clang)\npackages_bench=(gnuplot)\n",
     "tools/look.sh": "",
+    "tools/check_windows.ps1": "run 'cmake --preset usual'\nread 'docs\\messages.md', 'tests/hello_test.cpp'\n",
 }
 PAGE = "README.md"
 ROWS = (
@@ -102,6 +103,13 @@ ROWS = (
         "there is no preset for cmake --preset base"),
     Row("a script that there is not", PAGE, "tools/look.sh", "tools/see.sh", "there is no script tools/see.sh"),
     Row("a command that there is not", PAGE, "./run", "./walk", "there is no script walk"),
+    Row("a preset of the script for Windows", "tools/check_windows.ps1", "usual", "other",
+        "there is no preset for cmake --preset other"),
+    Row("a file of the script for Windows", "tools/check_windows.ps1", "hello_test", "hallo_test",
+        "there is no tests/hallo_test.cpp"),
+    Row("a page of the script for Windows", "tools/check_windows.ps1", "messages.md", "message.md",
+        "there is no docs\\message.md"),
+    Row("no file in the script for Windows", "tools/check_windows.ps1", None, "", "no file was found"),
     # Links and tests
     Row("a link to no file", PAGE, "(hello.cpp)", "(hallo.cpp)", "hallo.cpp leads nowhere"),
     Row("a link to no heading of another page", PAGE, "#el1-no-that-is-el101", "#el101",

@@ -11,6 +11,7 @@
 - docs/messages.md has a section for each message of the library, with its text, and none besides; the README's table
   has a row for each.
 - CONTRIBUTING.md names the packages that ./test installs.
+- Presets and files that tools/check_windows.ps1 names are there: it is not run here.
 """
 
 import json
@@ -54,6 +55,17 @@ def check_commands(page, block, presets):
     for script in re.findall(r"(?:^|\s)(?:\./)?((?:tools/)?[\w-]+\.(?:sh|py)|(?<=\./)\w+)\b", block):
         if not (top / script).is_file():
             problem(page, f"there is no script {script}")
+
+
+def check_windows_script(script, presets):
+    text = script.read_text("utf-8").replace("'", " ")
+    check_commands(script, text, presets)
+    files = re.findall(r"\b(?:docs|examples|frame|tests|tools)[/\\][\w./\\]*\w", text)
+    if not files:
+        problem(script, "no file was found")
+    for file in files:
+        if not (top / file.replace("\\", "/")).exists():
+            problem(script, f"there is no {file}")
 
 
 def check_blocks(page, text, presets):
@@ -141,6 +153,7 @@ for page in pages:
 check_oddities(top / "docs/compatibility.md")
 check_messages(top / "docs/messages.md", r"^## (E[LV]\d{3}\. .+)$")
 check_messages(top / "README.md", r"^\| \[`(E[LV]\d{3}\. .+)`\]")
+check_windows_script(top / "tools/check_windows.ps1", presets)
 check_packages(top / "CONTRIBUTING.md", (top / "CONTRIBUTING.md").read_text("utf-8"))
 
 print("\n".join(problems) or f"{len(pages)} pages agree with the project")
