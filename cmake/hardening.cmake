@@ -1,5 +1,6 @@
 # What makes the shipped library harder to misuse where its code, or its host's, has a fault. None of it takes another
-# library, and tests/abi/check_hardening.cmake reads each from the built file.
+# library (on 64-bit ARM the stack protector names the loader, which every program has), and
+# tests/abi/check_hardening.cmake reads each from the built file.
 #   Linux: the stack is checked before a function returns, the C library checks what it copies, and what the loader has
 #   resolved, all of it at the load, is read-only from then on.
 #   Windows: code and data lie where nobody can know, anywhere in 64 bits, and data is not run. Microsoft's compiler

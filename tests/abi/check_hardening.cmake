@@ -26,7 +26,7 @@ if(LIBRARY MATCHES "\\.dll$")
   expect("no TLS directory" "${headers}" "\nEntry 9 0+ 0+ Thread Storage Directory")
 else()
   execute_process(COMMAND ${OBJDUMP} -T ${LIBRARY} OUTPUT_VARIABLE symbols COMMAND_ERROR_IS_FATAL ANY)
-  expect_to_read("file format elf64-x86-64\n.*\nDynamic Section:\n.*\nDYNAMIC SYMBOL TABLE:\n[0-9a-f]+ ")
+  expect_to_read("file format elf64-(x86-64|littleaarch64)\n.*\nDynamic Section:\n.*\nDYNAMIC SYMBOL TABLE:\n[0-9a-f]+ ")
   expect("a part that becomes read-only" "${headers}" "\n +RELRO off ")
   expect("binding at the load" "${headers}" "\n +FLAGS +0x0*[8-9a-f]\n")  # DF_BIND_NOW
   expect("a stack that is not run" "${headers}" "\n +STACK off [^\n]*\n[^\n]* flags rw-\n")

@@ -102,8 +102,9 @@ def hardening():
     text = said(OBJDUMP, "-p", LIBRARY)
     stack = re.search(r"   STACK off .*\n.*flags rw-\n", text).group()
     flags = re.search(r"  FLAGS  .*\n", text).group()
+    file_format = re.search(r"elf64-[\w-]+", text).group()
     return rows + [
-        Row("a file of another system", headers, "elf64-x86-64", "pei-x86-64", "was not read"),
+        Row("a file of another system", headers, file_format, "pei-x86-64", "was not read"),
         Row("no symbols", "objdump-T", None, "", "was not read"),
         Row("nothing that becomes read-only", headers, " RELRO off", " OTHER off",
             "lacks a part that becomes read-only and not"),
