@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Values are the same to the last bit whichever compiler has built the library, however much it optimises: builds it
-# with GCC, Clang and MinGW-w64, each with -O0, -O2 and -O3 and its warnings as errors, runs the tests of values, and
-# compares what long runs of generated operations say. The build of Clang with -O3 is a whole one, and runs all tests.
+# with GCC, Clang and MinGW-w64, and with GCC for 64-bit ARM, each with -O0, -O2 and -O3 and its warnings as errors, runs
+# the tests of values, and compares what long runs of generated operations say. The build of Clang with -O3 is a whole one,
+# and runs all tests.
 #
 #   tools/matrix.sh            a million operations of each kind
 #   tools/matrix.sh N [SEED]   N of each kind, others with another seed
@@ -41,6 +42,8 @@ program() {
     cd "$folder/scratch/$name"
     if [ -e "$folder/bin/$name.exe" ]; then
       timeout 600 "$folder/../../../tools/wine.sh" "$folder/bin/$name.exe" "$@"
+    elif [[ ${folder##*/} == arm64* ]]; then
+      LC_ALL=C.UTF-8 timeout 600 qemu-aarch64 -L /usr/aarch64-linux-gnu "$folder/bin/$name" "$@"
     else
       LC_ALL=C.UTF-8 timeout 600 "$folder/bin/$name" "$@"
     fi
@@ -105,6 +108,7 @@ for level in -O0 -O2 -O3; do
   whole=values
   row gcc $level $whole -D CMAKE_C_COMPILER=gcc -D CMAKE_CXX_COMPILER=g++
   row mingw $level $whole -D CMAKE_TOOLCHAIN_FILE="$PWD/cmake/mingw-w64.cmake"
+  row arm64 $level $whole -D CMAKE_TOOLCHAIN_FILE="$PWD/cmake/aarch64-linux.cmake"
   [ $level != -O3 ] || whole=whole
   row clang $level $whole -D CMAKE_C_COMPILER=clang -D CMAKE_CXX_COMPILER=clang++
 done
