@@ -82,8 +82,8 @@ start_wine() {
 
 # Every build configures the tests too, hence GoogleTest: the library for Linux, its sources for Windows; and Python.
 packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix libgtest-dev googletest python3)
-# For the names that Microsoft's compiler gives, a locale with a decimal comma, and CMake's usual generator.
-packages_native_tests=(clang locales make)
+# For what Microsoft's compiler would make of the sources, a locale with a decimal comma, and CMake's usual generator.
+packages_native_tests=(clang libc++-dev llvm locales make)
 packages_wine=(wine wine64)
 packages_lint=(clang-format clang-tidy cppcheck shellcheck)
 packages_sanitizers=(libclang-rt-dev)

@@ -1,0 +1,124 @@
+"""Compiles the project as Microsoft's compiler would, and compares what the objects export with the list under review.
+
+    python3 check_microsoft_build.py TOP-FOLDER BUILD-FOLDER [NAME-OF-A-SOURCE...]
+
+Clang takes the part of that compiler. Under the name clang-cl it reads the same options, and CMake gives it those that the
+project has for Windows; microsoft_build/CMakeLists.txt says which sources there are. As at the prompt of Visual Studio,
+the variables CL and INCLUDE tell the compiler what CMake does not know: here, that the C++ standard library is LLVM's, and
+that the headers of the C runtime and of Windows are those of MinGW-w64. All are packages of Debian.
+
+- Each source compiles without a warning, and each resource script. If sources are named, only these are compiled.
+- No source has one of GNU's words that Clang knows also in this part, and Microsoft's compiler does not.
+- The objects export each member on the list, and define each function on it, which exports.def exports. Nothing is linked.
+"""
+
+import json
+import os
+import pathlib
+import re
+import shutil
+import subprocess
+import sys
+import zlib
+
+top, build = (pathlib.Path(argument).resolve() for argument in sys.argv[1:3])
+chosen = sys.argv[3:]
+abi = top / "tests/abi"
+
+# The headers of MinGW-w64 ask for GCC's version, and for the C runtime that is meant: the newer one. LLVM's library asks
+# whether that runtime is Microsoft's own, for C and for C++; its headers come before Clang's.
+COMPILER = (
+    "--target=x86_64-pc-windows-msvc /clang:-fms-compatibility-version=19.44 /clang:-fgnuc-version=4.2.1 /D_UCRT"
+    " /D__MINGW32__ /D_LIBCPP_NO_VCRUNTIME /clang:-nobuiltininc")
+WARNINGS = "-Wpedantic -Wmicrosoft /WX"
+GNU_WORDS = re.compile(
+    r"\b__(?:builtin_\w+|attribute(?:__)?|asm(?:__)?|typeof(?:__)?|extension__|int128(?:_t)?|PRETTY_FUNCTION__)\b"
+    r"|#pragma (?:GCC|clang)\b|\[\[(?:gnu|clang)::")
+# The type of the texts that members return, as it stands in the names.
+LLVM_STRING = "V?$basic_string@_WU?$char_traits@_W@__1@std@@V?$allocator@_W@23@@__1@std@@"
+MICROSOFT_STRING = "V?$basic_string@_WU?$char_traits@_W@std@@V?$allocator@_W@2@@std@@"
+
+
+def run(*command, **options):
+    done = subprocess.run(list(map(str, command)), check=False, encoding="utf-8", **options)
+    if done.returncode != 0:
+        sys.exit(f"{pathlib.Path(command[0]).name} has failed")
+    return done.stdout
+
+
+def include_folders():
+    clang = pathlib.Path(run("clang", "-print-resource-dir", stdout=subprocess.PIPE).strip()).resolve()
+    for folder, header, package in (
+        (clang.parents[2] / "include/c++/v1", "string", "libc++-dev"),
+        (clang / "include", "stddef.h", "clang"),
+        (pathlib.Path("/usr/x86_64-w64-mingw32/include"), "windows.h", "g++-mingw-w64-x86-64-posix"),
+    ):
+        if not (folder / header).is_file():
+            sys.exit(f"there is no {folder / header}, of the package {package}")
+        yield str(folder)
+
+
+def configure():
+    """Returns CMake's list of what to compile."""
+    clang_cl.parent.mkdir(parents=True, exist_ok=True)
+    clang_cl.unlink(missing_ok=True)
+    clang_cl.symlink_to(shutil.which("clang"))
+    run("cmake", "-G", "Ninja", "-S", abi / "microsoft_build", "-B", build,
+        "-D", "CMAKE_SYSTEM_NAME=Windows", "-D", "CMAKE_SYSTEM_PROCESSOR=AMD64",
+        "-D", f"CMAKE_C_COMPILER={clang_cl}", "-D", f"CMAKE_CXX_COMPILER={clang_cl}",
+        "-D", "CMAKE_TRY_COMPILE_TARGET_TYPE=STATIC_LIBRARY",  # there are no libraries to link a program with
+        "-D", "CMAKE_BUILD_TYPE=Release", "-D", "CMAKE_EXPORT_COMPILE_COMMANDS=ON",
+        env=environment, stdout=subprocess.PIPE)
+    return json.loads((build / "compile_commands.json").read_text("utf-8"))
+
+
+def gnu_words(sources):
+    """In those lines of the project's files that are compiled for Windows; not those that a system's macro brings there."""
+    # In the top folder: the names of the project's files are relative then, and those of all other headers are not.
+    text = run(clang_cl, "/E", "/w", "/MD", "/utf-8", "/std:c++17", "/TP", "/I.", "/Iinclude", "--", "-", cwd=top,
+               input="".join(f'#include "{source}"\n' for source in sources), env=environment, stdout=subprocess.PIPE)
+    name, written = "", ""
+    for line in text.splitlines():
+        marker = re.match(r'#(?:line)? ?\d+ "(.*?)"', line)
+        if marker:
+            name = marker[1].removeprefix("./")
+            written = "" if name.startswith(("/", "<")) else (top / name).read_text("utf-8")
+        else:
+            yield from (f"{name}: {word}" for word in GNU_WORDS.findall(line) if word in written)
+
+
+def exported_names(objects):
+    functions = re.findall(r"^    (\w+)$", (top / "frame/exports.def").read_text(), re.M)
+    for file in objects:
+        symbols = run("llvm-nm", "--defined-only", "--extern-only", "--format=posix", file, stdout=subprocess.PIPE)
+        yield from (symbol for symbol in re.findall(r"^\S+", symbols, re.M) if symbol in functions)
+        for member in re.findall(rb'/EXPORT:"?([^\s",]+)', file.read_bytes()):
+            yield member.decode().replace(LLVM_STRING, MICROSOFT_STRING)
+
+
+environment = {**os.environ, "CL": COMPILER, "INCLUDE": ";".join(include_folders())}
+for variable in ("_CL_", "CFLAGS", "CXXFLAGS", "LDFLAGS", "RCFLAGS"):
+    environment.pop(variable, None)
+# Neither CMake nor Ninja notices when these change: a folder for each.
+build /= f"{zlib.crc32(repr((COMPILER, WARNINGS, environment['INCLUDE'])).encode()):08x}"
+clang_cl = build / "bin/clang-cl"
+
+entries = [entry for entry in configure() if not chosen or pathlib.Path(entry["file"]).name in chosen]
+outputs = [re.search(r" /fo ?(\S+)", entry["command"], re.I)[1] for entry in entries]
+if not outputs:
+    sys.exit("there is no source to compile")
+environment["CL"] += f" {WARNINGS}"
+run("cmake", "--build", build, "--parallel", os.cpu_count(), "--target", *outputs, env=environment)
+
+files = [pathlib.Path(entry["file"]) for entry in entries]
+words = sorted(set(gnu_words(file.relative_to(top) for file in files if top in file.parents and file.suffix != ".rc")))
+if words:
+    print("Microsoft's compiler does not know", *words, sep="\n  ")
+    sys.exit(1)
+
+names = sorted(exported_names(build / output for output in outputs if output.endswith(".obj")))
+expected = (abi / "exported_names_microsoft.txt").read_text().splitlines()
+if not names or names != expected:
+    print("the objects export", *names, "but the list says", *expected, sep="\n  ")
+    sys.exit(1)
+print(f"{len(outputs)} sources compile, and the {len(names)} names that they export are those of the list")
