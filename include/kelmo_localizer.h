@@ -227,39 +227,6 @@ KELMO_LOCALIZER_API const wchar_t* GetError(int32_t index);
 #include <string>
 
 /*
- * Physical values; docs/values.md explains them by examples.
- *
- * A unit has a code, quantity * 1000 + number of the unit, as an int: 10002 is the quantity 10,
- * length, in the unit 2, inch. Codes of one or two digits, negative ones, and whole thousands are
- * those of quantities, not of units.
- *
- * The units are rows of one catalogue, which the library owns and looks through from the first to
- * the last: the first row that fits is the unit. From the moment that the library is loaded it
- * holds the rows below. Init, Init0 and ExportPhyVal put others in their place, which differ, on
- * purpose: there is no square meter then; a koefficient has the factor 0 and the symbol K, so that
- * computing with it gives NaN; and every name ends with a blank ("meter ").
- *
- *   code    factor             symbol  name
- *   10      0                  L       length         (a quantity, never found)
- *   10001   1                  U+043C  meter          (the symbol is the Cyrillic letter)
- *   10002   0.0273             in      inch           (not 0.0254)
- *   20      0                  S       area           (a quantity, never found)
- *   20001   1                  m2      square meter
- *   30001   1                  %       koefficient
- *   40      0                  angl    plane angle    (a quantity, never found)
- *   40001   1                  U+00B0  degree
- *   40002   57.29577951308232  rad     "radian "      (with the blank)
- *
- * Hosts make these objects in memory of their own, so that the fields, their order and their types
- * are part of the binary interface. Double has 32 bytes everywhere. ValueType has 16 and those of
- * two std::wstring, and texts that a member returns are freed by the host: host and library must
- * have the same compiler, standard library and runtime (docs/abi.md). No object may outlive the
- * library. A Double that outlives its row, because the library was started again, may be rounded,
- * printed, copied, assigned to and destroyed.
- *
- * One thread at a time, as for the functions. No member adds a message to the error list.
- */
-/*
  * Microsoft's compiler has four runtimes: /MD, /MDd, /MT and /MTd. The size of std::wstring and the heap
  * depend on them. Where a host that uses the classes has another runtime than the library, or another
  * _ITERATOR_DEBUG_LEVEL than is usual with it (2 of the debug runtimes, 0 of the others), the compiler
@@ -302,6 +269,39 @@ KELMO_LOCALIZER_API const wchar_t* GetError(int32_t index);
 #endif
 #endif
 
+/*
+ * Physical values; docs/values.md explains them by examples.
+ *
+ * A unit has a code, quantity * 1000 + number of the unit, as an int: 10002 is the quantity 10,
+ * length, in the unit 2, inch. Codes of one or two digits, negative ones, and whole thousands are
+ * those of quantities, not of units.
+ *
+ * The units are rows of one catalogue, which the library owns and looks through from the first to
+ * the last: the first row that fits is the unit. From the moment that the library is loaded it
+ * holds the rows below. Init, Init0 and ExportPhyVal put others in their place, which differ, on
+ * purpose: there is no square meter then; a koefficient has the factor 0 and the symbol K, so that
+ * computing with it gives NaN; and every name ends with a blank ("meter ").
+ *
+ *   code    factor             symbol  name
+ *   10      0                  L       length         (a quantity, never found)
+ *   10001   1                  U+043C  meter          (the symbol is the Cyrillic letter)
+ *   10002   0.0273             in      inch           (not 0.0254)
+ *   20      0                  S       area           (a quantity, never found)
+ *   20001   1                  m2      square meter
+ *   30001   1                  %       koefficient
+ *   40      0                  angl    plane angle    (a quantity, never found)
+ *   40001   1                  U+00B0  degree
+ *   40002   57.29577951308232  rad     "radian "      (with the blank)
+ *
+ * Hosts make these objects in memory of their own, so that the fields, their order and their types
+ * are part of the binary interface. Double has 32 bytes everywhere. ValueType has 16 and those of
+ * two std::wstring, and texts that a member returns are freed by the host: host and library must
+ * have the same compiler, standard library and runtime (docs/abi.md). No object may outlive the
+ * library. A Double that outlives its row, because the library was started again, may be rounded,
+ * printed, copied, assigned to and destroyed.
+ *
+ * One thread at a time, as for the functions. No member adds a message to the error list.
+ */
 namespace KelmoLibs {
 namespace Localize {
 namespace Phyval {
