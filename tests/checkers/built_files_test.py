@@ -59,7 +59,8 @@ EXPORTS = (
     *((
         Row("a function that is not exported", "objdump-p", " GetError\n", " GetFault\n",
             "GetErrorsCount GetFault Init "),
-        Row("a table of names that is not there", "objdump-p", "[Ordinal/Name Pointer]", "[Pointer]", "but the list"),
+        Row("a table of names that is not there", "objdump-p", "[Ordinal/Name Pointer]", "[Pointer]",
+            "no name was read from"),
         Row("a tool that says nothing", "objdump-p", None, "", "no name was read from"),
     ) if WINDOWS else (
         Row("a function that is not exported", "nm-D", "GetError T", "GetFault T", "GetErrorsCount GetFault Init "),
