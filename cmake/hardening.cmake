@@ -14,9 +14,12 @@ function(kelmo_harden library core)
   else()
     foreach(target ${library} ${core})
       target_compile_options(${target} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-fstack-protector-strong>)
-      # It needs an optimising compiler, and knows nothing of sanitizers: for the builds that are shipped.
-      target_compile_options(${target} PRIVATE
-        "$<$<AND:$<COMPILE_LANGUAGE:CXX>,$<CONFIG:Release,RelWithDebInfo,MinSizeRel>>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
+      # It needs an optimising compiler, and knows nothing of sanitizers: for the builds that are shipped. Who packages the
+      # library may have chosen a level already.
+      if(NOT CMAKE_CXX_FLAGS MATCHES "_FORTIFY_SOURCE")
+        target_compile_options(${target} PRIVATE
+          "$<$<AND:$<COMPILE_LANGUAGE:CXX>,$<CONFIG:Release,RelWithDebInfo,MinSizeRel>>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
+      endif()
     endforeach()
     target_link_options(${library} PRIVATE -Wl,-z,relro,-z,now,-z,noexecstack)
   endif()

@@ -17,4 +17,7 @@ if(KELMO_LOCALIZER_STRICT)
   if(NOT DEFINED CMAKE_COMPILE_WARNING_AS_ERROR AND compiler IN_LIST compilers_without_warnings)
     set(CMAKE_COMPILE_WARNING_AS_ERROR ON)
   endif()
+elseif(NOT PROJECT_IS_TOP_LEVEL AND NOT MSVC)
+  # The host's own options, -Werror among them, are not for the library's sources.
+  target_compile_options(kelmo_localizer_warnings INTERFACE "$<$<COMPILE_LANGUAGE:C,CXX>:-w>")
 endif()
