@@ -37,9 +37,9 @@
  *            state is then as before the call, except where a declaration says otherwise. A host
  *            in another language than C++ cannot catch them: it must not pass GetError the index
  *            that throws.
- *            With Microsoft's compiler, compile the host with /EHs, and not with the usual /EHsc, or
- *            with /EHsc- behind it: with c that compiler takes it that C functions throw nothing, and
- *            these exceptions end the host. docs/visual_studio.md has more for such hosts.
+ *            With Microsoft's compiler, compile the host with /EHs in the place of the usual /EHsc, or
+ *            with /EHs /EHc- behind it. With /EHsc that compiler assumes that C functions throw
+ *            nothing, and these exceptions end the host. docs/visual_studio.md has more for such hosts.
  */
 #ifndef KELMO_LOCALIZER_H
 #define KELMO_LOCALIZER_H
@@ -229,7 +229,7 @@ KELMO_LOCALIZER_API const wchar_t* GetError(int32_t index);
 /*
  * Microsoft's compiler has four runtimes: /MD, /MDd, /MT and /MTd. The size of std::wstring and the heap
  * depend on them. Where a host that uses the classes has another runtime than the library, or another
- * _ITERATOR_DEBUG_LEVEL than is usual with it (2 of the debug runtimes, 0 of the others), the compiler
+ * _ITERATOR_DEBUG_LEVEL than is usual with it (2 with the debug runtimes, 0 with the others), the compiler
  * refuses the first use. The functions can be called from any host.
  *
  * What the library was built with stands in kelmo_localizer_runtime.h, which its build writes, and its
@@ -239,7 +239,7 @@ KELMO_LOCALIZER_API const wchar_t* GetError(int32_t index);
  *   KELMO_LOCALIZER_DEBUG_RUNTIME   the library was built with /MDd or /MTd
  *   KELMO_LOCALIZER_STATIC_RUNTIME  the library was built with /MT or /MTd
  *
- * and KELMO_LOCALIZER_ANY_RUNTIME to have nothing refused: host and library fit, as it knows.
+ * and KELMO_LOCALIZER_ANY_RUNTIME where it knows that host and library fit: then nothing is refused.
  */
 #if defined(_MSC_VER) && !defined(KELMO_LOCALIZER_STATIC) && !defined(KELMO_LOCALIZER_ANY_RUNTIME)
 #if defined(__has_include)
@@ -258,7 +258,8 @@ KELMO_LOCALIZER_API const wchar_t* GetError(int32_t index);
 #endif
 #if defined(_DLL) == defined(KELMO_LOCALIZER_STATIC_RUNTIME) || \
     defined(_DEBUG) != defined(KELMO_LOCALIZER_DEBUG_RUNTIME)
-#define KELMO_LOCALIZER_REFUSAL "compile the host with the same runtime."
+#define KELMO_LOCALIZER_REFUSAL \
+  "compile the host with the same runtime, and define no _DEBUG that the runtime does not."
 #elif defined(_ITERATOR_DEBUG_LEVEL) && \
     _ITERATOR_DEBUG_LEVEL != 2 * defined(KELMO_LOCALIZER_DEBUG_RUNTIME)
 #define KELMO_LOCALIZER_REFUSAL "compile the host with the usual _ITERATOR_DEBUG_LEVEL."

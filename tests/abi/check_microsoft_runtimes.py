@@ -20,7 +20,7 @@ clang = ["clang", "--driver-mode=cl", "--target=x86_64-pc-windows-msvc", "/X", "
 STATIC, DEBUG = "KELMO_LOCALIZER_STATIC_RUNTIME", "KELMO_LOCALIZER_DEBUG_RUNTIME"
 LIBRARIES = {"/MD": (), "/MDd": (DEBUG,), "/MT": (STATIC,), "/MTd": (STATIC, DEBUG)}
 REFUSED = "The classes of kelmo_Mestrel_Localizer, built with {}, cannot be used here: {}"
-OTHER_RUNTIME = "compile the host with the same runtime."
+OTHER_RUNTIME = "compile the host with the same runtime, and define no _DEBUG that the runtime does not."
 OTHER_LEVEL = "compile the host with the usual _ITERATOR_DEBUG_LEVEL."
 OTHER_HEAP = "build it with /MDd, so that the host has the same heap."
 FUNCTIONS = """#include "kelmo_localizer.h"
@@ -75,6 +75,7 @@ with tempfile.TemporaryDirectory() as scratch:
     folder = pathlib.Path(scratch)
     record = folder / "installed/kelmo_localizer_runtime.h"
     record.parent.mkdir()
+    refuses_classes("a host with /MD that defines _DEBUG", "/MD", ["/MD", "/D_DEBUG"], OTHER_RUNTIME)
     for name in ("functions.cpp", "functions.c"):
         (folder / name).write_text(FUNCTIONS)
         accepts("a host with /MTd that calls functions alone", ["/MTd"], folder / name)

@@ -31,7 +31,7 @@ int main() {
 }
 """
 HANDLER = b"__CxxFrameHandler"
-REFUSAL = "built with /MD, cannot be used here: compile the host with the same runtime."
+REFUSAL = "built with /MD, cannot be used here: compile the host with the same runtime"
 MICROSOFT = ("CMAKE_CXX_COMPILER_ID_RUN=1", "CMAKE_CXX_COMPILER_FORCED=1", "CMAKE_CXX_COMPILER_ID=MSVC",
              "CMAKE_CXX_COMPILER_VERSION=19.44", "MSVC_CXX_ARCHITECTURE_ID=x64")
 
