@@ -23,7 +23,7 @@ endif()
 if(MINGW)
   add_link_options(-static)  # the DLL, as every program here, needs nothing but Windows
 elseif(MSVC)
-  # /EHs, not the /EHsc that CMake puts there: with c the compiler takes it that no exception leaves an extern "C"
+  # /EHs, not the /EHsc that CMake puts there: with c the compiler assumes that no exception leaves an extern "C"
   # function, and GetError throws one.
   string(REPLACE "/EHsc" "" CMAKE_CXX_FLAGS "${CMAKE_CXX_FLAGS}")
   add_compile_definitions(NOMINMAX)  # as GCC's library does: std::min is no macro of <windows.h>

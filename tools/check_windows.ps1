@@ -3,13 +3,15 @@
 Builds and tests the library with Microsoft's compiler on this machine, and collects one report to send back.
 
 .DESCRIPTION
-For users with Visual Studio 2022, from PowerShell 5.1 or 7, in any folder:
+For users with Visual Studio 2022, or 2019 from version 16.4 on, and CMake 3.25, from PowerShell 5.1 or 7. In the top folder
+of the project:
 
     powershell -ExecutionPolicy Bypass -File tools\check_windows.ps1 -GTestRoot C:\googletest
 
 It runs the workflow preset msvc-release; where the tests cannot be configured, because GoogleTest or Python is missing, it
 builds the library and the examples alone. Then it installs the library below build\check_windows and builds a host with
-that package, in a release build, which must run, and in a debug build, which must be refused. Nothing outside of build\ is
+that package, in a release build, which must run, and in a debug build, which must be refused. An earlier
+build\msvc-release is removed first. Nothing outside of build\ is
 changed but C:\phyval.txt, which the tests write and remove: without administrator's rights those tests fail.
 
 docs\visual_studio.md says how to get GoogleTest.
@@ -36,6 +38,7 @@ $Report = $ExecutionContext.SessionState.Path.GetUnresolvedProviderPathFromPSPat
 if ($GTestRoot) {
     $env:GTest_ROOT = (Resolve-Path -LiteralPath $GTestRoot).ProviderPath
 }
+$env:VSLANG = '1033'  # English messages of cl: Ninja finds the headers of a source by them
 Set-Location -LiteralPath $top
 foreach ($folder in 'build/check_windows', 'build/msvc-release') {
     if (Test-Path -LiteralPath $folder) {
