@@ -85,6 +85,14 @@ LimitBytes::~LimitBytes() { mostBytes = SIZE_MAX; }
 
 void* operator new(std::size_t size) { return allocation_probe::Allocate(size); }
 void* operator new[](std::size_t size) { return allocation_probe::Allocate(size); }
+// As that of the standard library; a sanitizer's takes memory that is not counted here.
+void* operator new(std::size_t size, const std::nothrow_t& /*mode*/) noexcept {
+  try {
+    return allocation_probe::Allocate(size);
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
 void operator delete(void* block) noexcept { allocation_probe::Free(block); }
 void operator delete[](void* block) noexcept { allocation_probe::Free(block); }
 void operator delete(void* block, std::size_t /*size*/) noexcept { allocation_probe::Free(block); }
