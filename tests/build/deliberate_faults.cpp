@@ -19,11 +19,13 @@ int Make(const char* fault) {
   const auto asked = [fault](const char* name) { return std::strcmp(fault, name) == 0; };
   if (asked("address")) {
     const std::vector<int> numbers(8);
-    return numbers.data()[many];
+    const int* volatile first = numbers.data();  // of which no compiler knows how much is behind it
+    return first[many];
   }
   if (asked("address_in_a_header")) {
     const std::vector<int> numbers(8);
-    return static_cast<int>(std::count(numbers.data(), numbers.data() + many, 5));
+    const int* volatile first = numbers.data();
+    return static_cast<int>(std::count<const int*>(first, first + many, 5));
   }
   if (asked("leak")) {
     lost = new int[8];
