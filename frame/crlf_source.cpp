@@ -50,7 +50,7 @@ std::size_t CrLfSource::Read(char* buffer, std::size_t size) {
   if (filled < size) {
     filled += ReadBytes(buffer + filled, size - filled);
   }
-  std::size_t kept = DropCrOfPairs(buffer, filled);
+  const std::size_t kept = DropCrOfPairs(buffer, filled);
   if (kept > 0 && buffer[kept - 1] == '\r') {
     char next = '\0';
     if (ReadBytes(&next, 1) == 1) {

@@ -6,7 +6,8 @@
 #include <windows.h>
 
 // The names are the runtime's own; no header declares them.
-// NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming)
+// NOLINTBEGIN(bugprone-reserved-identifier,misc-misplaced-const,misc-use-internal-linkage)
+// NOLINTBEGIN(readability-identifier-naming)
 
 // The start-up code runs the initialisers of thread-local objects through this pointer. Its own
 // definition would come with a TLS directory for the DLL, and for a module that has one Windows
@@ -57,4 +58,5 @@ extern "C" __cxa_eh_globals* __cxa_get_globals_fast() noexcept { return &excepti
 
 }  // namespace __cxxabiv1
 
-// NOLINTEND(bugprone-reserved-identifier,readability-identifier-naming)
+// NOLINTEND(readability-identifier-naming)
+// NOLINTEND(bugprone-reserved-identifier,misc-misplaced-const,misc-use-internal-linkage)

@@ -223,7 +223,7 @@ TEST(Double, LeavesNullInItsMemoryAndItsNumbersAsTheyWere) {
   double numbers[3];
   std::memcpy(numbers, memory, sizeof(numbers));
   void* unit = memory;
-  std::memcpy(&unit, memory + sizeof(numbers), sizeof(unit));
+  std::memcpy(static_cast<void*>(&unit), memory + sizeof(numbers), sizeof(unit));
   EXPECT_EQ(unit, nullptr);
   EXPECT_EQ(numbers[0], 1.5);
   EXPECT_EQ(numbers[1], 0.25);

@@ -65,7 +65,7 @@ TEST_F(FileFaultsPosix, WhatIsNoRegularFile) {
 }
 
 TEST_F(FileFaultsPosix, TheLongestPathThatTheSystemTakes) {
-  std::wstring folder = folder_.HostPath();
+  const std::wstring folder = folder_.HostPath();
   const std::wstring step = L"\\" + std::wstring(200, L'f');
   std::wstring inner;
   while (folder.size() + inner.size() + step.size() < 4000) {

@@ -41,12 +41,12 @@ std::uint64_t PlaySequence(std::uint64_t seed, Disk& disk, ToldCalls* told) {
 template <class Play>
 std::string CallsOf(Play play) {
   ToldCalls told;
-  std::string calls =
-      "The last calls, the one that differs at the end; behind -, what the host did:\n";
+  std::string calls;
   try {
     play(&told);
     calls = "No difference when it was played again. Its calls:\n";
   } catch (const std::exception&) {  // as before
+    calls = "The last calls, the one that differs at the end; behind -, what the host did:\n";
   }
   for (const std::string& call : told) {
     calls += call + '\n';
@@ -69,7 +69,7 @@ TEST_F(Model, AgreesWithTheLibraryInEverySequenceOfCalls) {
   std::uint64_t calls = 0;
   for (std::uint64_t i = 0; i < sequences; ++i) {
     const std::uint64_t seed = randomSeed + i;
-    playing.seekp(0) << seed << std::endl;
+    playing.seekp(0) << seed << '\n' << std::flush;
     try {
       calls += PlaySequence(seed, disk_, nullptr);
     } catch (const std::exception& difference) {

@@ -156,9 +156,10 @@ void** PlaceOfImport(HMODULE module, const char* name) {
 // Returns what was there.
 void* Replace(void** place, void* address) {
   DWORD before = 0;
-  EXPECT_TRUE(::VirtualProtect(place, sizeof(address), PAGE_READWRITE, &before));
+  EXPECT_TRUE(
+      ::VirtualProtect(static_cast<void*>(place), sizeof(address), PAGE_READWRITE, &before));
   void* const old = std::exchange(*place, address);
-  EXPECT_TRUE(::VirtualProtect(place, sizeof(address), before, &before));
+  EXPECT_TRUE(::VirtualProtect(static_cast<void*>(place), sizeof(address), before, &before));
   return old;
 }
 

@@ -33,7 +33,8 @@ class RenamedLibrary : public testing::Test {
 
   template <class Function>
   Function* Export(const char* name) const {
-    return reinterpret_cast<Function*>(reinterpret_cast<void*>(::GetProcAddress(module_, name)));
+    return reinterpret_cast<Function*>(
+        reinterpret_cast<void (*)()>(::GetProcAddress(module_, name)));
   }
 
   // The symbol of the unit with the code, or nothing.

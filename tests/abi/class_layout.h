@@ -15,6 +15,7 @@ namespace class_layout {
 using KelmoLibs::Localize::Phyval::Double;
 using KelmoLibs::Localize::Phyval::ValueType;
 
+// NOLINTBEGIN(modernize-type-traits): it is compiled as C++14 as well
 static_assert(sizeof(Double) == 32 && alignof(Double) == 8, "Double: size");
 static_assert(offsetof(Double, value) == 0, "Double: value");
 static_assert(offsetof(Double, absTolerance) == 8, "Double: absTolerance");
@@ -36,5 +37,6 @@ static_assert(std::is_same<decltype(ValueType::code), int>::value, "ValueType: c
 static_assert(std::is_same<decltype(ValueType::factor), double>::value, "ValueType: factor");
 static_assert(std::is_same<decltype(ValueType::symbol), std::wstring>::value, "ValueType: symbol");
 static_assert(std::is_same<decltype(ValueType::name), std::wstring>::value, "ValueType: name");
+// NOLINTEND(modernize-type-traits)
 
 }  // namespace class_layout

@@ -3,6 +3,7 @@
 
 namespace KelmoLibs {
 
+// NOLINTNEXTLINE(misc-use-internal-linkage): the call of it is to look into other modules
 __attribute__((noinline)) inline void Pass(void (*use)(char*), char* bytes) { use(bytes); }
 
 }  // namespace KelmoLibs

@@ -11,7 +11,7 @@ TESTS = ("tests/one_test.cpp", "tests/two_test.cpp", "tests/nine_test.cpp")
 WINDOWS = ("frame/one_windows.cpp", "frame/one_mingw.cpp")
 LINUX_COMMANDS, WINDOWS_COMMANDS = (f"build/{name}-release/compile_commands.json" for name in ("linux", "mingw"))
 COMPILED_HEADER = "build/cmake_pch.hxx"
-SOURCE = "int Two(int number) { return 2 * number; }\n"
+SOURCE = "namespace {\nint Two(int number) { return 2 * number; }\n}  // namespace\n"
 TEST = f"#include <gtest/gtest.h>\n\n{SOURCE}"
 FROM_THE_PROJECT = (".clang-format", ".clang-tidy", "tests/.clang-tidy", "tools/lint.sh", "tools/tidy.sh",
                     "tools/cppcheck.suppressions")

@@ -29,7 +29,7 @@ void LoadedLibrary::GiveBackReferencesOf(int starts) const {
 bool LoadedLibrary::IsInProcess() noexcept { return ::GetModuleHandleW(kLibrary) != nullptr; }
 
 LoadedLibrary::AnyFunction* LoadedLibrary::Address(const char* name) const {
-  const FARPROC address = ::GetProcAddress(static_cast<HMODULE>(handle_), name);
+  auto* const address = ::GetProcAddress(static_cast<HMODULE>(handle_), name);
   if (address == nullptr) {
     throw std::runtime_error(std::string("not exported: ") + name);
   }
