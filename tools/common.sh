@@ -1,7 +1,8 @@
 # shellcheck shell=bash disable=SC2034 # variables that ./demo, ./test and ./bench use
 # What ./demo, ./test and ./bench share: sourced, never run.
 
-root=$PWD # all scripts have gone to the top folder
+root=$PWD   # all scripts have gone to the top folder
+export PATH # which Bash does not do where the environment has none
 logs=$root/build/logs
 started=$SECONDS
 
@@ -11,6 +12,11 @@ fail() {
   printf 'What to do: %s\n' "$2" >&2
   exit 1
 }
+
+case $root in
+  *[\;\"\\\$,%]*)
+    fail "the name of this folder has one of ; \" \\ \$ , %" "CMake or the linker reads them as something else: move the checkout." ;;
+esac
 
 # step TEXT LOG COMMAND...: says what is being done, keeps the command's output in a log and shows its end if it fails.
 step() {

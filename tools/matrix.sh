@@ -9,6 +9,7 @@
 set -euo pipefail
 
 unset CDPATH
+export PATH # which Bash does not do where the environment has none
 cd "$(dirname "$0")/.."
 operations=${1:-1000000}
 seed=${2:-1}
