@@ -18,7 +18,10 @@ if(CMAKE_MSVC_RUNTIME_LIBRARY)
 endif()
 set(runtime_folder ${PROJECT_BINARY_DIR}/include/$<CONFIG>)
 file(GENERATE OUTPUT ${runtime_folder}/kelmo_localizer_runtime.h CONTENT
-"/* The runtime that this copy of the library was built with, for kelmo_localizer.h. */
+"/* The runtime that this copy of the library was built with, for kelmo_localizer.h. It decides: what
+ * a host has defined itself, perhaps for another copy, does not count. */
+#undef KELMO_LOCALIZER_STATIC_RUNTIME
+#undef KELMO_LOCALIZER_DEBUG_RUNTIME
 $<$<IN_LIST:${runtime},MultiThreaded;MultiThreadedDebug>:#define KELMO_LOCALIZER_STATIC_RUNTIME>
 $<$<IN_LIST:${runtime},MultiThreadedDebug;MultiThreadedDebugDLL>:#define KELMO_LOCALIZER_DEBUG_RUNTIME>
 ")

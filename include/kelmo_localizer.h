@@ -241,7 +241,8 @@ KELMO_LOCALIZER_API const wchar_t* GetError(int32_t index);
  *
  * and KELMO_LOCALIZER_ANY_RUNTIME where it knows that host and library fit: then nothing is refused.
  */
-#if defined(_MSC_VER) && !defined(KELMO_LOCALIZER_STATIC) && !defined(KELMO_LOCALIZER_ANY_RUNTIME)
+#if defined(_WIN32) && defined(_MSC_VER) && !defined(KELMO_LOCALIZER_STATIC) && \
+    !defined(KELMO_LOCALIZER_ANY_RUNTIME)
 #if defined(__has_include)
 #if __has_include("kelmo_localizer_runtime.h")
 #include "kelmo_localizer_runtime.h"
