@@ -57,13 +57,16 @@ if(commands MATCHES "_test\\.cpp|demo_host\\.cpp|KELMO_LOCALIZER_BUILDING[^\n]*h
 endif()
 
 if(BY STREQUAL "find_package")
-  # A project for another system must not find this package.
-  execute_process(COMMAND ${CMAKE_COMMAND} -S ${WORK}/project -B ${WORK}/elsewhere -G ${GENERATOR} ${OPTIONS}
-      -D CMAKE_SYSTEM_NAME=Generic -U CMAKE_TOOLCHAIN_FILE
-    OUTPUT_VARIABLE elsewhere ERROR_VARIABLE elsewhere RESULT_VARIABLE result)
-  if(result EQUAL 0 OR NOT elsewhere MATCHES "version: [0-9.]+ \\(")
-    message(FATAL_ERROR "the package passed for one of another system:\n${elsewhere}")
-  endif()
+  # A project for another system or processor must not find this package.
+  foreach(other "-D;CMAKE_SYSTEM_NAME=Generic" "-D;CMAKE_SYSTEM_NAME=Linux;-D;CMAKE_SYSTEM_PROCESSOR=riscv64")
+    file(REMOVE_RECURSE ${WORK}/elsewhere)
+    execute_process(COMMAND ${CMAKE_COMMAND} -S ${WORK}/project -B ${WORK}/elsewhere -G ${GENERATOR} ${OPTIONS}
+        ${other} -U CMAKE_TOOLCHAIN_FILE
+      OUTPUT_VARIABLE elsewhere ERROR_VARIABLE elsewhere RESULT_VARIABLE result)
+    if(result EQUAL 0 OR NOT elsewhere MATCHES "version: [0-9.]+ \\(")
+      message(FATAL_ERROR "the package passed for one of another system:\n${elsewhere}")
+    endif()
+  endforeach()
 endif()
 
 # Where it was built, and where it was installed: there it needs nothing but what lies with it.
