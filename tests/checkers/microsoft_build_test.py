@@ -25,6 +25,8 @@ ROWS = (
         f"does not know {VALUE_TYPE}: __builtin_expect"),
     Row("an attribute of GNU's", HEADER, MEMBER, f"  __attribute__((cold)) {MEMBER}",
         f"does not know {HEADER}: __attribute__"),
+    Row("a word of GNU's that Clang reads", VALUE_TYPE, GET_SID, f'{GET_SID}\nvoid Nothing() {{ asm("nop"); }}', "asm"),
+    Row("a header of GNU's", VALUE_TYPE, "#include", "#include <unistd.h>\n#include", "<unistd.h>"),
     Row("a warning", VALUE_TYPE, GET_SID, f"{GET_SID}\n\nstatic int Unused() {{ return 1; }}", "unused function 'Unused'"),
     Row("a missing include", DOUBLE, "#include <cfloat>\n", "", "use of undeclared identifier 'FLT_EVAL_METHOD'"),
     Row("a header that is no C", HEADER, FUNCTION, f"{FUNCTION}\nbool Clear();", "unknown type name 'bool'"),
