@@ -45,6 +45,12 @@ TEST(SplitText, GivesWhatStandsBetweenTheDelimiters) {
   }
 }
 
+// All fields of a line, each a text of its own.
+Fields FieldsOf(std::wstring line, std::int32_t count) {
+  const std::vector<std::wstring_view> fields = SplitUnitLine(line, count, SIZE_MAX);
+  return {fields.begin(), fields.end()};
+}
+
 TEST(SplitUnitLine, GivesTheFieldsOfALine) {
   const std::wstring about =
       L"\u043F\u0440\u0438 \u0412\u0412\u0412=0";  // a comment in Cyrillic letters
@@ -141,7 +147,7 @@ TEST(SplitUnitLine, GivesTheFieldsOfALine) {
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
-    EXPECT_EQ(SplitUnitLine(row.line, row.count), row.fields);
+    EXPECT_EQ(FieldsOf(row.line, row.count), row.fields);
   }
 }
 
@@ -171,7 +177,7 @@ TEST(SplitUnitLine, KeepsTheBlanksThatTheSystemKnows) {
     SCOPED_TRACE(testing::Message() << static_cast<std::int32_t>(blank));
     const std::wstring name = std::wstring(L"square") + blank + L"meter";
     const bool known = IsBlank(blank) || IsGraphic(blank);
-    EXPECT_EQ(SplitUnitLine(L"1 m " + name, 3),
+    EXPECT_EQ(FieldsOf(L"1 m " + name, 3),
               (known ? Fields{L"1", L"m", name} : Fields{L"1", L"m", L"square meter", L"meter"}));
   }
 }
@@ -184,7 +190,7 @@ TEST(SplitUnitLine, HoldsForEveryShortLine) {
     const std::wstring line = lines[next];
     const std::wstring uncommented = line.substr(0, line.find(L"//"));
     for (const std::int32_t count : {1, 2, 3, 4}) {
-      ASSERT_EQ(SplitUnitLine(line, count), FieldsStepByStep(uncommented, count))
+      ASSERT_EQ(FieldsOf(line, count), FieldsStepByStep(uncommented, count))
           << testing::PrintToString(line) << ", count " << count;
     }
     for (const wchar_t c : line.size() < kLongest ? kAlphabet : std::wstring_view()) {
@@ -193,20 +199,33 @@ TEST(SplitUnitLine, HoldsForEveryShortLine) {
   }
 }
 
-TEST(UnitFields, GivesNoMoreThanAreAskedFor) {
+// Behind its field a line goes on, and to the runtime a blank of another script may be white space that
+// leads to the next number.
+TEST(SplitUnitLine, EachEndsWithAZero) {
+  std::wstring line = L" 1\t\t2.5 m square meter";
+  const std::vector<std::wstring_view> fields = SplitUnitLine(line, 4, 5);
+  ASSERT_EQ(fields.size(), 5U);
+  EXPECT_STREQ(fields[0].data(), L"1");
+  EXPECT_STREQ(fields[1].data(), L"2.5");
+  EXPECT_STREQ(fields[2].data(), L"m");
+  EXPECT_STREQ(fields[3].data(), L"square meter");
+  EXPECT_STREQ(fields[4].data(), L"meter");
+}
+
+TEST(SplitUnitLine, GivesNoMoreThanAreAskedFor) {
   for (const std::size_t most : {3U, 4U, 5U, 6U}) {
     std::wstring line = L"1 m a b c";
-    const std::vector<std::wstring_view> fields = UnitFields(line, 3, most);
+    const std::vector<std::wstring_view> fields = SplitUnitLine(line, 3, most);
     const Fields all = {L"1", L"m", L"a b c", L"b c", L"c"};
     EXPECT_EQ(Fields(fields.begin(), fields.end()),
               Fields(all.begin(),
                      all.begin() + static_cast<std::ptrdiff_t>(std::min<std::size_t>(most, 5))));
   }
   std::wstring line = L"1 m";
-  EXPECT_TRUE(UnitFields(line, 3, 3).empty());
+  EXPECT_TRUE(SplitUnitLine(line, 3, 3).empty());
 }
 
-TEST(UnitFields, ALineOfManyWordsCostsAViewForEach) {
+TEST(SplitUnitLine, ALineOfManyWordsCostsAViewForEach) {
   constexpr std::size_t kWords = 100'000;
   std::wstring line;
   for (std::size_t i = 0; i < kWords; ++i) {
@@ -214,7 +233,7 @@ TEST(UnitFields, ALineOfManyWordsCostsAViewForEach) {
   }
   allocation_probe::ResetPeak();
   const std::size_t before = allocation_probe::LiveBytes();
-  const std::vector<std::wstring_view> fields = UnitFields(line, 3, SIZE_MAX);
+  const std::vector<std::wstring_view> fields = SplitUnitLine(line, 3, SIZE_MAX);
   EXPECT_EQ(fields.size(), kWords);
   EXPECT_EQ(fields[2].size(), line.size() - 4);
   EXPECT_EQ(fields.back(), L"w ");
@@ -229,7 +248,7 @@ TEST(SplitUnitLine, TakesControlCharactersAloneOfAsciiForSeparators) {
     const bool separates = code <= 0x20 || code == 0x7F;
     const Fields expected = separates ? Fields{L"1", L"a", c == L'\t' ? L"b\t m" : L"b  m", L"m"}
                                       : Fields{L"1", field, L"m"};
-    EXPECT_EQ(SplitUnitLine(L"1 " + field + L" m", 3), expected);
+    EXPECT_EQ(FieldsOf(L"1 " + field + L" m", 3), expected);
   }
 }
 
@@ -279,19 +298,6 @@ TEST(IntegerField, EndsAtEveryOtherCharacter) {
     EXPECT_EQ(IntegerField((std::wstring(L"1") + c + L"2").c_str()), 1);
     EXPECT_EQ(IntegerField((std::wstring(L"12") + c).c_str()), 12);
   }
-}
-
-// Behind its field a line goes on, and to the runtime a blank of another script may be white space that
-// leads to the next number.
-TEST(UnitFields, EachEndsWithAZero) {
-  std::wstring line = L" 1\t\t2.5 m square meter";
-  const std::vector<std::wstring_view> fields = UnitFields(line, 4, 5);
-  ASSERT_EQ(fields.size(), 5U);
-  EXPECT_STREQ(fields[0].data(), L"1");
-  EXPECT_STREQ(fields[1].data(), L"2.5");
-  EXPECT_STREQ(fields[2].data(), L"m");
-  EXPECT_STREQ(fields[3].data(), L"square meter");
-  EXPECT_STREQ(fields[4].data(), L"meter");
 }
 
 TEST(NumberField, IsWhatTheFieldBeginsWith) {

@@ -44,11 +44,10 @@ std::wstring DecodeUnitTable(std::string_view bytes) {
 void ReadUnitTable(std::wstring_view text, Phyval::UnitCatalogue& catalogue) {
   const std::vector<std::wstring_view> lines = SplitText(text, L"\n");
   catalogue.reserve(lines.size());
-  std::wstring cleaned;
+  std::wstring copy;
   for (const std::wstring_view line : lines) {
-    cleaned = line;
-    CleanUnitLine(cleaned);
-    const std::vector<std::wstring_view> fields = UnitFields(cleaned, kFields, kFields + 1);
+    copy = line;
+    const std::vector<std::wstring_view> fields = SplitUnitLine(copy, kFields, kFields + 1);
     if (fields.size() == kFields) {
       catalogue.emplace_back(IntegerField(fields[0].data()), NumberField(fields[1].data()),
                              fields[2].data(), fields[3].data());

@@ -26,9 +26,8 @@ std::optional<std::wstring> ReadHeader(LineReader& lines) {
   if (!line) {
     return std::nullopt;
   }
-  std::wstring cleaned = DecodeUtf8(*line);
-  CleanUnitLine(cleaned);
-  const auto fields = UnitFields(cleaned, kHeaderFields, kHeaderFields + 1);
+  std::wstring decoded = DecodeUtf8(*line);
+  const auto fields = SplitUnitLine(decoded, kHeaderFields, kHeaderFields + 1);
   if (fields.size() != kHeaderFields) {
     return std::nullopt;
   }
@@ -37,9 +36,8 @@ std::optional<std::wstring> ReadHeader(LineReader& lines) {
 
 // False where the line is no unit. The first line of a code stays; the others are none the worse.
 bool AddUnit(std::string_view line, LocalizedUnits& units) {
-  std::wstring cleaned = DecodeUtf8(line);
-  CleanUnitLine(cleaned);
-  const auto fields = UnitFields(cleaned, kUnitFields, kUnitFields);
+  std::wstring decoded = DecodeUtf8(line);
+  const auto fields = SplitUnitLine(decoded, kUnitFields, kUnitFields);
   if (fields.empty()) {
     return false;
   }

@@ -22,6 +22,13 @@ bool IsKept(wchar_t c) noexcept {
   return IsGraphic(c) || IsBlank(c);
 }
 
+// The comment first: most of its characters are of another script, and none becomes a part of a "//".
+void Clean(std::wstring& line) {
+  line.resize(std::min(line.size(), line.find(kComment)));
+  const auto isDropped = [](wchar_t c) { return !IsKept(c); };
+  std::replace_if(line.begin(), line.end(), isDropped, L' ');
+}
+
 }  // namespace
 
 std::vector<std::wstring_view> SplitText(std::wstring_view text, std::wstring_view delimiter) {
@@ -37,23 +44,17 @@ std::vector<std::wstring_view> SplitText(std::wstring_view text, std::wstring_vi
   return pieces;
 }
 
-// The comment first: most of its characters are of another script, and none becomes a part of a "//".
-void CleanUnitLine(std::wstring& line) {
-  line.resize(std::min(line.size(), line.find(kComment)));
-  const auto isDropped = [](wchar_t c) { return !IsKept(c); };
-  std::replace_if(line.begin(), line.end(), isDropped, L' ');
-}
-
 // The words behind the first one of the last field become fields as well, and that stays: it keeps the
 // unit "square meter" of the default table out of the catalogue. unit_line_test.cpp and
 // default_table_test.cpp hold it.
-std::vector<std::wstring_view> UnitFields(std::wstring& cleaned, std::int32_t count,
-                                          std::size_t most) {
+std::vector<std::wstring_view> SplitUnitLine(std::wstring& line, std::int32_t count,
+                                             std::size_t most) {
   constexpr std::size_t kFewFields = 8;
+  Clean(line);
   std::vector<std::wstring_view> fields;
   const auto found = [&fields] { return static_cast<std::int64_t>(fields.size()); };
-  const auto lineEnd = cleaned.end();
-  auto start = std::find_if_not(cleaned.begin(), lineEnd, IsSeparator);
+  const auto lineEnd = line.end();
+  auto start = std::find_if_not(line.begin(), lineEnd, IsSeparator);
   fields.reserve(start != lineEnd ? std::min(most, kFewFields) : 0);
   while (start != lineEnd && fields.size() < most) {
     const auto end = std::find_if(start, lineEnd, IsSeparator);
@@ -62,19 +63,13 @@ std::vector<std::wstring_view> UnitFields(std::wstring& cleaned, std::int32_t co
     const auto fieldEnd = takesTheRest ? lineEnd : end;
     fields.emplace_back(&*start, static_cast<std::size_t>(fieldEnd - start));
     // Of the last field, the zero that the string has at its end itself.
-    cleaned[static_cast<std::size_t>(fieldEnd - cleaned.begin())] = L'\0';
+    line[static_cast<std::size_t>(fieldEnd - line.begin())] = L'\0';
     start = next;
   }
   if (found() < count) {
     fields.clear();
   }
   return fields;
-}
-
-std::vector<std::wstring> SplitUnitLine(std::wstring line, std::int32_t count) {
-  CleanUnitLine(line);
-  const std::vector<std::wstring_view> fields = UnitFields(line, count, SIZE_MAX);
-  return {fields.begin(), fields.end()};
 }
 
 std::int32_t IntegerField(const wchar_t* field) {

@@ -15,20 +15,14 @@ namespace KelmoLibs::Localize {
 std::vector<std::wstring_view> SplitText(std::wstring_view text, std::wstring_view delimiter);
 
 /// Cuts `line` in front of its first "//", and makes a space of CR, of the other control characters, and of
-/// whatever else platform.h calls neither graphic nor a blank.
-void CleanUnitLine(std::wstring& line);
-
-/// The fields of a cleaned line whose table has `count` of them, without the spaces and tabs in between.
-/// Field number `count` goes on to the end of the line, whatever blanks it holds. Readers must see when it
-/// holds several words: from each of these but the first, a further field begins, which goes on to the end
-/// as well. A line with fewer than `count` words has no field. Views into `cleaned`, no more of them than
-/// `most`: a line may have millions. Each ends with a zero, which takes the place of the separator behind
-/// it.
-std::vector<std::wstring_view> UnitFields(std::wstring& cleaned, std::int32_t count,
-                                          std::size_t most);
-
-/// The fields of a line as it stands in its table, each a text of its own.
-std::vector<std::wstring> SplitUnitLine(std::wstring line, std::int32_t count);
+/// whatever else platform.h calls neither graphic nor a blank. Gives the fields of what is left, without
+/// the spaces and tabs in between; a line of its table has `count` of them. Field number `count` goes on to
+/// the end of the line, whatever blanks it holds. Readers must see when it holds several words: from each
+/// of these but the first, a further field begins, which goes on to the end as well. A line with fewer than
+/// `count` words has no field. Views into `line`, no more of them than `most`: a line may have millions.
+/// Each ends with a zero, which takes the place of the separator behind it.
+std::vector<std::wstring_view> SplitUnitLine(std::wstring& line, std::int32_t count,
+                                             std::size_t most);
 
 /// The number that a field begins with, which ends with a zero, 0 where it begins with none. Beyond 32 bits it is the
 /// largest or the smallest that there is.
