@@ -116,14 +116,11 @@ Double Double::ConvertTo(double absolute, double relative, int code) {
 double Double::Return() { return Rounded(*this).number; }
 
 std::wstring Double::to_string() {
-  const auto [number, decimals] = Rounded(*this);
-  return FormatUnderUserLocale(number, decimals);
+  const RoundedNumber rounded = Rounded(*this);
+  return FormatUnderUserLocale(rounded.number, rounded.decimals);
 }
 
-std::wstring Double::to_string(wchar_t separator) {
-  const auto [number, decimals] = Rounded(*this);
-  return FixedText(number, decimals, separator);
-}
+std::wstring Double::to_string(wchar_t separator) { return FixedText(Rounded(*this), separator); }
 
 double Double::T() { return ToleranceOf(*this); }
 

@@ -13,6 +13,7 @@
 #include <cerrno>
 #include <chrono>
 #include <clocale>
+#include <cmath>
 #include <cstddef>
 #include <filesystem>
 #include <functional>
@@ -302,7 +303,7 @@ TEST(FormatUnderGlobalLocale, PrintsTheDigitsThatAreThoseWithoutAStream) {
   for (const double number : {0.0, -0.0, 0.1, 2.5, -1234567.890625, 0.0009765625, 1e22, 1e300,
                               Limits::max(), Limits::min(), Limits::denorm_min()}) {
     for (int decimals = 0; decimals <= 9; ++decimals) {
-      const std::wstring text = Phyval::FixedText(number, decimals, L'.');
+      const std::wstring text = Phyval::FixedText({number, decimals, std::nan("")}, L'.');
       // Another locale, though it prints as the classic one.
       const GlobalLocale other(std::locale(std::locale::classic(), new std::numpunct<wchar_t>));
       EXPECT_EQ(FormatUnderGlobalLocale(number, decimals), text);
