@@ -5,6 +5,7 @@
 #include <cstring>
 #include <cwchar>
 #include <fstream>
+#include <functional>
 #include <map>
 #include <numeric>
 #include <unordered_map>
@@ -12,6 +13,7 @@
 #include "benchmarks/support/catalogue.h"
 #include "benchmarks/support/hostile_catalogue.h"
 #include "benchmarks/support/peer_maps.h"
+#include "benchmarks/support/random_letters.h"
 #include "benchmarks/support/run_benchmarks.h"
 #include "benchmarks/support/scratch_folder.h"
 #include "kelmo_localizer.h"
@@ -36,25 +38,62 @@ constexpr std::size_t kSizes[] = {1'000, 10'000, 100'000, 1'000'000};
 constexpr std::size_t kHotDictionary = 100'000;
 constexpr std::size_t kHotKeys = 100;
 constexpr std::size_t kHotRepetitions = 100;
+// A short dictionary is asked for its keys in several disorders: a processor can learn one by heart.
+constexpr std::size_t kLeastLookups = 10'000;
+
+// Around the words of the processor and the sizes of its vectors, and beyond.
+constexpr std::size_t kLengthsOfFew[] = {1,  2,  3,  4,  5,  7,  8,  9,   12,  16, 17,
+                                         20, 24, 32, 33, 41, 48, 64, 100, 200, 300};
+constexpr std::size_t kLengthsOfMany[] = {3, 4, 8, 16, 20, 32, 64, 200};
+constexpr std::size_t kLengthsInAlphabetsOfFew[] = {4, 8, 16, 24, 32, 64};
+constexpr std::size_t kLengthsInAlphabetsOfMany[] = {8, 16, 32, 64};
+constexpr std::size_t kFew = 1'000;
+constexpr std::size_t kMany = 100'000;
+constexpr Lengths kMixedLengths = {5, 60};
+
+struct NamedAlphabet {
+  const char* name;
+  Alphabet letters;
+};
+
+constexpr NamedAlphabet kAlphabets[] = {
+    {"cyrillic", kRussianLetters}, {"chinese", kChineseLetters}, {"mixed", kMixedLetters}};
 
 // ---- What is asked for
-
-enum class Kind { kUsual, kHostile };
 
 struct Dictionary {
   std::string name;
   Catalogue entries;
+  std::size_t repetitions;  // how often each key is asked for in an iteration
 };
 
+/// A dictionary that is not made yet.
+struct Plan {
+  std::string name;
+  std::function<Catalogue()> make;
+  std::size_t repetitions = 1;
+};
+
+Plan Usual(std::size_t size) {
+  return {"de_" + std::to_string(size), [size] { return MakeCatalogue(Language::kGerman, size); }};
+}
+
+Plan Hostile(std::size_t size) {
+  return {"hostile_" + std::to_string(size), [size] { return MakeHostileCatalogue(size); }};
+}
+
+Plan OfRandomKeys(const std::string& name, Alphabet alphabet, Lengths lengths, std::size_t size) {
+  const std::size_t entries = lengths.longest == 1 ? kAsciiKeysOfOneLetter : size;
+  return {name, [=] { return MakeCatalogueOfKeys(MakeRandomKeys(alphabet, lengths, entries)); },
+          std::max<std::size_t>(kLeastLookups / entries, 1)};
+}
+
 /// Made when it is first asked for, and kept: the same object each time.
-const Dictionary& DictionaryOf(Kind kind, std::size_t size) {
+const Dictionary& DictionaryOf(const Plan& plan) {
   static std::map<std::string, Dictionary> dictionaries;
-  const bool isUsual = kind == Kind::kUsual;
-  const std::string name = (isUsual ? "de_" : "hostile_") + std::to_string(size);
-  const auto [place, added] = dictionaries.try_emplace(name);
+  const auto [place, added] = dictionaries.try_emplace(plan.name);
   if (added) {
-    place->second = {name,
-                     isUsual ? MakeCatalogue(Language::kGerman, size) : MakeHostileCatalogue(size)};
+    place->second = {plan.name, plan.make(), plan.repetitions};
   }
   return place->second;
 }
@@ -72,17 +111,23 @@ std::vector<std::wstring> ShuffledKeys(const Dictionary& dictionary) {
 template <class Character>
 const std::vector<const Character*>& AllKeys(const Dictionary& dictionary) {
   static std::map<std::string, HostKeys<Character>> keys;
-  auto place = keys.find(dictionary.name);
-  if (place == keys.end()) {
-    place = keys.try_emplace(dictionary.name, ShuffledKeys(dictionary)).first;
+  static std::map<std::string, std::vector<const Character*>> pointers;
+  auto place = pointers.find(dictionary.name);
+  if (place == pointers.end()) {
+    const auto& held = keys.try_emplace(dictionary.name, ShuffledKeys(dictionary)).first->second;
+    place = pointers
+                .emplace(dictionary.name, dictionary.repetitions == 1
+                                              ? held.Pointers()
+                                              : held.Repeated(dictionary.repetitions))
+                .first;
   }
-  return place->second.Pointers();
+  return place->second;
 }
 
 template <class Character>
 const std::vector<const Character*>& HotKeys() {
   static const HostKeys<Character> kKeys([] {
-    std::vector<std::wstring> keys = ShuffledKeys(DictionaryOf(Kind::kUsual, kHotDictionary));
+    std::vector<std::wstring> keys = ShuffledKeys(DictionaryOf(Usual(kHotDictionary)));
     keys.resize(kHotKeys);
     return keys;
   }());
@@ -242,11 +287,12 @@ void TimeLookups(benchmark::State& state, const Subject& subject,
   SetOperations(state, keys.size());
 }
 
+/// `size`: that of the dictionary, or in rows that are named after it the length of the keys.
 template <class Subject>
-void RegisterAllKeys(const std::string& name, Kind kind, std::size_t size) {
+void RegisterAllKeys(const std::string& name, std::size_t size, const Plan& plan) {
   benchmark::RegisterBenchmark(NameWithSize("lookup/" + name, size).c_str(),
-                               [kind, size](benchmark::State& state) {
-                                 const Dictionary& dictionary = DictionaryOf(kind, size);
+                               [plan](benchmark::State& state) {
+                                 const Dictionary& dictionary = DictionaryOf(plan);
                                  TimeLookups(state, SubjectOf<Subject>(dictionary),
                                              AllKeys<typename Subject::Character>(dictionary));
                                });
@@ -255,13 +301,40 @@ void RegisterAllKeys(const std::string& name, Kind kind, std::size_t size) {
 template <class Subject>
 void Register(const std::string& name) {
   for (const std::size_t size : kSizes) {
-    RegisterAllKeys<Subject>("shuffled/" + name, Kind::kUsual, size);
+    RegisterAllKeys<Subject>("shuffled/" + name, size, Usual(size));
   }
   benchmark::RegisterBenchmark(
       NameWithSize("lookup/hot/" + name, kHotDictionary).c_str(), [](benchmark::State& state) {
-        TimeLookups(state, SubjectOf<Subject>(DictionaryOf(Kind::kUsual, kHotDictionary)),
+        TimeLookups(state, SubjectOf<Subject>(DictionaryOf(Usual(kHotDictionary))),
                     HotKeys<typename Subject::Character>());
       });
+}
+
+template <class Subject, std::size_t kCount>
+void RegisterLengths(const std::string& name, const std::string& row, Alphabet alphabet,
+                     std::size_t entries, const std::size_t (&lengths)[kCount]) {
+  const std::string rowOfEntries = row + "_" + std::to_string(entries);
+  for (const std::size_t length : lengths) {
+    RegisterAllKeys<Subject>(rowOfEntries + "/" + name, length,
+                             OfRandomKeys(rowOfEntries + "_" + std::to_string(length), alphabet,
+                                          {length, length}, entries));
+  }
+}
+
+template <class Subject>
+void RegisterKeysOfAllKinds(const std::string& name) {
+  RegisterLengths<Subject>(name, "length", kAsciiLettersAndDigits, kFew, kLengthsOfFew);
+  RegisterLengths<Subject>(name, "length", kAsciiLettersAndDigits, kMany, kLengthsOfMany);
+  for (const NamedAlphabet& alphabet : kAlphabets) {
+    const std::string row = std::string("alphabet_") + alphabet.name;
+    RegisterLengths<Subject>(name, row, alphabet.letters, kFew, kLengthsInAlphabetsOfFew);
+    RegisterLengths<Subject>(name, row, alphabet.letters, kMany, kLengthsInAlphabetsOfMany);
+  }
+  for (const std::size_t entries : {kFew, kMany}) {
+    RegisterAllKeys<Subject>("mixed_lengths/" + name, entries,
+                             OfRandomKeys("mixed_lengths_" + std::to_string(entries),
+                                          kAsciiLettersAndDigits, kMixedLengths, entries));
+  }
 }
 
 }  // namespace
@@ -286,9 +359,17 @@ int main(int argc, char** argv) {
   Register<Icu>("icu");
 #endif
   Register<KeyLength>("key_length");
+  RegisterKeysOfAllKinds<Kelmo>("kelmo");
+#ifdef KELMO_HAS_BOOST
+  RegisterKeysOfAllKinds<MapSubject<BoostFlatMap>>("boost_flat_map");
+#endif
+#ifdef KELMO_HAS_ABSL
+  RegisterKeysOfAllKinds<MapSubject<AbslFlatHashMap>>("absl_flat_hash_map");
+#endif
+  RegisterKeysOfAllKinds<KeyLength>("key_length");
   for (const std::size_t size : kHostileSizes) {
-    RegisterAllKeys<Kelmo>("hostile/kelmo", Kind::kHostile, size);
-    RegisterAllKeys<Kelmo>("hostile/kelmo_usual", Kind::kUsual, size);
+    RegisterAllKeys<Kelmo>("hostile/kelmo", size, Hostile(size));
+    RegisterAllKeys<Kelmo>("hostile/kelmo_usual", size, Usual(size));
   }
   return RunBenchmarks(argc, argv);
 }

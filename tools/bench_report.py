@@ -16,15 +16,30 @@ import re
 import subprocess
 
 LANGUAGES = ("english", "german", "russian")
+ALPHABETS = ("cyrillic", "chinese", "mixed")
 HASH_MAPS = ("boost_flat_map", "absl_flat_hash_map")
 TO_THE_LARGEST = 10**12
 
 # Row: our time is to be at most this part of the fastest of these subjects, at sizes from the first to the second.
 Target = collections.namedtuple("Target", "row limit subjects smallest largest", defaults=(0, TO_THE_LARGEST))
+# {row, behind it the number of entries: limits for keys of up to 8 characters, of up to 32, and longer}: the size is the
+# length of the keys.
+KEYS = {
+    "length_1000": (1, 0.85, 0.7),
+    "length_100000": (1, 0.85, 0.7),
+    **{f"alphabet_{alphabet}_1000": (1, 0.85, 0.7) for alphabet in ALPHABETS},
+    **{f"alphabet_{alphabet}_100000": (1, 1, 0.85) for alphabet in ALPHABETS},
+}
 TARGETS = (
     Target("lookup/shuffled", 0.5, HASH_MAPS),
     Target("lookup/shuffled", 0.25, ("gettext", "icu")),
     Target("lookup/hot", 0.7, HASH_MAPS),
+    *(
+        Target(f"lookup/{row}", limit, HASH_MAPS, *lengths)
+        for row, limits in KEYS.items()
+        for limit, lengths in zip(limits, ((0, 8), (9, 32), (33, TO_THE_LARGEST)))
+    ),
+    Target("lookup/mixed_lengths", 0.85, HASH_MAPS),
     Target("missing/repeated", 1.5, HASH_MAPS),
     Target("missing/first", 2.5, ("std_unordered_set",)),
     *(

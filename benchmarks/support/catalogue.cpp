@@ -48,9 +48,6 @@ const LanguageWords& WordsOf(Language language) {
   }
 }
 
-// Not by a distribution of the standard library: each library has its own.
-std::size_t Below(std::size_t limit, std::mt19937_64& random) { return random() % limit; }
-
 template <std::size_t kCount>
 std::wstring_view AnyOf(const Words<kCount>& words, std::mt19937_64& random) {
   return words[Below(words.size(), random)];

@@ -18,13 +18,14 @@ constexpr Language kLanguages[] = {Language::kEnglish, Language::kGerman, Langua
 const char* NameOf(Language language);
 
 struct Entry {
-  std::wstring key;   // ASCII, of 12 to 32 characters
-  std::wstring text;  // words, of 10 to 40 characters
+  std::wstring key;
+  std::wstring text;
 };
 
 using Catalogue = std::vector<Entry>;
 
-/// Entries of distinct keys; a larger catalogue begins with the smaller one.
+/// Entries of distinct keys; a larger catalogue begins with the smaller one. Keys are ASCII, of 12 to
+/// 32 characters; texts are words, of 10 to 40 characters.
 Catalogue MakeCatalogue(Language language, std::size_t size);
 
 /// Distinct keys that look like those of catalogues, which hold none of them.
@@ -36,6 +37,10 @@ void WriteDictionary(const std::filesystem::path& file, const std::string& id,
 
 /// For what must come in no order: the same disorder in every run.
 std::mt19937_64 MakeRandomNumbers();
+
+/// A random number below `limit`. Not by a distribution of the standard library: each library has its
+/// own.
+inline std::size_t Below(std::size_t limit, std::mt19937_64& random) { return random() % limit; }
 
 /// Zero-terminated keys as a host holds them, one behind the other in memory.
 template <class Character>

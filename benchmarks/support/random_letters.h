@@ -1,0 +1,46 @@
+// Keys and texts of random letters, the same in every run: any length, any script, and blanks at no
+// regular place.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "benchmarks/support/catalogue.h"
+
+namespace benchmarks {
+
+/// The first and the last letter of each range. A letter is taken from any range, all of them as
+/// often; a range that stands here several times is taken from more often.
+using Alphabet = std::wstring_view;
+
+constexpr Alphabet kAsciiLettersAndDigits = L"azAZ09";
+constexpr std::size_t kAsciiKeysOfOneLetter = 26 + 26 + 10;
+constexpr Alphabet kEnglishLetters = L"azazAZ";
+constexpr Alphabet kGermanLetters = L"azazazazAZ\u00DF\u00F6";  // one in six with an accent
+constexpr Alphabet kRussianLetters = L"\u0430\u044F\u0430\u044F\u0410\u042F";
+constexpr Alphabet kGreekLetters = L"\u03B1\u03C9\u03AC\u03AF\u0391\u03A1";
+constexpr Alphabet kHindiLetters = L"\u0915\u0939\u0915\u0939\u0905\u0914\u093E\u094D";
+constexpr Alphabet kChineseLetters = L"\u4E00\u9FA5";
+constexpr Alphabet kKoreanLetters = L"\uAC00\uD7A3";
+constexpr Alphabet kEmoji = L"\U0001F300\U0001F64F";
+/// Of one to four bytes in UTF-8, as keys are that were texts of a program before: two in three are
+/// ASCII.
+constexpr Alphabet kMixedLetters = L"azazazAZAZ09\u00DF\u00F6\u4E00\u9FA5\U0001F300\U0001F64F";
+
+struct Lengths {
+  std::size_t shortest;
+  std::size_t longest;
+};
+
+/// Distinct keys. The alphabet must have at least `size` of them.
+std::vector<std::wstring> MakeRandomKeys(Alphabet alphabet, Lengths lengths, std::size_t size);
+
+/// The texts of these keys are English letters, 20 to 30 characters with the blanks.
+Catalogue MakeCatalogueOfKeys(const std::vector<std::wstring>& keys);
+
+/// The keys of MakeCatalogue, and texts of random letters.
+Catalogue MakeCatalogueInLetters(Alphabet alphabet, Lengths textLengths, std::size_t size);
+
+}  // namespace benchmarks
