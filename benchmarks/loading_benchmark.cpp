@@ -15,6 +15,7 @@
 #include "benchmarks/support/catalogue.h"
 #include "benchmarks/support/hostile_catalogue.h"
 #include "benchmarks/support/library_life.h"
+#include "benchmarks/support/random_letters.h"
 #include "benchmarks/support/run_benchmarks.h"
 #include "benchmarks/support/scratch_folder.h"
 #include "tests/support/encode_utf8.h"
@@ -167,6 +168,30 @@ constexpr Row kGerman = {"german", Make<Language::kGerman>};
 constexpr Row kRussian = {"russian", Make<Language::kRussian>};
 constexpr Row kHostile = {"hostile", MakeHostileCatalogue};
 
+template <const Alphabet& kAlphabet>
+Catalogue MakeShortTexts(std::size_t size) {
+  return MakeCatalogueInLetters(kAlphabet, {20, 30}, size);
+}
+
+template <const Alphabet& kAlphabet>
+Catalogue MakeLongTexts(std::size_t size) {
+  return MakeCatalogueInLetters(kAlphabet, {300, 300}, size);
+}
+
+constexpr std::size_t kSizesOfLetters[] = {1'000, 100'000};
+constexpr Row kLetters[] = {
+    {"script_english", MakeShortTexts<kEnglishLetters>},
+    {"script_german", MakeShortTexts<kGermanLetters>},
+    {"script_russian", MakeShortTexts<kRussianLetters>},
+    {"script_greek", MakeShortTexts<kGreekLetters>},
+    {"script_hindi", MakeShortTexts<kHindiLetters>},
+    {"script_chinese", MakeShortTexts<kChineseLetters>},
+    {"script_korean", MakeShortTexts<kKoreanLetters>},
+    {"script_emoji", MakeShortTexts<kEmoji>},
+    {"long_texts_english", MakeLongTexts<kEnglishLetters>},
+    {"long_texts_chinese", MakeLongTexts<kChineseLetters>},
+};
+
 /// Made and checked when it is first asked for.
 const DictionaryFile& FileOf(const Row& row, std::size_t size) {
   static std::map<std::pair<std::string, std::size_t>, DictionaryFile> files;
@@ -279,6 +304,16 @@ int main(int argc, char** argv) {
     }
     Register("again/kelmo_first", FirstLoad, kEnglish, size);
     Register("again/kelmo_second", SecondLoad, kEnglish, size);
+  }
+  for (const std::size_t size : kSizesOfLetters) {
+    for (const Row& row : kLetters) {
+      const std::string name = row.name;
+      Register(name + "/kelmo", FirstLoad, row, size);
+#ifdef KELMO_HAS_SIMDJSON
+      Register(name + "/simdjson", LoadWithSimdjson, row, size);
+      Register(name + "/read_validate_decode", ReadOnly, row, size);
+#endif
+    }
   }
   for (const std::size_t size : kHostileSizes) {
     Register("hostile/kelmo", FirstLoad, kHostile, size);

@@ -30,6 +30,12 @@ KEYS = {
     **{f"alphabet_{alphabet}_1000": (1, 0.85, 0.7) for alphabet in ALPHABETS},
     **{f"alphabet_{alphabet}_100000": (1, 1, 0.85) for alphabet in ALPHABETS},
 }
+# {row: limits for 1,000 and for 100,000 entries}
+TEXTS = {
+    **{f"script_{script}": (0.9, 0.55) for script in ("english", "german", "russian", "greek")},  # 1 or 2 bytes in UTF-8
+    **{f"script_{script}": (1, 0.65) for script in ("hindi", "chinese", "korean", "emoji")},  # 3 or 4 bytes
+    **{f"long_texts_{script}": (1.2, 0.85) for script in ("english", "chinese")},
+}
 TARGETS = (
     Target("lookup/shuffled", 0.5, HASH_MAPS),
     Target("lookup/shuffled", 0.25, ("gettext", "icu")),
@@ -41,7 +47,11 @@ TARGETS = (
     ),
     Target("lookup/mixed_lengths", 0.85, HASH_MAPS),
     Target("missing/repeated", 1.5, HASH_MAPS),
-    Target("missing/first", 2.5, ("std_unordered_set",)),
+    Target("missing/length_1000", 2, ("kelmo_hit",)),
+    *(
+        Target(f"missing/{row}", 2.5, ("std_unordered_set",))
+        for row in ("first", "first_long", "first_chinese")
+    ),
     *(
         target
         for language in LANGUAGES
@@ -50,6 +60,11 @@ TARGETS = (
             Target(f"loading/{language}", 0.35, ("simdjson",), 100_000),
             Target(f"loading/{language}", 3, ("read_validate_decode",)),
         )
+    ),
+    *(
+        Target(f"loading/{row}", limit, ("simdjson",), entries, entries)
+        for row, limits in TEXTS.items()
+        for limit, entries in zip(limits, (1_000, 100_000))
     ),
     Target("loading/again", 3, ("kelmo_first",)),
     Target("values/add", 3, ("udunits_converter",)),

@@ -15,19 +15,20 @@ namespace benchmarks {
 /// often; a range that stands here several times is taken from more often.
 using Alphabet = std::wstring_view;
 
-constexpr Alphabet kAsciiLettersAndDigits = L"azAZ09";
-constexpr std::size_t kAsciiKeysOfOneLetter = 26 + 26 + 10;
-constexpr Alphabet kEnglishLetters = L"azazAZ";
-constexpr Alphabet kGermanLetters = L"azazazazAZ\u00DF\u00F6";  // one in six with an accent
-constexpr Alphabet kRussianLetters = L"\u0430\u044F\u0430\u044F\u0410\u042F";
-constexpr Alphabet kGreekLetters = L"\u03B1\u03C9\u03AC\u03AF\u0391\u03A1";
-constexpr Alphabet kHindiLetters = L"\u0915\u0939\u0915\u0939\u0905\u0914\u093E\u094D";
-constexpr Alphabet kChineseLetters = L"\u4E00\u9FA5";
-constexpr Alphabet kKoreanLetters = L"\uAC00\uD7A3";
-constexpr Alphabet kEmoji = L"\U0001F300\U0001F64F";
+inline constexpr Alphabet kAsciiLettersAndDigits = L"azAZ09";
+inline constexpr std::size_t kAsciiKeysOfOneLetter = 26 + 26 + 10;
+inline constexpr Alphabet kEnglishLetters = L"azazAZ";
+inline constexpr Alphabet kGermanLetters = L"azazazazAZ\u00DF\u00F6";  // one in six with an accent
+inline constexpr Alphabet kRussianLetters = L"\u0430\u044F\u0430\u044F\u0410\u042F";
+inline constexpr Alphabet kGreekLetters = L"\u03B1\u03C9\u03AC\u03AF\u0391\u03A1";
+inline constexpr Alphabet kHindiLetters = L"\u0915\u0939\u0915\u0939\u0905\u0914\u093E\u094D";
+inline constexpr Alphabet kChineseLetters = L"\u4E00\u9FA5";
+inline constexpr Alphabet kKoreanLetters = L"\uAC00\uD7A3";
+inline constexpr Alphabet kEmoji = L"\U0001F300\U0001F64F";
 /// Of one to four bytes in UTF-8, as keys are that were texts of a program before: two in three are
 /// ASCII.
-constexpr Alphabet kMixedLetters = L"azazazAZAZ09\u00DF\u00F6\u4E00\u9FA5\U0001F300\U0001F64F";
+inline constexpr Alphabet kMixedLetters =
+    L"azazazAZAZ09\u00DF\u00F6\u4E00\u9FA5\U0001F300\U0001F64F";
 
 struct Lengths {
   std::size_t shortest;
