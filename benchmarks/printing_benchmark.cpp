@@ -2,13 +2,16 @@
 #include <locale.h>
 #include <stdlib.h>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <clocale>
+#include <cmath>
 #include <cstddef>
 #include <cstdio>
 #include <cwchar>
 #include <iomanip>
+#include <list>
 #include <locale>
 #include <sstream>
 #include <string>
@@ -24,9 +27,11 @@ namespace {
 
 using KelmoLibs::Localize::Phyval::Double;
 
-constexpr std::size_t kNumbers = 256;
+constexpr std::size_t kNumbers = 4096;  // a processor learns a few hundred by heart
 constexpr std::size_t kLongestText = 64;
-constexpr std::array<double, 7> kTolerances = {1, 0.1, 0.01, 0.001, 0.0001, 0.00001, 0.000001};
+constexpr int kFewestDecimals = -3;
+constexpr std::array<double, 13> kTolerances = {1000, 100,  10,   1,    0.1,  0.01, 0.001,
+                                                1e-4, 1e-5, 1e-6, 1e-7, 1e-8, 1e-9};
 constexpr const char* kGerman = "de_DE.UTF-8";
 
 struct Number {
@@ -35,15 +40,45 @@ struct Number {
   int decimals;
 };
 
+/// Magnitudes from 2^least to below 2^most, and the range of decimals; -1 rounds to tens.
+struct Shape {
+  const char* row;
+  int least;
+  int most;
+  int fewestDecimals;
+  int mostDecimals;
+};
+
+constexpr Shape kShapes[] = {
+    {"separator_integers", 0, 30, 0, 0},      {"separator_rounded", 10, 30, -3, -1},
+    {"separator_small", -20, 0, 4, 9},        {"separator_large", 20, 40, 0, 2},
+    {"separator_many_decimals", 0, 17, 7, 9}, {"separator_any", -20, 20, -3, 9},
+};
+
+Number MakeNumber(double number, int decimals) {
+  Double value(number, kTolerances[static_cast<std::size_t>(decimals - kFewestDecimals)], 0, 10001);
+  return {value, value.Return(), std::max(decimals, 0)};
+}
+
+// Up to a million, of either sign, with up to six decimals.
 std::vector<Number> RandomNumbersToPrint() {
   RandomNumbers random(1);
   std::vector<Number> numbers;
   for (std::size_t i = 0; i < kNumbers; ++i) {
     const double magnitude = 1000000 * random.Fraction();
-    const double number = i % 2 == 0 ? magnitude : -magnitude;
-    const std::size_t decimals = i % kTolerances.size();
-    Double value(number, kTolerances[decimals], 0, 10001);
-    numbers.push_back({value, value.Return(), static_cast<int>(decimals)});
+    const double number = random.Below(2) == 0 ? magnitude : -magnitude;
+    numbers.push_back(MakeNumber(number, random.Below(7)));
+  }
+  return numbers;
+}
+
+std::vector<Number> RandomNumbersOfShape(const Shape& shape) {
+  RandomNumbers random(1);
+  std::vector<Number> numbers;
+  for (std::size_t i = 0; i < kNumbers; ++i) {
+    const double number = random.OfMagnitude(shape.least, shape.most);
+    const int choices = shape.mostDecimals - shape.fewestDecimals + 1;
+    numbers.push_back(MakeNumber(number, shape.fewestDecimals + random.Below(choices)));
   }
   return numbers;
 }
@@ -105,6 +140,16 @@ void CheckTexts(std::vector<Number>& numbers) {
   }
 }
 
+// These numbers may lie halfway in double precision, where the runtime's digits differ.
+void CheckTextsOfShape(std::vector<Number>& numbers) {
+  for (auto& [value, rounded, decimals] : numbers) {
+    const double limit = 0.52 * value.absTolerance;  // scaling rounds too
+    Require(std::abs(rounded - value.value) <= limit, "Return is wrong");
+    Require(value.to_string(L'.') == PrintedByToChars(rounded, decimals),
+            "to_string(L'.') or to_chars is wrong");
+  }
+}
+
 void CheckTextsUnderGlobalLocale(std::vector<Number>& numbers) {
   const GlobalLocale german(kGerman);
   for (auto& [value, rounded, decimals] : numbers) {
@@ -133,15 +178,19 @@ void Iterate(benchmark::State& state, std::vector<Number>& numbers, Operation op
   }
 }
 
-void RegisterPlain(std::vector<Number>& numbers) {
-  using State = benchmark::State;
-  benchmark::RegisterBenchmark("printing/return/kelmo", [&numbers](State& state) {
+void RegisterReturn(std::vector<Number>& numbers) {
+  benchmark::RegisterBenchmark("printing/return/kelmo", [&numbers](benchmark::State& state) {
     Iterate(state, numbers, [](Number& number) { return number.value.Return(); });
   });
-  benchmark::RegisterBenchmark("printing/separator/kelmo", [&numbers](State& state) {
+}
+
+void RegisterSeparator(std::vector<Number>& numbers, const std::string& row) {
+  using State = benchmark::State;
+  const std::string name = "printing/" + row;
+  benchmark::RegisterBenchmark((name + "/kelmo").c_str(), [&numbers](State& state) {
     Iterate(state, numbers, [](Number& number) { return number.value.to_string(L'.'); });
   });
-  benchmark::RegisterBenchmark("printing/separator/std_to_chars", [&numbers](State& state) {
+  benchmark::RegisterBenchmark((name + "/std_to_chars").c_str(), [&numbers](State& state) {
     Iterate(state, numbers,
             [](Number& number) { return PrintedByToChars(number.rounded, number.decimals); });
   });
@@ -183,7 +232,14 @@ int main(int argc, char** argv) {
   Init0(L"no folder");
   std::vector<Number> numbers = RandomNumbersToPrint();
   CheckTexts(numbers);
-  RegisterPlain(numbers);
+  RegisterReturn(numbers);
+  RegisterSeparator(numbers, "separator");
+  std::list<std::vector<Number>> numbersOfShapes;
+  for (const Shape& shape : kShapes) {
+    std::vector<Number>& ofShape = numbersOfShapes.emplace_back(RandomNumbersOfShape(shape));
+    CheckTextsOfShape(ofShape);
+    RegisterSeparator(ofShape, shape.row);
+  }
   CheckUsersTexts(numbers, "C.UTF-8");
   RegisterUsers(numbers, "C.UTF-8");
   if (MakeGermanLocale()) {

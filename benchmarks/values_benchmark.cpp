@@ -1,4 +1,5 @@
 // What computing with values costs, beside converting a plain number from inches to meters.
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <string>
@@ -16,17 +17,28 @@ namespace benchmarks {
 namespace {
 
 using KelmoLibs::Localize::Phyval::Double;
+using KelmoLibs::Localize::Phyval::ValueType;
 
 constexpr std::size_t kOperands = 256;
+constexpr std::size_t kOperandsInDisorder = 4096;  // a processor learns a few hundred by heart
 constexpr double kInch = 0.0273;
 constexpr int kMeterCode = 10001;
 constexpr int kInchCode = 10002;
+
+// Symbols and names of the units that a started host has, and a text that is none.
+constexpr std::array<const wchar_t*, 9> kTexts = {L"\u043C",  // Cyrillic em
+                                                  L"in",     L"K",     L"\u00B0",       L"rad",
+                                                  L"meter ", L"inch ", L"koefficient ", L"furlong"};
+constexpr std::array<int, 9> kCodes = {10001, 10002, 30001, 40001, 40002, 10001, 10002, 30001, 0};
 
 struct Operands {
   std::vector<Double> meters;
   std::vector<Double> inches;
   std::vector<double> inchNumbers;  // those of `inches`
   std::vector<double> factors;
+  std::vector<Double> left;  // meters or inches, in no order, as those on the right
+  std::vector<Double> right;
+  std::vector<std::size_t> texts;  // which of kTexts
 };
 
 Operands RandomOperands() {
@@ -40,17 +52,25 @@ Operands RandomOperands() {
     operands.inchNumbers.push_back(inch);
     operands.factors.push_back(number());
   }
+  const auto any = [&] {
+    return Double(number(), 0.1, 0.0, random.Below(2) == 0 ? kMeterCode : kInchCode);
+  };
+  for (std::size_t i = 0; i < kOperandsInDisorder; ++i) {
+    operands.left.push_back(any());
+    operands.right.push_back(any());
+    operands.texts.push_back(static_cast<std::size_t>(random.Below(kTexts.size())));
+  }
   return operands;
 }
 
 // One operation in an iteration, on the operands in turn.
 template <class Operation>
-void Register(const std::string& name, Operation operation) {
-  benchmark::RegisterBenchmark(name.c_str(), [operation](benchmark::State& state) {
+void Register(const std::string& name, Operation operation, std::size_t operands = kOperands) {
+  benchmark::RegisterBenchmark(name.c_str(), [operation, operands](benchmark::State& state) {
     std::size_t i = 0;
     for ([[maybe_unused]] auto iteration : state) {
       benchmark::DoNotOptimize(operation(i));
-      i = (i + 1) % kOperands;
+      i = i + 1 < operands ? i + 1 : 0;
     }
   });
 }
@@ -71,6 +91,16 @@ void CheckMembers(Operands& operands) {
     Require((inch * operands.factors[i]).value == inch.value * operands.factors[i],
             "multiply is wrong");
   }
+  for (std::size_t i = 0; i < kOperandsInDisorder; ++i) {
+    Double& left = operands.left[i];
+    Double& right = operands.right[i];
+    const double converted = right.unit->factor * right.value / left.unit->factor;
+    Require((left + right).value == left.value + converted, "add_any_units is wrong");
+  }
+  for (std::size_t i = 0; i < kTexts.size(); ++i) {
+    const ValueType* const unit = Double(1, 0.01, 0, kTexts[i]).unit;
+    Require((unit != nullptr ? unit->code : 0) == kCodes[i], "construct_by_any_text is wrong");
+  }
   Require(Double(1, 0.01, 0, kInchCode).unit->factor == kInch, "construct_by_code is wrong");
   Require(Double(1, 0.01, 0, L"in").unit->factor == kInch, "construct_by_symbol is wrong");
   Require(Double(1, 0.01, 0, L"inch ").unit->factor == kInch, "construct_by_name is wrong");
@@ -78,7 +108,7 @@ void CheckMembers(Operands& operands) {
 }
 
 void RegisterMembers(Operands& operands) {
-  auto& [meters, inches, inchNumbers, factors] = operands;
+  auto& [meters, inches, inchNumbers, factors, left, right, texts] = operands;
   Register("values/add/kelmo",
            [&meters = meters, &inches = inches](std::size_t i) { return meters[i] + inches[i]; });
   Register("values/subtract/kelmo",
@@ -103,6 +133,16 @@ void RegisterMembers(Operands& operands) {
            [&numbers](std::size_t i) { return Double(numbers[i], 0.1, 0, L"inch "); });
   Register("values/construct_by_unknown_text/kelmo",
            [&numbers](std::size_t i) { return Double(numbers[i], 0.1, 0, L"furlong"); });
+  Register("values/construct_by_cyrillic_symbol/kelmo",
+           [&numbers](std::size_t i) { return Double(numbers[i], 0.1, 0, kTexts[0]); });
+  Register(
+      "values/add_any_units/kelmo",
+      [&left = left, &right = right](std::size_t i) { return left[i] + right[i]; },
+      kOperandsInDisorder);
+  Register(
+      "values/construct_by_any_text/kelmo",
+      [&texts = texts](std::size_t i) { return Double(1, 0.1, 0, kTexts[texts[i]]); },
+      kOperandsInDisorder);
 }
 
 #ifdef KELMO_HAS_UDUNITS
@@ -171,7 +211,8 @@ void RegisterUdunits(const UdunitsSystem& units, const std::vector<double>& inch
   const cv_converter* const converter = units.InchesToMeters();
   for (const char* const row :
        {"add", "subtract", "equal", "less", "greater", "convert", "multiply", "construct_by_code",
-        "construct_by_symbol", "construct_by_name", "construct_by_unknown_text"}) {
+        "construct_by_symbol", "construct_by_name", "construct_by_unknown_text",
+        "construct_by_cyrillic_symbol", "add_any_units", "construct_by_any_text"}) {
     Register(
         "values/" + std::string(row) + "/udunits_converter",
         [converter, &inches](std::size_t i) { return cv_convert_double(converter, inches[i]); });

@@ -67,8 +67,10 @@ TARGETS = (
         for limit, entries in zip(limits, (1_000, 100_000))
     ),
     Target("loading/again", 3, ("kelmo_first",)),
-    Target("values/add", 3, ("udunits_converter",)),
-    Target("values/subtract", 3, ("udunits_converter",)),
+    *(
+        Target(f"values/{operation}", 3, ("udunits_converter",))
+        for operation in ("add", "add_any_units", "subtract")
+    ),
     *(
         Target(f"values/{operation}", 2, ("udunits_converter",))
         for operation in ("equal", "less", "greater", "convert")
@@ -79,7 +81,14 @@ TARGETS = (
         for text in ("symbol", "name", "unknown_text")
         for limit in ((5, ("udunits_converter",)), (0.03, ("udunits_parse",)))
     ),
-    Target("printing/separator", 2, ("std_to_chars",)),
+    *(
+        Target(f"printing/separator{shape}", 0.6, ("std_to_chars",))
+        for shape in ("", "_integers", "_rounded", "_small", "_large", "_many_decimals", "_any")
+    ),
+    *(
+        Target(f"values/construct_by_{text}", 5, ("udunits_converter",))
+        for text in ("cyrillic_symbol", "any_text")
+    ),
     Target("printing/users_locale", 1.2, ("setlocale",)),
     Target("start/whole_process", 1, ("gettext",)),
 )
