@@ -3,7 +3,8 @@
 
     tools/bench_pictures.py benchmarks/results.json docs
 
-The same results give the same files, to the byte. Where two labels of a picture would overlap, no file is written.
+The same results give the same files, to the byte. Where two labels of a picture would overlap, no file is written. A
+picture whose row was not measured is not drawn.
 """
 
 import collections
@@ -14,13 +15,18 @@ import pathlib
 import sys
 from xml.sax.saxutils import escape
 
-# Row: of results.json. Unit and counted: what the axes show.
-Picture = collections.namedtuple("Picture", "row question note unit counted")
+# Row: of results.json. Unit and counted: what the axes show. Digits: with which the numbers below begin. Limit: a subject
+# of LIMITS to be drawn as well.
+Picture = collections.namedtuple("Picture", "row question note unit counted digits limit", defaults=((1,), None))
 PICTURES = {
     "find": Picture(
         "lookup/shuffled", "How long does a text take to find?",
         "LANG of every key, in disorder. The others hold the same texts.",
         "nanoseconds for one text", "entries in the dictionary"),
+    "length": Picture(
+        "lookup/length_1000", "How long does a key of each length take to find?",
+        "LANG of 1,000 ASCII keys of one length, in disorder, beside other maps.",
+        "nanoseconds for one text", "characters of the key", digits=(1, 3), limit="key_length"),
     "load": Picture(
         "loading/english", "How long does an entry take to load?",
         "LoadDictionary, in English. simdjson reads JSON into a std::unordered_map.",
@@ -50,6 +56,8 @@ SUBJECTS = {
     "simdjson_reserved": Subject("simdjson, reserved", "#56b4e9"),
     "kelmo": Subject("kelmo", "#c24f00"),  # the last: above all others
 }
+# What the work cannot do without, under all others.
+LIMITS = {"key_length": Subject("end of the key alone", "#8c959f")}
 INK, MUTED, GRID = "#24292f", "#57606a", "#e1e4e8"
 
 WIDTH, HEIGHT = 700, 410
@@ -131,18 +139,26 @@ def logarithmic(least, greatest, start, end):
     return lambda number: start + (end - start) * math.log(number / least) / math.log(greatest / least)
 
 
-def curves(minima, row):
+def subjects(picture):
+    """{subject: Subject} of those that may be drawn, the lowest first."""
+    return {**{name: limit for name, limit in LIMITS.items() if name == picture.limit}, **SUBJECTS}
+
+
+def curves(minima, picture):
     """{subject: [(size, nanoseconds)]}, the sizes rising."""
     found = {}
     for name, entry in minima.items():
         job, part, subject, *size = name.split("/")
-        if f"{job}/{part}" == row and subject in SUBJECTS:
+        if f"{job}/{part}" == picture.row:
             found.setdefault(subject, []).append((int(size[0]), entry["ns"]))
-    return {subject: sorted(found[subject]) for subject in SUBJECTS if subject in found}
+    return {subject: sorted(found[subject]) for subject in subjects(picture) if subject in found}
 
 
 def draw(picture, results):
-    found = curves(results["minima"], picture.row)
+    """The text of the file; none where nothing of the picture was measured."""
+    found = curves(results["minima"], picture)
+    if not found:
+        return None
     sizes, times = zip(*itertools.chain(*found.values()))
     # A scale from one time to five times that at least, so that small differences look small.
     middle = math.sqrt(min(times) * max(times))
@@ -157,7 +173,7 @@ def draw(picture, results):
     for tick in ticks:
         drawing.line([(LEFT, up(tick)), (RIGHT, up(tick))], GRID)
         drawing.text(LEFT - 8, up(tick), f"{tick:,}", anchor="end")
-    for tick in round_numbers(min(sizes), max(sizes), (1,)):
+    for tick in round_numbers(min(sizes), max(sizes), picture.digits):
         drawing.line([(across(tick), TOP), (across(tick), BOTTOM)], GRID)
         drawing.text(across(tick), BOTTOM + 16, f"{tick:,}", anchor="middle")
     drawing.line([(LEFT, BOTTOM), (RIGHT, BOTTOM)], MUTED)
@@ -168,7 +184,7 @@ def draw(picture, results):
     labels = spread([y for y, _ in ends], LABEL_GAP, TOP, BOTTOM)
     label_of = {subject: label for (_, subject), label in zip(ends, labels)}
     for subject, points in found.items():
-        name, color = SUBJECTS[subject]
+        name, color = subjects(picture)[subject]
         ours = subject == "kelmo"
         places = [(across(size), up(time)) for size, time in points]
         drawing.line([places[-1], (RIGHT + 22, label_of[subject])], color)
@@ -182,7 +198,8 @@ def draw(picture, results):
 
 def draw_all(results):
     """{name of the file: its text}."""
-    return {f"performance_{name}.svg": draw(picture, results) for name, picture in PICTURES.items()}
+    drawn = {f"performance_{name}.svg": draw(picture, results) for name, picture in PICTURES.items()}
+    return {name: svg for name, svg in drawn.items() if svg}
 
 
 def main():

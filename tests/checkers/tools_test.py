@@ -83,6 +83,17 @@ class BenchReport(unittest.TestCase):
             with self.subTest(name):
                 self.assertEqual(self.end(changed), end)
 
+    def test_a_limit_holds_from_its_first_size_to_its_last(self):
+        limits = tuple(bench_report.Target("lookup/hot", limit, ("icu",), *sizes)
+                       for limit, sizes in ((1, (0, 8)), (0.5, (9, 32)), (0.25, (33, 99))))
+        for ours, met in ((1.0, 2), (0.5, 4), (0.25, 5)):
+            with self.subTest(ours):
+                found = {f"lookup/hot/{subject}/{size}": {"ns": time}
+                         for subject, time in (("kelmo", ours), ("icu", 1.0)) for size in (1, 8, 9, 32, 33, 100)}
+                with mock.patch.multiple(bench_report, TARGETS=limits, GROWTHS=(), COUNTER_TARGETS={}):
+                    _, text = printed(bench_report.Report(found).print)
+                self.assertIn(f"\n{met} of 5 targets are met.\n", text)
+
     def test_a_run_that_failed_or_took_no_time_is_refused(self):
         good = {"name": "lookup/hot/kelmo/100", "run_type": "iteration", "real_time": 2.0, "time_unit": "us"}
         for changed, complaint in (

@@ -39,6 +39,24 @@ class Pictures(unittest.TestCase):
         before, after = bench_pictures.draw_all(results()), bench_pictures.draw_all(falsified)
         self.assertEqual([name for name in before if before[name] != after[name]], ["performance_load.svg"])
 
+    def test_lookups_by_length_are_drawn_once_they_are_measured(self):
+        made_up = results()
+        row = bench_pictures.PICTURES["length"].row
+        others = {name: entry for name, entry in made_up["minima"].items() if not name.startswith(row + "/")}
+        made_up["minima"] = others
+        before = bench_pictures.draw_all(made_up)
+        lengths = {"kelmo": 1.25, "boost_flat_map": 2, "absl_flat_hash_map": 2.5, "key_length": 0.5}
+        made_up["minima"] = {**others, **{f"{row}/{subject}/{length}": {"ns": 10 + factor * length}
+                                          for subject, factor in lengths.items() for length in (1, 20, 300)}}
+        after = bench_pictures.draw_all(made_up)
+        new = "performance_length.svg"
+        self.assertNotIn(new, before)
+        self.assertEqual({**before, new: after[new]}, after)
+        for label in ("kelmo, 385 ns", "Boost flat map, 610 ns", "Abseil flat_hash_map, 760 ns",
+                      "end of the key alone, 160 ns", "characters of the key", ">300<"):
+            self.assertIn(label, after[new])
+        self.assertEqual(after[new].count("<circle"), 3 * len(lengths))
+
     def test_lines_that_end_at_one_place_have_labels_apart(self):
         equal = results()
         for name, entry in equal["minima"].items():
