@@ -31,23 +31,22 @@ constexpr std::size_t kSizes[] = {1'000, 10'000, 100'000, 1'000'000};
 
 struct DictionaryFile {
   std::wstring id;
-  Catalogue catalogue;
   std::filesystem::path path;
   std::string json;  // the path of the same as a JSON object
 };
 
 // ---- The library
 
-void CheckLibrary(const DictionaryFile& file) {
+void CheckLibrary(const DictionaryFile& file, const Catalogue& catalogue) {
   const LibraryLife life;
   life.Load(file.path, 0);
-  for (const Entry& entry : file.catalogue) {
+  for (const Entry& entry : catalogue) {
     Require(life.lang(entry.key.c_str()) == entry.text, "a text was not loaded as it is");
   }
   Require(life.getErrorsCount() == 0, "a key was not loaded");
-  const auto messages = static_cast<std::int64_t>(file.catalogue.size());
+  const auto messages = static_cast<std::int64_t>(catalogue.size());
   life.Load(file.path, messages);
-  Require(life.getError(0) == L"EL101. Key already declared.\nKey: " + file.catalogue[0].key +
+  Require(life.getError(0) == L"EL101. Key already declared.\nKey: " + catalogue[0].key +
                                   L"\nDictionary: " + file.path.parent_path().wstring() + L"\\" +
                                   file.path.filename().wstring(),
           "a message is not the right one");
@@ -76,10 +75,10 @@ JsonTexts LoadJson(const std::string& path) {
   return texts;
 }
 
-void WriteJson(const DictionaryFile& file) {
+void WriteJson(const DictionaryFile& file, const Catalogue& catalogue) {
   std::ofstream stream(file.json, std::ios::binary);
   char before = '{';
-  for (const Entry& entry : file.catalogue) {
+  for (const Entry& entry : catalogue) {
     stream << before << "\n\"" << EncodeUtf8(entry.key) << "\": \"" << EncodeUtf8(entry.text)
            << '"';
     before = ',';
@@ -89,9 +88,9 @@ void WriteJson(const DictionaryFile& file) {
   Require(!stream.fail(), "a JSON file cannot be written");
 }
 
-void CheckSimdjson(const DictionaryFile& file) {
+void CheckSimdjson(const DictionaryFile& file, const Catalogue& catalogue) {
   const JsonTexts texts = LoadJson(file.json);
-  for (const Entry& entry : file.catalogue) {
+  for (const Entry& entry : catalogue) {
     Require(texts.at(EncodeUtf8(entry.key)) == EncodeUtf8(entry.text),
             "simdjson has not loaded a text as it is");
   }
@@ -140,10 +139,10 @@ WideText ReadValidateDecode(const std::filesystem::path& path) {
   return text;
 }
 
-void CheckDecoding(const DictionaryFile& file) {
+void CheckDecoding(const DictionaryFile& file, const Catalogue& catalogue) {
   const WideText text = ReadValidateDecode(file.path);
   std::wstring expected = file.id + L"\n";
-  for (const Entry& entry : file.catalogue) {
+  for (const Entry& entry : catalogue) {
     expected.append(entry.key).append(L"\t").append(entry.text).append(L"\n");
   }
   Require(std::wstring_view(text.characters.get(), text.length) == expected,
@@ -192,23 +191,24 @@ constexpr Row kLetters[] = {
     {"long_texts_chinese", MakeLongTexts<kChineseLetters>},
 };
 
-/// Made and checked when it is first asked for.
+/// Made and checked when it is first asked for. The catalogue is not kept: what lies between the free
+/// memory would slow those who take many small blocks of it.
 const DictionaryFile& FileOf(const Row& row, std::size_t size) {
   static std::map<std::pair<std::string, std::size_t>, DictionaryFile> files;
   const auto [place, added] = files.try_emplace({row.name, size});
   DictionaryFile& file = place->second;
   if (added) {
     const std::string id = row.name;
-    file.catalogue = row.makeCatalogue(size);
+    const Catalogue catalogue = row.makeCatalogue(size);
     file.id.assign(id.begin(), id.end());
     file.path = ScratchFolder() / (id + "_" + std::to_string(size) + ".txt");
-    WriteDictionary(file.path, id, file.catalogue);
-    CheckLibrary(file);
+    WriteDictionary(file.path, id, catalogue);
+    CheckLibrary(file, catalogue);
 #ifdef KELMO_HAS_SIMDJSON
     file.json = file.path.string() + ".json";
-    WriteJson(file);
-    CheckSimdjson(file);
-    CheckDecoding(file);
+    WriteJson(file, catalogue);
+    CheckSimdjson(file, catalogue);
+    CheckDecoding(file, catalogue);
 #endif
   }
   return file;

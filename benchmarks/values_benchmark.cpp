@@ -133,7 +133,7 @@ void RegisterMembers(Operands& operands) {
            [&numbers](std::size_t i) { return Double(numbers[i], 0.1, 0, L"inch "); });
   Register("values/construct_by_unknown_text/kelmo",
            [&numbers](std::size_t i) { return Double(numbers[i], 0.1, 0, L"furlong"); });
-  Register("values/construct_by_cyrillic_symbol/kelmo",
+  Register("values/construct_by_cyrillic/kelmo",
            [&numbers](std::size_t i) { return Double(numbers[i], 0.1, 0, kTexts[0]); });
   Register(
       "values/add_any_units/kelmo",
@@ -212,7 +212,7 @@ void RegisterUdunits(const UdunitsSystem& units, const std::vector<double>& inch
   for (const char* const row :
        {"add", "subtract", "equal", "less", "greater", "convert", "multiply", "construct_by_code",
         "construct_by_symbol", "construct_by_name", "construct_by_unknown_text",
-        "construct_by_cyrillic_symbol", "add_any_units", "construct_by_any_text"}) {
+        "construct_by_cyrillic", "add_any_units", "construct_by_any_text"}) {
     Register(
         "values/" + std::string(row) + "/udunits_converter",
         [converter, &inches](std::size_t i) { return cv_convert_double(converter, inches[i]); });

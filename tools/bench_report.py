@@ -87,7 +87,7 @@ TARGETS = (
     ),
     *(
         Target(f"values/construct_by_{text}", 5, ("udunits_converter",))
-        for text in ("cyrillic_symbol", "any_text")
+        for text in ("cyrillic", "any_text")
     ),
     Target("printing/users_locale", 1.2, ("setlocale",)),
     Target("start/whole_process", 1, ("gettext",)),
