@@ -74,12 +74,16 @@ struct Plan {
   std::size_t repetitions = 1;
 };
 
+std::string Numbered(const std::string& name, std::size_t number) {
+  return name + "_" + std::to_string(number);
+}
+
 Plan Usual(std::size_t size) {
-  return {"de_" + std::to_string(size), [size] { return MakeCatalogue(Language::kGerman, size); }};
+  return {Numbered("de", size), [size] { return MakeCatalogue(Language::kGerman, size); }};
 }
 
 Plan Hostile(std::size_t size) {
-  return {"hostile_" + std::to_string(size), [size] { return MakeHostileCatalogue(size); }};
+  return {Numbered("hostile", size), [size] { return MakeHostileCatalogue(size); }};
 }
 
 Plan OfRandomKeys(const std::string& name, Alphabet alphabet, Lengths lengths, std::size_t size) {
@@ -313,11 +317,12 @@ void Register(const std::string& name) {
 template <class Subject, std::size_t kCount>
 void RegisterLengths(const std::string& name, const std::string& row, Alphabet alphabet,
                      std::size_t entries, const std::size_t (&lengths)[kCount]) {
-  const std::string rowOfEntries = row + "_" + std::to_string(entries);
+  const std::string rowOfEntries = Numbered(row, entries);
+  const std::string subject = rowOfEntries + "/" + name;
   for (const std::size_t length : lengths) {
-    RegisterAllKeys<Subject>(rowOfEntries + "/" + name, length,
-                             OfRandomKeys(rowOfEntries + "_" + std::to_string(length), alphabet,
-                                          {length, length}, entries));
+    RegisterAllKeys<Subject>(
+        subject, length,
+        OfRandomKeys(Numbered(rowOfEntries, length), alphabet, {length, length}, entries));
   }
 }
 
@@ -332,7 +337,7 @@ void RegisterKeysOfAllKinds(const std::string& name) {
   }
   for (const std::size_t entries : {kFew, kMany}) {
     RegisterAllKeys<Subject>("mixed_lengths/" + name, entries,
-                             OfRandomKeys("mixed_lengths_" + std::to_string(entries),
+                             OfRandomKeys(Numbered("mixed_lengths", entries),
                                           kAsciiLettersAndDigits, kMixedLengths, entries));
   }
 }

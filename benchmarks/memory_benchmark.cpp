@@ -12,6 +12,7 @@
 
 #include "benchmarks/support/catalogue.h"
 #include "benchmarks/support/library_life.h"
+#include "benchmarks/support/random_letters.h"
 #include "benchmarks/support/run_benchmarks.h"
 #include "benchmarks/support/scratch_folder.h"
 
@@ -61,12 +62,14 @@ namespace benchmarks {
 namespace {
 
 constexpr std::size_t kSizes[] = {1'000, 10'000, 100'000, 1'000'000};
+constexpr std::size_t kSizesOfLetters[] = {1'000, 100'000};
 
-void MeasureMemory(benchmark::State& state, Language language, std::size_t size) {
+void MeasureMemory(benchmark::State& state, Catalogue (*makeCatalogue)(std::size_t size),
+                   std::size_t size) {
   const std::filesystem::path file = ScratchFolder() / "dictionary.txt";
   std::size_t wideBytes = 0;
   {
-    const Catalogue catalogue = MakeCatalogue(language, size);
+    const Catalogue catalogue = makeCatalogue(size);
     WriteDictionary(file, "id", catalogue);
     for (const Entry& entry : catalogue) {
       wideBytes += (entry.key.size() + 1 + entry.text.size() + 1) * sizeof(wchar_t);
@@ -88,18 +91,37 @@ void MeasureMemory(benchmark::State& state, Language language, std::size_t size)
   }
 }
 
+template <Language kLanguage>
+Catalogue MakeWords(std::size_t size) {
+  return MakeCatalogue(kLanguage, size);
+}
+
+template <const Alphabet& kAlphabet>
+Catalogue MakeLetters(std::size_t size) {
+  return MakeCatalogueInLetters(kAlphabet, {20, 30}, size);
+}
+
+void Register(const std::string& row, Catalogue (*makeCatalogue)(std::size_t size),
+              std::size_t size) {
+  benchmark::RegisterBenchmark(NameWithSize("memory/" + row + "/kelmo", size).c_str(),
+                               MeasureMemory, makeCatalogue, size)
+      ->Iterations(1)
+      ->Repetitions(1);
+}
+
 }  // namespace
 }  // namespace benchmarks
 
 int main(int argc, char** argv) {
   using namespace benchmarks;
-  for (const Language language : kLanguages) {
-    for (const std::size_t size : kSizes) {
-      const std::string name = std::string("memory/") + NameOf(language) + "/kelmo";
-      benchmark::RegisterBenchmark(NameWithSize(name, size).c_str(), MeasureMemory, language, size)
-          ->Iterations(1)
-          ->Repetitions(1);
-    }
+  for (const std::size_t size : kSizes) {
+    Register("english", MakeWords<Language::kEnglish>, size);
+    Register("german", MakeWords<Language::kGerman>, size);
+    Register("russian", MakeWords<Language::kRussian>, size);
+  }
+  for (const std::size_t size : kSizesOfLetters) {
+    Register("script_chinese", MakeLetters<kChineseLetters>, size);
+    Register("script_emoji", MakeLetters<kEmoji>, size);
   }
   return RunBenchmarks(argc, argv);
 }

@@ -73,11 +73,6 @@ std::wstring MakeText(const LanguageWords& words, std::mt19937_64& random) {
 
 }  // namespace
 
-const char* NameOf(Language language) {
-  constexpr const char* kNames[] = {"english", "german", "russian"};
-  return kNames[static_cast<std::size_t>(language)];
-}
-
 Catalogue MakeCatalogue(Language language, std::size_t size) {
   std::mt19937_64 random = MakeRandomNumbers();
   Catalogue catalogue;

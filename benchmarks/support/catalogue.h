@@ -12,11 +12,6 @@ namespace benchmarks {
 
 enum class Language { kEnglish, kGerman, kRussian };
 
-constexpr Language kLanguages[] = {Language::kEnglish, Language::kGerman, Language::kRussian};
-
-/// "english", "german", "russian".
-const char* NameOf(Language language);
-
 struct Entry {
   std::wstring key;
   std::wstring text;
