@@ -11,14 +11,43 @@ namespace KelmoLibs::Localize {
 
 namespace {
 
-// What `before` of the bytes of a source were worth, and as much for each of those that are left; and a
+// As many entries for each of the bytes that are left of a source as `entries` for those `before`; and a
 // little more, not to grow for the last ones.
-std::size_t Expected(std::size_t worth, std::size_t before, std::size_t sourceBytes) noexcept {
+std::size_t Expected(std::size_t entries, std::size_t before, std::size_t sourceBytes) noexcept {
   constexpr double kLittleMore = 1.0625;
   constexpr double kMost = 1e18;  // a source may say of itself what it likes
   const auto left = static_cast<double>(sourceBytes - std::min(before, sourceBytes));
-  const double expected = left / static_cast<double>(before) * static_cast<double>(worth);
+  const double expected = left / static_cast<double>(before) * static_cast<double>(entries);
   return static_cast<std::size_t>(std::min(expected * kLittleMore, kMost));
+}
+
+// The characters of `utf8`, in memory that is used again.
+std::wstring_view Decoded(std::string_view utf8, std::wstring& memory) {
+  if (memory.size() <= utf8.size()) {
+    memory.resize(utf8.size() + 1);
+  }
+  return {memory.data(), static_cast<std::size_t>(DecodeUtf8(utf8, memory.data()) - memory.data())};
+}
+
+// Adds an entry unless the dictionary has its key: false then. A long text is decoded into its place, so that it is never
+// held twice; that costs a short one a second look at each byte.
+bool Add(std::wstring_view key, std::string_view utf8, std::wstring& memory,
+         Dictionary& dictionary) {
+  constexpr std::size_t kLongText = 4096;
+  const bool isLong = utf8.size() > kLongText;
+  const std::wstring_view text = isLong ? std::wstring_view() : Decoded(utf8, memory);
+  const std::size_t length = isLong ? WideLength(utf8) : text.size();
+  wchar_t* const place = dictionary.Add(key, length);
+  if (place == nullptr) {
+    return false;
+  }
+  if (isLong) {
+    DecodeUtf8(utf8, place);
+  } else {
+    std::copy(text.begin(), text.end(), place);
+  }
+  place[length] = L'\0';
+  return true;
 }
 
 }  // namespace
@@ -30,17 +59,16 @@ void ReadDictionary(ByteSource& source, CurrentLanguage& currentLanguage,
   if (!header) {
     return;
   }
-  const std::string_view id = SplitDictionaryLine(*header).key;
-  if (CompareWithUtf8(currentLanguage.id, id) != 0) {
-    currentLanguage = {DecodeUtf8(id), nullptr};
+  std::wstring keyMemory;
+  std::wstring textMemory;
+  const std::wstring_view id = Decoded(SplitDictionaryLine(*header).key, keyMemory);
+  if (id != currentLanguage.id) {
+    currentLanguage = {std::wstring(id), nullptr};
   }
   Dictionary& dictionary = dictionaries.try_emplace(currentLanguage.id).first->second;
   currentLanguage.dictionary = &dictionary;
 
-  std::wstring declared;
-  dictionary.ExpectNothing();
   const std::size_t olderEntries = dictionary.Count();
-  const std::size_t olderBytes = dictionary.Bytes();
   std::size_t bytesRead = 0;
   while (const std::optional<std::string_view> line = lines.Next()) {
     bytesRead += line->size() + 1;
@@ -49,15 +77,12 @@ void ReadDictionary(ByteSource& source, CurrentLanguage& currentLanguage,
     }
     if (dictionary.IsFull()) {
       const std::size_t entries = dictionary.Count();
-      const std::size_t size = source.SizeHint();
-      dictionary.Reserve(entries + Expected(entries - olderEntries, bytesRead, size),
-                         Expected(dictionary.Bytes() - olderBytes, bytesRead, size));
+      dictionary.Reserve(entries + Expected(entries - olderEntries, bytesRead, source.SizeHint()));
     }
-    const auto [key, text] = SplitDictionaryLine(*line);
-    if (!dictionary.Add(key, text)) {
-      declared.resize(WideLength(key));
-      DecodeUtf8(key, declared.data(), declared.size());
-      onDuplicateKey(declared);
+    const DictionaryLine fields = SplitDictionaryLine(*line);
+    const std::wstring_view key = Decoded(fields.key, keyMemory);
+    if (!Add(key, fields.text, textMemory, dictionary)) {
+      onDuplicateKey(key);
     }
   }
 }

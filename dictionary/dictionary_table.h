@@ -15,10 +15,10 @@ namespace KelmoLibs::Localize {
 std::int32_t SelectDictionary(std::wstring_view id, CurrentLanguage& currentLanguage,
                               const DictionaryTable& dictionaries, ErrorList& errors);
 
-/// What the current dictionary has for `key`: its own text and no copy, valid as long as the table. A
+/// What the current dictionary has for `key`, which ends with a zero, or is null and then means an empty one: its own text and no copy, valid as long as the table. A
 /// missing dictionary or key is listed and gives emptyText. Finding a text takes no memory,
 /// nor does missing one whose message is listed.
-const wchar_t* FindText(std::wstring_view key, const CurrentLanguage& currentLanguage,
+const wchar_t* FindText(const wchar_t* key, const CurrentLanguage& currentLanguage,
                         ErrorList& errors);
 
 }  // namespace KelmoLibs::Localize

@@ -1,75 +1,93 @@
-// Keys that a host asks for, in the form in which dictionaries hold keys: UTF-8.
+// Keys as dictionaries keep them.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <string_view>
 
-#include "frame/ascii_word.h"
-#include "frame/hash.h"
+#include "frame/text_block.h"
 
 namespace KelmoLibs::Localize {
 
-/// Most keys: 8 to 32 characters, all ASCII. Each step is the same for all of them, so that the
-/// processor need not guess how long a key is.
-class ShortAsciiKey {
+/// A key that is kept: its length, and behind it the characters. Each takes one, two or, on Linux, four bytes, the fewest
+/// that hold all of them. U+0000 never goes into fewer bytes than a wchar_t, nor U+00FF into one: those are what
+/// characters become that have no place in one byte. For one rule, U+FFFF does not go into two.
+class StoredKey {
+  // First, because the functions below need their types.
+  // The logarithm of how many bytes each character takes.
+  unsigned UnitSizeLog2() const noexcept {
+    return static_cast<unsigned>(lengthAndUnitSize_) & ((1U << kUnitSizeBits) - 1);
+  }
+
+  // Calls `visit` with the characters.
+  template <class Visitor>
+  KELMO_LOCALIZER_ALWAYS_INLINE auto Visit(Visitor visit) const noexcept {
+    const void* const units = this + 1;
+    if (UnitSizeLog2() == 0) {
+      return visit(static_cast<const std::uint8_t*>(units));
+    }
+    if (sizeof(wchar_t) == 4 && UnitSizeLog2() == 1) {
+      return visit(static_cast<const std::uint16_t*>(units));
+    }
+    return visit(static_cast<const wchar_t*>(units));
+  }
+
  public:
-  static constexpr bool MayBe(std::wstring_view text) noexcept {
-    return WordPlaces::Cover(text.size());
+  /// Of `text`, without its characters.
+  explicit StoredKey(std::wstring_view text) noexcept;
+
+  /// Makes a copy, with the characters of the text behind it, in Bytes() of memory, which is aligned to 8. `text` is that of
+  /// which this was made.
+  StoredKey* Store(std::wstring_view text, std::byte* memory) const noexcept;
+
+  /// How many bytes it takes, with its characters: a multiple of a wchar_t's.
+  std::size_t Bytes() const noexcept {
+    constexpr std::size_t kUnit = sizeof(wchar_t);
+    return sizeof(StoredKey) + ((Length() << UnitSizeLog2()) + kUnit - 1) / kUnit * kUnit;
   }
 
-  /// Of a text that MayBe one.
-  explicit ShortAsciiKey(std::wstring_view text) noexcept : length_(text.size()) {
-    const WordPlaces places(length_);
-    AsciiWords ascii;
-    words_ = {ascii.At(text.data()), ascii.At(text.data() + places.second),
-              ascii.At(text.data() + places.third), ascii.At(text.data() + places.last)};
-    isAscii_ = ascii.AreAll();
+  std::size_t Length() const noexcept { return lengthAndUnitSize_ >> kUnitSizeBits; }
+
+  /// HashText of it.
+  std::uint64_t Hash() const noexcept {
+    return Visit([this](auto* units) { return AnyTexts::Hash(units, Length()); });
   }
 
-  /// False: it is none after all.
-  bool IsAscii() const noexcept { return isAscii_; }
-
-  /// HashBytes of the key's bytes.
-  std::uint64_t Hash() const noexcept { return HashWords(words_, length_); }
-
-  bool Is(std::string_view bytes) const noexcept {
-    return bytes.size() == length_ && AreSame(words_, WordsAt(bytes.data(), WordPlaces(length_)));
+  /// Whether it is `text`, which is one of Texts.
+  template <class Texts>
+  KELMO_LOCALIZER_ALWAYS_INLINE bool Equals(std::wstring_view text) const noexcept {
+    return Length() == text.size() &&
+           Visit([text](auto* units) { return Texts::AreEqual(text.data(), units, text.size()); });
   }
+
+  /// An order of keys, by length first, then by code units: negative, 0 or positive.
+  friend int Compare(const StoredKey& left, const StoredKey& right) noexcept;
+  friend int Compare(const StoredKey& left, std::wstring_view right) noexcept;
 
  private:
-  std::size_t length_;
-  FourWords words_;
-  bool isAscii_;
+  static constexpr unsigned kUnitSizeBits = 2;
+
+  std::size_t lengthAndUnitSize_;
 };
 
-/// Any key.
-class AnyKey {
+/// A key that is asked for, one of Texts. The text must outlive it.
+template <class Texts>
+class Key {
  public:
-  /// Keys of more bytes are not hashed: a host's key needs no more memory than this.
-  static constexpr std::size_t kMostBytes = 256;
+  KELMO_LOCALIZER_ALWAYS_INLINE explicit Key(std::wstring_view text) noexcept
+      : Key(text, Texts::Hash(text.data(), text.size())) {}
+  /// With its hash, which is HashText of it.
+  Key(std::wstring_view text, std::uint64_t hash) noexcept : text_(text), hash_(hash) {}
 
-  explicit AnyKey(std::wstring_view text) noexcept;
-
-  /// False of a key that is longer, and of one that no file can have: half a surrogate pair, or what
-  /// is no character.
-  bool IsHashed() const noexcept { return isHashed_; }
-
-  /// Where IsHashed(), HashBytes of the key's bytes; else another hash of it.
   std::uint64_t Hash() const noexcept { return hash_; }
-
-  /// Of a hashed key.
-  bool Is(std::string_view bytes) const noexcept {
-    return bytes == std::string_view(bytes_.data(), length_);
+  KELMO_LOCALIZER_ALWAYS_INLINE bool Is(const StoredKey& key) const noexcept {
+    return key.Equals<Texts>(text_);
   }
+  std::wstring_view Ordered() const noexcept { return text_; }
 
  private:
-  bool isHashed_;
-  std::size_t length_;
+  std::wstring_view text_;
   std::uint64_t hash_;
-  std::array<char, kMostBytes> bytes_;
 };
 
 }  // namespace KelmoLibs::Localize

@@ -10,7 +10,7 @@ namespace {
 constexpr std::size_t kSmallestBlock = 4096;
 constexpr std::size_t kLargestBlock = std::size_t{16} * 1024 * 1024;
 // A block is that part of what is held, and what is left of one is let go when it is that part of it: at
-// most an eighth of what is held is held in vain, unless more was expected.
+// most an eighth of what is held is held in vain.
 constexpr std::size_t kPart = 16;
 
 constexpr std::size_t RoundUp(std::size_t bytes) noexcept {
@@ -27,8 +27,7 @@ std::byte* BlockStore::Take(std::size_t bytes) {
     if (left_ > usual / kPart) {
       return AddBlock(rounded);
     }
-    const std::size_t size = std::max({usual, rounded, std::min(expected_, held_)});
-    expected_ -= std::min(expected_, size);  // also if there is no memory for that
+    const std::size_t size = std::max(usual, rounded);
     next_ = AddBlock(size);
     left_ = size;
   }

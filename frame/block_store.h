@@ -18,20 +18,12 @@ class BlockStore {
   /// Gives back what was taken last.
   void GiveBack(std::byte* taken, std::size_t bytes) noexcept;
 
-  /// So many bytes are going to be taken, as far as is known: the next blocks are larger than others, but
-  /// never more than what is held.
-  void Expect(std::size_t bytes) noexcept { expected_ = bytes; }
-
-  /// Bytes that have been taken, and lost between.
-  std::size_t Taken() const noexcept { return held_ - left_; }
-
  private:
   std::byte* AddBlock(std::size_t size);
 
   std::byte* next_ = nullptr;
   std::size_t left_ = 0;
   std::size_t held_ = 0;  // bytes in all blocks
-  std::size_t expected_ = 0;
   std::vector<std::unique_ptr<std::byte[]>> blocks_;
 };
 

@@ -2,14 +2,14 @@
 // the list keeps the order in which its texts came.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <map>
 #include <string_view>
 #include <vector>
 
-#include "frame/block_store.h"
-#include "frame/hash_index.h"
+#include "frame/inlining.h"
 #include "frame/messages.h"
+#include "frame/record_table.h"
 
 namespace KelmoLibs::Localize {
 
@@ -20,12 +20,19 @@ extern const wchar_t emptyText[1];
 class ErrorList {
  public:
   ErrorList() = default;
-  ErrorList(const ErrorList&) = delete;  // order_ points into blocks_
+  ErrorList(const ErrorList&) = delete;  // order_ points into table_
   ErrorList& operator=(const ErrorList&) = delete;
 
-  /// Appends `message` unless an equal one is listed. The cost does not depend on the list's length.
+  /// Appends `message` unless an equal one is listed. Amortised constant cost, O(log n) under hash flooding.
   /// A message that is listed takes no memory. When memory fails, the list is as before.
   void Append(const Message& message);
+
+  /// Whether the message is listed that `key`, which is one of Texts, is not there; `hash` is HashText of it.
+  template <class Texts>
+  KELMO_LOCALIZER_ALWAYS_INLINE bool HasMissingKey(const wchar_t* key, std::size_t length,
+                                                   std::uint64_t hash) const noexcept {
+    return table_.Find(MissingKey<Texts>{key, length, hash}) != nullptr;
+  }
 
   void Clear() noexcept;
 
@@ -37,44 +44,48 @@ class ErrorList {
   const wchar_t* At(std::int32_t index) const;
 
  private:
-  // A text in its block, with a zero behind it, behind this.
+  // A message that is listed: this, and behind it its text with a zero. The details stand in the text.
   struct Listed {
-    std::uint64_t hash;
+    Message message;
+
+    const wchar_t* Text() const noexcept { return reinterpret_cast<const wchar_t*>(this + 1); }
+    std::uint64_t Hash() const noexcept { return message.hash; }
+
+    friend int Compare(const Listed& left, const Listed& right) noexcept {
+      return Localize::Compare(left.message, right.message);
+    }
+    friend int Compare(const Listed& left, const Message& right) noexcept {
+      return Localize::Compare(left.message, right);
+    }
+  };
+
+  // What may be listed: any message, or the one that a key is not there.
+  struct AnyMessage {
+    const Message& message;
+
+    std::uint64_t Hash() const noexcept { return message.hash; }
+    bool Is(const Listed& listed) const noexcept {
+      return listed.Hash() == message.hash && Compare(listed, message) == 0;
+    }
+    const Message& Ordered() const noexcept { return message; }
+  };
+  template <class Texts>
+  struct MissingKey {
+    const wchar_t* key;
     std::size_t length;
-    Message::Kind kind;
+    std::uint64_t hash;
 
-    std::wstring_view Text() const noexcept {
-      return {reinterpret_cast<const wchar_t*>(this + 1), length};
+    std::uint64_t Hash() const noexcept { return hash; }
+    KELMO_LOCALIZER_ALWAYS_INLINE bool Is(const Listed& listed) const noexcept {
+      const auto& [kind, first, second, listedHash] = listed.message;
+      return listedHash == hash && kind == Message::Kind::kKeyNotFound && first.size() == length &&
+             Texts::AreEqual(key, first.data(), length);
     }
-    bool Is(const Message& message) const noexcept {
-      return hash == message.hash && kind == message.kind && IsTextOf(message, Text());
-    }
+    Message Ordered() const noexcept { return KeyNotFoundMessage({key, length}, hash); }
   };
 
-  struct TextOrder {
-    using is_transparent = void;
-
-    bool operator()(std::wstring_view left, std::wstring_view right) const noexcept {
-      return left < right;
-    }
-    bool operator()(const Message& left, std::wstring_view right) const noexcept {
-      return Compare(left, right) < 0;
-    }
-    bool operator()(std::wstring_view left, const Message& right) const noexcept {
-      return Compare(right, left) > 0;
-    }
-  };
-
-  using HomelessTexts = std::map<std::wstring_view, const Listed*, TextOrder>;
-
-  void Grow();
-  bool Has(const Message& message) const noexcept;
-  static const Listed& Put(const Message& message, std::size_t length, std::byte* memory) noexcept;
-
-  BlockStore blocks_;
+  RecordTable<Listed> table_;
   std::vector<const Listed*> order_;
-  HashIndex<Listed> index_;
-  HomelessTexts homeless_;  // without a place in the index
 };
 
 }  // namespace KelmoLibs::Localize

@@ -51,9 +51,7 @@ int32_t UseLanguage(const wchar_t* id) {
   return SelectDictionary(TextOrEmpty(id), currentLanguage, dictionaries, errorList);
 }
 
-const wchar_t* LANG(const wchar_t* key) {
-  return FindText(TextOrEmpty(key), currentLanguage, errorList);
-}
+const wchar_t* LANG(const wchar_t* key) { return FindText(key, currentLanguage, errorList); }
 
 void ClearErrors() { errorList.Clear(); }
 

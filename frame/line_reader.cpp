@@ -8,7 +8,7 @@
 namespace KelmoLibs::Localize {
 namespace {
 
-constexpr std::size_t kPieceBytes = std::size_t{64} * 1024;
+constexpr std::size_t kPieceBytes = std::size_t{32} * 1024;
 constexpr std::size_t kBytesOfUnknownSize = 4096;  // some file systems say 0 of every file
 constexpr std::size_t kLongestCharacter = 4;
 
@@ -29,10 +29,9 @@ constexpr std::size_t NextCapacity(std::size_t capacity, std::size_t sourceBytes
 
 }  // namespace
 
+// Not make_unique: it would fill with zeroes what is written anyway.
 LineReader::LineReader(ByteSource& source)
-    : source_(source),
-      capacity_(FirstCapacity(source.SizeHint())),
-      buffer_(std::make_unique<char[]>(capacity_)) {}
+    : source_(source), capacity_(FirstCapacity(source.SizeHint())), buffer_(new char[capacity_]) {}
 
 std::optional<std::string_view> LineReader::Next() {
   for (;;) {
@@ -86,7 +85,7 @@ void LineReader::MakeRoom() {
     std::memmove(buffer_.get(), buffer_.get() + begin_, kept);
   } else {
     const std::size_t grown = NextCapacity(capacity_, source_.SizeHint());
-    auto larger = std::make_unique<char[]>(grown);
+    std::unique_ptr<char[]> larger(new char[grown]);
     std::memcpy(larger.get(), buffer_.get(), kept);
     buffer_ = std::move(larger);
     capacity_ = grown;

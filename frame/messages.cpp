@@ -1,9 +1,8 @@
 #include "frame/messages.h"
 
 #include <algorithm>
-#include <array>
 
-#include "frame/hash.h"
+#include "frame/text_block.h"
 
 namespace KelmoLibs::Localize {
 namespace {
@@ -31,9 +30,10 @@ constexpr const Wording& WordingOf(Kind kind) noexcept {
   return kWordings[static_cast<std::size_t>(kind)];
 }
 
-std::array<std::wstring_view, 4> PiecesOf(const Message& message) noexcept {
-  const auto& [front, middle] = WordingOf(message.kind);
-  return {front, message.first, middle, message.second};
+// The detail labelled as the dictionary's id is the key again. That is part of the interface;
+// messages_test.cpp pins it.
+std::wstring_view SecondDetail(const Message& message) noexcept {
+  return message.kind == Kind::kKeyNotFound ? message.first : message.second;
 }
 
 Message MessageOf(Kind kind, std::wstring_view first, std::wstring_view second = {}) noexcept {
@@ -70,46 +70,32 @@ Message NoCurrentDictionaryMessage(std::wstring_view id) noexcept {
   return MessageOf(Kind::kNoCurrentDictionary, id);
 }
 
-// The detail labelled as the dictionary's id is the key again. That is part of the interface;
-// messages_test.cpp pins it.
 Message KeyNotFoundMessage(std::wstring_view key, std::uint64_t keyHash) noexcept {
-  return {Kind::kKeyNotFound, key, key, keyHash};
+  return {Kind::kKeyNotFound, key, {}, keyHash};
+}
+
+int Compare(const Message& left, const Message& right) noexcept {
+  if (left.kind != right.kind) {
+    return left.kind < right.kind ? -1 : 1;
+  }
+  const int order = left.first.compare(right.first);
+  return order != 0 ? order : left.second.compare(right.second);
 }
 
 std::size_t LengthOf(const Message& message) noexcept {
   const auto& [front, middle] = WordingOf(message.kind);
-  return front.size() + message.first.size() + middle.size() + message.second.size();
+  return front.size() + message.first.size() + middle.size() + SecondDetail(message).size();
 }
 
-void Write(const Message& message, wchar_t* text) noexcept {
-  for (const std::wstring_view piece : PiecesOf(message)) {
+Message Write(const Message& message, wchar_t* text) noexcept {
+  const auto& [front, middle] = WordingOf(message.kind);
+  const wchar_t* const first = text + front.size();
+  const wchar_t* const second = first + message.first.size() + middle.size();
+  for (const std::wstring_view piece : {front, message.first, middle, SecondDetail(message)}) {
     text = std::copy(piece.begin(), piece.end(), text);
   }
-}
-
-int Compare(const Message& message, std::wstring_view text) noexcept {
-  for (const std::wstring_view piece : PiecesOf(message)) {
-    const int order = piece.compare(text.substr(0, piece.size()));
-    if (order != 0) {
-      return order;
-    }
-    text.remove_prefix(piece.size());
-  }
-  return text.empty() ? 0 : -1;
-}
-
-bool IsTextOf(const Message& message, std::wstring_view text) noexcept {
-  const auto& [front, middle] = WordingOf(message.kind);
-  const std::size_t firstEnd = front.size() + message.first.size();
-  if (text.size() != LengthOf(message) ||
-      text.substr(front.size(), message.first.size()) != message.first) {
-    return false;
-  }
-  if (message.kind == Kind::kKeyNotFound) {
-    return true;  // its second detail is the first one again
-  }
-  text.remove_prefix(firstEnd);
-  return text.substr(0, middle.size()) == middle && text.substr(middle.size()) == message.second;
+  return {
+      message.kind, {first, message.first.size()}, {second, message.second.size()}, message.hash};
 }
 
 }  // namespace KelmoLibs::Localize

@@ -25,9 +25,12 @@ struct Message {
 
   Kind kind;
   std::wstring_view first;   // detail, not owned; has no LF where another follows
-  std::wstring_view second;  // nothing where the kind has but one
+  std::wstring_view second;  // nothing where the kind has but one, or puts the first one twice
   std::uint64_t hash;        // equal for equal messages
 };
+
+/// An order of messages: negative, 0 or positive.
+int Compare(const Message& left, const Message& right) noexcept;
 
 /// Loading a dictionary; `path` as joined from folder and file name. The last one is that of a unit
 /// table, too.
@@ -39,8 +42,7 @@ Message DictionaryLoadingErrorMessage(std::wstring_view path) noexcept;         
 Message UnitLineMessage(std::wstring_view line, std::wstring_view path) noexcept;  // EV101
 Message UnitTableNotFoundMessage(std::wstring_view path) noexcept;                 // EV111
 
-/// Selecting a dictionary and looking up texts. `keyHash` is any hash of the key, the same whenever it
-/// is asked for.
+/// Selecting a dictionary and looking up texts. `keyHash` is HashText of the key.
 Message UnknownDictionaryMessage(std::wstring_view id) noexcept;                    // EL112
 Message NoCurrentDictionaryMessage(std::wstring_view id) noexcept;                  // EL121
 Message KeyNotFoundMessage(std::wstring_view key, std::uint64_t keyHash) noexcept;  // EL121
@@ -48,13 +50,7 @@ Message KeyNotFoundMessage(std::wstring_view key, std::uint64_t keyHash) noexcep
 /// Length of the message's text.
 std::size_t LengthOf(const Message& message) noexcept;
 
-/// Writes its text, without a zero behind it.
-void Write(const Message& message, wchar_t* text) noexcept;
-
-/// Whether `text` is that of the message, if it is one of the same kind.
-bool IsTextOf(const Message& message, std::wstring_view text) noexcept;
-
-/// How the message's text and `text` compare: negative, 0 or positive.
-int Compare(const Message& message, std::wstring_view text) noexcept;
+/// Writes its text, without a zero behind it. Returns the message with its details in that text.
+Message Write(const Message& message, wchar_t* text) noexcept;
 
 }  // namespace KelmoLibs::Localize

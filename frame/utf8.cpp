@@ -4,28 +4,15 @@
 #include <array>
 #include <cstdint>
 
-#include "frame/word.h"
-
 namespace KelmoLibs::Localize {
 namespace {
 
 constexpr bool kSurrogatePairs = sizeof(wchar_t) == 2;
-constexpr std::size_t kUnitsOfFourBytes = kSurrogatePairs ? 2 : 1;
-constexpr char32_t kLastCharacter = 0x10FFFF;
+constexpr std::size_t kLongestCharacter = 4;
 
 constexpr unsigned char Byte(char c) noexcept { return static_cast<unsigned char>(c); }
 
 constexpr bool IsContinuation(char c) noexcept { return (Byte(c) & 0xC0U) == 0x80U; }
-
-// Whether these eight bytes or more begin with four characters of two bytes each: letters of most
-// alphabets. Of well-formed bytes every other one tells, being the lead byte of a pair.
-bool BeginsWithFourPairs(std::string_view wellFormed) noexcept {
-  const auto isLead = [wellFormed](std::size_t i) {
-    return (Byte(wellFormed[i]) & 0xE0U) == 0xC0U;
-  };
-  return (static_cast<unsigned>(isLead(0)) & static_cast<unsigned>(isLead(2)) &
-          static_cast<unsigned>(isLead(4)) & static_cast<unsigned>(isLead(6))) != 0;
-}
 
 // Length of the character that begins at the front of `bytes`, 0 when none does. Overlong forms,
 // surrogates and values beyond U+10FFFF all show in the first two bytes, so that ranges for the
@@ -62,73 +49,74 @@ std::size_t CharacterLength(std::string_view bytes) noexcept {
   return length;
 }
 
-// Length of a front part of `bytes` that is whole characters of one byte and of two, well-formed: eight
-// bytes at a time and without a guess at which comes next. What a byte is, its highest bit says.
-std::size_t FrontOfOneAndTwoBytes(std::string_view bytes) noexcept {
-  constexpr std::uint64_t kAboveOverlong = 0x1E * kEveryByte;  // bits that C0 and C1 have not
-  constexpr std::uint64_t kCarry = 0x7E * kEveryByte;          // any of those to the highest bit
-  std::size_t position = 0;
-  std::uint64_t open = 0;  // the word before ended with the lead byte of a pair
-  for (; position + kWordBytes <= bytes.size(); position += kWordBytes) {
-    const std::uint64_t word = WordAt(bytes.data() + position);
-    const std::uint64_t beyondAscii = word & kHighestBits;
-    const std::uint64_t second = (word << 1U) & kHighestBits;
-    const std::uint64_t third = (word << 2U) & kHighestBits;
-    const std::uint64_t continuation = beyondAscii & ~second;
-    const std::uint64_t lead = beyondAscii & second;
-    const std::uint64_t overlong = ~((word & kAboveOverlong) + kCarry);
-    const bool arePairs = continuation == ((lead << 8U) | open);
-    if (!arePairs || (lead & (third | overlong)) != 0) {
-      break;
-    }
-    open = lead >> 56U;
-  }
-  return position - (open != 0 ? 1 : 0);
+const unsigned char* BytesOf(std::string_view text) noexcept {
+  return reinterpret_cast<const unsigned char*>(text.data());
 }
 
-// The character of two bytes at the front.
-constexpr wchar_t Pair(std::string_view wellFormed) noexcept {
-  return static_cast<wchar_t>(((Byte(wellFormed[0]) & 0x1FU) << 6U) |
-                              (Byte(wellFormed[1]) & 0x3FU));
+// The loops over blocks decide nothing by a branch: which character comes next cannot be guessed, and compilers
+// make vector instructions of them.
+constexpr std::size_t kCheckedBytes = 32;
+constexpr std::size_t kDecodedBytes = 16;
+
+template <std::size_t size>
+unsigned char Largest(const unsigned char* block) noexcept {
+  unsigned char largest = 0;
+  for (std::size_t i = 0; i < size; ++i) {
+    largest = std::max(largest, block[i]);
+  }
+  return largest;
+}
+
+// NOLINTBEGIN(readability-implicit-bool-conversion): && and || would be branches
+constexpr bool NeedsContinuation(unsigned before, unsigned twoBefore,
+                                 unsigned threeBefore) noexcept {
+  return ((before >= 0xC0) | (twoBefore >= 0xE0) | (threeBefore >= 0xF0)) != 0;
+}
+
+// Whether a block holds a byte that cannot follow the three in front of it, which must be there and are well-formed as far as
+// they go.
+bool HasFault(const unsigned char* block) noexcept {
+  const unsigned char* const one = block - 1;
+  const unsigned char* const two = block - 2;
+  const unsigned char* const three = block - 3;
+  if (Largest<kCheckedBytes>(block) < 0x80) {
+    return NeedsContinuation(*one, *two, *three);
+  }
+  unsigned char faults = 0;
+  for (std::size_t i = 0; i < kCheckedBytes; ++i) {
+    const unsigned char byte = block[i];
+    const unsigned char before = one[i];
+    const bool isContinuation = (byte & 0xC0U) == 0x80;
+    const bool isNeeded = NeedsContinuation(before, two[i], three[i]);
+    const bool isNeverUsed = ((byte & 0xFEU) == 0xC0) | (byte > 0xF4);
+    const bool isOverlong = ((before == 0xE0) & (byte < 0xA0)) | ((before == 0xF0) & (byte < 0x90));
+    const bool isSurrogateOrBeyond =
+        ((before == 0xED) & (byte > 0x9F)) | ((before == 0xF4) & (byte > 0x8F));
+    faults |= static_cast<unsigned char>((isContinuation != isNeeded) | isNeverUsed | isOverlong |
+                                         isSurrogateOrBeyond);
+  }
+  return faults != 0;
+}
+// NOLINTEND(readability-implicit-bool-conversion)
+
+// Where the last character begins that begins in front of `position`.
+std::size_t LastCharacter(std::string_view bytes, std::size_t position) noexcept {
+  do {
+    --position;
+  } while (IsContinuation(bytes[position]));
+  return position;
 }
 
 char32_t TakeCharacter(std::string_view& wellFormed) noexcept {
   const unsigned char lead = Byte(wellFormed[0]);
-  if (lead >= 0xC0 && lead < 0xE0) {
-    const wchar_t pair = Pair(wellFormed);
-    wellFormed.remove_prefix(2);
-    return static_cast<char32_t>(pair);
-  }
-  const std::size_t length = lead < 0x80 ? 1U : lead < 0xF0 ? 3U : 4U;
-  // The lead byte's payload: 7, 4 or 3 bits; each further byte adds 6.
+  const std::size_t length = lead < 0x80 ? 1U : lead < 0xE0 ? 2U : lead < 0xF0 ? 3U : 4U;
+  // The lead byte's payload: 7, 5, 4 or 3 bits; each further byte adds 6.
   auto character = static_cast<char32_t>(length == 1 ? lead : lead & (0x7FU >> length));
   for (std::size_t i = 1; i < length; ++i) {
     character = (character << 6U) | (Byte(wellFormed[i]) & 0x3FU);
   }
   wellFormed.remove_prefix(length);
   return character;
-}
-
-// The character at the front of a wide text that is not empty: of a pair the two halves, of anything
-// else the code unit as it stands.
-char32_t TakeCharacter(std::wstring_view& text) noexcept {
-  const auto unit = static_cast<char32_t>(text[0]);
-  text.remove_prefix(1);
-  if constexpr (kSurrogatePairs) {
-    // not covered: wchar_t has 16 bits on Windows only
-    if (unit >= 0xD800 && unit < 0xDC00 && !text.empty()) {
-      const auto low = static_cast<char32_t>(text[0]);
-      if (low >= 0xDC00 && low < 0xE000) {
-        text.remove_prefix(1);
-        return 0x10000 + ((unit - 0xD800) << 10U) + (low - 0xDC00);
-      }
-    }
-  }
-  return unit;
-}
-
-bool IsCharacter(char32_t unit) noexcept {
-  return unit < 0xD800 || (unit > 0xDFFF && unit <= kLastCharacter);
 }
 
 wchar_t* Widen(char32_t character, wchar_t* text) noexcept {
@@ -144,14 +132,156 @@ wchar_t* Widen(char32_t character, wchar_t* text) noexcept {
   return text;
 }
 
-struct EncodedCharacter {
-  std::array<char, 4> bytes;
-  std::size_t count;
+void WidenAscii(const unsigned char* block, wchar_t* text) noexcept {
+  for (std::size_t i = 0; i < kDecodedBytes; ++i) {
+    text[i] = static_cast<wchar_t>(block[i]);
+  }
+}
 
-  std::string_view View() const noexcept { return {bytes.data(), count}; }
-};
+// How far a character of up to three bytes that begins in a block may reach behind it.
+constexpr std::size_t kBehind = 2;
 
-EncodedCharacter Encode(char32_t character) noexcept {
+// A sliding mask, which drops what begins in the first bytes of a block: sixteen zeroes, then sixteen ones.
+constexpr std::array<unsigned char, 2 * kDecodedBytes> kAreWanted = {
+    0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1};
+
+// DecodeBlock, below, of characters of up to `longest` bytes, two or three.
+template <std::size_t longest>
+wchar_t* DecodeBlockOf(const unsigned char* block, std::size_t skipped, wchar_t* text) noexcept {
+  std::array<std::uint16_t, kDecodedBytes> characters = {};  // if one began at each byte
+  std::array<unsigned char, kDecodedBytes> begins = {};
+  const unsigned char* const areWanted = kAreWanted.data() + kDecodedBytes - skipped;
+  for (std::size_t i = 0; i < kDecodedBytes; ++i) {
+    const unsigned lead = block[i];
+    const unsigned second = block[i + 1] & 0x3FU;
+    unsigned character = ((lead & 0x1FU) << 6U) | second;
+    if constexpr (longest == 3) {
+      const unsigned third = block[i + 2] & 0x3FU;
+      const unsigned ofThree = (lead << 12U) | (second << 6U) | third;
+      const unsigned isThree = 0U - ((lead >> 7U) & (lead >> 6U) & (lead >> 5U));
+      character ^= (character ^ ofThree) & isThree;
+    }
+    const unsigned isAscii = (lead >> 7U) - 1U;
+    character ^= (character ^ lead) & isAscii;
+    characters[i] = static_cast<std::uint16_t>(character);
+    // A continuation has the highest bit and not the next one.
+    begins[i] = static_cast<unsigned char>(((lead >> 6U) | ~(lead >> 7U)) & areWanted[i]);
+  }
+  for (std::size_t i = 0; i < kDecodedBytes; ++i) {
+    *text = static_cast<wchar_t>(characters[i]);
+    text += begins[i];
+  }
+  return text;
+}
+
+// Writes the characters that begin in a block behind its first `skipped` bytes, and one place more; returns where
+// the next belongs. Reads the kBehind bytes behind the block, and where the block's largest byte is the first of
+// four, all of that character.
+wchar_t* DecodeBlock(const unsigned char* block, unsigned char largest, std::size_t skipped,
+                     wchar_t* text) noexcept {
+  if (largest < 0xE0) {
+    return DecodeBlockOf<2>(block, skipped, text);
+  }
+  if (largest < 0xF0) {
+    return DecodeBlockOf<3>(block, skipped, text);
+  }
+  for (std::size_t i = skipped; i < kDecodedBytes; ++i) {
+    if ((block[i] & 0xC0U) != 0x80) {
+      std::string_view character(reinterpret_cast<const char*>(block + i), kLongestCharacter);
+      text = Widen(TakeCharacter(character), text);
+    }
+  }
+  return text;
+}
+
+// A block with nothing behind it, or the byte `behind`, whose first `skipped` bytes are decoded already.
+wchar_t* DecodeLastBlock(const unsigned char* block, unsigned char behind, std::size_t skipped,
+                         wchar_t* text) noexcept {
+  const unsigned char largest = Largest<kDecodedBytes>(block);
+  if (largest < 0x80) {
+    WidenAscii(block, text - skipped);  // the skipped ones again, as they are
+    return text + kDecodedBytes - skipped;
+  }
+  std::array<unsigned char, kDecodedBytes + kBehind> padded = {};
+  std::copy_n(block, kDecodedBytes, padded.begin());
+  padded[kDecodedBytes] = behind;
+  return DecodeBlock(padded.data(), largest, skipped, text);
+}
+
+// A text of less than a block.
+wchar_t* DecodeShort(const unsigned char* bytes, std::size_t size, wchar_t* text) noexcept {
+  std::array<unsigned char, kDecodedBytes + kBehind> padded = {};
+  const std::size_t skipped = kDecodedBytes - size;
+  std::copy_n(bytes, size, padded.begin() + skipped);
+  const unsigned char largest = Largest<kDecodedBytes>(padded.data());
+  if (largest < 0x80) {
+    return std::copy_n(bytes, size, text);
+  }
+  return DecodeBlock(padded.data(), largest, skipped, text);
+}
+
+}  // namespace
+
+std::size_t WellFormedUtf8Length(std::string_view bytes) noexcept {
+  std::size_t position = 0;
+  bool areBlocksLeft = true;
+  while (position < bytes.size()) {
+    if (areBlocksLeft && position >= kLongestCharacter) {
+      while (position + kCheckedBytes <= bytes.size() && !HasFault(BytesOf(bytes) + position)) {
+        position += kCheckedBytes;
+      }
+      position = LastCharacter(bytes, position);
+      areBlocksLeft = false;
+    }
+    const std::size_t length = CharacterLength(bytes.substr(position));
+    if (length == 0) {
+      break;
+    }
+    position += length;
+  }
+  return position;
+}
+
+std::size_t WideLength(std::string_view wellFormed) noexcept {
+  std::size_t length = 0;
+  for (const char c : wellFormed) {
+    length += IsContinuation(c) ? 0U : 1U;
+    length += kSurrogatePairs && Byte(c) >= 0xF0 ? 1U : 0U;
+  }
+  return length;
+}
+
+wchar_t* DecodeUtf8(std::string_view wellFormed, wchar_t* text) noexcept {
+  const unsigned char* bytes = BytesOf(wellFormed);
+  const unsigned char* const end = bytes + wellFormed.size();
+  if (wellFormed.size() < kDecodedBytes) {
+    return DecodeShort(bytes, wellFormed.size(), text);
+  }
+  constexpr std::ptrdiff_t kReadBytes = kDecodedBytes + kBehind;
+  for (; end - bytes >= kReadBytes; bytes += kDecodedBytes) {
+    const unsigned char largest = Largest<kDecodedBytes>(bytes);
+    if (largest < 0x80) {
+      WidenAscii(bytes, text);
+      text += kDecodedBytes;
+    } else {
+      text = DecodeBlock(bytes, largest, 0, text);
+    }
+  }
+  if (end - bytes > static_cast<std::ptrdiff_t>(kDecodedBytes)) {  // a block, and a byte behind it
+    text = DecodeLastBlock(bytes, bytes[kDecodedBytes], 0, text);
+    bytes += kDecodedBytes;
+  }
+  const unsigned char* const last = end - kDecodedBytes;
+  return DecodeLastBlock(last, 0, static_cast<std::size_t>(bytes - last), text);
+}
+
+std::wstring DecodeUtf8(std::string_view wellFormed) {
+  std::wstring text(wellFormed.size() + 1, L'\0');
+  text.resize(static_cast<std::size_t>(DecodeUtf8(wellFormed, text.data()) - text.data()));
+  return text;
+}
+
+void AppendUtf8(char32_t character, std::string& bytes) {
   const auto lead = [character](unsigned mark, unsigned shift) {
     return static_cast<char>(mark | (character >> shift));
   };
@@ -159,99 +289,14 @@ EncodedCharacter Encode(char32_t character) noexcept {
     return static_cast<char>(0x80U | ((character >> shift) & 0x3FU));
   };
   if (character < 0x80) {
-    return {{lead(0, 0)}, 1};
+    bytes += lead(0, 0);
+  } else if (character < 0x800) {
+    bytes += {lead(0xC0, 6), continuation(0)};
+  } else if (character < 0x10000) {
+    bytes += {lead(0xE0, 12), continuation(6), continuation(0)};
+  } else {
+    bytes += {lead(0xF0, 18), continuation(12), continuation(6), continuation(0)};
   }
-  if (character < 0x800) {
-    return {{lead(0xC0, 6), continuation(0)}, 2};
-  }
-  if (character < 0x10000) {
-    return {{lead(0xE0, 12), continuation(6), continuation(0)}, 3};
-  }
-  return {{lead(0xF0, 18), continuation(12), continuation(6), continuation(0)}, 4};
-}
-
-}  // namespace
-
-std::size_t WellFormedUtf8Length(std::string_view bytes) noexcept {
-  std::size_t position = 0;
-  for (;;) {
-    position += FrontOfOneAndTwoBytes(bytes.substr(position));
-    if (position == bytes.size()) {
-      return position;
-    }
-    const std::size_t length = CharacterLength(bytes.substr(position));
-    if (length == 0) {
-      return position;
-    }
-    position += length;
-  }
-}
-
-std::size_t WideLength(std::string_view wellFormed) noexcept {
-  std::size_t length = 0;
-  for (const char c : wellFormed) {
-    length += IsContinuation(c) ? 0U : Byte(c) >= 0xF0 ? kUnitsOfFourBytes : 1U;
-  }
-  return length;
-}
-
-void DecodeUtf8(std::string_view wellFormed, wchar_t* text, std::size_t length) noexcept {
-  const wchar_t* const end = text + length;
-  while (!wellFormed.empty()) {
-    if (wellFormed.size() >= kWordBytes && BeginsWithFourPairs(wellFormed)) {
-      for (std::size_t i = 0; i < kWordBytes / 2; ++i) {
-        text[i] = Pair(wellFormed.substr(2 * i));
-      }
-      text += kWordBytes / 2;
-      wellFormed.remove_prefix(kWordBytes);
-    } else if (wellFormed.size() >= kWordBytes && Byte(wellFormed[0]) < 0x80 &&
-               end - text >= std::ptrdiff_t{kWordBytes}) {
-      // Eight as if they were ASCII, and on as far as they are: how many that will be cannot be
-      // guessed, as often as letters of other alphabets stand between.
-      const std::uint64_t beyondAscii = WordAt(wellFormed.data()) & kHighestBits;
-      for (std::size_t i = 0; i < kWordBytes; ++i) {
-        text[i] = static_cast<wchar_t>(Byte(wellFormed[i]));
-      }
-      const std::size_t ascii = beyondAscii != 0 ? LowestByte(beyondAscii) : kWordBytes;
-      text += ascii;
-      wellFormed.remove_prefix(ascii);
-    } else {
-      text = Widen(TakeCharacter(wellFormed), text);
-    }
-  }
-}
-
-std::wstring DecodeUtf8(std::string_view wellFormed) {
-  std::wstring text(WideLength(wellFormed), L'\0');
-  DecodeUtf8(wellFormed, text.data(), text.size());
-  return text;
-}
-
-std::optional<std::size_t> WriteUtf8(std::wstring_view text, char* bytes,
-                                     std::size_t size) noexcept {
-  std::size_t used = 0;
-  while (!text.empty()) {
-    const char32_t character = TakeCharacter(text);
-    const EncodedCharacter encoded = Encode(character);
-    if (!IsCharacter(character) || encoded.count > size - used) {
-      return std::nullopt;
-    }
-    used += encoded.View().copy(bytes + used, encoded.count);
-  }
-  return used;
-}
-
-void AppendUtf8(char32_t character, std::string& bytes) { bytes += Encode(character).View(); }
-
-int CompareWithUtf8(std::wstring_view text, std::string_view wellFormed) noexcept {
-  while (!text.empty() && !wellFormed.empty()) {
-    const char32_t left = TakeCharacter(text);
-    const char32_t right = TakeCharacter(wellFormed);
-    if (left != right) {
-      return left < right ? -1 : 1;
-    }
-  }
-  return static_cast<int>(!text.empty()) - static_cast<int>(!wellFormed.empty());
 }
 
 }  // namespace KelmoLibs::Localize

@@ -30,9 +30,17 @@ constexpr std::uint64_t ZeroBytes(std::uint64_t word) noexcept {
 }
 
 /// Which byte has the lowest of `bits`, which are highest bits of bytes, and not none.
-constexpr std::size_t LowestByte(std::uint64_t bits) noexcept {
+constexpr std::size_t PortableLowestByte(std::uint64_t bits) noexcept {
   const std::uint64_t below = (bits & (~bits + 1)) - 1;
   return static_cast<std::size_t>((((below & kEveryByte) * kEveryByte) >> 56U) - 1);
 }
+
+#ifdef _MSC_VER
+constexpr std::size_t LowestByte(std::uint64_t bits) noexcept { return PortableLowestByte(bits); }
+#else
+constexpr std::size_t LowestByte(std::uint64_t bits) noexcept {
+  return static_cast<std::size_t>(__builtin_ctzll(bits)) / 8;
+}
+#endif
 
 }  // namespace KelmoLibs::Localize

@@ -159,7 +159,7 @@ KELMO_LOCALIZER_API int32_t ExportPhyVal(void);
  * Throws   std::bad_alloc, where not even the path or the failure's message can be stored; what was
  *          read before stays then, too.
  * Cost     Linear in the file. Beside the stored texts and the message at hand, at most twice
- *          the file's bytes are held during the call.
+ *          the file's bytes are held during the call, and the longest key once more as wide text.
  */
 KELMO_LOCALIZER_API int32_t LoadDictionary(const wchar_t* folder, const wchar_t* fileName);
 

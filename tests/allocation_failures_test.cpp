@@ -451,7 +451,7 @@ void WriteFiles(Disk& disk) {
   disk.Write(L"long.txt", id + "\nkey " + std::string(200'000, 't') + "\nk " +
                               std::string(70'000, ' ') + "end\nlast " + std::string(150'000, 't'));
   // The end of a piece, in which files are read, between CR and LF, and among CRs that stay.
-  constexpr std::size_t kPiece = 65536;
+  constexpr std::size_t kPiece = 32768;
   std::string pieces = id + "\nkey ";
   pieces += std::string(kPiece - 1 - pieces.size(), 't') + "\r\nk ";
   pieces += std::string(2 * kPiece, '\r') + "end\nlast " + std::string(150'000, 't');

@@ -71,17 +71,6 @@ TEST(BlockStore, GivesAlignedPiecesThatStayAsTheyAre) {
   pieces.ExpectUntouched();
 }
 
-TEST(BlockStore, SaysHowMuchHasBeenTaken) {
-  BlockStore store;
-  EXPECT_EQ(store.Taken(), 0U);
-  std::size_t taken = 0;
-  for (const std::size_t bytes : {1U, 8U, 9U, 0U, 100U}) {
-    store.Take(bytes);
-    taken += Rounded(bytes);
-    EXPECT_EQ(store.Taken(), taken);
-  }
-}
-
 TEST(BlockStore, TakesMemoryOnlyForBlocks) {
   BlockStore store;
   store.Take(8);
@@ -145,58 +134,13 @@ TEST(BlockStore, HoldsAtMostAnEighthInVainWhereLargeOnesStandBetweenSmallOnes) {
   }
 }
 
-TEST(BlockStore, TakesWhatIsExpectedAtOnceAndOnlyOnce) {
-  constexpr std::size_t kExpected = 100'000;
-  BlockStore store;
-  store.Take(kExpected);  // no room is left
-  store.Expect(kExpected);
-  const std::size_t before = allocation_probe::LiveBytes();
-  store.Take(8);
-  EXPECT_GE(allocation_probe::LiveBytes() - before, kExpected);
-  const std::size_t blocks = allocation_probe::Count();
-  for (std::size_t taken = 8; taken < kExpected; taken += 8) {
-    store.Take(8);
-  }
-  EXPECT_EQ(allocation_probe::Count(), blocks);
-  const std::size_t full = allocation_probe::LiveBytes();
-  store.Take(8);
-  EXPECT_GT(allocation_probe::LiveBytes(), full);
-  EXPECT_LT(allocation_probe::LiveBytes(), full + kExpected / 2) << "expected again";
-}
-
-TEST(BlockStore, ExpectsNoMoreThanItHolds) {
-  BlockStore store;
-  store.Take(kSmallestBlock);
-  store.Expect(SIZE_MAX);
-  for (std::size_t held = kSmallestBlock; held < 100 * kSmallestBlock; held *= 2) {
-    const std::size_t before = allocation_probe::LiveBytes();
-    store.Take(8);
-    EXPECT_LE(allocation_probe::LiveBytes() - before, held + kSmallestBlock);
-    for (std::size_t taken = 8; taken < held; taken += 8) {
-      store.Take(8);
-    }
-  }
-}
-
-TEST(BlockStore, ForgetsWhatItExpectedInVain) {
-  BlockStore store;
-  store.Take(1'000'000);
-  store.Expect(1'000'000);
-  EXPECT_EQ(CallWithFailingAllocation(1, [&] { store.Take(8); }), Outcome::kThrew);
-  const std::size_t before = allocation_probe::LiveBytes();
-  store.Take(8);
-  EXPECT_LE(allocation_probe::LiveBytes() - before, 1'000'000U / 8);
-}
-
 TEST(BlockStore, GivesAgainWhatItWasGivenBack) {
   for (const std::size_t bytes : {std::size_t{8}, std::size_t{13}, std::size_t{90'000}}) {
     SCOPED_TRACE(bytes);
     BlockStore store;
     Pieces pieces;
     pieces.Take(store, 100);
-    const std::size_t taken = store.Taken();
     store.GiveBack(store.Take(bytes), bytes);
-    EXPECT_EQ(store.Taken(), taken);
     pieces.Take(store, 100);
     const std::size_t live = allocation_probe::LiveBytes();
     for (int i = 0; i < 100; ++i) {
@@ -215,16 +159,6 @@ TEST(BlockStore, GoesOnWhereItWasOnceABlockOfItsOwnIsGivenBack) {
   EXPECT_EQ(store.Take(BlockStore::kAlignment), first + BlockStore::kAlignment);
 }
 
-TEST(BlockStore, GivesMoreThanIsExpected) {
-  BlockStore store;
-  Pieces pieces;
-  store.Expect(100);
-  pieces.Take(store, 5000);
-  store.Expect(0);
-  pieces.Take(store, 5000);
-  pieces.ExpectUntouched();
-}
-
 TEST(BlockStore, IsAsBeforeWhereMemoryFails) {
   for (const std::size_t bytes : {std::size_t{8}, 2 * kLargestBlock}) {
     for (std::size_t n = 1;; ++n) {
@@ -235,14 +169,12 @@ TEST(BlockStore, IsAsBeforeWhereMemoryFails) {
       for (const std::size_t size : {4000U, 4000U, 90U, 4000U, 4090U}) {
         pieces.Take(store, size);
       }
-      const std::size_t taken = store.Taken();
       const Outcome outcome = CallWithFailingAllocation(n, [&] { store.Take(bytes); });
       ASSERT_NE(outcome, Outcome::kReturned) << "the failure was not passed on";
       if (outcome == Outcome::kNoFailure) {
         EXPECT_GE(n, 2U) << "no allocation was tried";
         break;
       }
-      EXPECT_EQ(store.Taken(), taken);
       pieces.Take(store, bytes);
       pieces.Take(store, 100);
       pieces.ExpectUntouched();

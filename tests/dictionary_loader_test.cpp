@@ -149,7 +149,7 @@ TEST_F(LoadDictionaryFileWithoutMemory, ListsTheFailureKeepsWhatWasReadAndCanBeR
     sawNothing |= state.currentLanguage.id.empty();
     if (!state.currentLanguage.id.empty() && state.dictionaries.empty()) {
       sawIdWithoutDictionary = true;
-      EXPECT_EQ(FindText(kKey1, state.currentLanguage, state.errors), emptyText);
+      EXPECT_EQ(FindText(kKey1.c_str(), state.currentLanguage, state.errors), emptyText);
       EXPECT_EQ(ReadAll(state.errors).back(),
                 L"EL121. Dictionary not found\nDictionary id: " + kId);
     }
@@ -259,7 +259,7 @@ TEST_F(LoadDictionaryFileWithinALimit, KeepsTheFrontOfTheFileAndAllThatIsOlder) 
       }
     }
     EXPECT_LE(allocation_probe::PeakBytes(), most);
-    EXPECT_EQ(state.dictionaries[L"older"].Find(L"key").text, olderText);
+    EXPECT_EQ(FindIn(state.dictionaries[L"older"], L"key"), olderText);
     EXPECT_STREQ(olderText, L"an older text");
     EXPECT_EQ(state.errors.At(0), olderMessage);
 

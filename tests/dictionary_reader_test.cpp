@@ -9,6 +9,7 @@
 
 #include "tests/support/allocation_probe.h"
 #include "tests/support/contents.h"
+#include "tests/support/encode_utf8.h"
 #include "tests/support/invalid_utf8.h"
 #include "tests/support/string_source.h"
 
@@ -219,8 +220,33 @@ TEST(ReadDictionary, MakesNoRoomForWhatDoesNotCome) {
   EXPECT_LE(allocation_probe::LiveBytes() - nothing, 300'000U);
 }
 
-TEST(ReadDictionary, HoldsAtMostTwiceTheFileBesideTheStoredTexts) {
+// From some length on a text is decoded where it is to stay.
+TEST(ReadDictionary, ReadsLongTextsOfEveryScript) {
+  std::string bytes = "long\n";
+  Texts texts;
+  for (const wchar_t* const characters : {L"a", L"\u0434a", L"\u6587 \u5B57", L"\U0001F600"}) {
+    const std::wstring unit = characters;
+    for (const std::size_t size :
+         std::initializer_list<std::size_t>{4090, 4095, 4096, 4097, 4102, 40000}) {
+      const std::size_t unitBytes = EncodeUtf8(unit).size();
+      std::wstring text(size % unitBytes, L'z');
+      for (std::size_t i = 0; i < size / unitBytes; ++i) {
+        text += unit;
+      }
+      const std::wstring key = L"k" + std::to_wstring(texts.size());
+      texts.emplace(key, text);
+      bytes += EncodeUtf8(key) + "\t" + EncodeUtf8(text) + "\n";
+    }
+  }
+  State state;
+  state.Read(bytes);
+  EXPECT_TRUE(Holds(state.dictionaries, {{L"long", texts}}));
+  EXPECT_EQ(state.duplicates, std::vector<std::wstring>());
+}
+
+TEST(ReadDictionary, HoldsAtMostTwiceTheFileAndOneWideWordBesideTheStoredTexts) {
   const std::string longText(5'000'000, 'x');
+  const std::size_t wide = (longText.size() + 1) * sizeof(wchar_t);
   std::string manyEntries = "en\n";
   for (int i = 0; i < 20000; ++i) {
     manyEntries += "key." + std::to_string(i) + "\tThe text of this key\n";
@@ -229,16 +255,15 @@ TEST(ReadDictionary, HoldsAtMostTwiceTheFileBesideTheStoredTexts) {
     const char* name;
     std::string before;
     std::string bytes;
-    std::size_t message = 0;  // the key in it, wide
+    std::size_t longWord = 0;  // a key or an id, wide
   } rows[] = {
       {"one long text", "", "en\nk " + longText},
-      {"one long key", "", "en\n" + longText},
-      {"a long id", "", longText + "\nk v\n"},
+      {"one long key", "", "en\n" + longText, wide},
+      {"a long id", "", longText + "\nk v\n", wide},
       {"a long word behind the id", "", "en " + longText + "\nk v\n"},
       {"a long text whose key is there", "", "en\nk v\nk " + longText},
-      {"a long key that is there", "en\n" + longText, "en\n" + longText,
-       (longText.size() + 1) * sizeof(wchar_t)},
-      {"a long id that is there", longText, longText + "\nk v\n"},
+      {"a long key that is there", "en\n" + longText, "en\n" + longText, wide},
+      {"a long id that is there", longText, longText + "\nk v\n", wide},
       {"many entries", "", manyEntries},
   };
   for (const auto& row : rows) {
@@ -250,7 +275,7 @@ TEST(ReadDictionary, HoldsAtMostTwiceTheFileBesideTheStoredTexts) {
     allocation_probe::ResetPeak();
     ReadDictionary(source, state.currentLanguage, state.dictionaries, [](std::wstring_view) {});
     const std::size_t stored = allocation_probe::LiveBytes() - before;
-    EXPECT_LE(allocation_probe::PeakBytes() - before, stored + 2 * row.bytes.size() + row.message);
+    EXPECT_LE(allocation_probe::PeakBytes() - before, stored + 2 * row.bytes.size() + row.longWord);
   }
 }
 

@@ -2,10 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <set>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "tests/support/allocation_probe.h"
+#include "tests/support/colliding_keys.h"
 #include "tests/support/contents.h"
+#include "tests/support/random_numbers.h"
 
 namespace KelmoLibs::Localize {
 namespace {
@@ -39,7 +45,9 @@ struct State {
   std::int32_t Select(std::wstring_view id) {
     return SelectDictionary(id, currentLanguage, dictionaries, errors);
   }
-  const wchar_t* Find(std::wstring_view key) { return FindText(key, currentLanguage, errors); }
+  const wchar_t* Find(const std::wstring& key) {
+    return FindText(key.c_str(), currentLanguage, errors);
+  }
 };
 
 TEST(SelectDictionary, MatchesIdsExactly) {
@@ -108,6 +116,76 @@ TEST(FindText, MatchesKeysExactly) {
       EXPECT_STREQ(state.errors.At(0), row.message);
     }
   }
+}
+
+TEST(FindText, TakesNullForTheEmptyKey) {
+  State state;
+  EXPECT_STREQ(FindText(nullptr, state.currentLanguage, state.errors), L"without a key");
+  EXPECT_EQ(state.Select(L"en"), 0);
+  EXPECT_EQ(FindText(nullptr, state.currentLanguage, state.errors), emptyText);
+  ASSERT_EQ(state.errors.Count(), 1);
+  EXPECT_STREQ(state.errors.At(0), L"EL121. Key not found in dictionary\nKey: \nDictionary id: ");
+}
+
+// Each key ends where its memory does, which the sanitizer watches.
+TEST(FindText, FindsAndMissesKeysOfEveryLength) {
+  constexpr std::size_t kLongestKey = 80;
+  RandomNumbers random(randomSeed);
+  Texts texts;
+  std::vector<std::wstring> missing;
+  for (std::size_t length = 2; length <= kLongestKey; ++length) {
+    for (const wchar_t first : {L'a', L'\u0430', L'\u4E00', L'\uD000'}) {
+      std::wstring key;
+      while (key.size() < length) {
+        key += static_cast<wchar_t>(static_cast<int>(first) + random.Below(26));
+      }
+      texts.emplace(key, L"text of " + key);
+      for (const std::size_t place : {std::size_t{0}, length / 2, length - 1}) {
+        missing.push_back(key);
+        missing.back()[place] = L'#';
+      }
+    }
+  }
+  for (const std::wstring& key : CollidingKeys()) {
+    texts.emplace(key, L"text of " + key);
+    missing.push_back(key + L'#');
+  }
+  State state;
+  Fill(state.dictionaries, {{L"all", texts}});
+  ASSERT_EQ(state.Select(L"all"), 0);
+  const auto find = [&state](const std::wstring& key) {
+    const std::vector<wchar_t> alone(key.c_str(), key.c_str() + key.size() + 1);
+    return FindText(alone.data(), state.currentLanguage, state.errors);
+  };
+  for (const auto& [key, text] : texts) {
+    ASSERT_EQ(find(key), text);
+  }
+  EXPECT_EQ(state.errors.Count(), 0);
+  for (int repeat = 0; repeat < 2; ++repeat) {
+    for (const std::wstring& key : missing) {
+      ASSERT_EQ(find(key), emptyText) << testing::PrintToString(key);
+    }
+  }
+  std::set<std::wstring> messages;
+  for (const std::wstring& key : missing) {
+    messages.insert(L"EL121. Key not found in dictionary\nKey: " + key + L"\nDictionary id: " +
+                    key);
+  }
+  ASSERT_EQ(static_cast<std::size_t>(state.errors.Count()), messages.size());
+  for (int i = 0; i < static_cast<int>(messages.size()); ++i) {
+    EXPECT_EQ(messages.count(state.errors.At(i)), 1U) << i;
+  }
+}
+
+// The key of a message may have the hash of another one.
+TEST(FindText, ListsEachOfManyKeysOfOneHash) {
+  State state;
+  for (int repeat = 0; repeat < 2; ++repeat) {
+    for (const std::wstring& key : CollidingKeys()) {
+      ASSERT_EQ(state.Find(key), emptyText);
+    }
+  }
+  ASSERT_EQ(static_cast<std::size_t>(state.errors.Count()), CollidingKeys().size());
 }
 
 TEST(FindText, ListsTheCurrentIdWhenNoDictionaryHasIt) {

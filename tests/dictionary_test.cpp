@@ -8,10 +8,9 @@
 #include <string_view>
 #include <vector>
 
-#include "frame/hash.h"
 #include "tests/support/allocation_probe.h"
+#include "tests/support/colliding_keys.h"
 #include "tests/support/contents.h"
-#include "tests/support/encode_utf8.h"
 #include "tests/support/random_numbers.h"
 
 namespace KelmoLibs::Localize {
@@ -84,27 +83,6 @@ std::vector<std::wstring> OrdinaryKeys(std::size_t count) {
   return keys;
 }
 
-// Keys whose hashes have no upper 12 bits: they have one home, or few, in an index of any size here.
-const std::vector<std::wstring>& CollidingKeys() {
-  static const std::vector<std::wstring> keys = [] {
-    constexpr std::size_t kCount = 300;
-    std::vector<std::wstring> found;
-    std::string key = "collide_####";
-    for (std::uint64_t i = 0; found.size() < kCount; ++i) {
-      std::uint64_t rest = i;
-      for (std::size_t place = 8; place < key.size(); ++place) {
-        key[place] = static_cast<char>('0' + rest % 64);
-        rest /= 64;
-      }
-      if (HashBytes(key) >> 52U == 0) {
-        found.emplace_back(key.begin(), key.end());
-      }
-    }
-    return found;
-  }();
-  return keys;
-}
-
 std::vector<std::wstring> FirstCollidingKeys(std::ptrdiff_t count) {
   return {CollidingKeys().begin(), CollidingKeys().begin() + count};
 }
@@ -117,7 +95,7 @@ TEST(Dictionary, FindsKeysOfEveryLengthAndNoneOther) {
   for (const auto& entry : texts) {
     for (const std::wstring& neighbour : NeighboursOf(entry.first)) {
       if (texts.count(neighbour) == 0) {
-        ASSERT_EQ(dictionary.Find(neighbour).text, nullptr)
+        ASSERT_EQ(FindIn(dictionary, neighbour), nullptr)
             << testing::PrintToString(neighbour) << ", " << testing::PrintToString(entry.first);
       }
     }
@@ -131,10 +109,10 @@ TEST(Dictionary, FindsAKeyByAnyCopyOfIt) {
   for (const std::wstring& key : keys) {
     const std::vector<wchar_t> alone(key.begin(), key.end());  // ends where its memory does
     const std::wstring around = L"##" + key + L"##";
-    const wchar_t* const text = dictionary.Find(key).text;
+    const wchar_t* const text = FindIn(dictionary, key);
     ASSERT_NE(text, nullptr);
-    ASSERT_EQ(dictionary.Find({alone.data(), alone.size()}).text, text);
-    ASSERT_EQ(dictionary.Find(std::wstring_view(around).substr(2, key.size())).text, text);
+    ASSERT_EQ(FindIn(dictionary, {alone.data(), alone.size()}), text);
+    ASSERT_EQ(FindIn(dictionary, std::wstring_view(around).substr(2, key.size())), text);
   }
 }
 
@@ -153,29 +131,15 @@ TEST(Dictionary, TakesNoMemoryToFindOrMissAKey) {
   bool foundAll = true;
   bool foundAny = false;
   for (const std::wstring& key : keys) {
-    foundAll = dictionary.Find(key).text != nullptr && foundAll;
-    foundAny = empty.Find(key).text != nullptr || foundAny;
+    foundAll = FindIn(dictionary, key) != nullptr && foundAll;
+    foundAny = FindIn(empty, key) != nullptr || foundAny;
   }
   for (const std::wstring& key : missing) {
-    foundAny = dictionary.Find(key).text != nullptr || foundAny;
+    foundAny = FindIn(dictionary, key) != nullptr || foundAny;
   }
   EXPECT_EQ(allocation_probe::Count(), before);
   EXPECT_TRUE(foundAll);
   EXPECT_FALSE(foundAny);
-}
-
-TEST(Dictionary, TellsTheSameHashOfAKeyWheneverItIsAskedFor) {
-  const std::vector<std::wstring> keys = KeysOfAllLengths();
-  const Dictionary empty;
-  Dictionary dictionary;
-  Fill(dictionary, TextsOf(keys));
-  for (const std::wstring& key : keys) {
-    const std::string bytes = EncodeUtf8(key);
-    const std::uint64_t hash = empty.Find(key).keyHash;
-    ASSERT_EQ(dictionary.Find(key).keyHash, hash) << testing::PrintToString(key);
-    ASSERT_EQ(hash, bytes.size() <= 256 ? HashBytes(bytes) : HashText(key))
-        << testing::PrintToString(key);
-  }
 }
 
 TEST(Dictionary, FindsKeysOfAHostExactly) {
@@ -217,8 +181,7 @@ TEST(Dictionary, FindsKeysOfAHostExactly) {
   }
   for (const Row& row : rows) {
     SCOPED_TRACE(row.name);
-    EXPECT_EQ(dictionary.Find(row.key).text, nullptr);
-    EXPECT_EQ(dictionary.Find(row.key).keyHash, Dictionary().Find(row.key).keyHash);
+    EXPECT_EQ(FindIn(dictionary, row.key), nullptr);
   }
 }
 
@@ -228,12 +191,12 @@ TEST(Dictionary, KeepsTheFirstTextOfAKey) {
   const Texts texts = TextsOf(keys);
   Dictionary dictionary;
   for (const auto& [key, text] : texts) {
-    ASSERT_TRUE(dictionary.Add(EncodeUtf8(key), EncodeUtf8(text)));
+    ASSERT_TRUE(AddTo(dictionary, key, text));
   }
   for (const auto& entry : texts) {
-    const std::string key = EncodeUtf8(entry.first);
+    const std::wstring& key = entry.first;
     const std::size_t before = allocation_probe::Count();
-    ASSERT_FALSE(dictionary.Add(key, "other")) << testing::PrintToString(key);
+    ASSERT_FALSE(AddTo(dictionary, key, L"other")) << testing::PrintToString(key);
     ASSERT_EQ(allocation_probe::Count(), before) << "memory for what is not added";
   }
   EXPECT_TRUE(Holds(dictionary, texts));
@@ -259,12 +222,12 @@ TEST(Dictionary, CountsItsEntries) {
   EXPECT_EQ(dictionary.Count(), 0U);
   std::size_t count = 0;
   for (const std::wstring& key : {L"a"s, std::wstring(300, L'x'), L""s, CollidingKeys()[0]}) {
-    EXPECT_TRUE(dictionary.Add(EncodeUtf8(key), "text"));
+    EXPECT_TRUE(AddTo(dictionary, key, L"text"));
     EXPECT_EQ(dictionary.Count(), ++count);
-    EXPECT_FALSE(dictionary.Add(EncodeUtf8(key), "text"));
+    EXPECT_FALSE(AddTo(dictionary, key, L"text"));
     EXPECT_EQ(dictionary.Count(), count);
   }
-  dictionary.Reserve(1000, 0);
+  dictionary.Reserve(1000);
   EXPECT_EQ(dictionary.Count(), count);
 }
 
@@ -274,13 +237,12 @@ TEST(Dictionary, LeavesItsTextsWhereTheyAreWhileItGrows) {
   Dictionary dictionary;
   std::vector<const wchar_t*> texts;
   for (const std::wstring& key : keys) {
-    const std::string bytes = EncodeUtf8(key);
-    ASSERT_TRUE(dictionary.Add(bytes, bytes));
-    texts.push_back(dictionary.Find(key).text);
+    ASSERT_TRUE(AddTo(dictionary, key, key));
+    texts.push_back(FindIn(dictionary, key));
   }
   ASSERT_EQ(dictionary.Count(), kEntries);
   for (std::size_t i = 0; i < kEntries; ++i) {
-    ASSERT_EQ(dictionary.Find(keys[i]).text, texts[i]);
+    ASSERT_EQ(FindIn(dictionary, keys[i]), texts[i]);
     ASSERT_EQ(texts[i], keys[i]);
   }
 }
@@ -303,9 +265,9 @@ TEST(Dictionary, MakesRoomWithinReason) {
       {"as many as there are", kEntries, kEntries, 2 * kEntries},
       {"less than twice as many", kEntries, 2 * kEntries - 1, 2 * kEntries},
       {"three times as many and one", kEntries, 3 * kEntries + 1, 3 * kEntries + 1},
-      {"eight times as many", kEntries, 8 * kEntries, 8 * kEntries},
-      {"more than eight times as many", kEntries, 8 * kEntries + 1, 8 * kEntries},
-      {"the largest number", kEntries, SIZE_MAX, 8 * kEntries},
+      {"64 times as many", kEntries, 64 * kEntries, 64 * kEntries},
+      {"more than 64 times as many", kEntries, 64 * kEntries + 1, 64 * kEntries},
+      {"the largest number", kEntries, SIZE_MAX, 64 * kEntries},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
@@ -315,13 +277,13 @@ TEST(Dictionary, MakesRoomWithinReason) {
     Dictionary dictionary;
     const auto add = [&](const std::wstring& key) {
       texts[key] = key;
-      EXPECT_TRUE(dictionary.Add(EncodeUtf8(key), EncodeUtf8(key)));
+      EXPECT_TRUE(AddTo(dictionary, key, key));
     };
     for (std::size_t i = 0; i < row.entries; ++i) {
       add(keys[i]);
     }
     const std::size_t before = allocation_probe::LiveBytes();
-    dictionary.Reserve(row.expected, 0);
+    dictionary.Reserve(row.expected);
     EXPECT_LE(allocation_probe::LiveBytes(), before + 20 * row.room + 2000);
     EXPECT_TRUE(Holds(dictionary, texts));
     for (std::size_t i = row.entries; i < row.room; ++i) {
@@ -342,21 +304,21 @@ TEST(Dictionary, FindsKeysWhoseHashesCollide) {
   Texts all = colliding;
   for (const std::wstring& key : OrdinaryKeys(20'000)) {
     all.emplace(key, key);
-    dictionary.Add(EncodeUtf8(key), EncodeUtf8(key));
+    AddTo(dictionary, key, key);
     if (dictionary.IsFull()) {
       ASSERT_TRUE(Holds(dictionary, all));
     }
   }
   EXPECT_TRUE(Holds(dictionary, all));
-  dictionary.Reserve(SIZE_MAX, 0);
+  dictionary.Reserve(SIZE_MAX);
   EXPECT_TRUE(Holds(dictionary, all)) << "with room for many more";
-  dictionary.Reserve(0, 0);
+  dictionary.Reserve(0);
   EXPECT_TRUE(Holds(dictionary, all)) << "with less room";
   for (const std::wstring& key : CollidingKeys()) {
     for (const std::wstring& neighbour : NeighboursOf(key)) {
-      EXPECT_EQ(all.count(neighbour) == 0, dictionary.Find(neighbour).text == nullptr);
+      EXPECT_EQ(all.count(neighbour) == 0, FindIn(dictionary, neighbour) == nullptr);
     }
-    EXPECT_FALSE(dictionary.Add(EncodeUtf8(key), "other"));
+    EXPECT_FALSE(AddTo(dictionary, key, L"other"));
   }
 }
 
@@ -368,7 +330,7 @@ TEST(Dictionary, FindsOthersBesideKeysWhoseHashesCollide) {
   for (const std::wstring& key : OrdinaryKeys(keys.size())) {
     for (const std::wstring& added : {key, keys[ordinary]}) {
       texts.emplace(added, added);
-      EXPECT_TRUE(dictionary.Add(EncodeUtf8(added), EncodeUtf8(added)));
+      EXPECT_TRUE(AddTo(dictionary, added, added));
     }
     ++ordinary;
   }
@@ -386,8 +348,8 @@ struct Filling {
 
 std::vector<Filling> Fillings() {
   const std::vector<std::wstring> full = OrdinaryKeys(kFewEntries);
-  // Some of those that collide have no place, and the index has room only for this many others.
-  std::vector<std::wstring> fullBesideCollidingOnes = FirstCollidingKeys(150);
+  // Some of those that collide have no place, and there is room only for this many others.
+  std::vector<std::wstring> fullBesideCollidingOnes = FirstCollidingKeys(2 * kFewEntries - 8);
   for (const std::wstring& key : OrdinaryKeys(8)) {
     fullBesideCollidingOnes.push_back(key);
   }
@@ -395,8 +357,7 @@ std::vector<Filling> Fillings() {
       {"the first entry", {}, L"menu.file", L"text"},
       {"one more", {L"menu.file"}, L"menu.file.open", std::wstring(5000, L'x')},
       {"one that is larger than a block", {L"menu.file"}, L"m", std::wstring(500'000, L'x')},
-      {"a key that is not hashed", {L"menu.file"}, std::wstring(300, L'x'), L"text"},
-      {"a key that is not hashed, alone", {}, std::wstring(300, L'x'), L"text"},
+      {"a long key", {}, std::wstring(300, L'x'), L"text"},
       {"one more than there is room for", full, L"menu.file", L"text"},
       {"a key without a place", FirstCollidingKeys(100), CollidingKeys()[100], L"text"},
       {"one more beside keys without a place", fullBesideCollidingOnes, L"menu.file", L"text"},
@@ -405,8 +366,8 @@ std::vector<Filling> Fillings() {
 
 TEST(Dictionary, IsAsBeforeWhereMemoryFailsToAdd) {
   for (const Filling& filling : Fillings()) {
-    const std::string key = EncodeUtf8(filling.key);
-    const std::string text = EncodeUtf8(filling.text);
+    const std::wstring& key = filling.key;
+    const std::wstring& text = filling.text;
     const Texts before = TextsOf(filling.before);
     Texts after = before;
     after.emplace(filling.key, filling.text);
@@ -417,7 +378,7 @@ TEST(Dictionary, IsAsBeforeWhereMemoryFailsToAdd) {
       Fill(dictionary, before);
       bool added = false;
       const Outcome outcome =
-          CallWithFailingAllocation(n, [&] { added = dictionary.Add(key, text); });
+          CallWithFailingAllocation(n, [&] { added = AddTo(dictionary, key, text); });
       ASSERT_NE(outcome, Outcome::kReturned) << "the failure was not passed on";
       if (outcome == Outcome::kNoFailure) {
         EXPECT_TRUE(added);
@@ -426,8 +387,8 @@ TEST(Dictionary, IsAsBeforeWhereMemoryFailsToAdd) {
         break;
       }
       EXPECT_TRUE(Holds(dictionary, before));
-      EXPECT_EQ(dictionary.Find(filling.key).text, nullptr);
-      EXPECT_TRUE(dictionary.Add(key, text));
+      EXPECT_EQ(FindIn(dictionary, filling.key), nullptr);
+      EXPECT_TRUE(AddTo(dictionary, key, text));
       EXPECT_TRUE(Holds(dictionary, after));
     }
   }
@@ -437,7 +398,7 @@ TEST(Dictionary, IsAsBeforeWhereMemoryFailsToAdd) {
 TEST(Dictionary, IsAsBeforeWhereMemoryFailsToReserve) {
   std::vector<std::wstring> keys = FirstCollidingKeys(56);
   for (const std::wstring& key : OrdinaryKeys(1000)) {
-    const bool isNearTheFront = HashBytes(EncodeUtf8(key)) >> 60U == 0;
+    const bool isNearTheFront = HashText(key) >> 60U == 0;
     if (isNearTheFront) {
       keys.push_back(key);
     }
@@ -448,13 +409,13 @@ TEST(Dictionary, IsAsBeforeWhereMemoryFailsToReserve) {
     const LeakCheck everythingIsGivenBack;
     Dictionary dictionary;
     Fill(dictionary, texts);
-    dictionary.Reserve(SIZE_MAX, 0);
-    const Outcome outcome = CallWithFailingAllocation(n, [&] { dictionary.Reserve(0, 0); });
+    dictionary.Reserve(SIZE_MAX);
+    const Outcome outcome = CallWithFailingAllocation(n, [&] { dictionary.Reserve(0); });
     ASSERT_NE(outcome, Outcome::kReturned) << "the failure was not passed on";
     EXPECT_TRUE(Holds(dictionary, texts));
-    dictionary.Reserve(0, 0);
+    dictionary.Reserve(0);
     EXPECT_TRUE(Holds(dictionary, texts));
-    dictionary.Reserve(SIZE_MAX, 0);
+    dictionary.Reserve(SIZE_MAX);
     EXPECT_TRUE(Holds(dictionary, texts));
     if (outcome == Outcome::kNoFailure) {
       EXPECT_GT(n, 3U) << "no place was lost";

@@ -47,7 +47,7 @@ TEST(ExampleDictionaries, HaveTheSameKeysAndATextForEach) {
     ASSERT_EQ(currentLanguage.id, id);
     EXPECT_EQ(dictionaries.at(id).Count(), keys.size());
     for (const std::wstring& key : keys) {
-      const wchar_t* const text = dictionaries.at(id).Find(key).text;
+      const wchar_t* const text = FindIn(dictionaries.at(id), key);
       EXPECT_TRUE(text != nullptr && *text != L'\0') << testing::PrintToString(key);
     }
   }

@@ -136,8 +136,7 @@ TEST(FailingSource, WhatWasReadBeforeStaysAndTheResultTellsWhatHappened) {
       openFile = [] { return std::make_unique<FailingSource>("en\nnew text\n", [] {}); };
       EXPECT_EQ(state.Load(), static_cast<std::int32_t>(failure.messages.size()));
       EXPECT_EQ(state.currentLanguage.id, L"en");
-      EXPECT_STREQ(state.dictionaries[L"en"].Find(L"new").text, L"text")
-          << "loading goes on as ever";
+      EXPECT_STREQ(FindIn(state.dictionaries[L"en"], L"new"), L"text") << "loading goes on as ever";
     }
   }
 }

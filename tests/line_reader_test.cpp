@@ -126,8 +126,8 @@ TEST(LineReader, JoinsWhatPiecesCut) {
   const std::string characters[] = {"a", "\xC3\xA4", "\xE2\x82\xAC", "\xF0\x9F\x98\x80"};
   Lines lines;
   std::string bytes;
-  const std::size_t lengths[] = {0,     1,      65533,  65534,  65535, 65536,
-                                 65537, 131071, 131072, 200000, 3};
+  const std::size_t lengths[] = {0,     1,     32766, 32767,  32768,  65533,  65534,
+                                 65535, 65536, 65537, 131071, 131072, 200000, 3};
   for (const std::size_t target : lengths) {
     std::string line;
     for (std::size_t i = 0; line.size() < target; ++i) {
@@ -174,12 +174,15 @@ TEST(LineReader, HoldsAtMostTwiceTheBytesOfItsSource) {
     std::string bytes;
   } rows[] = {
       {"one line of 10 MB", std::string(10'000'000, 'a')},
-      {"one line just under a piece", std::string(65535, 'a')},
-      {"one line of a piece", std::string(65536, 'a')},
-      {"one line just over a piece", std::string(65537, 'a')},
-      {"one line just under two pieces", std::string(131071, 'a')},
-      {"one line of two pieces", std::string(131072, 'a')},
-      {"one line just over two pieces", std::string(131073, 'a')},
+      {"one line just under a piece", std::string(32767, 'a')},
+      {"one line of a piece", std::string(32768, 'a')},
+      {"one line just over a piece", std::string(32769, 'a')},
+      {"one line just under two pieces", std::string(65535, 'a')},
+      {"one line of two pieces", std::string(65536, 'a')},
+      {"one line just over two pieces", std::string(65537, 'a')},
+      {"one line just under four pieces", std::string(131071, 'a')},
+      {"one line of four pieces", std::string(131072, 'a')},
+      {"one line just over four pieces", std::string(131073, 'a')},
       {"one line of four pieces", std::string(262144, 'a')},
       {"a short line in front of a long one", "short\n" + std::string(1'000'000, 'a')},
       {"a small file", "en\nkey text\n"},
@@ -209,7 +212,7 @@ TEST(LineReader, ReadsInLargePiecesAndEachByteOnce) {
     std::size_t sizeHint;
     std::size_t pieceBytes;
   } rows[] = {
-      {"a source that knows its size", bytes.size(), 32768},
+      {"a source that knows its size", bytes.size(), 16384},
       {"a source that does not", 0, 2048},
   };
   for (const auto& row : rows) {

@@ -334,7 +334,7 @@ const Disturbance kHarmless[] = {
      }},
     {"an odd number of bytes", [](System& system) { system.read = ReadsOfAtMost(4093); }},
     {"a page and a byte", [](System& system) { system.read = ReadsOfAtMost(4097); }},
-    {"one byte less than a piece", [](System& system) { system.read = ReadsOfAtMost(65535); }},
+    {"one byte less than a piece", [](System& system) { system.read = ReadsOfAtMost(32767); }},
     {"no size", [](System& system) { system.fstat = Size(0); }},
     {"a size of one byte", [](System& system) { system.fstat = Size(1); }},
     {"a size of half", [](System& system) { system.fstat = Size(kSize / 2); }},

@@ -388,7 +388,7 @@ SYSTEMS = {
 USUAL_OPTIONS = ("-DKELMO_LOCALIZER_STRICT=OFF", "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON")
 ONLY_ON_WINDOWS = re.compile(r"_(windows|mingw)\.cpp$")
 # Code of all systems that says something else on Windows.
-OTHERWISE_ON_WINDOWS = re.compile(r"kSurrogatePairs|kUnitBytes|sizeof\(wchar_t\)|kUnitsOfFourBytes|_mm_")
+OTHERWISE_ON_WINDOWS = re.compile(r"kSurrogatePairs|kLanes\b|sizeof\((?:wchar_t|Unit)\)|_mm_")
 NOT_COVERED = re.compile(r"^( *)// not covered: .*Windows only")
 MEMORY_KIB = 6 * 1024 * 1024
 FILE_BLOCKS = 4 * 1024 * 1024  # of 512 bytes
@@ -404,8 +404,6 @@ OWN_TESTS = {
     "frame/platform_posix.cpp": "platform",
     "frame/platform_windows.cpp": "platform",
     "frame/word.h": "dictionary_line",
-    "dictionary/key.cpp": "dictionary",
-    "dictionary/key.h": "dictionary",
     "phyval/double.cpp": "double",
     "phyval/rounding.h": "rounding",
 }

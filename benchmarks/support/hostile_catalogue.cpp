@@ -4,12 +4,12 @@
 #include <string>
 #include <string_view>
 
-#include "frame/hash.h"
+#include "frame/text_block.h"
 
 namespace benchmarks {
 namespace {
 
-constexpr std::string_view kLetters = "abcdefghijklmnop";
+constexpr std::wstring_view kLetters = L"abcdefghijklmnop";
 constexpr std::size_t kKeyLength = 16;
 
 }  // namespace
@@ -19,17 +19,17 @@ Catalogue MakeHostileCatalogue(std::size_t size) {
   const std::uint64_t limit = (std::uint64_t{1} << 32U) / (size / 8);
   std::mt19937_64 random = MakeRandomNumbers();
   Catalogue catalogue = MakeCatalogue(Language::kEnglish, size);
-  std::string key(kKeyLength, '\0');
+  std::wstring key(kKeyLength, '\0');
   for (auto entry = catalogue.begin(); entry != catalogue.end();) {
     std::uint64_t bits = random();
-    for (char& letter : key) {
+    for (wchar_t& letter : key) {
       letter = kLetters[bits % kLetters.size()];
       bits /= kLetters.size();
     }
-    for (const char last : kLetters) {  // faster than a random number for each
+    for (const wchar_t last : kLetters) {  // faster than a random number for each
       key.back() = last;
-      if (KelmoLibs::Localize::HashBytes(key) >> 32U < limit && entry != catalogue.end()) {
-        entry->key.assign(key.begin(), key.end());
+      if (KelmoLibs::Localize::HashText(key) >> 32U < limit && entry != catalogue.end()) {
+        entry->key = key;
         ++entry;
       }
     }

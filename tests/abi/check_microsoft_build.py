@@ -79,7 +79,9 @@ def gnu_words(sources):
     """In the words of the project's files as they are written: every branch, without comments and texts."""
     for file in sorted(sources):
         text = re.sub(r"/\*.*?\*/|//[^\n]*", " ", file.read_text("utf-8"), flags=re.S)
-        text = re.sub(r"#if !defined\(_WIN32\).*?#elif", "#if", text, flags=re.S)  # what only other systems see
+        # What only other systems see, and other compilers.
+        text = re.sub(r"#if !defined\(_WIN32\).*?#elif", "#if", text, flags=re.S)
+        text = re.sub(r"(#ifdef _MSC_VER\b(?:(?!#\s*(?:if|el)).)*)#else\b(?:(?!#\s*if).)*?#endif", r"\1#endif", text, flags=re.S)
         yield from (f"{file.relative_to(top)}: {word}" for word in GNU_WORDS.findall(text))
 
 

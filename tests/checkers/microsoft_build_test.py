@@ -11,7 +11,7 @@ import unittest
 from refusals import TOP, RefusalTest, Row, falsify, new_folder, write
 
 HEADER, LIST, DEFINITION = "include/kelmo_localizer.h", "tests/abi/exported_names_microsoft.txt", "frame/exports.def"
-VALUE_TYPE, DOUBLE, SCRIPT = "phyval/value_type.cpp", "phyval/double.cpp", "resources/default_unit_table.rc"
+INLINING, VALUE_TYPE, DOUBLE, SCRIPT = "frame/inlining.h", "phyval/value_type.cpp", "phyval/double.cpp", "resources/default_unit_table.rc"
 SOURCES = ("c.c", "cxx11.cpp", "exports.cpp", "double.cpp", "double_windows.cpp", "value_type.cpp", "default_unit_table.rc")
 FOLDERS = ("cmake", "dictionary", "examples", "frame", "include", "phyval", "resources", "tests/abi", "unittables")
 GET_SID = "int ValueType::GetSid() { return code < 100 ? 0 : code % 1000; }"
@@ -26,6 +26,10 @@ ROWS = (
     Row("an attribute of GNU's", HEADER, MEMBER, f"  __attribute__((cold)) {MEMBER}",
         f"does not know {HEADER}: __attribute__"),
     Row("a word of GNU's that Clang reads", VALUE_TYPE, GET_SID, f'{GET_SID}\nvoid Nothing() {{ asm("nop"); }}', "asm"),
+    Row("a word of GNU's in the branch of Microsoft's compiler", INLINING, "__forceinline",
+        "__attribute__((always_inline)) inline", f"does not know {INLINING}: __attribute__"),
+    Row("a word of GNU's behind the branches", INLINING, "#endif", "#endif\n#define KELMO_COLD __attribute__((cold))",
+        f"does not know {INLINING}: __attribute__"),
     Row("a header of GNU's", VALUE_TYPE, "#include", "#include <unistd.h>\n#include", "<unistd.h>"),
     Row("a warning", VALUE_TYPE, GET_SID, f"{GET_SID}\n\nstatic int Unused() {{ return 1; }}", "unused function 'Unused'"),
     Row("a missing include", DOUBLE, "#include <cfloat>\n", "", "use of undeclared identifier 'FLT_EVAL_METHOD'"),

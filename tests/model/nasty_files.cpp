@@ -148,7 +148,7 @@ void Spoil(Vocabulary& words, std::string& bytes) {
 // The same again and again; one time in five until the file is so large that it is read in pieces,
 // whose ends then lie anywhere in what is repeated.
 void AddALongRun(RandomNumbers& random, std::string& bytes) {
-  constexpr int kPiece = 65536;
+  constexpr int kPiece = 32768;
   constexpr std::string_view kRuns[] = {" ",
                                         "x",
                                         "\n",

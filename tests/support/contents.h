@@ -3,19 +3,30 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "dictionary/dictionary.h"
-#include "tests/support/encode_utf8.h"
 
 using Texts = std::map<std::wstring, std::wstring>;
 using Contents = std::map<std::wstring, Texts>;
 
+/// False: the dictionary has the key.
+inline bool AddTo(KelmoLibs::Localize::Dictionary& dictionary, std::wstring_view key,
+                  std::wstring_view text) {
+  wchar_t* const place = dictionary.Add(key, text.size());
+  if (place != nullptr) {
+    *std::copy(text.begin(), text.end(), place) = L'\0';
+  }
+  return place != nullptr;
+}
+
 inline void Fill(KelmoLibs::Localize::Dictionary& dictionary, const Texts& texts) {
   for (const auto& [key, text] : texts) {
-    dictionary.Add(EncodeUtf8(key), EncodeUtf8(text));
+    AddTo(dictionary, key, text);
   }
 }
 
@@ -23,6 +34,13 @@ inline void Fill(KelmoLibs::Localize::DictionaryTable& table, const Contents& co
   for (const auto& [id, texts] : contents) {
     Fill(table[id], texts);
   }
+}
+
+/// The text of `key`, or null.
+inline const wchar_t* FindIn(const KelmoLibs::Localize::Dictionary& dictionary,
+                             std::wstring_view key) {
+  using namespace KelmoLibs::Localize;
+  return dictionary.Find(Key<AnyTexts>(key));
 }
 
 /// Whether `stored` is `text`, also behind a NUL inside it.
@@ -39,7 +57,7 @@ inline bool IsText(const wchar_t* stored, const std::wstring& text) {
 inline testing::AssertionResult Holds(const KelmoLibs::Localize::Dictionary& dictionary,
                                       const Texts& texts) {
   for (const auto& [key, text] : texts) {
-    const wchar_t* const stored = dictionary.Find(key).text;
+    const wchar_t* const stored = FindIn(dictionary, key);
     if (stored == nullptr) {
       return testing::AssertionFailure()
              << "the key " << testing::PrintToString(key) << " is missing";
@@ -84,7 +102,7 @@ inline Contents ContentsOf(const KelmoLibs::Localize::DictionaryTable& table,
   for (const auto& [id, dictionary] : table) {
     Texts& texts = contents[id];
     for (const std::wstring& key : keys) {
-      if (const wchar_t* const text = dictionary.Find(key).text) {
+      if (const wchar_t* const text = FindIn(dictionary, key)) {
         texts[key] = text;
       }
     }

@@ -1,0 +1,11 @@
+// Whether a function is inlined, where compilers would choose otherwise and a lookup would be slower: LANG is a
+// chain of small functions (dictionary/dictionary_table.cpp).
+#pragma once
+
+#ifdef _MSC_VER
+#define KELMO_LOCALIZER_ALWAYS_INLINE __forceinline
+#define KELMO_LOCALIZER_NEVER_INLINE __declspec(noinline)
+#else
+#define KELMO_LOCALIZER_ALWAYS_INLINE __attribute__((always_inline)) inline
+#define KELMO_LOCALIZER_NEVER_INLINE __attribute__((noinline))
+#endif

@@ -1,0 +1,173 @@
+#include "dictionary/key.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <new>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tests/support/random_numbers.h"
+
+namespace KelmoLibs::Localize {
+namespace {
+
+// A key in memory of its own, no more than it needs.
+class Kept {
+ public:
+  explicit Kept(std::wstring_view text) : memory_(new std::byte[StoredKey(text).Bytes()]) {
+    key_ = StoredKey(text).Store(text, memory_.get());
+  }
+
+  const StoredKey& operator*() const { return *key_; }
+
+ private:
+  std::unique_ptr<std::byte[]> memory_;
+  const StoredKey* key_ = nullptr;
+};
+
+std::wstring RandomText(RandomNumbers& random, std::size_t length, char32_t first, int count) {
+  std::wstring text;
+  while (text.size() < length) {
+    text += static_cast<wchar_t>(first + static_cast<char32_t>(random.Below(count)));
+  }
+  return text;
+}
+
+// Of each length and form, those that are alike among them.
+std::vector<std::wstring> ManyTexts() {
+  RandomNumbers random(randomSeed);
+  std::vector<std::wstring> texts = {L""};
+  for (std::size_t length = 1; length <= 70; ++length) {
+    const std::wstring ascii = RandomText(random, length, 'a', 26);
+    texts.push_back(ascii);
+    for (const wchar_t other :
+         {L'\0', L'\x80', L'\u00FF', L'\u0100', L'\u0161', L'\u0424', L'\uFFFF'}) {
+      for (const std::size_t place : {std::size_t{0}, length / 2, length - 1}) {
+        texts.push_back(ascii);
+        texts.back()[place] = other;
+      }
+    }
+    texts.push_back(RandomText(random, length, 0x430, 32));
+    texts.push_back(RandomText(random, length, 0x4E00, 5000));
+    if (sizeof(wchar_t) == 4) {
+      for (const std::uint32_t other : {0x10061U, 0x1F600U, 0x110000U, 0x80000061U, 0xFFFFFFFFU}) {
+        texts.push_back(ascii);
+        texts.back()[length / 2] = static_cast<wchar_t>(other);
+      }
+    }
+  }
+  return texts;
+}
+
+bool IsIt(const std::wstring& text, const StoredKey& key) { return Key<AnyTexts>(text).Is(key); }
+
+TEST(Key, IsThatOfItsTextAlone) {
+  const std::vector<std::wstring> texts = ManyTexts();
+  for (const std::wstring& text : texts) {
+    const Kept kept(text);
+    for (const std::wstring& other : texts) {
+      if (text.size() == other.size()) {
+        ASSERT_EQ(IsIt(other, *kept), text == other)
+            << testing::PrintToString(text) << ", " << testing::PrintToString(other);
+      }
+    }
+    EXPECT_FALSE(IsIt(text + L'x', *kept));
+    EXPECT_FALSE(IsIt(text + L'\0', *kept));
+  }
+}
+
+TEST(Key, HasTheHashOfItsText) {
+  for (const std::wstring& text : ManyTexts()) {
+    EXPECT_EQ(Key<AnyTexts>(text).Hash(), HashText(text)) << testing::PrintToString(text);
+    EXPECT_EQ((*Kept(text)).Hash(), HashText(text)) << testing::PrintToString(text);
+  }
+}
+
+TEST(Key, TakesTheFewestBytesThatHoldAllCharacters) {
+  constexpr std::size_t kWide = sizeof(wchar_t);
+  const struct {
+    const char* name;
+    std::wstring text;
+    std::size_t bytes;  // of the characters
+  } rows[] = {
+      {"nothing", L"", 0},
+      {"ASCII", L"menu", 4},
+      {"ASCII that does not end with a wide character", L"menu.", kWide == 2 ? 6 : 8},
+      {"the first of one byte", L"men\u0001", 4},
+      {"the last of one byte", L"men\u00FE", 4},
+      {"which stands for others where they are narrowed", L"men\u00FF", 8},
+      {"the first of two bytes", L"men\u0100", 8},
+      {"the last of two bytes", L"\uFFFEmenu.file", 20},
+      {"NUL", std::wstring(L"me\0u", 4), 4 * kWide},
+      {"a hundred", std::wstring(100, L'x'), 100},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    const StoredKey head(row.text);
+    EXPECT_EQ(head.Length(), row.text.size());
+    EXPECT_EQ(head.Bytes(), sizeof(StoredKey) + row.bytes);
+  }
+  const std::wstring beyond = L"menu.\U0001F600";
+  EXPECT_EQ(StoredKey(beyond).Bytes(), sizeof(StoredKey) + beyond.size() * kWide);
+}
+
+// What a set of keys needs: one order, whether the right one is kept or asked for.
+TEST(Key, HasAPlaceInOneOrder) {
+  std::vector<std::wstring> texts = ManyTexts();
+  RandomNumbers random(randomSeed);
+  const auto sign = [](int order) { return order < 0 ? -1 : order > 0 ? 1 : 0; };
+  for (int round = 0; round < 20'000; ++round) {
+    const std::wstring& first = AnyOf(random, texts);
+    const std::wstring& second = AnyOf(random, texts);
+    const std::wstring& third = AnyOf(random, texts);
+    const Kept left(first);
+    const Kept middle(second);
+    const Kept right(third);
+    const int order = sign(Compare(*left, *middle));
+    ASSERT_EQ(order == 0, first == second);
+    ASSERT_EQ(sign(Compare(*middle, *left)), -order);
+    ASSERT_EQ(sign(Compare(*left, std::wstring_view(second))), order)
+        << testing::PrintToString(first) << ", " << testing::PrintToString(second);
+    if (order < 0 && Compare(*middle, *right) < 0) {
+      ASSERT_LT(Compare(*left, *right), 0);
+    }
+  }
+}
+
+template <class Texts>
+void ExpectAsKeyOfAnyLength(const std::wstring& text, const std::vector<std::wstring>& others) {
+  SCOPED_TRACE(testing::PrintToString(text));
+  const Key<Texts> key(text);
+  ASSERT_EQ(key.Hash(), HashText(text));
+  ASSERT_EQ(key.Ordered(), text);
+  for (const std::wstring& other : others) {
+    if (other.size() == text.size() || other.size() == text.size() + 1) {
+      ASSERT_EQ(key.Is(*Kept(other)), text == other) << testing::PrintToString(other);
+    }
+  }
+}
+
+TEST(Key, IsTheSameAsOneOfItsLength) {
+  const std::vector<std::wstring> texts = ManyTexts();
+  for (const std::wstring& text : texts) {
+    if (text.size() <= TinyTexts::kLongest) {
+      ExpectAsKeyOfAnyLength<TinyTexts>(text, texts);
+    } else if (text.size() <= ShortTexts::kLongest) {
+      ExpectAsKeyOfAnyLength<ShortTexts>(text, texts);
+    } else if (text.size() <= MediumTexts::kLongest) {
+      ExpectAsKeyOfAnyLength<MediumTexts>(text, texts);
+    } else if (text.size() <= LongTexts::kLongest) {
+      ExpectAsKeyOfAnyLength<LongTexts>(text, texts);
+    } else {
+      ExpectAsKeyOfAnyLength<TextsInSteps>(text, texts);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace KelmoLibs::Localize
