@@ -78,7 +78,12 @@ def built(prefix, name, build_type, *definitions):
 shutil.rmtree(work, ignore_errors=True)
 compiler = work / "bin/clang-cl"
 compiler.parent.mkdir(parents=True)
-compiler.symlink_to(shutil.which("clang"))
+# The path of a checkout may begin as an option of that compiler does, as /w: behind "--" it is a file.
+compiler.write_text(f"""#!/bin/bash
+[ "${{*: -2:1}}" != -c ] || set -- "${{@:1:$#-1}}" -- "${{!#}}"
+exec -a clang-cl '{shutil.which("clang")}' "$@"
+""")
+compiler.chmod(0o755)
 # As at the prompt of Visual Studio, the headers are named by a variable.
 environment = {**os.environ, "CL": "--target=x86_64-pc-windows-msvc"}
 for name in ("_CL_", "CFLAGS", "CXXFLAGS", "LDFLAGS"):
