@@ -23,7 +23,6 @@ static_assert(kMostDecimals == std::numeric_limits<std::int32_t>::digits10, "tho
 struct Scale {
   std::int32_t up;
   std::int32_t down;
-  int decimals;  // how many digits `up` has behind its first one
 };
 
 // Counted without a sign, where wrapping is defined, and read with one.
@@ -32,14 +31,6 @@ std::int32_t Signed(std::uint32_t count) noexcept { return static_cast<std::int3
 // A loop without an effect may be taken to end, and be removed. These two must go on for ever when
 // the tolerance is such: the fence is an effect, and costs no instruction.
 void KeepLoop() noexcept { std::atomic_signal_fence(std::memory_order_seq_cst); }
-
-int DecimalsOf(std::int32_t up) noexcept {
-  int decimals = 0;
-  for (; up >= 10; up /= 10) {
-    ++decimals;
-  }
-  return decimals;
-}
 
 Scale ScaleOf(double tolerance) noexcept {
   std::uint32_t up = 1;
@@ -54,7 +45,7 @@ Scale ScaleOf(double tolerance) noexcept {
     down *= 10;
     KeepLoop();
   }
-  return {Signed(up), Signed(down), DecimalsOf(Signed(up))};
+  return {Signed(up), Signed(down)};
 }
 
 constexpr std::array<std::int32_t, kMostDecimals + 1> kPowersOfTen = {
@@ -70,6 +61,14 @@ double NearestInteger(double x) noexcept {
   const auto whole = static_cast<double>(static_cast<std::int64_t>(x));
   const double nearest = std::abs(x - whole) >= 0.5 ? whole + std::copysign(1.0, x) : whole;
   return std::copysign(nearest, x);  // -0.3 becomes -0
+}
+
+int DecimalsOf(std::int32_t up) noexcept {
+  int decimals = 0;
+  for (; up >= 10; up /= 10) {
+    ++decimals;
+  }
+  return decimals;
 }
 
 // Eight decimal digits of a number below 10^8, the first one in the lowest byte: halves of four digits, of two,
@@ -129,7 +128,7 @@ std::wstring ClassicText(const RoundedNumber& rounded, wchar_t separator) {
 }  // namespace
 
 RoundedNumber RoundToTolerance(double value, double tolerance) noexcept {
-  const auto [up, down, decimals] = ScaleOf(tolerance);
+  const auto [up, down] = ScaleOf(tolerance);
   constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
   if (up <= 0) {
     // The power of ten has wrapped, at a tolerance of 1e-11 or less. Nothing is left to round by, and every decimal
@@ -138,6 +137,7 @@ RoundedNumber RoundToTolerance(double value, double tolerance) noexcept {
   }
   // Exactly these steps in this order: another one gives other last digits. A division by 1 changes nothing but the
   // time.
+  const int decimals = DecimalsOf(up);
   const double scaled = up * value;
   const double integer = NearestInteger(down == 1 ? scaled : scaled / down) * down;
   return {integer / up, decimals,
