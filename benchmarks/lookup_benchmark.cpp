@@ -342,17 +342,24 @@ void RegisterKeysOfAllKinds(const std::string& name) {
   }
 }
 
+// The subjects that a lookup is judged by.
+template <class Subject>
+void RegisterWithAllLengths(const std::string& name) {
+  Register<Subject>(name);
+  RegisterKeysOfAllKinds<Subject>(name);
+}
+
 }  // namespace
 }  // namespace benchmarks
 
 int main(int argc, char** argv) {
   using namespace benchmarks;
-  Register<Kelmo>("kelmo");
+  RegisterWithAllLengths<Kelmo>("kelmo");
 #ifdef KELMO_HAS_BOOST
-  Register<MapSubject<BoostFlatMap>>("boost_flat_map");
+  RegisterWithAllLengths<MapSubject<BoostFlatMap>>("boost_flat_map");
 #endif
 #ifdef KELMO_HAS_ABSL
-  Register<MapSubject<AbslFlatHashMap>>("absl_flat_hash_map");
+  RegisterWithAllLengths<MapSubject<AbslFlatHashMap>>("absl_flat_hash_map");
 #endif
   // In C++17 that of strings would need a new string for each lookup.
   Register<MapSubject<std::unordered_map<std::wstring_view, std::wstring>>>("std_unordered_map");
@@ -363,15 +370,7 @@ int main(int argc, char** argv) {
 #ifdef KELMO_HAS_ICU
   Register<Icu>("icu");
 #endif
-  Register<KeyLength>("key_length");
-  RegisterKeysOfAllKinds<Kelmo>("kelmo");
-#ifdef KELMO_HAS_BOOST
-  RegisterKeysOfAllKinds<MapSubject<BoostFlatMap>>("boost_flat_map");
-#endif
-#ifdef KELMO_HAS_ABSL
-  RegisterKeysOfAllKinds<MapSubject<AbslFlatHashMap>>("absl_flat_hash_map");
-#endif
-  RegisterKeysOfAllKinds<KeyLength>("key_length");
+  RegisterWithAllLengths<KeyLength>("key_length");
   for (const std::size_t size : kHostileSizes) {
     RegisterAllKeys<Kelmo>("hostile/kelmo", size, Hostile(size));
     RegisterAllKeys<Kelmo>("hostile/kelmo_usual", size, Usual(size));
