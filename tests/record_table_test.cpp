@@ -187,9 +187,13 @@ TEST(RecordTable, MakesRoomWithinReason) {
     std::size_t room;
   } rows[] = {
       {"nothing is expected of an empty one", 0, 0, kFewRecords},
+      {"little is expected of an empty one", 0, 1, kFewRecords},
       {"much is expected of an empty one", 0, SIZE_MAX, kFewRecords},
+      {"of one nothing", 1, 0, kFewRecords},
       {"of one the largest number", 1, SIZE_MAX, kFewRecords},
       {"nothing", 100, 0, 200},
+      {"fewer than there are", 100, 50, 200},
+      {"as many as there are", 100, 100, 200},
       {"less than twice as many", 100, 199, 200},
       {"three times as many and one", 100, 301, 301},
       {"64 times as many", 100, 6400, 6400},
@@ -199,11 +203,15 @@ TEST(RecordTable, MakesRoomWithinReason) {
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
     RandomNumbers random(randomSeed);
+    const LeakCheck everythingIsGivenBack;
     Filled filled;
     while (filled.TheTable().Count() < row.records) {
       filled.Add(random.Bits());
     }
+    const std::size_t before = allocation_probe::LiveBytes();
     filled.Reserve(row.expected);
+    EXPECT_LE(allocation_probe::LiveBytes(), before + 20 * row.room + 2000);
+    filled.ExpectAll();
     while (filled.TheTable().Count() < row.room) {
       ASSERT_FALSE(filled.TheTable().IsFull()) << filled.TheTable().Count();
       filled.Add(random.Bits());
