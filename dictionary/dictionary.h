@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "dictionary/key.h"
-#include "frame/record_table.h"
+#include "storage/record_table.h"
 
 namespace KelmoLibs::Localize {
 

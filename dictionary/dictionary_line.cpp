@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "frame/word.h"
+#include "storage/word.h"
 
 namespace KelmoLibs::Localize {
 namespace {

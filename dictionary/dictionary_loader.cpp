@@ -5,7 +5,7 @@
 
 #include "dictionary/dictionary_reader.h"
 #include "frame/messages.h"
-#include "frame/platform.h"
+#include "platform/files.h"
 
 namespace KelmoLibs::Localize {
 namespace {

@@ -4,8 +4,8 @@
 #include <optional>
 
 #include "dictionary/dictionary_line.h"
-#include "frame/line_reader.h"
-#include "frame/utf8.h"
+#include "text/line_reader.h"
+#include "text/utf8.h"
 
 namespace KelmoLibs::Localize {
 

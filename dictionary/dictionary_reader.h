@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "dictionary/dictionary.h"
-#include "frame/byte_source.h"
+#include "text/byte_source.h"
 
 namespace KelmoLibs::Localize {
 

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "frame/text_block.h"
+#include "storage/text_block.h"
 
 namespace KelmoLibs::Localize {
 

@@ -7,9 +7,9 @@
 #include <string_view>
 #include <vector>
 
-#include "frame/inlining.h"
 #include "frame/messages.h"
-#include "frame/record_table.h"
+#include "storage/inlining.h"
+#include "storage/record_table.h"
 
 namespace KelmoLibs::Localize {
 

@@ -2,11 +2,11 @@
 #include <string_view>
 
 #include "dictionary/dictionary_loader.h"
-#include "dictionary/dictionary_table.h"
+#include "dictionary/lookup.h"
 #include "frame/error_list.h"
-#include "frame/file_path.h"
 #include "frame/library_state.h"
 #include "kelmo_localizer.h"
+#include "text/file_path.h"
 #include "unittables/default_table.h"
 #include "unittables/language_table.h"
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "frame/text_block.h"
+#include "storage/text_block.h"
 
 namespace KelmoLibs::Localize {
 namespace {

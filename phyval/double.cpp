@@ -1,10 +1,10 @@
 #include <cfloat>
 #include <stdexcept>
 
-#include "frame/platform.h"
 #include "kelmo_localizer.h"
 #include "phyval/rounding.h"
 #include "phyval/unit_catalogue.h"
+#include "platform/files.h"
 
 namespace KelmoLibs::Localize::Phyval {
 

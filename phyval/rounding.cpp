@@ -10,8 +10,8 @@
 #include <optional>
 #include <utility>
 
-#include "frame/platform.h"
-#include "frame/word.h"
+#include "platform/files.h"
+#include "storage/word.h"
 
 namespace KelmoLibs::Localize::Phyval {
 namespace {

@@ -1,5 +1,3 @@
-#include "frame/block_store.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -11,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "storage/arena.h"
 #include "tests/support/allocation_probe.h"
 #include "tests/support/random_numbers.h"
 

@@ -1,8 +1,7 @@
-#include "frame/character_classes_posix.h"
-
 #include <gtest/gtest.h>
 
-#include "frame/platform.h"
+#include "platform/files.h"
+#include "platform/posix/character_classes.h"
 
 namespace KelmoLibs::Localize {
 namespace {

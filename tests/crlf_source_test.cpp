@@ -1,4 +1,4 @@
-#include "frame/crlf_source.h"
+#include "text/crlf_source.h"
 
 #include <gtest/gtest.h>
 

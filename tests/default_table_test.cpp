@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "frame/platform.h"
+#include "platform/files.h"
 #include "tests/support/allocation_probe.h"
 #include "tests/support/exported_table.h"
 #include "tests/support/read_file.h"

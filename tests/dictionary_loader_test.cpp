@@ -7,13 +7,13 @@
 #include <string>
 #include <vector>
 
-#include "dictionary/dictionary_table.h"
-#include "frame/file_path.h"
+#include "dictionary/lookup.h"
 #include "tests/support/allocation_probe.h"
 #include "tests/support/contents.h"
 #include "tests/support/encode_utf8.h"
 #include "tests/support/read_all.h"
 #include "tests/support/scratch_folder.h"
+#include "text/file_path.h"
 
 namespace KelmoLibs::Localize {
 namespace {

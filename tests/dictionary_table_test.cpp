@@ -1,5 +1,3 @@
-#include "dictionary/dictionary_table.h"
-
 #include <gtest/gtest.h>
 
 #include <cstddef>
@@ -8,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "dictionary/lookup.h"
 #include "tests/support/allocation_probe.h"
 #include "tests/support/colliding_keys.h"
 #include "tests/support/contents.h"

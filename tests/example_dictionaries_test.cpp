@@ -8,10 +8,10 @@
 #include <string>
 
 #include "dictionary/dictionary_loader.h"
-#include "frame/file_path.h"
-#include "frame/utf8.h"
 #include "tests/support/contents.h"
 #include "tests/support/read_file.h"
+#include "text/file_path.h"
+#include "text/utf8.h"
 
 namespace KelmoLibs::Localize {
 namespace {

@@ -6,8 +6,8 @@
 #include <sstream>
 #include <string>
 
-#include "frame/utf8.h"
 #include "tests/support/read_file.h"
+#include "text/utf8.h"
 
 namespace KelmoLibs::Localize {
 namespace {

@@ -14,7 +14,7 @@
 #include <vector>
 
 #include "dictionary/dictionary_loader.h"
-#include "frame/platform.h"
+#include "platform/files.h"
 #include "tests/support/contents.h"
 #include "tests/support/localized_units.h"
 #include "tests/support/read_all.h"

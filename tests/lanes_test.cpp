@@ -1,5 +1,3 @@
-#include "frame/lanes.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -10,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "storage/vector128.h"
 #include "tests/support/random_numbers.h"
 
 namespace KelmoLibs::Localize {

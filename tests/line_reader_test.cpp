@@ -1,4 +1,4 @@
-#include "frame/line_reader.h"
+#include "text/line_reader.h"
 
 #include <gtest/gtest.h>
 
@@ -8,9 +8,9 @@
 #include <string_view>
 #include <vector>
 
-#include "frame/utf8.h"
 #include "tests/support/allocation_probe.h"
 #include "tests/support/string_source.h"
+#include "text/utf8.h"
 
 namespace KelmoLibs::Localize {
 namespace {

@@ -7,9 +7,9 @@
 #include <string_view>
 #include <vector>
 
-#include "frame/utf8.h"
 #include "tests/support/read_all.h"
 #include "tests/support/read_file.h"
+#include "text/utf8.h"
 
 namespace KelmoLibs::Localize {
 namespace {

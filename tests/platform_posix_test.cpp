@@ -24,14 +24,14 @@
 #include <thread>
 #include <vector>
 
-#include "frame/file_path.h"
-#include "frame/platform.h"
 #include "phyval/rounding.h"
+#include "platform/files.h"
 #include "tests/support/child_process.h"
 #include "tests/support/free_descriptor.h"
 #include "tests/support/global_locale.h"
 #include "tests/support/read_all.h"
 #include "tests/support/scratch_folder.h"
+#include "text/file_path.h"
 
 namespace KelmoLibs::Localize {
 namespace {

@@ -1,5 +1,3 @@
-#include "frame/platform.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -14,12 +12,13 @@
 #include <utility>
 #include <vector>
 
-#include "frame/file_path.h"
-#include "frame/line_reader.h"
+#include "platform/files.h"
 #include "tests/support/read_all.h"
 #include "tests/support/read_file.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/support/test_platform.h"
+#include "text/file_path.h"
+#include "text/line_reader.h"
 
 namespace KelmoLibs::Localize {
 namespace {

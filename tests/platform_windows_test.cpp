@@ -14,10 +14,10 @@
 #include <system_error>
 #include <utility>
 
-#include "frame/file_path.h"
-#include "frame/platform.h"
+#include "platform/files.h"
 #include "tests/support/read_all.h"
 #include "tests/support/scratch_folder.h"
+#include "text/file_path.h"
 
 namespace KelmoLibs::Localize {
 namespace {

@@ -1,4 +1,4 @@
-#include "frame/posix_path.h"
+#include "text/posix_path.h"
 
 #include <gtest/gtest.h>
 

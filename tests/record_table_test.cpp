@@ -1,4 +1,4 @@
-#include "frame/record_table.h"
+#include "storage/record_table.h"
 
 #include <gtest/gtest.h>
 

@@ -13,11 +13,11 @@
 #include <vector>
 
 #include "examples/value_order.h"
-#include "frame/utf8.h"
 #include "kelmo_localizer.h"
 #include "tests/support/exported_table.h"
 #include "tests/support/page_table.h"
 #include "tests/support/scratch_folder.h"
+#include "text/utf8.h"
 
 using KelmoLibs::Localize::DecodeUtf8;
 using KelmoLibs::Localize::Phyval::Double;

@@ -1,4 +1,4 @@
-#include "frame/text_block.h"
+#include "storage/text_block.h"
 
 #include <gtest/gtest.h>
 

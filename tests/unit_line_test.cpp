@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "frame/platform.h"
+#include "platform/files.h"
 #include "tests/support/allocation_probe.h"
 
 namespace KelmoLibs::Localize {

@@ -1,7 +1,7 @@
 // Which calls are made, in which order, by a setlocale that the test makes up. With the system's
 // own: regional_settings_test.cpp.
 
-#include "frame/user_locale.h"
+#include "platform/user_locale.h"
 
 #include <gtest/gtest.h>
 

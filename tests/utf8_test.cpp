@@ -1,4 +1,4 @@
-#include "frame/utf8.h"
+#include "text/utf8.h"
 
 #include <gtest/gtest.h>
 

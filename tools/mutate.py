@@ -4,7 +4,7 @@
     tools/mutate.py                       a choice of changes, from all files
     tools/mutate.py --number 800 --seed 2 more of them, others
     tools/mutate.py --all                 every change there is: a day
-    tools/mutate.py frame/utf8.cpp phyval all changes of a file, of a folder; with --number, so many
+    tools/mutate.py text/utf8.cpp phyval all changes of a file, of a folder; with --number, so many
     tools/mutate.py utf8.cpp-1f3a9c       one change, by the name that a run has printed
     tools/mutate.py --survivors           those that the tests of the last run did not notice
     tools/mutate.py --continue [...]      goes on with a run that was interrupted
@@ -395,15 +395,15 @@ FILE_BLOCKS = 4 * 1024 * 1024  # of 512 bytes
 
 # What a file's own tests are called, where they are not in a file of its name.
 OWN_TESTS = {
-    "frame/byte_source.h": "line_reader",
-    "frame/character_classes_windows.cpp": "platform",
-    "frame/embedded_table_posix.cpp": "platform",
-    "frame/embedded_table_windows.cpp": "platform",
-    "frame/memory_posix.cpp": "block_store",
-    "frame/platform.h": "platform",
-    "frame/platform_posix.cpp": "platform",
-    "frame/platform_windows.cpp": "platform",
-    "frame/word.h": "dictionary_line",
+    "text/byte_source.h": "line_reader",
+    "platform/windows/characters.cpp": "platform",
+    "platform/posix/embedded_table.cpp": "platform",
+    "platform/windows/embedded_table.cpp": "platform",
+    "platform/posix/memory.cpp": "block_store",
+    "platform/files.h": "platform",
+    "platform/posix/files.cpp": "platform",
+    "platform/windows/files.cpp": "platform",
+    "storage/word.h": "dictionary_line",
     "phyval/double.cpp": "double",
     "phyval/rounding.h": "rounding",
 }

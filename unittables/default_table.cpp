@@ -1,7 +1,7 @@
 #include "unittables/default_table.h"
 
-#include "frame/platform.h"
-#include "frame/utf8.h"
+#include "platform/files.h"
+#include "text/utf8.h"
 #include "unittables/unit_line.h"
 
 namespace KelmoLibs::Localize {

@@ -3,11 +3,11 @@
 #include <memory>
 #include <optional>
 
-#include "frame/file_path.h"
-#include "frame/line_reader.h"
 #include "frame/messages.h"
-#include "frame/platform.h"
-#include "frame/utf8.h"
+#include "platform/files.h"
+#include "text/file_path.h"
+#include "text/line_reader.h"
+#include "text/utf8.h"
 #include "unittables/unit_line.h"
 
 namespace KelmoLibs::Localize {

@@ -4,7 +4,7 @@
 #include <cwchar>
 #include <limits>
 
-#include "frame/platform.h"
+#include "platform/files.h"
 
 namespace KelmoLibs::Localize {
 namespace {

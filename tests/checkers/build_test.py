@@ -172,7 +172,7 @@ class Build(RefusalTest):
             "-P", TOP / "tests/abi/check_one_definition.cmake"], HEADER_ROWS)
 
     def test_a_header_that_takes_any_order_of_bytes_is_refused(self):
-        text = (TOP / "frame/word.h").read_text("utf-8")
+        text = (TOP / "storage/word.h").read_text("utf-8")
         self.refuses_each(lambda folder: write(folder, {WORD: text}), lambda folder: [
             CMAKE, f"-DHEADER={folder / WORD}", f"-DCOMPILER={COMPILER}",
             "-P", TOP / "tests/build/check_byte_order.cmake"], WORD_ROWS)

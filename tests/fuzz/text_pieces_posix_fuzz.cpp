@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "frame/crlf_source.h"
-#include "frame/line_reader.h"
 #include "tests/fuzz/fuzz_target.h"
 #include "tests/model/disagreement.h"
 #include "tests/model/model.h"
 #include "tests/support/encode_utf8.h"
+#include "text/crlf_source.h"
+#include "text/line_reader.h"
 
 using namespace KelmoLibs::Localize;
 

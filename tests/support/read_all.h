@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "frame/byte_source.h"
 #include "frame/error_list.h"
 #include "frame/messages.h"
+#include "text/byte_source.h"
 
 /// Reads to the end through a buffer of `bufferBytes`.
 inline std::string ReadAll(KelmoLibs::Localize::ByteSource& source, std::size_t bufferBytes) {

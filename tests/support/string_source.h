@@ -11,7 +11,7 @@
 #include <string>
 #include <utility>
 
-#include "frame/byte_source.h"
+#include "text/byte_source.h"
 
 class StringSource final : public KelmoLibs::Localize::ByteSource {
  public:

@@ -1,3 +1,5 @@
+#include "platform/files.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -10,10 +12,9 @@
 #include <sstream>
 #include <utility>
 
-#include "frame/crlf_source.h"
-#include "frame/platform.h"
-#include "frame/posix_path.h"
-#include "frame/user_locale.h"
+#include "platform/user_locale.h"
+#include "text/crlf_source.h"
+#include "text/posix_path.h"
 
 namespace KelmoLibs::Localize {
 namespace {

@@ -1,4 +1,4 @@
-#include "frame/file_path.h"
+#include "text/file_path.h"
 
 namespace KelmoLibs::Localize {
 

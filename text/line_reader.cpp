@@ -1,9 +1,9 @@
-#include "frame/line_reader.h"
+#include "text/line_reader.h"
 
 #include <cstring>
 #include <utility>
 
-#include "frame/utf8.h"
+#include "text/utf8.h"
 
 namespace KelmoLibs::Localize {
 namespace {

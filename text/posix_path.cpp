@@ -1,6 +1,6 @@
-#include "frame/posix_path.h"
+#include "text/posix_path.h"
 
-#include "frame/utf8.h"
+#include "text/utf8.h"
 
 namespace KelmoLibs::Localize {
 namespace {

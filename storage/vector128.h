@@ -9,7 +9,7 @@
 #include <cstring>
 #include <limits>
 
-#include "frame/word.h"
+#include "storage/word.h"
 
 #if defined(__SSE2__) || defined(_M_X64)  // on x86-64 always
 #define KELMO_LOCALIZER_SSE2

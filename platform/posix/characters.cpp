@@ -1,10 +1,9 @@
-#include "frame/character_classes_posix.h"
-
 #include <wctype.h>
 
 #include <optional>
 
-#include "frame/platform.h"
+#include "platform/files.h"
+#include "platform/posix/character_classes.h"
 
 namespace KelmoLibs::Localize {
 namespace {

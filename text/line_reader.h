@@ -7,7 +7,7 @@
 #include <optional>
 #include <string_view>
 
-#include "frame/byte_source.h"
+#include "text/byte_source.h"
 
 namespace KelmoLibs::Localize {
 

@@ -7,7 +7,7 @@
 #include <new>
 #include <string>
 
-#include "frame/platform.h"
+#include "platform/files.h"
 
 namespace KelmoLibs::Localize {
 

@@ -5,7 +5,7 @@
 #include <memory>
 #include <optional>
 
-#include "frame/byte_source.h"
+#include "text/byte_source.h"
 
 namespace KelmoLibs::Localize {
 

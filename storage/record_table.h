@@ -10,9 +10,9 @@
 #include <set>
 #include <utility>
 
-#include "frame/block_store.h"
-#include "frame/inlining.h"
-#include "frame/word.h"
+#include "storage/arena.h"
+#include "storage/inlining.h"
+#include "storage/word.h"
 
 namespace KelmoLibs::Localize {
 

@@ -9,8 +9,8 @@
 #include <string_view>
 #include <type_traits>
 
-#include "frame/inlining.h"
-#include "frame/lanes.h"
+#include "storage/inlining.h"
+#include "storage/vector128.h"
 
 namespace KelmoLibs::Localize {
 

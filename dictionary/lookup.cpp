@@ -1,11 +1,11 @@
-#include "dictionary/dictionary_table.h"
+#include "dictionary/lookup.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <string>
 
-#include "frame/inlining.h"
 #include "frame/messages.h"
+#include "storage/inlining.h"
 
 namespace KelmoLibs::Localize {
 namespace {

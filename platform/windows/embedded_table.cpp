@@ -1,6 +1,6 @@
 #include <windows.h>
 
-#include "frame/platform.h"
+#include "platform/files.h"
 
 namespace KelmoLibs::Localize {
 

@@ -1,6 +1,6 @@
 #include <cwctype>
 
-#include "frame/platform.h"
+#include "platform/files.h"
 
 namespace KelmoLibs::Localize {
 

@@ -1,4 +1,4 @@
-#include "frame/platform.h"
+#include "platform/files.h"
 
 // The names of resources/default_unit_table_posix.S.
 extern "C" {

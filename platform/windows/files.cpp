@@ -1,3 +1,5 @@
+#include "platform/files.h"
+
 #include <fcntl.h>
 #include <io.h>
 #include <share.h>
@@ -7,8 +9,7 @@
 #include <algorithm>
 #include <climits>
 
-#include "frame/platform.h"
-#include "frame/user_locale.h"
+#include "platform/user_locale.h"
 
 namespace KelmoLibs::Localize {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "frame/platform.h"
+#include "platform/files.h"
 
 namespace KelmoLibs::Localize {
 namespace {

@@ -12,7 +12,7 @@
 #include <string>
 #include <string_view>
 
-#include "frame/byte_source.h"
+#include "text/byte_source.h"
 
 namespace KelmoLibs::Localize {
 

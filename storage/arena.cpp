@@ -1,8 +1,8 @@
-#include "frame/block_store.h"
+#include "storage/arena.h"
 
 #include <algorithm>
 
-#include "frame/platform.h"
+#include "platform/files.h"
 
 namespace KelmoLibs::Localize {
 namespace {
