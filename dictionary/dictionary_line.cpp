@@ -13,28 +13,29 @@ bool IsSeparator(char c) noexcept { return c == ' ' || c == '\t'; }
 
 bool IsTrimmed(char c) noexcept { return IsSeparator(c) || c == '\n' || c == '\r'; }
 
-// Where the first separator is, or the line's end.
-std::size_t SeparatorPlace(std::string_view line) noexcept {
-  std::size_t place = 0;
-  for (; place + kWordBytes <= line.size(); place += kWordBytes) {
-    const std::uint64_t word = WordAt(line.data() + place);
-    const std::uint64_t found =
+// Offset of the first separator, or the length of the line.
+std::size_t FirstSeparator(std::string_view line) noexcept {
+  std::size_t offset = 0;
+  for (; offset + kWordBytes <= line.size(); offset += kWordBytes) {
+    const std::uint64_t word = LoadWord(line.data() + offset);
+    const std::uint64_t separators =
         ZeroBytes(word ^ (' ' * kEveryByte)) | ZeroBytes(word ^ ('\t' * kEveryByte));
-    if (found != 0) {
-      return place + LowestByte(found);
+    if (separators != 0) {
+      return offset + LowestByteIndex(separators);
     }
   }
-  while (place < line.size() && !IsSeparator(line[place])) {
-    ++place;
+  while (offset < line.size() && !IsSeparator(line[offset])) {
+    ++offset;
   }
-  return place;
+  return offset;
 }
 
 }  // namespace
 
-// Not by find_first_of and its kin, which take several times as long for ways as short as these.
+// These loops replace find_first_of and the like, which need several times as long for so few
+// characters.
 DictionaryLine SplitDictionaryLine(std::string_view line) noexcept {
-  const std::size_t keyLength = SeparatorPlace(line);
+  const std::size_t keyLength = FirstSeparator(line);
   if (keyLength == line.size()) {
     return {line, {}};
   }
@@ -43,7 +44,7 @@ DictionaryLine SplitDictionaryLine(std::string_view line) noexcept {
     ++start;
   }
   std::string_view text = line.substr(start < line.size() ? start : keyLength + 1);
-  // A text of blanks alone stays whole; dictionary_line_test.cpp pins each case.
+  // A text of nothing but blanks is not trimmed; dictionary_line_test.cpp has a row for each case.
   const auto last = std::find_if_not(text.rbegin(), text.rend(), IsTrimmed);
   if (last != text.rend()) {
     text.remove_suffix(static_cast<std::size_t>(last - text.rbegin()));

@@ -11,14 +11,13 @@ struct DictionaryLine {
   std::string_view text;
 };
 
-/// Splits a line, given as UTF-8 without its LF, at its first run of spaces and tabs. Every
-/// separator is ASCII, so that the bytes split where the characters would and only what is kept
-/// needs decoding.
+/// Splits a line of UTF-8, without its LF, at its first run of spaces and tabs. All separators are
+/// ASCII, so the bytes can be split before they are decoded.
 ///
-/// The key is everything in front of the run, possibly nothing, kept as it is (a CR included). The
-/// text is everything behind it, with spaces, tabs, LF and CR cut from its end. Two oddities stay:
-/// a line without a separator is all key and not trimmed; a text of nothing but blanks keeps them,
-/// without the first separator.
+/// The key is everything before the run. It may be empty, and it is not trimmed: it may contain a
+/// CR. The text is everything after the run, without spaces, tabs, LF and CR at its end. Two
+/// oddities must stay: a line without a separator is a key, and is not trimmed; a text of nothing
+/// but blanks keeps all of them but the first separator.
 DictionaryLine SplitDictionaryLine(std::string_view line) noexcept;
 
 }  // namespace KelmoLibs::Localize

@@ -1,4 +1,4 @@
-// The work of LoadDictionary: one file into the table, its problems into the error list.
+// The work of LoadDictionary: reads a file into a dictionary and its problems into the error list.
 #pragma once
 
 #include <cstdint>
@@ -10,10 +10,10 @@
 namespace KelmoLibs::Localize {
 
 /// Loads the dictionary file at `path`. Returns
-///   0 or more once the file is read: how many messages `errors` holds then;
-///   -2 when it cannot be opened: listed, nothing else has changed;
-///   -1 when a failure cut the loading short: listed, what was read before stays.
-/// Only a failure to list that very message leaves as an exception.
+///   0 or more if the file was read: the number of all messages in `errors`;
+///   -2 if the file cannot be opened: a message is appended, nothing else changes;
+///   -1 if the loading failed: a message is appended, and the entries that were read before stay.
+/// Throws only if that message cannot be appended.
 std::int32_t LoadDictionaryFile(const std::wstring& path, CurrentLanguage& currentLanguage,
                                 DictionaryTable& dictionaries, ErrorList& errors);
 

@@ -11,42 +11,44 @@ namespace KelmoLibs::Localize {
 
 namespace {
 
-// As many entries for each of the bytes that are left of a source as `entries` for those `before`; and a
-// little more, not to grow for the last ones.
-std::size_t Expected(std::size_t entries, std::size_t before, std::size_t sourceBytes) noexcept {
-  constexpr double kLittleMore = 1.0625;
-  constexpr double kMost = 1e18;  // a source may say of itself what it likes
-  const auto left = static_cast<double>(sourceBytes - std::min(before, sourceBytes));
-  const double expected = left / static_cast<double>(before) * static_cast<double>(entries);
-  return static_cast<std::size_t>(std::min(expected * kLittleMore, kMost));
+// Estimates how many entries the rest of a source has: `bytesRead` bytes had `entries`. A little
+// more, so that the table does not grow again for the last entries.
+std::size_t ExtrapolateCount(std::size_t entries, std::size_t bytesRead,
+                             std::size_t sourceBytes) noexcept {
+  constexpr double kMargin = 1.0625;
+  constexpr double kMax = 1e18;  // SizeHint may return any number
+  const auto rest = static_cast<double>(sourceBytes - std::min(bytesRead, sourceBytes));
+  const double estimate = rest / static_cast<double>(bytesRead) * static_cast<double>(entries);
+  return static_cast<std::size_t>(std::min(estimate * kMargin, kMax));
 }
 
-// The characters of `utf8`, in memory that is used again.
-std::wstring_view Decoded(std::string_view utf8, std::wstring& memory) {
-  if (memory.size() <= utf8.size()) {
-    memory.resize(utf8.size() + 1);
+// Decodes `utf8` into `buffer`, which callers use again. The result is valid until then.
+std::wstring_view Decode(std::string_view utf8, std::wstring& buffer) {
+  if (buffer.size() <= utf8.size()) {
+    buffer.resize(utf8.size() + 1);
   }
-  return {memory.data(), static_cast<std::size_t>(DecodeUtf8(utf8, memory.data()) - memory.data())};
+  return {buffer.data(), static_cast<std::size_t>(DecodeUtf8(utf8, buffer.data()) - buffer.data())};
 }
 
-// Adds an entry unless the dictionary has its key: false then. A long text is decoded into its place, so that it is never
-// held twice; that costs a short one a second look at each byte.
-bool Add(std::wstring_view key, std::string_view utf8, std::wstring& memory,
+// Adds an entry. False if the dictionary has the key already. A long text is decoded directly into
+// the dictionary, so that memory never holds it twice. For a short text that would be slower: its
+// length has to be counted before.
+bool Add(std::wstring_view key, std::string_view utf8, std::wstring& buffer,
          Dictionary& dictionary) {
   constexpr std::size_t kLongText = 4096;
   const bool isLong = utf8.size() > kLongText;
-  const std::wstring_view text = isLong ? std::wstring_view() : Decoded(utf8, memory);
+  const std::wstring_view text = isLong ? std::wstring_view() : Decode(utf8, buffer);
   const std::size_t length = isLong ? WideLength(utf8) : text.size();
-  wchar_t* const place = dictionary.Add(key, length);
-  if (place == nullptr) {
+  wchar_t* const stored = dictionary.Add(key, length);
+  if (stored == nullptr) {
     return false;
   }
   if (isLong) {
-    DecodeUtf8(utf8, place);
+    DecodeUtf8(utf8, stored);
   } else {
-    std::copy(text.begin(), text.end(), place);
+    std::copy(text.begin(), text.end(), stored);
   }
-  place[length] = L'\0';
+  stored[length] = L'\0';
   return true;
 }
 
@@ -59,9 +61,9 @@ void ReadDictionary(ByteSource& source, CurrentLanguage& currentLanguage,
   if (!header) {
     return;
   }
-  std::wstring keyMemory;
-  std::wstring textMemory;
-  const std::wstring_view id = Decoded(SplitDictionaryLine(*header).key, keyMemory);
+  std::wstring keyBuffer;
+  std::wstring textBuffer;
+  const std::wstring_view id = Decode(SplitDictionaryLine(*header).key, keyBuffer);
   if (id != currentLanguage.id) {
     currentLanguage = {std::wstring(id), nullptr};
   }
@@ -77,11 +79,12 @@ void ReadDictionary(ByteSource& source, CurrentLanguage& currentLanguage,
     }
     if (dictionary.IsFull()) {
       const std::size_t entries = dictionary.Count();
-      dictionary.Reserve(entries + Expected(entries - olderEntries, bytesRead, source.SizeHint()));
+      dictionary.Grow(entries +
+                      ExtrapolateCount(entries - olderEntries, bytesRead, source.SizeHint()));
     }
     const DictionaryLine fields = SplitDictionaryLine(*line);
-    const std::wstring_view key = Decoded(fields.key, keyMemory);
-    if (!Add(key, fields.text, textMemory, dictionary)) {
+    const std::wstring_view key = Decode(fields.key, keyBuffer);
+    if (!Add(key, fields.text, textBuffer, dictionary)) {
       onDuplicateKey(key);
     }
   }

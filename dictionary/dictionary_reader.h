@@ -1,5 +1,4 @@
-// The bytes of one dictionary file into the table. Opens nothing and reports nothing: problems go
-// to the caller.
+// Reads the bytes of one dictionary file into a dictionary. Opens no file and forms no message.
 #pragma once
 
 #include <functional>
@@ -11,13 +10,13 @@
 
 namespace KelmoLibs::Localize {
 
-/// Called with each key that its dictionary has already.
+/// Called with each key that the dictionary already has.
 using DuplicateKeyHandler = std::function<void(std::wstring_view key)>;
 
-/// Reads the header and then every entry of `source`. The id becomes the current one before
-/// its dictionary is made, and a dictionary that exists is added to; the first text of a key stays. A
-/// source without a single line changes nothing. What fails (memory, the handler) passes through:
-/// all that was done before it stays.
+/// Reads the header and then all entries of `source`. The id of the header becomes the current one
+/// before its dictionary is created. If the dictionary exists, the entries are added to it; the
+/// first text of a key stays. A source without a line changes nothing. Exceptions (std::bad_alloc,
+/// and those of the source and the handler) pass through; everything that was done before stays.
 void ReadDictionary(ByteSource& source, CurrentLanguage& currentLanguage,
                     DictionaryTable& dictionaries, const DuplicateKeyHandler& onDuplicateKey);
 

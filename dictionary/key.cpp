@@ -25,7 +25,9 @@ int CompareLengths(std::size_t left, std::size_t right) noexcept {
 
 }  // namespace
 
-// The bits of both neighbours of a character, so that 0 has bits beyond every size, and the largest of a size one beyond it.
+// Collects the bits of both neighbours of each character. So 0, whose lower neighbour has all bits,
+// never fits into fewer bytes than a wchar_t, and the largest value of a size never fits into that
+// size.
 StoredKey::StoredKey(std::wstring_view text) noexcept {
   std::uint32_t bits = 0;
   for (const wchar_t character : text) {
@@ -36,8 +38,8 @@ StoredKey::StoredKey(std::wstring_view text) noexcept {
   lengthAndUnitSize_ = (text.size() << kUnitSizeBits) | unitSizeLog2;
 }
 
-StoredKey* StoredKey::Store(std::wstring_view text, std::byte* memory) const noexcept {
-  // The table owns it. NOLINTNEXTLINE(cppcoreguidelines-owning-memory)
+StoredKey* StoredKey::ConstructAt(std::byte* memory, std::wstring_view text) const noexcept {
+  // The arena of the table owns it. NOLINTNEXTLINE(cppcoreguidelines-owning-memory)
   auto* const key = new (memory) StoredKey(*this);
   key->Visit([text](const auto* units) {
     using Unit = std::remove_const_t<std::remove_pointer_t<decltype(units)>>;

@@ -1,25 +1,28 @@
-// Keys as dictionaries keep them.
+// The keys of a dictionary: how they are stored, and how they are looked up.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
 
-#include "storage/text_block.h"
+#include "storage/text_hash.h"
 
 namespace KelmoLibs::Localize {
 
-/// A key that is kept: its length, and behind it the characters. Each takes one, two or, on Linux, four bytes, the fewest
-/// that hold all of them. U+0000 never goes into fewer bytes than a wchar_t, nor U+00FF into one: those are what
-/// characters become that have no place in one byte. For one rule, U+FFFF does not go into two.
+/// A stored key: its length, and behind it its characters. All characters take one, two or (on
+/// Linux) four bytes each: the smallest size that holds all of them. A key with U+0000 is always
+/// stored as wchar_t, and one with U+00FF never in one byte: when keys are compared, characters
+/// that do not fit into one byte saturate to these two values. To have one rule for all sizes, a
+/// key with U+FFFF is not stored in two bytes.
 class StoredKey {
-  // First, because the functions below need their types.
-  // The logarithm of how many bytes each character takes.
+  // These two come first, because the functions below need their return types.
+
+  // The binary logarithm of the bytes per character.
   unsigned UnitSizeLog2() const noexcept {
     return static_cast<unsigned>(lengthAndUnitSize_) & ((1U << kUnitSizeBits) - 1);
   }
 
-  // Calls `visit` with the characters.
+  // Calls `visit` with a typed pointer to the characters.
   template <class Visitor>
   KELMO_LOCALIZER_ALWAYS_INLINE auto Visit(Visitor visit) const noexcept {
     const void* const units = this + 1;
@@ -33,14 +36,14 @@ class StoredKey {
   }
 
  public:
-  /// Of `text`, without its characters.
+  /// The head of the stored form of `text`, without its characters.
   explicit StoredKey(std::wstring_view text) noexcept;
 
-  /// Makes a copy, with the characters of the text behind it, in Bytes() of memory, which is aligned to 8. `text` is that of
-  /// which this was made.
-  StoredKey* Store(std::wstring_view text, std::byte* memory) const noexcept;
+  /// Constructs the stored form of `text` in `memory`: a copy of this head and the characters.
+  /// `memory` has Bytes() bytes and is aligned to 8. Precondition: the head was made from `text`.
+  StoredKey* ConstructAt(std::byte* memory, std::wstring_view text) const noexcept;
 
-  /// How many bytes it takes, with its characters: a multiple of a wchar_t's.
+  /// Size with all characters: a multiple of sizeof(wchar_t).
   std::size_t Bytes() const noexcept {
     constexpr std::size_t kUnit = sizeof(wchar_t);
     return sizeof(StoredKey) + ((Length() << UnitSizeLog2()) + kUnit - 1) / kUnit * kUnit;
@@ -48,19 +51,20 @@ class StoredKey {
 
   std::size_t Length() const noexcept { return lengthAndUnitSize_ >> kUnitSizeBits; }
 
-  /// HashText of it.
+  /// HashText of the key.
   std::uint64_t Hash() const noexcept {
-    return Visit([this](auto* units) { return AnyTexts::Hash(units, Length()); });
+    return Visit([this](auto* units) { return AnyLength::Hash(units, Length()); });
   }
 
-  /// Whether it is `text`, which is one of Texts.
-  template <class Texts>
+  /// Precondition: `text` has a length of LengthClass (storage/text_hash.h).
+  template <class LengthClass>
   KELMO_LOCALIZER_ALWAYS_INLINE bool Equals(std::wstring_view text) const noexcept {
-    return Length() == text.size() &&
-           Visit([text](auto* units) { return Texts::AreEqual(text.data(), units, text.size()); });
+    return Length() == text.size() && Visit([text](auto* units) {
+             return LengthClass::AreEqual(text.data(), units, text.size());
+           });
   }
 
-  /// An order of keys, by length first, then by code units: negative, 0 or positive.
+  /// Orders keys by length, then by code units. Negative, 0 or positive.
   friend int Compare(const StoredKey& left, const StoredKey& right) noexcept;
   friend int Compare(const StoredKey& left, std::wstring_view right) noexcept;
 
@@ -70,20 +74,21 @@ class StoredKey {
   std::size_t lengthAndUnitSize_;
 };
 
-/// A key that is asked for, one of Texts. The text must outlive it.
-template <class Texts>
-class Key {
+/// A lookup of a key (a query of RecordTable). Preconditions: the text has a length of LengthClass
+/// and outlives the query.
+template <class LengthClass>
+class KeyQuery {
  public:
-  KELMO_LOCALIZER_ALWAYS_INLINE explicit Key(std::wstring_view text) noexcept
-      : Key(text, Texts::Hash(text.data(), text.size())) {}
-  /// With its hash, which is HashText of it.
-  Key(std::wstring_view text, std::uint64_t hash) noexcept : text_(text), hash_(hash) {}
+  KELMO_LOCALIZER_ALWAYS_INLINE explicit KeyQuery(std::wstring_view text) noexcept
+      : KeyQuery(text, LengthClass::Hash(text.data(), text.size())) {}
+  /// Precondition: `hash` is HashText(text).
+  KeyQuery(std::wstring_view text, std::uint64_t hash) noexcept : text_(text), hash_(hash) {}
 
   std::uint64_t Hash() const noexcept { return hash_; }
-  KELMO_LOCALIZER_ALWAYS_INLINE bool Is(const StoredKey& key) const noexcept {
-    return key.Equals<Texts>(text_);
+  KELMO_LOCALIZER_ALWAYS_INLINE bool Matches(const StoredKey& key) const noexcept {
+    return key.Equals<LengthClass>(text_);
   }
-  std::wstring_view Ordered() const noexcept { return text_; }
+  std::wstring_view SortKey() const noexcept { return text_; }
 
  private:
   std::wstring_view text_;

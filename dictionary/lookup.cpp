@@ -10,9 +10,10 @@
 namespace KelmoLibs::Localize {
 namespace {
 
-// On the way to a text that is there all calls are tail calls, which are jumps, but for the one that finds the end of a
-// key of more than eight characters: a lookup of a short key is a third faster so. Functions on that way have four
-// arguments, because Windows passes no more in registers.
+// All calls that lead to an existing text are tail calls, which compile to jumps. The one exception
+// finds the end of a key of more than eight characters. This makes the lookup of a short key a
+// third faster. The functions have at most four arguments where a key exists, because Windows
+// passes no more than four in registers.
 
 KELMO_LOCALIZER_NEVER_INLINE const wchar_t* MissDictionary(const std::wstring& id,
                                                            ErrorList& errors) {
@@ -26,36 +27,39 @@ KELMO_LOCALIZER_NEVER_INLINE const wchar_t* MissKey(const wchar_t* key, std::siz
   return emptyText;
 }
 
-template <class Texts>
-KELMO_LOCALIZER_NEVER_INLINE const wchar_t* FindOtherKey(const wchar_t* key, std::size_t length,
-                                                         std::uint64_t hash,
-                                                         const Dictionary& dictionary,
-                                                         ErrorList& errors) {
-  const wchar_t* const text = dictionary.Find(Key<Texts>({key, length}, hash));
-  return text != nullptr                                  ? text
-         : errors.HasMissingKey<Texts>(key, length, hash) ? emptyText
-                                                          : MissKey(key, length, hash, errors);
+template <class LengthClass>
+KELMO_LOCALIZER_NEVER_INLINE const wchar_t* FindKeyBehindFirst(const wchar_t* key,
+                                                               std::size_t length,
+                                                               std::uint64_t hash,
+                                                               const Dictionary& dictionary,
+                                                               ErrorList& errors) {
+  const wchar_t* const text = dictionary.Find(KeyQuery<LengthClass>({key, length}, hash));
+  return text != nullptr ? text
+         : errors.HasMissingKey<LengthClass>(key, length, hash)
+             ? emptyText
+             : MissKey(key, length, hash, errors);
 }
 
-template <class Texts>
+template <class LengthClass>
 KELMO_LOCALIZER_NEVER_INLINE const wchar_t* FindKey(const wchar_t* key, std::size_t length,
                                                     const Dictionary& dictionary,
                                                     ErrorList& errors) {
-  const Key<Texts> wanted(std::wstring_view(key, length));
-  const wchar_t* const text = dictionary.FindFirstCandidate(wanted);
-  return text != nullptr ? text
-                         : FindOtherKey<Texts>(key, length, wanted.Hash(), dictionary, errors);
+  const KeyQuery<LengthClass> query(std::wstring_view(key, length));
+  const wchar_t* const text = dictionary.FindFirstCandidate(query);
+  return text != nullptr
+             ? text
+             : FindKeyBehindFirst<LengthClass>(key, length, query.Hash(), dictionary, errors);
 }
 
-// Of a key that has more than eight characters.
+// For keys of more than eight characters.
 KELMO_LOCALIZER_NEVER_INLINE const wchar_t* FindLongerKey(const wchar_t* key,
                                                           const Dictionary& dictionary,
                                                           ErrorList& errors) {
-  constexpr std::size_t kSeen = ShortTexts::kLongest;
-  const std::size_t length = kSeen + std::char_traits<wchar_t>::length(key + kSeen);
-  return length <= MediumTexts::kLongest ? FindKey<MediumTexts>(key, length, dictionary, errors)
-         : length <= LongTexts::kLongest ? FindKey<LongTexts>(key, length, dictionary, errors)
-                                         : FindKey<TextsInSteps>(key, length, dictionary, errors);
+  constexpr std::size_t kKnown = From4To8::kMaxLength;  // these characters are not zero
+  const std::size_t length = kKnown + std::char_traits<wchar_t>::length(key + kKnown);
+  return length <= From9To16::kMaxLength    ? FindKey<From9To16>(key, length, dictionary, errors)
+         : length <= From17To32::kMaxLength ? FindKey<From17To32>(key, length, dictionary, errors)
+                                            : FindKey<AtLeast16>(key, length, dictionary, errors);
 }
 
 }  // namespace
@@ -81,13 +85,14 @@ const wchar_t* FindText(const wchar_t* key, const CurrentLanguage& currentLangua
   if (key == nullptr) {
     key = emptyText;
   }
-  // The end of a short key is found here: a call would take longer than the rest.
+  // Not by a function of the runtime: for a short key, the call would take longer than everything
+  // else.
   std::size_t length = 0;
-  while (length <= ShortTexts::kLongest && key[length] != L'\0') {
+  while (length <= From4To8::kMaxLength && key[length] != L'\0') {
     ++length;
   }
-  return length <= TinyTexts::kLongest    ? FindKey<TinyTexts>(key, length, dictionary, errors)
-         : length <= ShortTexts::kLongest ? FindKey<ShortTexts>(key, length, dictionary, errors)
+  return length <= UpTo3::kMaxLength      ? FindKey<UpTo3>(key, length, dictionary, errors)
+         : length <= From4To8::kMaxLength ? FindKey<From4To8>(key, length, dictionary, errors)
                                           : FindLongerKey(key, dictionary, errors);
 }
 

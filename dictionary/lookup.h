@@ -1,4 +1,4 @@
-// The two questions that a host asks of the loaded dictionaries.
+// The work of UseLanguage and LANG: selects a dictionary, and looks up texts in it.
 #pragma once
 
 #include <cstdint>
@@ -10,14 +10,15 @@
 
 namespace KelmoLibs::Localize {
 
-/// Makes `id` the current dictionary's and returns 0; where no dictionary has it, lists the message
-/// and returns -1.
+/// Makes the dictionary `id` the current one and returns 0. If there is no such dictionary, appends
+/// a message to `errors`, changes nothing else and returns -1.
 std::int32_t SelectDictionary(std::wstring_view id, CurrentLanguage& currentLanguage,
                               const DictionaryTable& dictionaries, ErrorList& errors);
 
-/// What the current dictionary has for `key`, which ends with a zero, or is null and then means an empty one: its own text and no copy, valid as long as the table. A
-/// missing dictionary or key is listed and gives emptyText. Finding a text takes no memory,
-/// nor does missing one whose message is listed.
+/// The text of `key` in the current dictionary: not a copy, valid as long as the dictionary. `key`
+/// is zero-terminated; null is the empty key. If the dictionary or the key is missing, appends a
+/// message to `errors` and returns emptyText. Allocates nothing, unless it appends a message that
+/// is not in the list yet.
 const wchar_t* FindText(const wchar_t* key, const CurrentLanguage& currentLanguage,
                         ErrorList& errors);
 

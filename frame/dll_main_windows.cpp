@@ -1,12 +1,13 @@
-// What Windows tells the library when it is loaded and unloaded. The process-wide objects are built
-// and destroyed by the runtime, not here. This only turns the notifications of threads off: a host
-// with many threads is spared a call at the start and the end of each.
+// Windows calls DllMain when it loads and unloads the library. The runtime constructs and destroys
+// the process-wide objects (library_state.cpp), not this function. It only turns off the
+// notifications of threads, so that a host with many threads does not call the library at the start
+// and the end of each.
 #include <windows.h>
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID /*reserved*/) {
   if (reason == DLL_PROCESS_ATTACH) {
-    // Refused, and then of no harm, where the module has a TLS directory; static_runtime_mingw.cpp
-    // keeps it from having one.
+    // Windows refuses this, which does no harm, if the module has a TLS directory.
+    // static_runtime_mingw.cpp keeps the linker from adding one.
     ::DisableThreadLibraryCalls(module);
   }
   return TRUE;

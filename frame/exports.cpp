@@ -1,4 +1,5 @@
-// The library's plain functions: each hands its arguments and the process-wide objects to the core.
+// The exported functions. Each passes its arguments and the process-wide objects to one function of
+// the core.
 #include <string_view>
 
 #include "dictionary/dictionary_loader.h"

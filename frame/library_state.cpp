@@ -2,13 +2,13 @@
 
 namespace KelmoLibs::Localize {
 
-// One file defines all six, because within one file the language fixes the order: built from the
-// first to the last at load, destroyed from the last to the first at unload. Both rest on the order
-// of these lines: do not reorder or spread them. On Linux there is a seventh object, a locale for the
-// classes of characters (platform/posix/characters.cpp). It holds nothing of a host's, and none
-// of the six needs it to be built or destroyed, so that its place in the order does not matter.
+// One file defines all six objects, because C++ fixes the order within one file: constructed from
+// the first to the last at load, destroyed from the last to the first at unload. Do not reorder
+// these lines or move them to other files (state_order_test.cpp). On Linux
+// platform/posix/characters.cpp has a seventh object, a locale. Its place in the order does not
+// matter: no constructor or destructor of the six uses it.
 //
-// NOLINTNEXTLINE(cert-err58-cpp): a host without memory for nine rows cannot be loaded into
+// NOLINTNEXTLINE(cert-err58-cpp): without memory for nine rows, the library cannot be loaded
 Phyval::UnitCatalogue Phyval::unitCatalogue = Phyval::BuiltInUnits();
 LocalizedUnitTable localizedUnitTable;
 ErrorList loadMessages;

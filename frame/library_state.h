@@ -1,7 +1,7 @@
-// The process-wide objects: one state for the whole process, built at load, destroyed at unload,
-// without a lock. (On Linux the classes of characters keep a locale besides.) Only exports.cpp works
-// on them, and the constructors of Double on the catalogue of units, which phyval/unit_catalogue.h
-// declares; everything else is handed what it needs.
+// The process-wide objects: constructed when the library is loaded, destroyed when it is unloaded,
+// without a lock. Only exports.cpp uses them; the constructors of Double use the catalogue of
+// units, which phyval/unit_catalogue.h declares. All other code gets its objects as arguments. (On
+// Linux platform/posix/characters.cpp has one more.)
 #pragma once
 
 #include <string>
@@ -14,7 +14,7 @@
 namespace KelmoLibs::Localize {
 
 extern LocalizedUnitTable localizedUnitTable;
-extern ErrorList loadMessages;  // of loading that table; no export reads them
+extern ErrorList loadMessages;  // from loading that table; no export returns them
 extern CurrentLanguage currentLanguage;
 extern DictionaryTable dictionaries;
 extern ErrorList errorList;

@@ -2,20 +2,20 @@
 
 #include <algorithm>
 
-#include "storage/text_block.h"
+#include "storage/text_hash.h"
 
 namespace KelmoLibs::Localize {
 namespace {
 
 using Kind = Message::Kind;
 
-struct Wording {
-  std::wstring_view front;   // the sentence, and the label of the first detail
-  std::wstring_view middle;  // the label of the second, if any
+struct MessageTemplate {
+  std::wstring_view prefix;  // the sentence, and the label of the first detail
+  std::wstring_view infix;   // the label of the second detail, if any
 };
 
-constexpr Wording kWordings[] = {
-    // by kind
+constexpr MessageTemplate kTemplates[] = {
+    // in the order of Kind
     {L"EL101. Key already declared.\nKey: ", L"\nDictionary: "},
     {L"EL111. Dictionary file not found\nDictionary: ", {}},
     {L"EL111. Dictionary loading error\nDictionary: ", {}},
@@ -26,12 +26,12 @@ constexpr Wording kWordings[] = {
     {L"EL121. Key not found in dictionary\nKey: ", L"\nDictionary id: "},
 };
 
-constexpr const Wording& WordingOf(Kind kind) noexcept {
-  return kWordings[static_cast<std::size_t>(kind)];
+constexpr const MessageTemplate& TemplateOf(Kind kind) noexcept {
+  return kTemplates[static_cast<std::size_t>(kind)];
 }
 
-// The detail labelled as the dictionary's id is the key again. That is part of the interface;
-// messages_test.cpp pins it.
+// For a missing key, the detail with the label "Dictionary id" is the key again. This oddity is
+// part of the interface and must stay (messages_test.cpp).
 std::wstring_view SecondDetail(const Message& message) noexcept {
   return message.kind == Kind::kKeyNotFound ? message.first : message.second;
 }
@@ -82,17 +82,17 @@ int Compare(const Message& left, const Message& right) noexcept {
   return order != 0 ? order : left.second.compare(right.second);
 }
 
-std::size_t LengthOf(const Message& message) noexcept {
-  const auto& [front, middle] = WordingOf(message.kind);
-  return front.size() + message.first.size() + middle.size() + SecondDetail(message).size();
+std::size_t TextLength(const Message& message) noexcept {
+  const auto& [prefix, infix] = TemplateOf(message.kind);
+  return prefix.size() + message.first.size() + infix.size() + SecondDetail(message).size();
 }
 
-Message Write(const Message& message, wchar_t* text) noexcept {
-  const auto& [front, middle] = WordingOf(message.kind);
-  const wchar_t* const first = text + front.size();
-  const wchar_t* const second = first + message.first.size() + middle.size();
-  for (const std::wstring_view piece : {front, message.first, middle, SecondDetail(message)}) {
-    text = std::copy(piece.begin(), piece.end(), text);
+Message FormatTo(wchar_t* text, const Message& message) noexcept {
+  const auto& [prefix, infix] = TemplateOf(message.kind);
+  const wchar_t* const first = text + prefix.size();
+  const wchar_t* const second = first + message.first.size() + infix.size();
+  for (const std::wstring_view part : {prefix, message.first, infix, SecondDetail(message)}) {
+    text = std::copy(part.begin(), part.end(), text);
   }
   return {
       message.kind, {first, message.first.size()}, {second, message.second.size()}, message.hash};

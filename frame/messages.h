@@ -1,7 +1,7 @@
-// Every message text of the library is formed here and nowhere else.
+// The messages of the library as data, and their texts. All message texts are formed here.
 //
-// Hosts show the texts and may search in them, so they are part of the interface: first a code and a
-// sentence, then a line for each detail.
+// Hosts show the texts and may search in them, so the texts are part of the interface. A text has a
+// code and a sentence, and then a line for each detail.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +10,7 @@
 
 namespace KelmoLibs::Localize {
 
-/// A message that has not been put together: to find it in a list takes no memory.
+/// A message as data: it can be found in a list without forming its text.
 struct Message {
   enum class Kind : std::uint8_t {
     kKeyAlreadyDeclared,
@@ -24,33 +24,36 @@ struct Message {
   };
 
   Kind kind;
-  std::wstring_view first;   // detail, not owned; has no LF where another follows
-  std::wstring_view second;  // nothing where the kind has but one, or puts the first one twice
-  std::uint64_t hash;        // equal for equal messages
+  std::wstring_view
+      first;  // the first detail; not owned; no LF in it if the kind has a second detail
+  std::wstring_view
+      second;          // not owned; empty if the kind has one detail, or shows the first one twice
+  std::uint64_t hash;  // equal messages have equal hashes
 };
 
-/// An order of messages: negative, 0 or positive.
+/// A total order of messages. Negative, 0 or positive.
 int Compare(const Message& left, const Message& right) noexcept;
 
-/// Loading a dictionary; `path` as joined from folder and file name. The last one is that of a unit
-/// table, too.
+/// Messages about loading a dictionary. `path` is the result of JoinPath.
 Message KeyAlreadyDeclaredMessage(std::wstring_view key, std::wstring_view path) noexcept;  // EL101
 Message DictionaryFileNotFoundMessage(std::wstring_view path) noexcept;                     // EL111
 Message DictionaryLoadingErrorMessage(std::wstring_view path) noexcept;                     // EL111
 
-/// Loading the unit table of a language.
+/// Messages about loading the unit table of a language.
 Message UnitLineMessage(std::wstring_view line, std::wstring_view path) noexcept;  // EV101
 Message UnitTableNotFoundMessage(std::wstring_view path) noexcept;                 // EV111
 
-/// Selecting a dictionary and looking up texts. `keyHash` is HashText of the key.
+/// Messages about selecting a dictionary and looking up a text. Precondition: `keyHash` is
+/// HashText(key).
 Message UnknownDictionaryMessage(std::wstring_view id) noexcept;                    // EL112
 Message NoCurrentDictionaryMessage(std::wstring_view id) noexcept;                  // EL121
 Message KeyNotFoundMessage(std::wstring_view key, std::uint64_t keyHash) noexcept;  // EL121
 
-/// Length of the message's text.
-std::size_t LengthOf(const Message& message) noexcept;
+/// Length of the text of `message`, without a terminating zero.
+std::size_t TextLength(const Message& message) noexcept;
 
-/// Writes its text, without a zero behind it. Returns the message with its details in that text.
-Message Write(const Message& message, wchar_t* text) noexcept;
+/// Writes the text of `message` to `text`: TextLength() characters, no terminating zero. Returns an
+/// equal message whose details are views into that text.
+Message FormatTo(wchar_t* text, const Message& message) noexcept;
 
 }  // namespace KelmoLibs::Localize

@@ -4,21 +4,22 @@
 #include "kelmo_localizer.h"
 #include "phyval/rounding.h"
 #include "phyval/unit_catalogue.h"
-#include "platform/files.h"
+#include "platform/locale.h"
 
 namespace KelmoLibs::Localize::Phyval {
 
-static_assert(FLT_EVAL_METHOD == 0, "each operation rounds to double, or last bits differ");
+static_assert(FLT_EVAL_METHOD == 0, "each operation must round to double, or the last bits differ");
 
-// The exported members are fixed as they are: operands by value, no const, no noexcept. Here the
-// parameters cannot have the names of the fields, as they have in the header: compilers warn of it.
+// The signatures of the exported members are fixed: operands by value, no const, no noexcept. The
+// parameters do not have the names of the fields, as in the header: compilers would warn that they
+// hide the fields.
 // NOLINTBEGIN(performance-unnecessary-value-param, readability-inconsistent-declaration-parameter-name)
 // NOLINTBEGIN(readability-make-member-function-const)
 
 namespace {
 
-// What the members share. Not the exported members themselves: those take copies, and on Linux each
-// call of one would look for another library that might have it.
+// Functions that the members share. The members do not call each other: they take copies of their
+// operands.
 
 void RequireUnit(const ValueType* unit) {
   if (unit == nullptr) {
@@ -36,12 +37,12 @@ void RequireOneQuantity(const Double& left, const Double& right) {
   }
 }
 
-// The product first, also between values of one unit: another order gives other last digits.
+// Multiplies first, also if both units are the same: another order gives other last digits.
 double InUnitOfFactor(const Double& number, double factor) noexcept {
   return number.unit->factor * number.value / factor;
 }
 
-// `right` in the unit of `left`, if both are of one quantity.
+// The number of `right` in the unit of `left`. Throws if the quantities differ.
 double Converted(const Double& right, const Double& left) {
   RequireOneQuantity(left, right);
   return InUnitOfFactor(right, left.unit->factor);
@@ -49,7 +50,7 @@ double Converted(const Double& right, const Double& left) {
 
 Double ConvertedTo(double absolute, double relative, int code, const Double& number) {
   Double target(0.0, absolute, relative, code);
-  target.value = Converted(number, target) + 0.0;  // makes 0 of -0
+  target.value = Converted(number, target) + 0.0;  // turns -0 into 0
   return target;
 }
 
@@ -77,7 +78,8 @@ Double::Double(double number, double absolute, double relative, const wchar_t* t
 
 Double& Double::operator=(const Double&) = default;
 
-// Results are built by code: their unit is the first row with it, whichever row the operand has.
+// Results are constructed by code, so their unit is the first row with that code, even if the
+// operand has another row.
 
 Double Double::operator+(Double other) {
   const double converted = Converted(other, *this);
@@ -105,7 +107,7 @@ bool Double::operator<(Double other) { return value < Converted(other, *this); }
 
 bool Double::operator>(Double other) { return value > Converted(other, *this); }
 
-// A value that has the unit already keeps its own tolerances.
+// A value that already has the unit keeps its tolerances.
 Double Double::ConvertTo(double absolute, double relative, int code) {
   if (code == unit->code) {
     return *this;

@@ -1,4 +1,4 @@
-// A number rounded to what its tolerance justifies, and its text: functions of plain numbers.
+// Rounds a number by its tolerance, and prints it. Pure functions of numbers.
 #pragma once
 
 #include <string>
@@ -7,17 +7,17 @@ namespace KelmoLibs::Localize::Phyval {
 
 struct RoundedNumber {
   double number;
-  int decimals;  // 0 to kMostDecimals: how many to print
-  /// `number` is this integer over 10^decimals, rounded to a double; NaN where it is no such fraction.
+  int decimals;  // how many to print: 0 to kMaxDecimals
+  /// `number` is integer / 10^decimals, rounded to double. NaN if there is no such integer.
   double integer;
 };
 
-/// `value` rounded to `tolerance`. Does not return when the tolerance is 0, negative or positive
-/// infinity. docs/values.md has the rule by examples.
+/// Rounds `value` to the power of ten that `tolerance` justifies; docs/values.md has the rule and
+/// examples. Never returns if the tolerance is 0, negative or infinity.
 RoundedNumber RoundToTolerance(double value, double tolerance) noexcept;
 
-/// The number in fixed notation under the global C++ locale, with `separator` for each L'.'. Throws
-/// std::bad_alloc, and what a facet of that locale makes a stream throw.
+/// The number in fixed notation under the global C++ locale, with `separator` in place of each
+/// L'.'. Throws std::bad_alloc, and any exception that a facet of that locale makes a stream throw.
 std::wstring FixedText(const RoundedNumber& rounded, wchar_t separator);
 
 }  // namespace KelmoLibs::Localize::Phyval

@@ -1,5 +1,6 @@
-// The catalogue of units: rows in a fixed order, asked by code or by text. Every answer scans the
-// rows as they stand, because hosts reach them through the public fields of their values.
+// The catalogue of units: rows in a fixed order, looked up by code or by text. A lookup reads all
+// rows anew and keeps no index, because hosts can change the rows through the public fields of
+// their values.
 #pragma once
 
 #include <vector>
@@ -8,20 +9,20 @@
 
 namespace KelmoLibs::Localize::Phyval {
 
-/// A vector, although its elements cannot be assigned: rows are only ever appended, or all removed.
+/// The elements cannot be assigned: rows are only appended, or all removed.
 using UnitCatalogue = std::vector<ValueType>;
 
-/// The one of the process, built at load with the built-in rows (frame/library_state.cpp).
+/// The catalogue of the process. It has the built-in rows when the library is loaded
+/// (frame/library_state.cpp).
 extern UnitCatalogue unitCatalogue;
 
-/// The rows that the library has before a unit table is loaded.
+/// The rows before a unit table is loaded.
 UnitCatalogue BuiltInUnits();
 
-/// Whether a code is that of a unit, and not of a quantity.
+/// Whether `code` is the code of a unit, and not of a quantity.
 constexpr bool NamesAUnit(int code) noexcept { return code >= 100 && code % 1000 != 0; }
 
-/// The first row with `code`, if that code names a unit; else null. Codes of quantities find
-/// nothing, even where a row has them.
+/// The first row with `code`, or null. Null also for the code of a quantity, even if a row has it.
 inline ValueType* FindUnit(UnitCatalogue& catalogue, int code) noexcept {
   if (NamesAUnit(code)) {
     for (ValueType& row : catalogue) {
@@ -33,8 +34,8 @@ inline ValueType* FindUnit(UnitCatalogue& catalogue, int code) noexcept {
   return nullptr;
 }
 
-/// The first row of a unit whose name or else whose symbol is `text`, to the character; else null.
-/// A null `text` finds nothing. Nothing is copied.
+/// The first row of a unit that has exactly `text` as its name or its symbol, or null. `text` is
+/// zero-terminated; null finds nothing. Allocates nothing.
 ValueType* FindUnit(UnitCatalogue& catalogue, const wchar_t* text) noexcept;
 
 }  // namespace KelmoLibs::Localize::Phyval

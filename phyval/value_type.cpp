@@ -2,8 +2,8 @@
 
 namespace KelmoLibs::Localize::Phyval {
 
-// Names and qualifiers of the exported members are fixed: no const, no noexcept. Here the
-// parameters cannot have the names of the fields, as they have in the header: compilers warn of it.
+// The signatures of the exported members are fixed: no const, no noexcept. The parameters do not
+// have the names of the fields, as in the header: compilers would warn that they hide the fields.
 // NOLINTBEGIN(readability-inconsistent-declaration-parameter-name, readability-make-member-function-const)
 
 ValueType::ValueType(int unitCode, double unitFactor, const wchar_t* unitSymbol,
@@ -12,7 +12,7 @@ ValueType::ValueType(int unitCode, double unitFactor, const wchar_t* unitSymbol,
 
 ValueType::ValueType(const ValueType&) = default;
 
-// Copies: what is moved from stays a row like any other.
+// Copies: a row that was moved from stays a usable row.
 // NOLINTNEXTLINE(cert-oop11-cpp, performance-move-constructor-init)
 ValueType::ValueType(ValueType&& other) : ValueType(other) {}
 

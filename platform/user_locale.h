@@ -1,4 +1,4 @@
-// Numbers as the user's regional settings show them: what the answers of platform.h share.
+// The algorithm of FormatUnderUserLocale, which all systems share.
 #pragma once
 
 #include <array>
@@ -7,13 +7,12 @@
 #include <new>
 #include <string>
 
-#include "platform/files.h"
+#include "platform/locale.h"
 
 namespace KelmoLibs::Localize {
 
-/// `number` in fixed notation with `decimals` under the user's locale, by the system's
-/// setlocale; under the current one where the user's is not there. What may throw comes before the
-/// locale is switched and after it is restored.
+/// `setLocale` is the system's setlocale for names of type Char. No statement that may throw stands
+/// between the call that switches the locale and the one that restores it.
 template <class Char>
 std::wstring FormatUnderUserLocale(Char* setLocale(int category, const Char* name), double number,
                                    int decimals) {
@@ -21,15 +20,15 @@ std::wstring FormatUnderUserLocale(Char* setLocale(int category, const Char* nam
   if (current == nullptr) {  // the runtime found no memory for the answer
     throw std::bad_alloc();
   }
-  // A copy: the runtime's own text goes with the next call.
+  // A copy: the next call of setLocale invalidates `current`.
   const std::basic_string<Char> previous(current);
-  std::array<wchar_t, kLongestNumber + 1> text = {};
+  std::array<wchar_t, kMaxNumberLength + 1> text = {};
 
-  constexpr Char kUsers = 0;  // the empty name
-  setLocale(LC_ALL, &kUsers);
+  constexpr Char kUserLocale = 0;  // the empty name
+  setLocale(LC_ALL, &kUserLocale);
   (void)std::swprintf(text.data(), text.size(), L"%.*f", decimals, number);  // it fits
   const Char* const restored = setLocale(LC_ALL, previous.c_str());
-  if (restored == nullptr) {  // perhaps the runtime found no memory
+  if (restored == nullptr) {  // perhaps the runtime found no memory: try once more
     setLocale(LC_ALL, previous.c_str());
   }
   return text.data();

@@ -2,58 +2,58 @@
 
 #include <algorithm>
 
-#include "platform/files.h"
-
 namespace KelmoLibs::Localize {
 namespace {
 
-constexpr std::size_t kSmallestBlock = 4096;
-constexpr std::size_t kLargestBlock = std::size_t{16} * 1024 * 1024;
-// A block is that part of what is held, and what is left of one is let go when it is that part of it: at
-// most an eighth of what is held is held in vain.
-constexpr std::size_t kPart = 16;
+constexpr std::size_t kMinBlock = 4096;
+constexpr std::size_t kMaxBlock = std::size_t{16} * 1024 * 1024;
+// A new block has 1/16 of all bytes so far. A rest of less than 1/16 of a block is abandoned for
+// the next block; an allocation that is larger than a larger rest gets a block of its own. So at
+// most an eighth of the memory is wasted.
+constexpr std::size_t kWasteDivisor = 16;
 
 constexpr std::size_t RoundUp(std::size_t bytes) noexcept {
-  constexpr std::size_t kUnit = BlockStore::kAlignment;
-  return (bytes + kUnit - 1) / kUnit * kUnit;
+  return (bytes + Arena::kAlignment - 1) / Arena::kAlignment * Arena::kAlignment;
 }
 
 }  // namespace
 
-std::byte* BlockStore::Take(std::size_t bytes) {
+std::byte* Arena::Allocate(std::size_t bytes) {
   const std::size_t rounded = RoundUp(bytes);
-  if (rounded > left_) {
-    const std::size_t usual = std::clamp(held_ / kPart, kSmallestBlock, kLargestBlock);
-    if (left_ > usual / kPart) {
+  if (rounded > remaining_) {
+    const std::size_t usualSize = std::clamp(allocated_ / kWasteDivisor, kMinBlock, kMaxBlock);
+    if (remaining_ > usualSize / kWasteDivisor) {
       return AddBlock(rounded);
     }
-    const std::size_t size = std::max(usual, rounded);
+    const std::size_t size = std::max(usualSize, rounded);
     next_ = AddBlock(size);
-    left_ = size;
+    remaining_ = size;
   }
-  std::byte* const taken = next_;
+  std::byte* const memory = next_;
   next_ += rounded;
-  left_ -= rounded;
-  return taken;
+  remaining_ -= rounded;
+  return memory;
 }
 
-void BlockStore::GiveBack(std::byte* taken, std::size_t bytes) noexcept {
+void Arena::FreeLast(std::byte* memory, std::size_t bytes) noexcept {
   const std::size_t rounded = RoundUp(bytes);
-  if (next_ == taken + rounded) {
-    next_ = taken;
-    left_ += rounded;
+  if (next_ == memory + rounded) {
+    next_ = memory;
+    remaining_ += rounded;
   } else {  // it has a block of its own
     blocks_.pop_back();
-    held_ -= rounded;
+    allocated_ -= rounded;
   }
 }
 
-std::byte* BlockStore::AddBlock(std::size_t size) {
-  // Not make_unique: it would fill with zeroes what is written anyway.
+std::byte* Arena::AddBlock(std::size_t size) {
+  // Not make_unique, which would write zeroes first.
   blocks_.push_back(std::unique_ptr<std::byte[]>(new std::byte[size]));
-  held_ += size;
+  allocated_ += size;
   std::byte* const block = blocks_.back().get();
-  PrepareMemory(block, size);
+  if (onNewBlock_ != nullptr) {
+    onNewBlock_(block, size);
+  }
   return block;
 }
 

@@ -1,4 +1,4 @@
-// Memory for many small things that stay where they are until all of them go.
+// Memory for many small objects that stay at their addresses until all of them are freed together.
 #pragma once
 
 #include <cstddef>
@@ -7,23 +7,33 @@
 
 namespace KelmoLibs::Localize {
 
-class BlockStore {
+class Arena {
  public:
   static constexpr std::size_t kAlignment = 8;
 
-  /// `bytes`, uninitialised and aligned to kAlignment, as long as the store. When memory fails, the
-  /// store is as before.
-  std::byte* Take(std::size_t bytes);
+  /// Called with each new block, before the block is written.
+  using BlockCallback = void (*)(void* memory, std::size_t bytes);
 
-  /// Gives back what was taken last.
-  void GiveBack(std::byte* taken, std::size_t bytes) noexcept;
+  /// `onNewBlock` may be null.
+  explicit Arena(BlockCallback onNewBlock) noexcept : onNewBlock_(onNewBlock) {}
+
+  /// `bytes` of uninitialised memory, aligned to kAlignment, valid as long as the arena. Throws
+  /// std::bad_alloc; the arena is then unchanged.
+  std::byte* Allocate(std::size_t bytes);
+
+  /// Frees the latest allocation: `bytes` at `memory`.
+  void FreeLast(std::byte* memory, std::size_t bytes) noexcept;
+
+  /// Frees all allocations.
+  void Clear() noexcept { *this = Arena(onNewBlock_); }
 
  private:
   std::byte* AddBlock(std::size_t size);
 
-  std::byte* next_ = nullptr;
-  std::size_t left_ = 0;
-  std::size_t held_ = 0;  // bytes in all blocks
+  BlockCallback onNewBlock_;
+  std::byte* next_ = nullptr;  // first free byte of the current block
+  std::size_t remaining_ = 0;  // free bytes of the current block
+  std::size_t allocated_ = 0;  // bytes in all blocks
   std::vector<std::unique_ptr<std::byte[]>> blocks_;
 };
 

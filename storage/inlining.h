@@ -1,5 +1,5 @@
-// Whether a function is inlined, where compilers would choose otherwise and a lookup would be slower: LANG is a
-// chain of small functions (dictionary/lookup.cpp).
+// Explicit inlining, where the compilers' own choice makes a lookup slower: LANG is a chain of
+// small functions (dictionary/lookup.cpp).
 #pragma once
 
 #ifdef _MSC_VER

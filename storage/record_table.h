@@ -1,5 +1,5 @@
-// Records that are found by their keys: the one store of the library. Dictionaries and lists of
-// messages are made of it; docs/design.md draws it.
+// The hash table of the library: dictionaries and lists of messages keep their records in it.
+// docs/design.md has a drawing.
 #pragma once
 
 #include <algorithm>
@@ -16,34 +16,40 @@
 
 namespace KelmoLibs::Localize {
 
-/// Records of any size, which stay where they are until all of them go. The table knows of each its
-/// address and seven bits of its hash, side by side with those of six others: one cache line decides most
-/// lookups.
+/// Records of any size. A record stays at its address until Clear() or the end of the table. A
+/// bucket has the addresses of seven records and a tag of seven hash bits for each: most lookups
+/// read one cache line of the table.
 ///
-/// A record stands in its home bucket of seven, or in one of the next: a lookup probes at most kProbedBuckets
-/// buckets. A record that finds no place there stands in the overflow, a sorted set, so that a lookup takes
-/// O(log n) steps even under hash flooding. With other hashes fewer than one record in a thousand does.
+/// A record is in its home bucket or in one of the next buckets: a lookup probes at most
+/// kProbedBuckets buckets. If all of these are full, the record goes to the overflow, a sorted set.
+/// So a lookup is O(log n) even under hash flooding. With ordinary hashes less than one record in a
+/// thousand overflows.
 ///
-/// A Record has Hash(), and Compare(record, record) is a total order of records, 0 for equal ones only. It is
-/// trivially destructible, and aligned to BlockStore::kAlignment at most. A Query has Hash(); Is(record), whether
-/// it asks for that record; and Ordered(), a value for which Compare(record, value) is the same order. Equal records
-/// and queries have equal hashes. None of these functions throws.
+/// Requirements; none of the functions may throw:
+///  - Record: Hash(); Compare(record, record), a total order that is 0 for equal records only;
+///    trivially destructible; an alignment of at most Arena::kAlignment.
+///  - Query: Hash(); Matches(record); SortKey(), for which Compare(record, sortKey) is the order of
+///    records.
+///  - A record and a query that match have equal hashes.
 template <class Record>
 class RecordTable {
  public:
   static constexpr std::size_t kBucketRecords = 7;
   static constexpr std::size_t kProbedBuckets = 8;
 
-  /// The record that is `wanted`, or null. Takes no memory.
+  /// `onNewBlock` is called with each block of memory for records (Arena); it may be null.
+  explicit RecordTable(Arena::BlockCallback onNewBlock) noexcept : arena_(onNewBlock) {}
+
+  /// The record that matches `query`, or null. Allocates nothing.
   template <class Query>
-  const Record* Find(const Query& wanted) const noexcept {
+  const Record* Find(const Query& query) const noexcept {
     if (homeBuckets_ == 0) {
       return nullptr;
     }
-    const Bucket* bucket = HomeOf(wanted.Hash());
+    const Bucket* bucket = HomeOf(query.Hash());
     for (std::size_t probed = 0; probed < kProbedBuckets; ++probed, ++bucket) {
-      for (auto slots = bucket->SlotsOf(wanted.Hash()); slots != 0; slots &= slots - 1) {
-        if (wanted.Is(*bucket->At(slots))) {
+      for (auto slots = bucket->SlotsOf(query.Hash()); slots != 0; slots &= slots - 1) {
+        if (query.Matches(*bucket->At(slots))) {
           return bucket->At(slots);
         }
       }
@@ -51,40 +57,42 @@ class RecordTable {
         return nullptr;
       }
     }
-    const auto place = overflow_.find(wanted.Ordered());
-    return place != overflow_.end() ? *place : nullptr;
+    const auto found = overflow_.find(query.SortKey());
+    return found != overflow_.end() ? *found : nullptr;
   }
 
-  /// Looks at the first record of the home bucket with an equal tag alone, which finds more than nine records of ten. Null
-  /// does not mean that there is none: Find tells then. It takes no loop, so that a caller needs few registers.
+  /// Looks only at the first record of the home bucket that has the tag of `query`. This finds more
+  /// than nine of ten records, without a loop, so that the caller needs few registers. If the
+  /// result is null, the record may still exist: call Find.
   template <class Query>
   KELMO_LOCALIZER_ALWAYS_INLINE const Record* FindFirstCandidate(
-      const Query& wanted) const noexcept {
+      const Query& query) const noexcept {
     if (homeBuckets_ == 0) {
       return nullptr;
     }
-    const Bucket* const bucket = HomeOf(wanted.Hash());
-    const auto slots = bucket->SlotsOf(wanted.Hash());
-    if (slots == 0 || !wanted.Is(*bucket->At(slots))) {
+    const Bucket* const bucket = HomeOf(query.Hash());
+    const auto slots = bucket->SlotsOf(query.Hash());
+    if (slots == 0 || !query.Matches(*bucket->At(slots))) {
       return nullptr;
     }
     return bucket->At(slots);
   }
 
-  /// Adds the record that `make(memory)` makes at the front of `bytes` of memory, aligned to BlockStore::kAlignment, and
-  /// returns; `make` must not throw, `hash` is the record's, and none that is equal may be there. The record stays
-  /// where it is as long as the table, or until Clear. When memory fails, the table has what it had.
-  template <class Make>
-  const Record* Add(std::uint64_t hash, std::size_t bytes, Make make) {
+  /// Adds a record and returns it. `construct(memory)` makes it at the start of `bytes` of memory,
+  /// which is aligned to Arena::kAlignment, and returns its address. `hash` is the hash of the
+  /// record. Preconditions: `construct` does not throw; no equal record is in the table. Throws
+  /// std::bad_alloc; the table then has the records that it had.
+  template <class Constructor>
+  const Record* Add(std::uint64_t hash, std::size_t bytes, Constructor construct) {
     if (IsFull()) {
-      Reserve(0);
+      Grow(0);
     }
-    std::byte* const memory = memory_.Take(bytes);
-    const Record* const record = make(memory);
+    std::byte* const memory = arena_.Allocate(bytes);
+    const Record* const record = construct(memory);
     try {
-      Place(hash, record);
+      Insert(hash, record);
     } catch (...) {
-      memory_.GiveBack(memory, bytes);
+      arena_.FreeLast(memory, bytes);
       throw;
     }
     ++count_;
@@ -92,42 +100,44 @@ class RecordTable {
   }
 
   void Clear() noexcept {
-    overflow_.clear();  // a new set takes memory in some libraries
+    overflow_.clear();  // not a new set, which allocates memory in some standard libraries
     bucketMemory_.reset();
     homeBuckets_ = capacity_ = count_ = 0;
-    memory_ = BlockStore();
+    arena_.Clear();
   }
 
   std::size_t Count() const noexcept { return count_; }
 
-  /// The next Add makes room for twice as many. A caller that knows how many are to come calls Reserve before.
+  /// Whether the next Add makes the table grow. A caller that can estimate the final count calls
+  /// Grow first.
   bool IsFull() const noexcept { return count_ == capacity_; }
 
-  /// Makes room for `records` in all, within reason: for 64 records at first, then for twice to 64 times as many as there
-  /// are. When memory fails, nothing has changed.
-  void Reserve(std::size_t records);
+  /// Increases the capacity to `expectedRecords`, but to at least twice and at most 64 times the
+  /// number of records. The first capacity is 64. Throws std::bad_alloc; the table is then
+  /// unchanged.
+  void Grow(std::size_t expectedRecords);
 
  private:
-  static constexpr std::size_t kLineBytes = 64;
-  static constexpr std::size_t kFewRecords = 64;
-  static constexpr std::size_t kMostGrowth =
-      64;  // at a time: an expectation may be far from the truth
+  static constexpr std::size_t kCacheLineBytes = 64;
+  static constexpr std::size_t kInitialCapacity = 64;
+  static constexpr std::size_t kMaxGrowthFactor = 64;  // an estimate may be far too large
 
   static constexpr std::uint8_t TagOf(std::uint64_t hash) noexcept {
     return static_cast<std::uint8_t>(hash | 0x80U);
   }
 
   struct Bucket {
-    std::array<std::uint8_t, kBucketRecords + 1> tags;  // 0: no record; the last one is not used
-    std::array<const Record*, kBucketRecords> records;  // fill from the front
+    std::array<std::uint8_t, kBucketRecords + 1> tags;  // 0: an empty slot; the last tag is unused
+    std::array<const Record*, kBucketRecords> records;  // filled from the first slot on
 
-    // The highest bit of byte i where slot i has the tag of `hash`. A slot behind such a one may be set wrongly
-    // (ZeroBytes), so that a caller compares the records. An empty slot and the unused last tag, which are 0, are
-    // never set: the tag of a record has its highest bit.
+    // Marks the slots that have the tag of `hash`: the highest bit of byte i for slot i. A slot
+    // above a marked one may be marked wrongly (ZeroBytes), so callers compare the records. Empty
+    // slots and the unused tag are never marked: they are 0, and the tag of a record has its
+    // highest bit set.
     std::uint64_t SlotsOf(std::uint64_t hash) const noexcept {
-      return ZeroBytes(WordAt(tags.data()) ^ (kEveryByte * TagOf(hash)));
+      return ZeroBytes(LoadWord(tags.data()) ^ (kEveryByte * TagOf(hash)));
     }
-    auto At(std::uint64_t slots) const noexcept { return records[LowestByte(slots)]; }
+    auto At(std::uint64_t slots) const noexcept { return records[LowestByteIndex(slots)]; }
     bool IsFull() const noexcept { return tags[kBucketRecords - 1] != 0; }
     void Add(std::uint8_t tag, const Record* record) noexcept {
       std::size_t slot = 0;
@@ -138,7 +148,7 @@ class RecordTable {
       records[slot] = record;
     }
   };
-  static_assert(sizeof(Bucket) == kLineBytes);
+  static_assert(sizeof(Bucket) == kCacheLineBytes);
 
   struct Order {
     using is_transparent = void;
@@ -146,24 +156,25 @@ class RecordTable {
     bool operator()(const Record* left, const Record* right) const noexcept {
       return Compare(*left, *right) < 0;
     }
-    template <class Ordered>
-    bool operator()(const Record* left, const Ordered& right) const noexcept {
+    template <class SortKey>
+    bool operator()(const Record* left, const SortKey& right) const noexcept {
       return Compare(*left, right) < 0;
     }
-    template <class Ordered>
-    bool operator()(const Ordered& left, const Record* right) const noexcept {
+    template <class SortKey>
+    bool operator()(const SortKey& left, const Record* right) const noexcept {
       return Compare(*right, left) > 0;
     }
   };
 
-  // The last ones are no record's home. They take what the last homes have no room for.
-  std::size_t Buckets() const noexcept { return homeBuckets_ + kProbedBuckets - 1; }
+  // The last kProbedBuckets - 1 buckets are not the home of any record: they take what overflows
+  // the last homes.
+  std::size_t BucketCount() const noexcept { return homeBuckets_ + kProbedBuckets - 1; }
 
   Bucket* HomeOf(std::uint64_t hash) const noexcept {
     return buckets_ + (((hash >> 32U) * homeBuckets_) >> 32U);
   }
 
-  void Place(std::uint64_t hash, const Record* record) {
+  void Insert(std::uint64_t hash, const Record* record) {
     Bucket* bucket = HomeOf(hash);
     for (std::size_t probed = 0; probed < kProbedBuckets; ++probed, ++bucket) {
       if (!bucket->IsFull()) {
@@ -177,35 +188,36 @@ class RecordTable {
   std::size_t count_ = 0;
   std::size_t capacity_ = 0;
   std::size_t homeBuckets_ = 0;
-  std::unique_ptr<std::byte[]> bucketMemory_;  // zeroes are empty buckets; one more, to align them
+  std::unique_ptr<std::byte[]> bucketMemory_;  // has room for one bucket more, to align them
   Bucket* buckets_ = nullptr;
   std::set<const Record*, Order> overflow_;
-  BlockStore memory_;
+  Arena arena_;
 };
 
 template <class Record>
-void RecordTable<Record>::Reserve(std::size_t records) {
-  const std::size_t least = std::max(2 * count_, kFewRecords);
-  const std::size_t most = std::max(kMostGrowth * count_, kFewRecords);
-  RecordTable larger;
-  larger.capacity_ = std::clamp(records, least, most);
+void RecordTable<Record>::Grow(std::size_t expectedRecords) {
+  const std::size_t minimum = std::max(2 * count_, kInitialCapacity);
+  const std::size_t maximum = std::max(kMaxGrowthFactor * count_, kInitialCapacity);
+  RecordTable larger(nullptr);
+  larger.capacity_ = std::clamp(expectedRecords, minimum, maximum);
   larger.homeBuckets_ =
       larger.capacity_ / (kBucketRecords * 3 / 4) + 1;  // three quarters full at most
-  std::size_t space = (larger.Buckets() + 1) * kLineBytes;
-  larger.bucketMemory_ = std::make_unique<std::byte[]>(space);
-  void* place = larger.bucketMemory_.get();
-  larger.buckets_ = static_cast<Bucket*>(std::align(kLineBytes, kLineBytes, place, space));
-  for (std::size_t i = 0; homeBuckets_ != 0 && i < Buckets(); ++i) {
+  std::size_t space = (larger.BucketCount() + 1) * kCacheLineBytes;
+  larger.bucketMemory_ = std::make_unique<std::byte[]>(space);  // zeroes: empty buckets
+  void* aligned = larger.bucketMemory_.get();
+  larger.buckets_ =
+      static_cast<Bucket*>(std::align(kCacheLineBytes, kCacheLineBytes, aligned, space));
+  for (std::size_t i = 0; homeBuckets_ != 0 && i < BucketCount(); ++i) {
     for (std::size_t slot = 0; slot < kBucketRecords && buckets_[i].tags[slot] != 0; ++slot) {
       const Record* const record = buckets_[i].records[slot];
-      larger.Place(record->Hash(), record);
+      larger.Insert(record->Hash(), record);
     }
   }
   for (const Record* const record : overflow_) {
-    larger.Place(record->Hash(), record);
+    larger.Insert(record->Hash(), record);
   }
   larger.count_ = count_;
-  larger.memory_ = std::move(memory_);
+  larger.arena_ = std::move(arena_);
   *this = std::move(larger);
 }
 

@@ -28,9 +28,9 @@ constexpr std::size_t Rounded(std::size_t bytes) { return (bytes + 7) / 8 * 8; }
 // All bytes that a test has taken, each piece with a pattern of its own.
 class Pieces {
  public:
-  void Take(BlockStore& store, std::size_t bytes) {
-    std::byte* const piece = store.Take(bytes);
-    ASSERT_EQ(reinterpret_cast<std::uintptr_t>(piece) % BlockStore::kAlignment, 0U);
+  void Take(Arena& store, std::size_t bytes) {
+    std::byte* const piece = store.Allocate(bytes);
+    ASSERT_EQ(reinterpret_cast<std::uintptr_t>(piece) % Arena::kAlignment, 0U);
     std::memset(piece, PatternOf(pieces_.size()), bytes);
     pieces_.emplace_back(piece, bytes);
     sum_ += Rounded(bytes);
@@ -54,10 +54,10 @@ class Pieces {
   std::size_t sum_ = 0;
 };
 
-TEST(BlockStore, GivesAlignedPiecesThatStayAsTheyAre) {
+TEST(Arena, GivesAlignedPiecesThatStayAsTheyAre) {
   RandomNumbers random(randomSeed);
   const LeakCheck everythingIsGivenBack;
-  BlockStore store;
+  Arena store(nullptr);
   Pieces pieces;
   for (int i = 0; i < 20'000; ++i) {
     const int below = random.Below(1000) == 0 ? 100'000 : random.Below(20) == 0 ? 5000 : 100;
@@ -70,15 +70,15 @@ TEST(BlockStore, GivesAlignedPiecesThatStayAsTheyAre) {
   pieces.ExpectUntouched();
 }
 
-TEST(BlockStore, TakesMemoryOnlyForBlocks) {
-  BlockStore store;
-  store.Take(8);
+TEST(Arena, TakesMemoryOnlyForBlocks) {
+  Arena store(nullptr);
+  store.Allocate(8);
   const std::size_t before = allocation_probe::Count();
   for (std::size_t taken = 8; taken < kSmallestBlock; taken += 8) {
-    store.Take(8);
+    store.Allocate(8);
   }
   EXPECT_EQ(allocation_probe::Count(), before);
-  store.Take(8);
+  store.Allocate(8);
   EXPECT_GT(allocation_probe::Count(), before);
 }
 
@@ -89,7 +89,7 @@ void ExpectLittleHeldInVain(std::size_t held, std::size_t taken) {
       << taken << " bytes were taken";
 }
 
-TEST(BlockStore, HoldsAtMostAnEighthInVain) {
+TEST(Arena, HoldsAtMostAnEighthInVain) {
   RandomNumbers random(randomSeed);
   const struct {
     const char* name;
@@ -105,11 +105,11 @@ TEST(BlockStore, HoldsAtMostAnEighthInVain) {
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
     const std::size_t before = allocation_probe::LiveBytes();
-    BlockStore store;
+    Arena store(nullptr);
     std::size_t taken = 0;
     while (taken < row.most) {
       const std::size_t bytes = row.next();
-      store.Take(bytes);
+      store.Allocate(bytes);
       taken += Rounded(bytes);
       ASSERT_NO_FATAL_FAILURE(
           ExpectLittleHeldInVain(allocation_probe::LiveBytes() - before, taken));
@@ -117,15 +117,15 @@ TEST(BlockStore, HoldsAtMostAnEighthInVain) {
   }
 }
 
-TEST(BlockStore, HoldsAtMostAnEighthInVainWhereLargeOnesStandBetweenSmallOnes) {
+TEST(Arena, HoldsAtMostAnEighthInVainWhereLargeOnesStandBetweenSmallOnes) {
   for (const std::size_t large : {kSmallestBlock, 10 * kSmallestBlock, kLargestBlock}) {
     SCOPED_TRACE(large);
     const std::size_t before = allocation_probe::LiveBytes();
-    BlockStore store;
+    Arena store(nullptr);
     std::size_t taken = 0;
     for (int i = 0; i < 20; ++i) {
       for (const std::size_t bytes : {std::size_t{8}, large}) {
-        store.Take(bytes);
+        store.Allocate(bytes);
         taken += bytes;
       }
     }
@@ -133,42 +133,42 @@ TEST(BlockStore, HoldsAtMostAnEighthInVainWhereLargeOnesStandBetweenSmallOnes) {
   }
 }
 
-TEST(BlockStore, GivesAgainWhatItWasGivenBack) {
+TEST(Arena, GivesAgainWhatItWasGivenBack) {
   for (const std::size_t bytes : {std::size_t{8}, std::size_t{13}, std::size_t{90'000}}) {
     SCOPED_TRACE(bytes);
-    BlockStore store;
+    Arena store(nullptr);
     Pieces pieces;
     pieces.Take(store, 100);
-    store.GiveBack(store.Take(bytes), bytes);
+    store.FreeLast(store.Allocate(bytes), bytes);
     pieces.Take(store, 100);
     const std::size_t live = allocation_probe::LiveBytes();
     for (int i = 0; i < 100; ++i) {
-      store.GiveBack(store.Take(bytes), bytes);
+      store.FreeLast(store.Allocate(bytes), bytes);
     }
     EXPECT_LE(allocation_probe::LiveBytes(), live + 4096);
     pieces.ExpectUntouched();
   }
 }
 
-TEST(BlockStore, GoesOnWhereItWasOnceABlockOfItsOwnIsGivenBack) {
-  BlockStore store;
-  std::byte* const first = store.Take(BlockStore::kAlignment);
-  std::byte* const alone = store.Take(5000);  // does not fit, and much is left beside it
-  store.GiveBack(alone, 5000);
-  EXPECT_EQ(store.Take(BlockStore::kAlignment), first + BlockStore::kAlignment);
+TEST(Arena, GoesOnWhereItWasOnceABlockOfItsOwnIsGivenBack) {
+  Arena store(nullptr);
+  std::byte* const first = store.Allocate(Arena::kAlignment);
+  std::byte* const alone = store.Allocate(5000);  // does not fit, and much is left beside it
+  store.FreeLast(alone, 5000);
+  EXPECT_EQ(store.Allocate(Arena::kAlignment), first + Arena::kAlignment);
 }
 
-TEST(BlockStore, IsAsBeforeWhereMemoryFails) {
+TEST(Arena, IsAsBeforeWhereMemoryFails) {
   for (const std::size_t bytes : {std::size_t{8}, 2 * kLargestBlock}) {
     for (std::size_t n = 1;; ++n) {
       SCOPED_TRACE(testing::Message() << "allocation " << n << ", for " << bytes);
       const LeakCheck everythingIsGivenBack;
-      BlockStore store;
+      Arena store(nullptr);
       Pieces pieces;
       for (const std::size_t size : {4000U, 4000U, 90U, 4000U, 4090U}) {
         pieces.Take(store, size);
       }
-      const Outcome outcome = CallWithFailingAllocation(n, [&] { store.Take(bytes); });
+      const Outcome outcome = CallWithFailingAllocation(n, [&] { store.Allocate(bytes); });
       ASSERT_NE(outcome, Outcome::kReturned) << "the failure was not passed on";
       if (outcome == Outcome::kNoFailure) {
         EXPECT_GE(n, 2U) << "no allocation was tried";

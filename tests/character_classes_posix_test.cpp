@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "platform/files.h"
+#include "platform/characters.h"
 #include "platform/posix/character_classes.h"
 
 namespace KelmoLibs::Localize {

@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/files.h"
+#include "platform/embedded_table.h"
 #include "tests/support/allocation_probe.h"
 #include "tests/support/exported_table.h"
 #include "tests/support/read_file.h"

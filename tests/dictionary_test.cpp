@@ -227,7 +227,7 @@ TEST(Dictionary, CountsItsEntries) {
     EXPECT_FALSE(AddTo(dictionary, key, L"text"));
     EXPECT_EQ(dictionary.Count(), count);
   }
-  dictionary.Reserve(1000);
+  dictionary.Grow(1000);
   EXPECT_EQ(dictionary.Count(), count);
 }
 
@@ -260,7 +260,7 @@ TEST(Dictionary, MakesRoomInItsTable) {
   while (dictionary.Count() < 100) {
     add(keys[dictionary.Count()]);
   }
-  dictionary.Reserve(kRoom);
+  dictionary.Grow(kRoom);
   EXPECT_TRUE(Holds(dictionary, texts));
   while (dictionary.Count() < kRoom) {
     EXPECT_FALSE(dictionary.IsFull()) << "with " << dictionary.Count();
@@ -285,9 +285,9 @@ TEST(Dictionary, FindsKeysWhoseHashesCollide) {
     }
   }
   EXPECT_TRUE(Holds(dictionary, all));
-  dictionary.Reserve(SIZE_MAX);
+  dictionary.Grow(SIZE_MAX);
   EXPECT_TRUE(Holds(dictionary, all)) << "with room for many more";
-  dictionary.Reserve(0);
+  dictionary.Grow(0);
   EXPECT_TRUE(Holds(dictionary, all)) << "with less room";
   for (const std::wstring& key : CollidingKeys()) {
     for (const std::wstring& neighbour : NeighboursOf(key)) {
@@ -384,13 +384,13 @@ TEST(Dictionary, IsAsBeforeWhereMemoryFailsToReserve) {
     const LeakCheck everythingIsGivenBack;
     Dictionary dictionary;
     Fill(dictionary, texts);
-    dictionary.Reserve(SIZE_MAX);
-    const Outcome outcome = CallWithFailingAllocation(n, [&] { dictionary.Reserve(0); });
+    dictionary.Grow(SIZE_MAX);
+    const Outcome outcome = CallWithFailingAllocation(n, [&] { dictionary.Grow(0); });
     ASSERT_NE(outcome, Outcome::kReturned) << "the failure was not passed on";
     EXPECT_TRUE(Holds(dictionary, texts));
-    dictionary.Reserve(0);
+    dictionary.Grow(0);
     EXPECT_TRUE(Holds(dictionary, texts));
-    dictionary.Reserve(SIZE_MAX);
+    dictionary.Grow(SIZE_MAX);
     EXPECT_TRUE(Holds(dictionary, texts));
     if (outcome == Outcome::kNoFailure) {
       EXPECT_GT(n, 3U) << "no place was lost";

@@ -20,7 +20,7 @@ namespace {
 class Kept {
  public:
   explicit Kept(std::wstring_view text) : memory_(new std::byte[StoredKey(text).Bytes()]) {
-    key_ = StoredKey(text).Store(text, memory_.get());
+    key_ = StoredKey(text).ConstructAt(memory_.get(), text);
   }
 
   const StoredKey& operator*() const { return *key_; }
@@ -64,7 +64,9 @@ std::vector<std::wstring> ManyTexts() {
   return texts;
 }
 
-bool IsIt(const std::wstring& text, const StoredKey& key) { return Key<AnyTexts>(text).Is(key); }
+bool IsIt(const std::wstring& text, const StoredKey& key) {
+  return KeyQuery<AnyLength>(text).Matches(key);
+}
 
 TEST(Key, IsThatOfItsTextAlone) {
   const std::vector<std::wstring> texts = ManyTexts();
@@ -83,7 +85,7 @@ TEST(Key, IsThatOfItsTextAlone) {
 
 TEST(Key, HasTheHashOfItsText) {
   for (const std::wstring& text : ManyTexts()) {
-    EXPECT_EQ(Key<AnyTexts>(text).Hash(), HashText(text)) << testing::PrintToString(text);
+    EXPECT_EQ(KeyQuery<AnyLength>(text).Hash(), HashText(text)) << testing::PrintToString(text);
     EXPECT_EQ((*Kept(text)).Hash(), HashText(text)) << testing::PrintToString(text);
   }
 }
@@ -142,12 +144,12 @@ TEST(Key, HasAPlaceInOneOrder) {
 template <class Texts>
 void ExpectAsKeyOfAnyLength(const std::wstring& text, const std::vector<std::wstring>& others) {
   SCOPED_TRACE(testing::PrintToString(text));
-  const Key<Texts> key(text);
+  const KeyQuery<Texts> key(text);
   ASSERT_EQ(key.Hash(), HashText(text));
-  ASSERT_EQ(key.Ordered(), text);
+  ASSERT_EQ(key.SortKey(), text);
   for (const std::wstring& other : others) {
     if (other.size() == text.size() || other.size() == text.size() + 1) {
-      ASSERT_EQ(key.Is(*Kept(other)), text == other) << testing::PrintToString(other);
+      ASSERT_EQ(key.Matches(*Kept(other)), text == other) << testing::PrintToString(other);
     }
   }
 }
@@ -155,16 +157,16 @@ void ExpectAsKeyOfAnyLength(const std::wstring& text, const std::vector<std::wst
 TEST(Key, IsTheSameAsOneOfItsLength) {
   const std::vector<std::wstring> texts = ManyTexts();
   for (const std::wstring& text : texts) {
-    if (text.size() <= TinyTexts::kLongest) {
-      ExpectAsKeyOfAnyLength<TinyTexts>(text, texts);
-    } else if (text.size() <= ShortTexts::kLongest) {
-      ExpectAsKeyOfAnyLength<ShortTexts>(text, texts);
-    } else if (text.size() <= MediumTexts::kLongest) {
-      ExpectAsKeyOfAnyLength<MediumTexts>(text, texts);
-    } else if (text.size() <= LongTexts::kLongest) {
-      ExpectAsKeyOfAnyLength<LongTexts>(text, texts);
+    if (text.size() <= UpTo3::kMaxLength) {
+      ExpectAsKeyOfAnyLength<UpTo3>(text, texts);
+    } else if (text.size() <= From4To8::kMaxLength) {
+      ExpectAsKeyOfAnyLength<From4To8>(text, texts);
+    } else if (text.size() <= From9To16::kMaxLength) {
+      ExpectAsKeyOfAnyLength<From9To16>(text, texts);
+    } else if (text.size() <= From17To32::kMaxLength) {
+      ExpectAsKeyOfAnyLength<From17To32>(text, texts);
     } else {
-      ExpectAsKeyOfAnyLength<TextsInSteps>(text, texts);
+      ExpectAsKeyOfAnyLength<AtLeast16>(text, texts);
     }
   }
 }

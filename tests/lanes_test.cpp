@@ -58,24 +58,24 @@ template <class AnyLanes>
 class LanesTest : public testing::Test {};
 
 #ifdef KELMO_LOCALIZER_SSE2
-using BothLanes = testing::Types<PortableLanes, Sse2Lanes>;
+using BothLanes = testing::Types<PortableVector128, Sse2Vector128>;
 #else
-using BothLanes = testing::Types<PortableLanes>;
+using BothLanes = testing::Types<PortableVector128>;
 #endif
 TYPED_TEST_SUITE(LanesTest, BothLanes, );
 
 TYPED_TEST(LanesTest, ReadSixteenBytesOrTwiceEight) {
-  std::array<unsigned char, 3 * kLanesBytes> bytes = {};
+  std::array<unsigned char, 3 * kVectorBytes> bytes = {};
   for (std::size_t i = 0; i < bytes.size(); ++i) {
     bytes[i] = static_cast<unsigned char>(7 * i + 1);
   }
-  for (std::size_t shift = 0; shift < kLanesBytes; ++shift) {
+  for (std::size_t shift = 0; shift < kVectorBytes; ++shift) {
     const unsigned char* const at = bytes.data() + shift;
     Words words;
     std::memcpy(&words.first, at, kWordBytes);
     std::memcpy(&words.second, at + kWordBytes, kWordBytes);
-    EXPECT_EQ(WordsOf(TypeParam::At(at)), words) << shift;
-    EXPECT_EQ(WordsOf(TypeParam::AtTwo(at + kWordBytes, at)), Words(words.second, words.first))
+    EXPECT_EQ(WordsOf(TypeParam::Load(at)), words) << shift;
+    EXPECT_EQ(WordsOf(TypeParam::LoadHalves(at + kWordBytes, at)), Words(words.second, words.first))
         << shift;
   }
 }
@@ -99,7 +99,7 @@ TYPED_TEST(LanesTest, AreCombinedLaneByLane) {
     ASSERT_EQ(WordsOf(lanes ^ second), Words(low ^ other.first, high ^ other.second));
     ASSERT_EQ(WordsOf(lanes | second), Words(low | other.first, high | other.second));
     const Words sums = WordsOf(lanes + second);
-    const Words products = WordsOf(lanes.SumsOfProducts(second));
+    const Words products = WordsOf(lanes.MultiplyAddPairs(second));
     for (std::size_t i = 0; i < 4; ++i) {
       ASSERT_EQ(LaneOf<std::uint32_t>(sums, i),
                 static_cast<std::uint32_t>(LaneOf<std::uint32_t>(words, i) +
@@ -121,8 +121,8 @@ TYPED_TEST(LanesTest, AreNarrowedToTheNearestValue) {
   for (const Words& words : all) {
     const TypeParam low(words.first, words.second);
     const TypeParam high(other.first, other.second);
-    const Words of16Bits = WordsOf(TypeParam::To16Bits(low, high));
-    const Words of8Bits = WordsOf(TypeParam::To8Bits(low, high));
+    const Words of16Bits = WordsOf(TypeParam::PackTo16Bits(low, high));
+    const Words of8Bits = WordsOf(TypeParam::PackTo8Bits(low, high));
     for (std::size_t i = 0; i < 8; ++i) {
       const std::int32_t value = LaneOf<std::int32_t>(i < 4 ? words : other, i % 4);
       ASSERT_EQ(LaneOf<std::int16_t>(of16Bits, i), std::clamp(value, -0x8000, 0x7FFF));
@@ -138,8 +138,8 @@ TYPED_TEST(LanesTest, AreNarrowedToTheNearestValue) {
 TYPED_TEST(LanesTest, AreWidenedWithoutASign) {
   for (const Words& words : ManyWords()) {
     const TypeParam lanes(words.first, words.second);
-    const Words low = WordsOf(lanes.LowTo32Bits());
-    const Words high = WordsOf(lanes.HighTo32Bits());
+    const Words low = WordsOf(lanes.WidenLow());
+    const Words high = WordsOf(lanes.WidenHigh());
     for (std::size_t i = 0; i < 4; ++i) {
       ASSERT_EQ(LaneOf<std::uint32_t>(low, i), LaneOf<std::uint16_t>(words, i));
       ASSERT_EQ(LaneOf<std::uint32_t>(high, i), LaneOf<std::uint16_t>(words, 4 + i));
@@ -157,21 +157,21 @@ TEST(LowestByte, IsThatOfTheLowestBit) {
         lowest = byte;
       }
     }
-    EXPECT_EQ(LowestByte(bits), lowest) << bytes;
-    EXPECT_EQ(PortableLowestByte(bits), lowest) << bytes;
+    EXPECT_EQ(LowestByteIndex(bits), lowest) << bytes;
+    EXPECT_EQ(PortableLowestByteIndex(bits), lowest) << bytes;
   }
 }
 
-TEST(FoldedProduct, IsThatOfAllBits) {
-  for (const auto& product : {FoldedProduct, PortableFoldedProduct}) {
+TEST(FoldedMultiply, IsThatOfAllBits) {
+  for (const auto& product : {FoldedMultiply, PortableFoldedMultiply}) {
     EXPECT_EQ(product(0, 5), 0U);
     EXPECT_EQ(product(3, 5), 15U);
     EXPECT_EQ(product(std::uint64_t{1} << 63U, 2), 1U) << "a bit above 64";
     EXPECT_EQ(product(~std::uint64_t{0}, ~std::uint64_t{0}), ~std::uint64_t{0});
   }
   for (const Words& words : ManyWords()) {
-    ASSERT_EQ(FoldedProduct(words.first, words.second),
-              PortableFoldedProduct(words.first, words.second));
+    ASSERT_EQ(FoldedMultiply(words.first, words.second),
+              PortableFoldedMultiply(words.first, words.second));
   }
 }
 

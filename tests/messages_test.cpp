@@ -110,7 +110,7 @@ TEST(Messages, AreEqualWhereTheirTextsAre) {
   std::vector<std::wstring> texts;
   for (const Message& message : messages) {
     texts.push_back(TextOf(message));
-    ASSERT_EQ(LengthOf(message), texts.back().size());
+    ASSERT_EQ(TextLength(message), texts.back().size());
   }
   for (std::size_t i = 0; i < messages.size(); ++i) {
     for (std::size_t j = 0; j < messages.size(); ++j) {
@@ -127,8 +127,8 @@ TEST(Messages, AreEqualWhereTheirTextsAre) {
 
 TEST(Messages, AreWrittenWithTheirDetailsInTheText) {
   for (const Message& message : ManyMessages()) {
-    std::wstring text(LengthOf(message), L'?');
-    const Message written = Write(message, text.data());
+    std::wstring text(TextLength(message), L'?');
+    const Message written = FormatTo(text.data(), message);
     EXPECT_EQ(text, TextOf(message));
     EXPECT_EQ(Compare(message, written), 0) << testing::PrintToString(text);
     EXPECT_EQ(written.hash, message.hash);

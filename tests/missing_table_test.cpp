@@ -6,7 +6,7 @@
 #include <string>
 
 #include "frame/library_state.h"
-#include "platform/files.h"
+#include "platform/embedded_table.h"
 #include "tests/support/exported_table.h"
 #include "tests/support/localized_units.h"
 #include "tests/support/read_file.h"

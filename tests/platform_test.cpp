@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/characters.h"
 #include "platform/files.h"
 #include "tests/support/read_all.h"
 #include "tests/support/read_file.h"

@@ -14,6 +14,7 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/characters.h"
 #include "platform/files.h"
 #include "tests/support/read_all.h"
 #include "tests/support/scratch_folder.h"

@@ -41,11 +41,11 @@ class Query {
   Query(std::uint64_t hash, int number) : hash_(hash), number_(number) {}
 
   std::uint64_t Hash() const { return hash_; }
-  bool Is(const Record& record) const {
+  bool Matches(const Record& record) const {
     asked_.push_back(record.number);
     return record.number == number_;
   }
-  int Ordered() const {
+  int SortKey() const {
     isAskedInOrder_ = true;
     return number_;
   }
@@ -71,7 +71,7 @@ class Filled {
       return new (memory) Record{hash, number};
     }));
   }
-  void Reserve(std::size_t records) { table_.Reserve(records); }
+  void Grow(std::size_t records) { table_.Grow(records); }
 
   const Record* Find(std::uint64_t hash, int number) const {
     return table_.Find(Query(hash, number));
@@ -97,12 +97,12 @@ class Filled {
   const std::vector<const Record*>& Records() const { return records_; }
 
  private:
-  Table table_;
+  Table table_{nullptr};
   std::vector<const Record*> records_;
 };
 
 TEST(RecordTable, ThatIsEmptyHasNothingAndNoRoom) {
-  const Table table;
+  const Table table(nullptr);
   EXPECT_EQ(table.Count(), 0U);
   EXPECT_TRUE(table.IsFull());
   for (const std::uint64_t hash :
@@ -172,7 +172,7 @@ TEST(RecordTable, GrowsWithAllThatItHas) {
   }
   const std::vector<const Record*> records = filled.Records();
   for (int i = 0; i < 4; ++i) {
-    filled.Reserve(0);
+    filled.Grow(0);
     filled.ExpectAll();
   }
   EXPECT_EQ(filled.Records(), records) << "they stay where they are";
@@ -209,7 +209,7 @@ TEST(RecordTable, MakesRoomWithinReason) {
       filled.Add(random.Bits());
     }
     const std::size_t before = allocation_probe::LiveBytes();
-    filled.Reserve(row.expected);
+    filled.Grow(row.expected);
     EXPECT_LE(allocation_probe::LiveBytes(), before + 20 * row.room + 2000);
     filled.ExpectAll();
     while (filled.TheTable().Count() < row.room) {
@@ -259,7 +259,7 @@ TEST(RecordTable, ComparesAFewRecordsHoweverManyHashesCollide) {
 TEST(RecordTable, AsksTheSortedSetOnlyWhereNoBucketHasRoom) {
   constexpr std::uint64_t kHash = 0x5DEECE66D1234567;
   Filled filled;
-  filled.Reserve(0);
+  filled.Grow(0);
   for (std::size_t count = 0; count < kMostPlaces; ++count) {
     const Query query(kHash, kNone);
     EXPECT_EQ(filled.TheTable().Find(query), nullptr);
@@ -285,14 +285,14 @@ TEST(RecordTable, GivesPlacesToThoseThatHadNoneOnceItIsLarger) {
     filled.Add(i << 53U);  // in the front part of the homes
   }
   EXPECT_GT(filled.InOverflow(), 0U);
-  filled.Reserve(800);
-  filled.Reserve(800);
+  filled.Grow(800);
+  filled.Grow(800);
   filled.ExpectAll();
   for (int i = 0; i < 10 && filled.InOverflow() > 0; ++i) {
     while (!filled.TheTable().IsFull()) {
       filled.Add(~std::uint64_t{0} / (filled.Records().size() + 2));
     }
-    filled.Reserve(SIZE_MAX);
+    filled.Grow(SIZE_MAX);
   }
   EXPECT_EQ(filled.InOverflow(), 0U);
   filled.ExpectAll();

@@ -9,7 +9,7 @@
 
 #include "kelmo_localizer.h"
 #include "phyval/unit_catalogue.h"
-#include "platform/files.h"
+#include "platform/embedded_table.h"
 #include "tests/support/class_members.h"
 #include "tests/support/exported_table.h"
 #include "tests/support/scratch_folder.h"

@@ -15,7 +15,7 @@ namespace {
 
 using namespace KelmoLibs::Localize::Phyval;
 
-constexpr int kMostDecimals = 9;
+constexpr int kMaxDecimals = 9;
 constexpr double kNoInteger = std::numeric_limits<double>::quiet_NaN();
 
 std::wstring TextOfToChars(double number, int decimals) {
@@ -65,7 +65,7 @@ TEST(FixedText, ShowsEveryDigitThatIsAskedFor) {
 TEST(FixedText, IsThatOfToCharsForRoundedNumbersAndOthers) {
   RandomNumbers random(randomSeed);
   for (std::uint64_t i = Rounds(100'000); i > 0; --i) {
-    const int decimals = random.Below(kMostDecimals + 1);
+    const int decimals = random.Below(kMaxDecimals + 1);
     const auto digits =
         static_cast<double>(random.Bits() >> (8U + static_cast<unsigned>(random.Below(50))));
     const double any = random.OfMagnitude(-60, 60);
@@ -88,7 +88,7 @@ TEST(FixedText, IsThatOfToCharsAtEachPowerOfTenAndTwoAndTheirNeighbours) {
         const double middle = power + step;
         for (const double value :
              {std::nextafter(middle, -kInfinity), middle, std::nextafter(middle, kInfinity)}) {
-          for (int decimals = 0; decimals <= kMostDecimals; ++decimals) {
+          for (int decimals = 0; decimals <= kMaxDecimals; ++decimals) {
             for (const RoundedNumber& number :
                  {RoundToTolerance(value, PowerOfTen(-decimals)),
                   RoundToTolerance(-value * PowerOfTen(-decimals), PowerOfTen(-decimals)),

@@ -1,5 +1,3 @@
-#include "storage/text_block.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -10,12 +8,13 @@
 #include <string_view>
 #include <vector>
 
+#include "storage/text_hash.h"
 #include "tests/support/random_numbers.h"
 
 namespace KelmoLibs::Localize {
 namespace {
 
-constexpr std::size_t kLongest = 100;
+constexpr std::size_t kMaxLength = 100;
 
 std::wstring RandomText(RandomNumbers& random, std::size_t length) {
   std::wstring text;
@@ -58,15 +57,15 @@ TEST(HashText, IsFixedForEachSizeOfCharacters) {
 
 TEST(HashText, IsThatOfTheLengthsKind) {
   RandomNumbers random(randomSeed);
-  for (std::size_t length = 0; length <= kLongest; ++length) {
+  for (std::size_t length = 0; length <= kMaxLength; ++length) {
     const std::wstring text = RandomText(random, length);
     const std::uint64_t hash = HashText(text);
     const auto isThatOf = [&](auto texts) { return texts.Hash(text.data(), length) == hash; };
-    EXPECT_TRUE(length <= 3    ? isThatOf(TinyTexts())
-                : length <= 8  ? isThatOf(ShortTexts())
-                : length <= 16 ? isThatOf(MediumTexts())
-                : length <= 32 ? isThatOf(LongTexts())
-                               : isThatOf(TextsInSteps()))
+    EXPECT_TRUE(length <= 3    ? isThatOf(UpTo3())
+                : length <= 8  ? isThatOf(From4To8())
+                : length <= 16 ? isThatOf(From9To16())
+                : length <= 32 ? isThatOf(From17To32())
+                               : isThatOf(AtLeast16()))
         << length;
   }
 }
@@ -83,45 +82,45 @@ std::unique_ptr<Unit[]> Narrowed(const std::wstring& text) {
 template <class Unit>
 void ExpectToHashAndCompareNarrowTexts(int characters) {
   RandomNumbers random(randomSeed);
-  for (std::size_t length = 0; length <= kLongest; ++length) {
+  for (std::size_t length = 0; length <= kMaxLength; ++length) {
     SCOPED_TRACE(length);
     std::wstring text;
     while (text.size() < length) {
       text += static_cast<wchar_t>(1 + random.Below(characters));
     }
     const auto narrow = Narrowed<Unit>(text);
-    EXPECT_EQ(AnyTexts::Hash(narrow.get(), length), HashText(text));
-    EXPECT_TRUE(AnyTexts::AreEqual(text.data(), narrow.get(), length));
+    EXPECT_EQ(AnyLength::Hash(narrow.get(), length), HashText(text));
+    EXPECT_TRUE(AnyLength::AreEqual(text.data(), narrow.get(), length));
     std::wstring other = text;
     for (wchar_t& character : other) {
       const auto before = static_cast<std::uint32_t>(character);
       for (unsigned bit = 0; bit < 8 * sizeof(wchar_t); ++bit) {
         character = static_cast<wchar_t>(before ^ (1U << bit));
-        ASSERT_FALSE(AnyTexts::AreEqual(other.data(), narrow.get(), length))
+        ASSERT_FALSE(AnyLength::AreEqual(other.data(), narrow.get(), length))
             << "bit " << bit << " of character " << &character - other.data();
       }
       for (const std::uint32_t value : {0U, 0xFFU, 0x100U, 0x7FFFU, 0x8000U, 0xFFFFU}) {
         character = static_cast<wchar_t>(value);
-        ASSERT_EQ(AnyTexts::AreEqual(other.data(), narrow.get(), length), value == before);
+        ASSERT_EQ(AnyLength::AreEqual(other.data(), narrow.get(), length), value == before);
       }
       character = static_cast<wchar_t>(before);
     }
   }
 }
 
-TEST(AnyTexts, OfOneByteAreHashedAndComparedAsWideOnes) {
+TEST(AnyLength, OfOneByteAreHashedAndComparedAsWideOnes) {
   ExpectToHashAndCompareNarrowTexts<std::uint8_t>(0xFE);
 }
-TEST(AnyTexts, OfTwoBytesAreHashedAndComparedAsWideOnes) {
+TEST(AnyLength, OfTwoBytesAreHashedAndComparedAsWideOnes) {
   ExpectToHashAndCompareNarrowTexts<std::uint16_t>(0xFFFE);
 }
-TEST(AnyTexts, OfWideCharactersAreHashedAndComparedExactly) {
+TEST(AnyLength, OfWideCharactersAreHashedAndComparedExactly) {
   ExpectToHashAndCompareNarrowTexts<wchar_t>(0xFFFE);
 }
 
 TEST(HashText, IsOfEveryCharacterAndOfTheLength) {
   RandomNumbers random(randomSeed);
-  for (std::size_t length = 0; length <= kLongest; ++length) {
+  for (std::size_t length = 0; length <= kMaxLength; ++length) {
     for (const std::wstring& text : {RandomText(random, length), std::wstring(length, L'\0')}) {
       SCOPED_TRACE(testing::PrintToString(text));
       const std::uint64_t hash = HashText(text);
@@ -145,7 +144,7 @@ TEST(HashText, IsOfEveryCharacterAndOfTheLength) {
 // part in its hash.
 TEST(HashText, IsOfTheTextAlone) {
   RandomNumbers random(randomSeed);
-  for (std::size_t length = 0; length <= kLongest; ++length) {
+  for (std::size_t length = 0; length <= kMaxLength; ++length) {
     SCOPED_TRACE(length);
     const std::wstring text = RandomText(random, length);
     const std::unique_ptr<wchar_t[]> alone(new wchar_t[length]);

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/files.h"
+#include "platform/characters.h"
 #include "tests/support/allocation_probe.h"
 
 namespace KelmoLibs::Localize {

@@ -1,4 +1,4 @@
-// Where a reader's bytes come from: a file, or in tests whatever a test makes up.
+// The source of the bytes that a reader reads: a file, or bytes that a test makes up.
 #pragma once
 
 #include <cstddef>
@@ -12,12 +12,12 @@ class ByteSource {
   ByteSource& operator=(const ByteSource&) = delete;
   virtual ~ByteSource() = default;
 
-  /// Puts the next bytes into `buffer`, at most `size` (1 or more), and returns how many. 0 is the
-  /// end, also where reading fails: what cannot be read counts as not there. Not called again after
-  /// it has returned 0.
+  /// Reads the next bytes into `buffer`, at most `size`, and returns their number. 0 is the end of
+  /// the source: a failed read counts as the end. Preconditions: `size` is not 0, and no call has
+  /// returned 0 before.
   virtual std::size_t Read(char* buffer, std::size_t size) = 0;
 
-  /// How many bytes the source is expected to give in all: sizes buffers, promises nothing.
+  /// Estimate of all bytes of the source, for the sizes of buffers. It may be wrong.
   virtual std::size_t SizeHint() const noexcept = 0;
 };
 

@@ -7,11 +7,11 @@ namespace KelmoLibs::Localize {
 
 namespace {
 
-// Moves the bytes together over each CR in front of an LF and returns how many there are then. Most
-// files have no such pair, or one in each line.
-std::size_t DropCrOfPairs(char* buffer, std::size_t size) noexcept {
+// Removes each CR that an LF follows, and returns the number of bytes left. Most files have no such
+// pair, or one in each line.
+std::size_t CollapseCrLf(char* buffer, std::size_t size) noexcept {
   std::size_t kept = 0;
-  std::size_t begin = 0;  // of what has not been moved
+  std::size_t begin = 0;  // of the bytes that have not been moved
   const auto moveUpTo = [&](std::size_t end) {
     if (kept != begin) {
       std::memmove(buffer + kept, buffer + begin, end - begin);
@@ -39,25 +39,25 @@ CrLfSource::CrLfSource(std::unique_ptr<ByteSource> bytes) noexcept : bytes_(std:
 
 std::size_t CrLfSource::SizeHint() const noexcept { return bytes_->SizeHint(); }
 
-// Hands out at least one byte until the end: a pair that the end of a piece cuts in two is
-// completed here.
+// Returns at least one byte until the end of the source. A CR at the end of the chunk is compared
+// with the byte behind it, which may be the LF of its pair.
 std::size_t CrLfSource::Read(char* buffer, std::size_t size) {
   std::size_t filled = 0;
-  if (ahead_) {
-    buffer[filled++] = *ahead_;
-    ahead_.reset();
+  if (pendingByte_) {
+    buffer[filled++] = *pendingByte_;
+    pendingByte_.reset();
   }
   if (filled < size) {
     filled += ReadBytes(buffer + filled, size - filled);
   }
-  const std::size_t kept = DropCrOfPairs(buffer, filled);
+  const std::size_t kept = CollapseCrLf(buffer, filled);
   if (kept > 0 && buffer[kept - 1] == '\r') {
     char next = '\0';
     if (ReadBytes(&next, 1) == 1) {
       if (next == '\n') {
         buffer[kept - 1] = '\n';
       } else {
-        ahead_ = next;
+        pendingByte_ = next;
       }
     }
   }

@@ -1,4 +1,4 @@
-// Text mode for systems whose runtime has none: CR LF becomes LF, every other CR stays.
+// Text mode for systems whose runtime has none: replaces CR LF by LF. Every other CR stays.
 #pragma once
 
 #include <cstddef>
@@ -11,7 +11,7 @@ namespace KelmoLibs::Localize {
 
 class CrLfSource final : public ByteSource {
  public:
-  /// `bytes` must not be null.
+  /// Precondition: `bytes` is not null.
   explicit CrLfSource(std::unique_ptr<ByteSource> bytes) noexcept;
 
   std::size_t Read(char* buffer, std::size_t size) override;
@@ -21,7 +21,7 @@ class CrLfSource final : public ByteSource {
   std::size_t ReadBytes(char* buffer, std::size_t size);
 
   std::unique_ptr<ByteSource> bytes_;
-  std::optional<char> ahead_;  // read to see whether it is the LF of a pair, and not handed out yet
+  std::optional<char> pendingByte_;  // was read behind a CR; the next Read returns it
   bool ended_ = false;
 };
 

@@ -1,4 +1,4 @@
-// The paths that the library opens and quotes in its messages.
+// The paths that the library opens, and shows in its messages.
 #pragma once
 
 #include <string>
@@ -6,8 +6,9 @@
 
 namespace KelmoLibs::Localize {
 
-/// `folder` and `fileName` with one backslash between them, both unchanged: L"a\\" and L"b" give
-/// L"a\\\\b", and L"" and L"b" give L"\\b". The same on every system, so that messages are too.
+/// `folder`, a backslash and `fileName`. Both parts stay unchanged: L"a\\" and L"b" give L"a\\\\b";
+/// L"" and L"b" give L"\\b". The result, and so a message that shows it, is the same on every
+/// system.
 std::wstring JoinPath(std::wstring_view folder, std::wstring_view fileName);
 
 }  // namespace KelmoLibs::Localize

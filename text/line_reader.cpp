@@ -8,28 +8,28 @@
 namespace KelmoLibs::Localize {
 namespace {
 
-constexpr std::size_t kPieceBytes = std::size_t{32} * 1024;
-constexpr std::size_t kBytesOfUnknownSize = 4096;  // some file systems say 0 of every file
+constexpr std::size_t kChunkBytes = std::size_t{32} * 1024;
+constexpr std::size_t kUnknownSizeBytes = 4096;  // some file systems report 0 for every file
 constexpr std::size_t kLongestCharacter = 4;
 
-// A buffer that may hold the whole source has one byte more, so that the source's end shows without
-// growing it; no buffer is ever as large as the source. So the old and the new one together never
-// exceed twice the source.
+// A buffer for the whole source has one byte more than the source, so that the end of the source is
+// seen without growing the buffer. All other buffers are smaller than the source. So an old and a
+// new buffer together never take more than twice the bytes of the source.
 constexpr std::size_t FirstCapacity(std::size_t sourceBytes) noexcept {
   if (sourceBytes == 0) {
-    return kBytesOfUnknownSize;
+    return kUnknownSizeBytes;
   }
-  return sourceBytes < 2 * kPieceBytes ? sourceBytes + 1 : kPieceBytes;
+  return sourceBytes < 2 * kChunkBytes ? sourceBytes + 1 : kChunkBytes;
 }
 
 constexpr std::size_t NextCapacity(std::size_t capacity, std::size_t sourceBytes) noexcept {
-  const bool sourceIsLarger = capacity > sourceBytes;  // than it said
+  const bool sourceIsLarger = capacity > sourceBytes;  // than SizeHint said
   return sourceIsLarger || 2 * capacity < sourceBytes ? 2 * capacity : sourceBytes + 1;
 }
 
 }  // namespace
 
-// Not make_unique: it would fill with zeroes what is written anyway.
+// Not make_unique, which would write zeroes first.
 LineReader::LineReader(ByteSource& source)
     : source_(source), capacity_(FirstCapacity(source.SizeHint())), buffer_(new char[capacity_]) {}
 
@@ -57,14 +57,14 @@ std::optional<std::string_view> LineReader::Next() {
   return lastLine;
 }
 
-// Reads one more piece. False at the end of the text: the source's end or bytes that are no
-// character.
+// Reads one more chunk. False at the end of the text: the end of the source, or bytes that are not
+// UTF-8.
 bool LineReader::Fill() {
   if (ended_) {
     return false;
   }
   if (end_ == capacity_) {
-    MakeRoom();
+    CompactOrGrow();
   }
   const std::size_t count = source_.Read(buffer_.get() + end_, capacity_ - end_);
   if (count == 0) {
@@ -73,13 +73,13 @@ bool LineReader::Fill() {
   }
   end_ += count;
   valid_ += WellFormedUtf8Length({buffer_.get() + valid_, end_ - valid_});
-  // Fewer bytes may be a character that the next piece completes.
+  // Fewer bytes may be the start of a character, which the next chunk completes.
   ended_ = end_ - valid_ >= kLongestCharacter;
   return true;
 }
 
-// Moves what is left to the front; where the line at hand fills the whole buffer, grows it.
-void LineReader::MakeRoom() {
+// Moves the unread bytes to the front. If they fill the whole buffer, replaces it by a larger one.
+void LineReader::CompactOrGrow() {
   const std::size_t kept = end_ - begin_;
   if (begin_ > 0) {
     std::memmove(buffer_.get(), buffer_.get() + begin_, kept);

@@ -1,5 +1,5 @@
-// Cuts the bytes of a UTF-8 text file into lines: the reading rule that every text file of the
-// library shares.
+// Splits the bytes of a UTF-8 text file into lines. All text files of the library are read by these
+// rules.
 #pragma once
 
 #include <cstddef>
@@ -11,31 +11,32 @@
 
 namespace KelmoLibs::Localize {
 
-/// Lines are the stretches between LF bytes, the LF left out; a last line needs none. A byte-order
-/// mark and NUL are characters like any other. Bytes that are not well-formed UTF-8 end the text:
-/// the characters in front of them in their line, if any, are the last line.
+/// An LF ends a line and is not part of it; the last line may have no LF. A byte-order mark and NUL
+/// are characters like any other. The first byte that is not part of well-formed UTF-8 ends the
+/// text: the characters before it in its line, if any, are the last line.
 ///
-/// Holds the line at hand and what was read ahead of it: a small source whole, of a large one a
-/// piece, or as much as its longest line needs; at no time more than twice the source's bytes.
+/// Memory: a small source is read whole, a large one in chunks; the buffer grows for a line that is
+/// longer than a chunk. It never takes more than twice the bytes of the source.
 class LineReader {
  public:
-  /// `source` must outlive the reader.
+  /// Precondition: `source` outlives the reader.
   explicit LineReader(ByteSource& source);
 
-  /// The next line, well-formed and valid until the next call; nothing at the end.
+  /// The next line, which is well-formed UTF-8 and valid until the next call. Nothing at the end of
+  /// the text.
   std::optional<std::string_view> Next();
 
  private:
   bool Fill();
-  void MakeRoom();
+  void CompactOrGrow();
 
   ByteSource& source_;
   std::size_t capacity_;
   std::unique_ptr<char[]> buffer_;
   // 0 <= begin_ <= scanned_ <= valid_ <= end_ <= capacity_
-  std::size_t begin_ = 0;    // first byte not yet handed out
+  std::size_t begin_ = 0;    // first byte that Next has not returned yet
   std::size_t scanned_ = 0;  // no LF between begin_ and here
-  std::size_t valid_ = 0;    // well-formed up to here; what follows may be the front of a character
+  std::size_t valid_ = 0;    // well-formed up to here; the start of a character may follow
   std::size_t end_ = 0;      // bytes read up to here
   bool ended_ = false;
 };

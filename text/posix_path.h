@@ -1,4 +1,4 @@
-// A wide path in Windows form as the bytes that a POSIX system opens.
+// Converts a wide path in Windows form to the bytes that a POSIX system opens.
 #pragma once
 
 #include <optional>
@@ -7,8 +7,8 @@
 
 namespace KelmoLibs::Localize {
 
-/// `path` with every backslash as a slash, in UTF-8 whatever the locale. Nothing where a wchar_t
-/// (32 bits) is no character: a surrogate or a value beyond U+10FFFF.
+/// `path` as UTF-8, in every locale, with a slash for each backslash. Nothing if a wchar_t (32
+/// bits) is not a character: a surrogate or a value beyond U+10FFFF.
 std::optional<std::string> PosixPath(std::wstring_view path);
 
 }  // namespace KelmoLibs::Localize

@@ -14,9 +14,9 @@ constexpr unsigned char Byte(char c) noexcept { return static_cast<unsigned char
 
 constexpr bool IsContinuation(char c) noexcept { return (Byte(c) & 0xC0U) == 0x80U; }
 
-// Length of the character that begins at the front of `bytes`, 0 when none does. Overlong forms,
-// surrogates and values beyond U+10FFFF all show in the first two bytes, so that ranges for the
-// second byte are the whole check.
+// Length of the character at the start of `bytes`, or 0 if there is no well-formed one. Overlong
+// sequences, surrogates and values beyond U+10FFFF all show in the first two bytes, so a range for
+// the second byte is the whole check.
 std::size_t CharacterLength(std::string_view bytes) noexcept {
   const unsigned char lead = Byte(bytes[0]);
   if (lead < 0x80) {
@@ -53,10 +53,10 @@ const unsigned char* BytesOf(std::string_view text) noexcept {
   return reinterpret_cast<const unsigned char*>(text.data());
 }
 
-// The loops over blocks decide nothing by a branch: which character comes next cannot be guessed, and compilers
-// make vector instructions of them.
-constexpr std::size_t kCheckedBytes = 32;
-constexpr std::size_t kDecodedBytes = 16;
+// The loops over blocks have no branch that depends on a byte: the processor cannot predict the
+// next character, and compilers can make vector instructions of such loops.
+constexpr std::size_t kCheckedBlock = 32;
+constexpr std::size_t kDecodedBlock = 16;
 
 template <std::size_t size>
 unsigned char Largest(const unsigned char* block) noexcept {
@@ -73,21 +73,22 @@ constexpr bool NeedsContinuation(unsigned before, unsigned twoBefore,
   return ((before >= 0xC0) | (twoBefore >= 0xE0) | (threeBefore >= 0xF0)) != 0;
 }
 
-// Whether a block holds a byte that cannot follow the three in front of it, which must be there and are well-formed as far as
-// they go.
+// Whether a block of kCheckedBlock bytes has a byte that cannot follow the bytes before it.
+// Precondition: there are three bytes before the block, and they are well-formed, though the last
+// character may be incomplete.
 bool HasFault(const unsigned char* block) noexcept {
-  const unsigned char* const one = block - 1;
-  const unsigned char* const two = block - 2;
-  const unsigned char* const three = block - 3;
-  if (Largest<kCheckedBytes>(block) < 0x80) {
-    return NeedsContinuation(*one, *two, *three);
+  const unsigned char* const oneBefore = block - 1;
+  const unsigned char* const twoBefore = block - 2;
+  const unsigned char* const threeBefore = block - 3;
+  if (Largest<kCheckedBlock>(block) < 0x80) {
+    return NeedsContinuation(*oneBefore, *twoBefore, *threeBefore);
   }
   unsigned char faults = 0;
-  for (std::size_t i = 0; i < kCheckedBytes; ++i) {
+  for (std::size_t i = 0; i < kCheckedBlock; ++i) {
     const unsigned char byte = block[i];
-    const unsigned char before = one[i];
+    const unsigned char before = oneBefore[i];
     const bool isContinuation = (byte & 0xC0U) == 0x80;
-    const bool isNeeded = NeedsContinuation(before, two[i], three[i]);
+    const bool isNeeded = NeedsContinuation(before, twoBefore[i], threeBefore[i]);
     const bool isNeverUsed = ((byte & 0xFEU) == 0xC0) | (byte > 0xF4);
     const bool isOverlong = ((before == 0xE0) & (byte < 0xA0)) | ((before == 0xF0) & (byte < 0x90));
     const bool isSurrogateOrBeyond =
@@ -99,14 +100,15 @@ bool HasFault(const unsigned char* block) noexcept {
 }
 // NOLINTEND(readability-implicit-bool-conversion)
 
-// Where the last character begins that begins in front of `position`.
-std::size_t LastCharacter(std::string_view bytes, std::size_t position) noexcept {
+// Start of the last character that starts before `position`.
+std::size_t StartOfLastCharacter(std::string_view bytes, std::size_t position) noexcept {
   do {
     --position;
   } while (IsContinuation(bytes[position]));
   return position;
 }
 
+// Decodes the first character and removes it.
 char32_t TakeCharacter(std::string_view& wellFormed) noexcept {
   const unsigned char lead = Byte(wellFormed[0]);
   const std::size_t length = lead < 0x80 ? 1U : lead < 0xE0 ? 2U : lead < 0xF0 ? 3U : 4U;
@@ -133,29 +135,31 @@ wchar_t* Widen(char32_t character, wchar_t* text) noexcept {
 }
 
 void WidenAscii(const unsigned char* block, wchar_t* text) noexcept {
-  for (std::size_t i = 0; i < kDecodedBytes; ++i) {
+  for (std::size_t i = 0; i < kDecodedBlock; ++i) {
     text[i] = static_cast<wchar_t>(block[i]);
   }
 }
 
-// How far a character of up to three bytes that begins in a block may reach behind it.
-constexpr std::size_t kBehind = 2;
+// How many bytes of a character that starts in a block may lie behind the block; for characters of
+// up to three bytes.
+constexpr std::size_t kLookahead = 2;
 
-// A sliding mask, which drops what begins in the first bytes of a block: sixteen zeroes, then sixteen ones.
-constexpr std::array<unsigned char, 2 * kDecodedBytes> kAreWanted = {
+// Sixteen zeroes, then sixteen ones. The sixteen values from the index 16 - n on are a mask that
+// skips the first n bytes of a block.
+constexpr std::array<unsigned char, 2 * kDecodedBlock> kSkipMasks = {
     0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1};
 
-// DecodeBlock, below, of characters of up to `longest` bytes, two or three.
-template <std::size_t longest>
+// DecodeBlock for characters of up to `maxLength` bytes: two or three.
+template <std::size_t maxLength>
 wchar_t* DecodeBlockOf(const unsigned char* block, std::size_t skipped, wchar_t* text) noexcept {
-  std::array<std::uint16_t, kDecodedBytes> characters = {};  // if one began at each byte
-  std::array<unsigned char, kDecodedBytes> begins = {};
-  const unsigned char* const areWanted = kAreWanted.data() + kDecodedBytes - skipped;
-  for (std::size_t i = 0; i < kDecodedBytes; ++i) {
+  std::array<std::uint16_t, kDecodedBlock> characters = {};  // as if one started at each byte
+  std::array<unsigned char, kDecodedBlock> starts = {};      // 1 where a character starts
+  const unsigned char* const mask = kSkipMasks.data() + kDecodedBlock - skipped;
+  for (std::size_t i = 0; i < kDecodedBlock; ++i) {
     const unsigned lead = block[i];
     const unsigned second = block[i + 1] & 0x3FU;
     unsigned character = ((lead & 0x1FU) << 6U) | second;
-    if constexpr (longest == 3) {
+    if constexpr (maxLength == 3) {
       const unsigned third = block[i + 2] & 0x3FU;
       const unsigned ofThree = (lead << 12U) | (second << 6U) | third;
       const unsigned isThree = 0U - ((lead >> 7U) & (lead >> 6U) & (lead >> 5U));
@@ -164,19 +168,20 @@ wchar_t* DecodeBlockOf(const unsigned char* block, std::size_t skipped, wchar_t*
     const unsigned isAscii = (lead >> 7U) - 1U;
     character ^= (character ^ lead) & isAscii;
     characters[i] = static_cast<std::uint16_t>(character);
-    // A continuation has the highest bit and not the next one.
-    begins[i] = static_cast<unsigned char>(((lead >> 6U) | ~(lead >> 7U)) & areWanted[i]);
+    // A continuation byte has its highest bit set, and the next one clear.
+    starts[i] = static_cast<unsigned char>(((lead >> 6U) | ~(lead >> 7U)) & mask[i]);
   }
-  for (std::size_t i = 0; i < kDecodedBytes; ++i) {
+  for (std::size_t i = 0; i < kDecodedBlock; ++i) {
     *text = static_cast<wchar_t>(characters[i]);
-    text += begins[i];
+    text += starts[i];
   }
   return text;
 }
 
-// Writes the characters that begin in a block behind its first `skipped` bytes, and one place more; returns where
-// the next belongs. Reads the kBehind bytes behind the block, and where the block's largest byte is the first of
-// four, all of that character.
+// Decodes the characters that start in a block, without its first `skipped` bytes. Returns the end
+// of the characters in `text`, and may overwrite the wchar_t there. `largest` is the largest byte
+// of the block. Reads kLookahead bytes behind the block, or the whole last character if the block
+// has one of four bytes.
 wchar_t* DecodeBlock(const unsigned char* block, unsigned char largest, std::size_t skipped,
                      wchar_t* text) noexcept {
   if (largest < 0xE0) {
@@ -185,7 +190,7 @@ wchar_t* DecodeBlock(const unsigned char* block, unsigned char largest, std::siz
   if (largest < 0xF0) {
     return DecodeBlockOf<3>(block, skipped, text);
   }
-  for (std::size_t i = skipped; i < kDecodedBytes; ++i) {
+  for (std::size_t i = skipped; i < kDecodedBlock; ++i) {
     if ((block[i] & 0xC0U) != 0x80) {
       std::string_view character(reinterpret_cast<const char*>(block + i), kLongestCharacter);
       text = Widen(TakeCharacter(character), text);
@@ -194,26 +199,26 @@ wchar_t* DecodeBlock(const unsigned char* block, unsigned char largest, std::siz
   return text;
 }
 
-// A block with nothing behind it, or the byte `behind`, whose first `skipped` bytes are decoded already.
+// DecodeBlock for the last bytes of a text: at most the byte `behind` follows the block.
 wchar_t* DecodeLastBlock(const unsigned char* block, unsigned char behind, std::size_t skipped,
                          wchar_t* text) noexcept {
-  const unsigned char largest = Largest<kDecodedBytes>(block);
+  const unsigned char largest = Largest<kDecodedBlock>(block);
   if (largest < 0x80) {
-    WidenAscii(block, text - skipped);  // the skipped ones again, as they are
-    return text + kDecodedBytes - skipped;
+    WidenAscii(block, text - skipped);  // writes the skipped characters again, with the same values
+    return text + kDecodedBlock - skipped;
   }
-  std::array<unsigned char, kDecodedBytes + kBehind> padded = {};
-  std::copy_n(block, kDecodedBytes, padded.begin());
-  padded[kDecodedBytes] = behind;
+  std::array<unsigned char, kDecodedBlock + kLookahead> padded = {};
+  std::copy_n(block, kDecodedBlock, padded.begin());
+  padded[kDecodedBlock] = behind;
   return DecodeBlock(padded.data(), largest, skipped, text);
 }
 
-// A text of less than a block.
+// Decodes a text that is shorter than a block.
 wchar_t* DecodeShort(const unsigned char* bytes, std::size_t size, wchar_t* text) noexcept {
-  std::array<unsigned char, kDecodedBytes + kBehind> padded = {};
-  const std::size_t skipped = kDecodedBytes - size;
+  std::array<unsigned char, kDecodedBlock + kLookahead> padded = {};
+  const std::size_t skipped = kDecodedBlock - size;
   std::copy_n(bytes, size, padded.begin() + skipped);
-  const unsigned char largest = Largest<kDecodedBytes>(padded.data());
+  const unsigned char largest = Largest<kDecodedBlock>(padded.data());
   if (largest < 0x80) {
     return std::copy_n(bytes, size, text);
   }
@@ -227,10 +232,10 @@ std::size_t WellFormedUtf8Length(std::string_view bytes) noexcept {
   bool areBlocksLeft = true;
   while (position < bytes.size()) {
     if (areBlocksLeft && position >= kLongestCharacter) {
-      while (position + kCheckedBytes <= bytes.size() && !HasFault(BytesOf(bytes) + position)) {
-        position += kCheckedBytes;
+      while (position + kCheckedBlock <= bytes.size() && !HasFault(BytesOf(bytes) + position)) {
+        position += kCheckedBlock;
       }
-      position = LastCharacter(bytes, position);
+      position = StartOfLastCharacter(bytes, position);
       areBlocksLeft = false;
     }
     const std::size_t length = CharacterLength(bytes.substr(position));
@@ -254,24 +259,24 @@ std::size_t WideLength(std::string_view wellFormed) noexcept {
 wchar_t* DecodeUtf8(std::string_view wellFormed, wchar_t* text) noexcept {
   const unsigned char* bytes = BytesOf(wellFormed);
   const unsigned char* const end = bytes + wellFormed.size();
-  if (wellFormed.size() < kDecodedBytes) {
+  if (wellFormed.size() < kDecodedBlock) {
     return DecodeShort(bytes, wellFormed.size(), text);
   }
-  constexpr std::ptrdiff_t kReadBytes = kDecodedBytes + kBehind;
-  for (; end - bytes >= kReadBytes; bytes += kDecodedBytes) {
-    const unsigned char largest = Largest<kDecodedBytes>(bytes);
+  constexpr std::ptrdiff_t kReadBytes = kDecodedBlock + kLookahead;
+  for (; end - bytes >= kReadBytes; bytes += kDecodedBlock) {
+    const unsigned char largest = Largest<kDecodedBlock>(bytes);
     if (largest < 0x80) {
       WidenAscii(bytes, text);
-      text += kDecodedBytes;
+      text += kDecodedBlock;
     } else {
       text = DecodeBlock(bytes, largest, 0, text);
     }
   }
-  if (end - bytes > static_cast<std::ptrdiff_t>(kDecodedBytes)) {  // a block, and a byte behind it
-    text = DecodeLastBlock(bytes, bytes[kDecodedBytes], 0, text);
-    bytes += kDecodedBytes;
+  if (end - bytes > static_cast<std::ptrdiff_t>(kDecodedBlock)) {  // a block, and a byte behind it
+    text = DecodeLastBlock(bytes, bytes[kDecodedBlock], 0, text);
+    bytes += kDecodedBlock;
   }
-  const unsigned char* const last = end - kDecodedBytes;
+  const unsigned char* const last = end - kDecodedBlock;
   return DecodeLastBlock(last, 0, static_cast<std::size_t>(bytes - last), text);
 }
 

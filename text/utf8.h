@@ -1,6 +1,6 @@
-// UTF-8 to wide text, and back. The rules are the library's own, because the standard libraries'
-// decoders differ on exactly the inputs that matter (overlong forms, written surrogates, characters
-// beyond U+FFFF).
+// Conversion between UTF-8 and wide text. The library does not use the decoders of the standard
+// libraries, because these differ in overlong sequences, encoded surrogates and characters beyond
+// U+FFFF.
 #pragma once
 
 #include <cstddef>
@@ -9,24 +9,25 @@
 
 namespace KelmoLibs::Localize {
 
-/// Length in bytes of the longest front part of `bytes` that is whole, well-formed characters. Not
-/// well-formed are truncated and overlong sequences, surrogates (U+D800 to U+DFFF), anything beyond
-/// U+10FFFF and stray bytes.
+/// Length in bytes of the longest prefix of `bytes` that consists of complete, well-formed
+/// characters. Truncated and overlong sequences, surrogates (U+D800 to U+DFFF), values beyond
+/// U+10FFFF and stray bytes are not well-formed.
 std::size_t WellFormedUtf8Length(std::string_view bytes) noexcept;
 
-/// How many code units DecodeUtf8 makes of `wellFormed`.
+/// Number of wchar_t that DecodeUtf8 makes of `wellFormed`.
 std::size_t WideLength(std::string_view wellFormed) noexcept;
 
-/// Writes the characters of `wellFormed`, which WellFormedUtf8Length must have accepted whole, to `text`, and
-/// returns where they end. There must be room for one code unit for each byte, and one more: the place behind the
-/// characters is written too, and means nothing. A character beyond U+FFFF becomes a surrogate pair where wchar_t has
-/// 16 bits and one wchar_t where it has 32.
+/// Decodes `wellFormed` to `text` and returns the end of the characters there. A character beyond
+/// U+FFFF becomes a surrogate pair if wchar_t has 16 bits, and one wchar_t if it has 32.
+///
+/// Preconditions: WellFormedUtf8Length accepts all of `wellFormed`; `text` has room for one wchar_t
+/// per byte and one more. The wchar_t behind the characters may be overwritten with any value.
 wchar_t* DecodeUtf8(std::string_view wellFormed, wchar_t* text) noexcept;
 
-/// The same as a text of its own.
+/// The same as a new string.
 std::wstring DecodeUtf8(std::string_view wellFormed);
 
-/// Appends `character`, which must not be beyond U+10FFFF, as UTF-8.
+/// Appends `character` as UTF-8. Precondition: it is not beyond U+10FFFF.
 void AppendUtf8(char32_t character, std::string& bytes);
 
 }  // namespace KelmoLibs::Localize

@@ -19,7 +19,7 @@ import subprocess
 import sys
 
 NOT_THE_LIBRARY = ("benchmarks/", "examples/", "tests/")
-ONLY_ON_WINDOWS = re.compile(r"_(windows|mingw)\.cpp$")
+ONLY_ON_WINDOWS = re.compile(r"^platform/windows/|_windows\.cpp$")
 BLOCK = re.compile(r"^( *)// not covered: (.+)$")
 BRANCH = re.compile(r"^ *// not covered, ((?:true|false) of `.+`): (.+)$")
 END = re.compile(r"^ *}[;)]*$")

@@ -37,8 +37,8 @@ check() {
       --file-filter="$pattern"
   done
 }
-check linux-release 'dictionary/*' 'examples/*' 'frame/*' 'phyval/*' 'tests/*' 'unittables/*'
-check mingw-release '*_windows*' '*_mingw.cpp'
+check linux-release 'dictionary/*' 'examples/*' 'frame/*' 'phyval/*' 'platform/posix/*' 'storage/*' 'tests/*' 'text/*' 'unittables/*'
+check mingw-release '*_windows*' 'platform/windows/*'
 
 mkdir -p build/lint/passed build/lint/tests
 cp tests/.clang-tidy build/lint/tests # the rules of the tests that tidy.sh puts together
@@ -53,7 +53,7 @@ sed -e "$without_compiled" -e 's/ -fno-keep-inline-dllexport//' \
   -e "s| -c | --target=x86_64-w64-windows-gnu -isystem $headers -isystem $headers/x86_64-w64-mingw32 -c |" \
   build/mingw-release/compile_commands.json >build/lint/windows/compile_commands.json
 
-only_windows='_(windows|windows_test|mingw)\.cpp$'
+only_windows='^platform/windows/|_(windows|windows_test)\.cpp$'
 left_out=(':!benchmarks' ':!tests/build' ':!tests/abi/microsoft_host.cpp')
 [ "${1-}" != --library ] || left_out+=(':!tests')
 mapfile -t sources < <(files '*.cpp' "${left_out[@]}")

@@ -38,7 +38,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 WORK = ROOT / "build" / "mutants"
 RESULTS = WORK / "results.txt"
 EQUIVALENT = "tools/equivalent_mutants.txt"
-FOLDERS = ("dictionary", "frame", "phyval", "unittables")
+FOLDERS = ("dictionary", "frame", "phyval", "platform", "storage", "text", "unittables")
 HEADER = "include/kelmo_localizer.h"
 USUAL_NUMBER = 440
 LEAST_OF_A_FILE = 3
@@ -321,7 +321,7 @@ class Changes:
 def library_files():
     files = [HEADER]
     for folder in FOLDERS:
-        files += [f"{folder}/{f.name}" for f in sorted((ROOT / folder).iterdir()) if f.suffix in (".cpp", ".h")]
+        files += [f.relative_to(ROOT).as_posix() for f in sorted((ROOT / folder).rglob("*")) if f.suffix in (".cpp", ".h")]
     return files
 
 
@@ -386,9 +386,9 @@ SYSTEMS = {
         unit_tests unload_test values_test""".split())),  # that meet the system
 }
 USUAL_OPTIONS = ("-DKELMO_LOCALIZER_STRICT=OFF", "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON")
-ONLY_ON_WINDOWS = re.compile(r"_(windows|mingw)\.cpp$")
+ONLY_ON_WINDOWS = re.compile(r"^platform/windows/|_windows\.cpp$")
 # Code of all systems that says something else on Windows.
-OTHERWISE_ON_WINDOWS = re.compile(r"kSurrogatePairs|kLanes\b|sizeof\((?:wchar_t|Unit)\)|_mm_")
+OTHERWISE_ON_WINDOWS = re.compile(r"kSurrogatePairs|kVectors\b|sizeof\((?:wchar_t|Unit)\)|_mm_")
 NOT_COVERED = re.compile(r"^( *)// not covered: .*Windows only")
 MEMORY_KIB = 6 * 1024 * 1024
 FILE_BLOCKS = 4 * 1024 * 1024  # of 512 bytes

@@ -1,5 +1,6 @@
 #include "unittables/default_table.h"
 
+#include "platform/embedded_table.h"
 #include "platform/files.h"
 #include "text/utf8.h"
 #include "unittables/unit_line.h"

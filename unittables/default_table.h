@@ -1,5 +1,5 @@
-// The default unit table, which is embedded in the DLL and in the shared object: into the catalogue, and
-// out to a file that users can look at.
+// The default unit table, which is embedded in the file of the library: reads it into the
+// catalogue, and writes it to a file for users.
 #pragma once
 
 #include <cstdint>
@@ -10,23 +10,23 @@
 
 namespace KelmoLibs::Localize {
 
-/// Empties `catalogue` and fills it from the embedded table, which is first written to the file
-/// C:\phyval.txt where `exportToFile` says so; that it cannot be written is not reported. Returns 0,
-/// or -2 where the table is not found, -1 where it cannot be read. Whatever fails, also memory, the
-/// earlier rows are gone.
+/// Empties `catalogue` and reads the embedded table into it. If `exportToFile` is true, first
+/// writes the table to the file C:\phyval.txt; a failure to write is not reported. Returns 0, -1 if
+/// the table cannot be read, or -2 if it is not found. The earlier rows are removed in all cases,
+/// also if std::bad_alloc is thrown.
 std::int32_t LoadDefaultUnitTable(bool exportToFile, Phyval::UnitCatalogue& catalogue);
 
-/// The text of `bytes`, UTF-16LE, up to the first zero or the end. Code unit for code unit: a unit
-/// of a surrogate pair is not graphic and becomes a blank on every system. A byte-order mark is a
-/// character like any other.
+/// The text of `bytes`, which are UTF-16LE, up to the first zero or the end. Each code unit becomes
+/// one wchar_t, so that half a surrogate pair is not graphic, and becomes a blank, on every system.
+/// A byte-order mark is a character like any other.
 std::wstring DecodeUnitTable(std::string_view bytes);
 
-/// Appends a row for each line of `text` with exactly four fields, code, factor, symbol and name;
-/// passes over all others.
+/// Appends a row for each line of `text` that has exactly four fields: code, factor, symbol and
+/// name. Ignores all other lines.
 void ReadUnitTable(std::wstring_view text, Phyval::UnitCatalogue& catalogue);
 
-/// The file that shows `text`: UTF-8, a line end behind it, and each LF as CR LF. A line that has a
-/// CR already ends with two, which stays so.
+/// The bytes of the exported file: `text` as UTF-8, CR LF in place of each LF, and one more CR LF
+/// at the end. A line that already ends with a CR gets a second one, which must stay so.
 std::string ExportedUnitTable(std::wstring_view text);
 
 }  // namespace KelmoLibs::Localize

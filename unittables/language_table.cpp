@@ -20,7 +20,8 @@ constexpr std::int32_t kNoTable = -2;
 constexpr std::size_t kHeaderFields = 2;
 constexpr std::size_t kUnitFields = 3;
 
-// The language's key, the first of exactly two fields. The second is for people.
+// The key of the language: the first of exactly two fields. The second one is for readers of the
+// file.
 std::optional<std::wstring> ReadHeader(LineReader& lines) {
   const std::optional<std::string_view> line = lines.Next();
   if (!line) {
@@ -34,7 +35,8 @@ std::optional<std::wstring> ReadHeader(LineReader& lines) {
   return std::wstring(fields[0]);
 }
 
-// False where the line is no unit. The first line of a code stays; the others are none the worse.
+// False if the line is not a unit. The first line with a code stays; a later one is ignored,
+// without a message.
 bool AddUnit(std::string_view line, LocalizedUnits& units) {
   std::wstring decoded = DecodeUtf8(line);
   const auto fields = SplitUnitLine(decoded, kUnitFields, kUnitFields);
@@ -46,7 +48,7 @@ bool AddUnit(std::string_view line, LocalizedUnits& units) {
   return true;
 }
 
-// As AddUnit. A line that fails for another reason, want of memory, is a failed line like any other.
+// Like AddUnit, but also false if there is no memory.
 bool TryToAddUnit(std::string_view line, LocalizedUnits& units) noexcept {
   try {
     return AddUnit(line, units);

@@ -1,4 +1,4 @@
-// The unit tables of languages: symbols and names of units as their speakers write them.
+// Unit tables of languages: the symbols and names of the units in one language.
 #pragma once
 
 #include <cstdint>
@@ -17,23 +17,25 @@ struct LocalizedUnit {
 
 using LocalizedUnits = std::map<std::int32_t, LocalizedUnit>;  // by the code of the unit
 
-/// By the key of the language. Nothing is ever replaced or removed. The catalogue of units knows
-/// nothing of it.
+/// Units by the key of the language. An entry is never replaced or removed. The catalogue of units
+/// does not use them.
 using LocalizedUnitTable = std::map<std::wstring, LocalizedUnits>;
 
-/// Name of the file with the units of `language`, below the host's folder. The slash is part of it
-/// on every system.
+/// Name of the file with the units of `language`, relative to the host's folder. It contains a
+/// slash on every system.
 std::wstring LanguageUnitTableName(std::wstring_view language);
 
-/// Name of the file for hosts that name no language. That it ends in another way stays so.
+/// Name of the file for hosts that name no language. The extension differs from the other files,
+/// and must stay so.
 constexpr std::wstring_view kNeutralUnitTableName = L"lang-val.text";
 
-/// Loads the language unit table `fileName` below `folder`. Problems go to `messages`. Returns
-///    0 when the file is read; each of its lines that is no unit is listed;
-///   -2 when there is no such file, or no header in it, whatever the reason: listed, nothing has
-///      changed;
-///   -1 when a failure cut the loading short behind the header: listed, what was read before stays.
-/// Only a failure to make the path or to list those two leaves as an exception.
+/// Loads the language unit table `fileName` from `folder`. Returns
+///    0 if the file was read: a message is appended for each line that is not a unit;
+///   -2 if there is no such file, or no header in it, for any reason: a message is appended,
+///      nothing else changes;
+///   -1 if the loading failed after the header: a message is appended, and the units that were read
+///      before stay.
+/// Throws only if the path cannot be made, or one of the last two messages cannot be appended.
 std::int32_t LoadLanguageUnitTable(std::wstring_view folder, std::wstring_view fileName,
                                    LocalizedUnitTable& table, ErrorList& messages);
 

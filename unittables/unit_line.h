@@ -1,4 +1,4 @@
-// The text of unit tables: cut into lines, lines into fields, fields into numbers. docs/formats.md
+// Splits unit tables into lines, lines into fields, and converts fields to numbers. docs/formats.md
 // has the rules.
 #pragma once
 
@@ -10,26 +10,31 @@
 
 namespace KelmoLibs::Localize {
 
-/// The pieces of `text` between the places where `delimiter`, which must not be empty, stands; the
-/// last one is what follows it, possibly nothing. Views into `text`.
+/// The parts of `text` between the delimiters; the last part may be empty. Views into `text`.
+/// Precondition: `delimiter` is not empty.
 std::vector<std::wstring_view> SplitText(std::wstring_view text, std::wstring_view delimiter);
 
-/// Cuts `line` in front of its first "//", and makes a space of CR, of the other control characters, and of
-/// whatever else platform.h calls neither graphic nor a blank. Gives the fields of what is left, without
-/// the spaces and tabs in between; a line of its table has `count` of them. Field number `count` goes on to
-/// the end of the line, whatever blanks it holds. Readers must see when it holds several words: from each
-/// of these but the first, a further field begins, which goes on to the end as well. A line with fewer than
-/// `count` words has no field. Views into `line`, no more of them than `most`: a line may have millions.
-/// Each ends with a zero, which takes the place of the separator behind it.
+/// Splits `line` at spaces and tabs into the `count` fields that a line of its table has. First
+/// removes everything from the first "//" on, and replaces control characters (CR included) and
+/// characters that are neither graphic nor blank (platform/characters.h) by spaces.
+///
+/// Field number `count` extends to the end of the line and includes its blanks. If it has several
+/// words, each word but the first starts one more field, which extends to the end of the line too:
+/// so a caller can see that there are too many words. A line of fewer than `count` words has no
+/// fields.
+///
+/// Returns at most `maxFields` fields, because a line may have millions of words. They are views
+/// into `line`. A zero, which replaces the separator in `line`, terminates each field.
 std::vector<std::wstring_view> SplitUnitLine(std::wstring& line, std::int32_t count,
-                                             std::size_t most);
+                                             std::size_t maxFields);
 
-/// The number that a field begins with, which ends with a zero, 0 where it begins with none. Beyond 32 bits it is the
-/// largest or the smallest that there is.
+/// The integer at the start of `field`, which is zero-terminated; 0 if there is none. A number
+/// beyond 32 bits becomes the largest or the smallest one.
 std::int32_t IntegerField(const wchar_t* field);
 
-/// The same for a decimal fraction, by the runtime's current locale (setlocale): under one with a
-/// decimal comma the number ends in front of its point. Tables are written with points.
+/// The decimal fraction at the start of `field`, by the current locale of the C runtime
+/// (setlocale). Tables have decimal points: under a locale with a decimal comma, a number ends
+/// before its point.
 double NumberField(const wchar_t* field);
 
 }  // namespace KelmoLibs::Localize

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "storage/text_block.h"
+#include "storage/text_hash.h"
 
 namespace benchmarks {
 namespace {

@@ -1,5 +1,5 @@
-// What characters are, by a locale of the library's own: that of the host, "C" in hosts that have
-// chosen none, may know ASCII only.
+// Classes of characters by a locale of the library's own. The locale of the host may know ASCII
+// only: it is "C" in hosts that have not set one.
 #pragma once
 
 #include <locale.h>
@@ -8,10 +8,10 @@ namespace KelmoLibs::Localize {
 
 class CharacterClasses {
  public:
-  /// By the locale with this name. Where the system has none of it, or no descriptor left to read it,
-  /// by a rule without one: graphic is all but controls, spaces, surrogates and what is beyond
-  /// U+10FFFF; blank are the space and the tab. That differs in characters that hardly occur: those
-  /// without a meaning yet, and the blanks of typesetters.
+  /// Opens the locale `localeName`. If the system does not have it, or has no file descriptor left,
+  /// a built-in rule applies: all characters are graphic but controls, spaces, surrogates and
+  /// values beyond U+10FFFF; space and tab are the blanks. The rule differs from the locale in rare
+  /// characters: unassigned code points and typographic spaces.
   explicit CharacterClasses(const char* localeName) noexcept;
   CharacterClasses(const CharacterClasses&) = delete;
   CharacterClasses& operator=(const CharacterClasses&) = delete;

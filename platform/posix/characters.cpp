@@ -1,8 +1,9 @@
+#include "platform/characters.h"
+
 #include <wctype.h>
 
 #include <optional>
 
-#include "platform/files.h"
 #include "platform/posix/character_classes.h"
 
 namespace KelmoLibs::Localize {
@@ -10,9 +11,9 @@ namespace {
 
 constexpr locale_t kNone{};
 
-// Made when the first table with other characters than those below is read. A global object all the
-// same, beside the six of library_state.cpp: it goes with them at unload, when the host's own have
-// gone, which may start the library to the very end.
+// Created when the library first meets a character that IsGraphicEverywhere does not know. Like the
+// six objects of frame/library_state.cpp it is global and is destroyed at unload: after the host's
+// own global objects, whose destructors may still call Init.
 std::optional<CharacterClasses> unicode;
 
 const CharacterClasses& Unicode() noexcept {
@@ -22,8 +23,9 @@ const CharacterClasses& Unicode() noexcept {
   return *unicode;
 }
 
-// Letters and signs of Western Europe, Cyrillic letters, the byte-order mark: graphic in every table of
-// Unicode. The default table holds no others, so that a start without a table of a language reads none.
+// Letters and signs of Western Europe, Cyrillic letters and the byte-order mark are graphic in
+// every Unicode table. The default unit table has no others, so that a start without a language
+// table opens no locale.
 bool IsGraphicEverywhere(wchar_t c) noexcept {
   return (c > L'\u00A0' && c <= L'\u00FF' && c != L'\u00AD') ||
          (c >= L'\u0400' && c <= L'\u045F') || c == L'\uFEFF';

@@ -1,6 +1,6 @@
-#include "platform/files.h"
+#include "platform/embedded_table.h"
 
-// The names of resources/default_unit_table_posix.S.
+// Defined in resources/default_unit_table_posix.S.
 extern "C" {
 extern const char kelmoUnitTable[];
 extern const char kelmoUnitTableEnd[];

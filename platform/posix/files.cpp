@@ -5,21 +5,17 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <clocale>
-#include <iomanip>
-#include <locale>
 #include <optional>
-#include <sstream>
 #include <utility>
 
-#include "platform/user_locale.h"
+#include "platform/posix/file_descriptor.h"
 #include "text/crlf_source.h"
 #include "text/posix_path.h"
 
 namespace KelmoLibs::Localize {
 namespace {
 
-constexpr mode_t kReadAndWriteForAll = 0666;  // less what the process's mask takes away
+constexpr mode_t kReadAndWriteForAll = 0666;  // the process's mask removes some of it
 
 int OpenUninterrupted(const char* path, int flags) noexcept {
   int descriptor = -1;
@@ -29,15 +25,16 @@ int OpenUninterrupted(const char* path, int flags) noexcept {
   return descriptor;
 }
 
-// O_NONBLOCK keeps the host from waiting, should a pipe have taken the file's place since it was
-// looked at. It also refuses a file that another process holds a lease on, which is worth the wait.
+// O_NONBLOCK keeps the host from waiting if a pipe has replaced the file since its status was read.
+// With that flag the system also refuses a file on which another process holds a lease: then the
+// call waits for the lease.
 int OpenWithoutWaiting(const char* path, int flags) noexcept {
   flags |= O_CLOEXEC | O_NOCTTY;
   const int descriptor = OpenUninterrupted(path, flags | O_NONBLOCK);
   return descriptor < 0 && errno == EWOULDBLOCK ? OpenUninterrupted(path, flags) : descriptor;
 }
 
-// A pipe is not opened at all: that would take the reader away that its writer waits for.
+// Does not open a pipe: that would take away the reader for which the pipe's writer waits.
 int OpenForReading(const char* path) noexcept {
   struct stat status = {};
   if (::stat(path, &status) != 0 || !S_ISREG(status.st_mode)) {
@@ -46,34 +43,29 @@ int OpenForReading(const char* path) noexcept {
   return OpenWithoutWaiting(path, O_RDONLY);
 }
 
-// Nor for writing, and one that has taken the file's place meanwhile is let go: whoever reads it may
-// be gone before it is written, which ends the host.
+// Does not open a pipe either: if its reader goes, SIGPIPE would end the host.
 int OpenForWriting(const char* path) noexcept {
   struct stat status = {};
   if (::stat(path, &status) == 0 && S_ISFIFO(status.st_mode)) {
     return -1;
   }
-  const int descriptor = OpenWithoutWaiting(path, O_WRONLY | O_CREAT | O_TRUNC);
-  if (descriptor >= 0 && (::fstat(descriptor, &status) != 0 || S_ISFIFO(status.st_mode))) {
-    ::close(descriptor);
-    return -1;
-  }
-  return descriptor;
+  return OpenWithoutWaiting(path, O_WRONLY | O_CREAT | O_TRUNC);
 }
 
-class FileBytes final : public ByteSource {
+// A pipe may have replaced the file since OpenForWriting read its status.
+bool IsPipe(const FileDescriptor& descriptor) noexcept {
+  struct stat status = {};
+  return ::fstat(descriptor.Get(), &status) != 0 || S_ISFIFO(status.st_mode);
+}
+
+class FileSource final : public ByteSource {
  public:
-  explicit FileBytes(const char* path) noexcept : descriptor_(OpenForReading(path)) {
+  explicit FileSource(const char* path) noexcept : descriptor_(OpenForReading(path)) {
     struct stat status = {};
-    if (descriptor_ >= 0 && ::fstat(descriptor_, &status) == 0 && S_ISREG(status.st_mode)) {
+    if (descriptor_.IsOpen() && ::fstat(descriptor_.Get(), &status) == 0 &&
+        S_ISREG(status.st_mode)) {
       isRegularFile_ = true;
       size_ = static_cast<std::size_t>(status.st_size);
-    }
-  }
-
-  ~FileBytes() override {
-    if (descriptor_ >= 0) {
-      ::close(descriptor_);
     }
   }
 
@@ -82,7 +74,7 @@ class FileBytes final : public ByteSource {
   std::size_t Read(char* buffer, std::size_t size) override {
     ssize_t count = 0;
     do {
-      count = ::read(descriptor_, buffer, size);
+      count = ::read(descriptor_.Get(), buffer, size);
     } while (count < 0 && errno == EINTR);
     return count > 0 ? static_cast<std::size_t>(count) : 0;
   }
@@ -90,7 +82,7 @@ class FileBytes final : public ByteSource {
   std::size_t SizeHint() const noexcept override { return size_; }
 
  private:
-  int descriptor_;
+  FileDescriptor descriptor_;
   bool isRegularFile_ = false;
   std::size_t size_ = 0;
 };
@@ -102,7 +94,7 @@ std::unique_ptr<ByteSource> OpenTextFile(const std::wstring& path) {
   if (!posixPath) {
     return nullptr;
   }
-  auto file = std::make_unique<FileBytes>(posixPath->c_str());
+  auto file = std::make_unique<FileSource>(posixPath->c_str());
   if (!file->IsRegularFile()) {
     return nullptr;
   }
@@ -111,33 +103,21 @@ std::unique_ptr<ByteSource> OpenTextFile(const std::wstring& path) {
 
 void WriteWholeFile(const std::wstring& path, std::string_view bytes) {
   const std::optional<std::string> posixPath = PosixPath(path);
-  const int descriptor = posixPath ? OpenForWriting(posixPath->c_str()) : -1;
-  if (descriptor < 0) {
+  if (!posixPath) {
+    return;
+  }
+  const FileDescriptor descriptor(OpenForWriting(posixPath->c_str()));
+  if (!descriptor.IsOpen() || IsPipe(descriptor)) {
     return;
   }
   while (!bytes.empty()) {
-    const ssize_t count = ::write(descriptor, bytes.data(), bytes.size());
+    const ssize_t count = ::write(descriptor.Get(), bytes.data(), bytes.size());
     if (count > 0) {
       bytes.remove_prefix(static_cast<std::size_t>(count));
     } else if (count == 0 || errno != EINTR) {
       break;
     }
   }
-  ::close(descriptor);
-}
-
-std::wstring FormatUnderUserLocale(double number, int decimals) {
-  return FormatUnderUserLocale(std::setlocale, number, decimals);
-}
-
-std::optional<std::wstring> FormatUnderGlobalLocale(double number, int decimals) {
-  if (std::locale() == std::locale::classic()) {
-    return std::nullopt;
-  }
-  std::wostringstream stream;
-  stream.exceptions(std::ios::badbit);  // else a failure of memory would only cut the text short
-  stream << std::fixed << std::setprecision(decimals) << number;
-  return stream.str();
 }
 
 }  // namespace KelmoLibs::Localize

@@ -1,6 +1,6 @@
-#include <cwctype>
+#include "platform/characters.h"
 
-#include "platform/files.h"
+#include <cwctype>
 
 namespace KelmoLibs::Localize {
 

@@ -1,13 +1,14 @@
-#include <windows.h>
+#include "platform/embedded_table.h"
 
-#include "platform/files.h"
+#include <windows.h>
 
 namespace KelmoLibs::Localize {
 
-// The module is looked for under the library's fixed name, and a null is passed on: then the host's own
-// file is searched. So a host that renames the library has no table, unless it carries one itself; an
-// address inside the library would find the table under any name. The reference that each call takes is
-// kept, and hosts that unload the library count on that.
+// The module is found by the library's fixed name. If there is none, the null handle stands for the
+// host's own file. So a host that renames the library has no table, unless its own file carries
+// one. An address inside the library would find the table under every name, but hosts may depend on
+// this behaviour. The reference that each call takes is never released: hosts that unload the
+// library depend on that, too.
 EmbeddedTable FindEmbeddedUnitTable() noexcept {
   HMODULE library = ::LoadLibraryA("kelmo_Mestrel_Localizer.dll");
   // As in resources/default_unit_table.rc. NOLINTNEXTLINE(performance-no-int-to-ptr)

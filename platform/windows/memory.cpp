@@ -1,8 +1,8 @@
-#include "platform/files.h"
+#include "platform/memory.h"
 
 namespace KelmoLibs::Localize {
 
-// Large pages are a privilege there, and the others come one by one.
-void PrepareMemory(void* /*memory*/, std::size_t /*bytes*/) noexcept {}
+// Large pages need a privilege there, and there is no call that maps the others at once.
+void PrefaultPages(void* /*memory*/, std::size_t /*bytes*/) noexcept {}
 
 }  // namespace KelmoLibs::Localize

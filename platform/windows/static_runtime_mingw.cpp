@@ -1,7 +1,7 @@
-// Replaces parts of the runtime that is linked into the DLL: they would keep the notifications of
-// threads on, or leave something behind in the host's process when the DLL is unloaded. Shown for
-// GCC 12 with MinGW-w64 10 and for GCC 14 with MinGW-w64 12: tests/module_windows_test.cpp and
-// tests/unload_test.cpp fail where another version leaves something behind. Only the DLL is linked
+// Replaces parts of the runtime that is linked into the DLL. The original parts would keep the
+// notifications of threads on, or leak memory or slots into the host's process when the DLL is
+// unloaded. Tested with GCC 12 and MinGW-w64 10, and with GCC 14 and MinGW-w64 12:
+// module_windows_test.cpp and unload_test.cpp fail if another version leaks. Only the DLL is linked
 // with this file.
 #include <windows.h>
 
@@ -9,10 +9,10 @@
 // NOLINTBEGIN(bugprone-reserved-identifier,misc-misplaced-const,misc-use-internal-linkage)
 // NOLINTBEGIN(readability-identifier-naming)
 
-// The start-up code runs the initialisers of thread-local objects through this pointer. Its own
-// definition would come with a TLS directory for the DLL, and for a module that has one Windows
-// refuses to turn the notifications of threads off (load_notification_windows.cpp). The library has
-// no thread-local object, so there is nothing to run. Must stay null.
+// The start-up code calls the initialisers of thread-local objects through this pointer. The
+// runtime's own definition would add a TLS directory to the DLL, and Windows would refuse to turn
+// the notifications of threads off (dll_main_windows.cpp). The library has no thread-local object
+// to initialise. Must stay null.
 extern "C" {
 extern const PIMAGE_TLS_CALLBACK __dyn_tls_init_callback;
 const PIMAGE_TLS_CALLBACK __dyn_tls_init_callback = nullptr;
@@ -24,9 +24,9 @@ void __freeres();
 
 namespace {
 
-// At its start the runtime sets memory aside for exceptions that are thrown when there is none
-// left, 73 KB for each load of the DLL (GCC 12) or 90 KB (GCC 14), and leaves it to the end of the
-// process.
+// When it starts, the runtime allocates memory for exceptions that are thrown when no memory is
+// left: 73 KB (GCC 12) or 90 KB (GCC 14) for each load of the DLL. Without this object the memory
+// would be freed only at the end of the process.
 struct EmergencyMemory {
   ~EmergencyMemory() { __gnu_cxx::__freeres(); }
 };
@@ -35,13 +35,13 @@ const EmergencyMemory emergencyMemory{};
 
 }  // namespace
 
-// The state of the exceptions in flight. The runtime would keep one per thread, and for that take
-// one of the process's 1,088 slots of thread-local storage at the first exception and never give it
-// back: a host that has unloaded the DLL often enough is ended. One for the whole library does as
-// well, because it is called from one thread at a time and no exception is being handled between
-// calls. (One that leaves the library is counted here as thrown and by the host's own runtime as
-// caught, whichever way it is kept; nothing in the library asks for that count.) Layout and names
-// are those of the Itanium C++ ABI, section 2.2.2.
+// The state of the current exceptions. The runtime would keep one state per thread. For that it
+// would allocate one of the process's 1,088 slots of thread-local storage at the first exception
+// and never free it: after enough loads and unloads of the DLL, the host would be terminated. One
+// state for the whole library is enough: only one thread at a time calls the library, and no
+// exception is handled between calls. (An exception that leaves the library is counted here as
+// thrown, and in the host's runtime as caught. That is so in both cases, and the library does not
+// use the count.) Layout and names follow the Itanium C++ ABI, section 2.2.2.
 namespace __cxxabiv1 {
 
 struct __cxa_eh_globals {

@@ -13,7 +13,9 @@ namespace {
 volatile int many = 9;  // which no compiler knows
 int* volatile lost = nullptr;
 
-void Stopped(int /*signal*/) { std::_Exit(1); }  // an abort is a failure to CTest, whatever is printed
+void Stopped(int /*signal*/) {
+  std::_Exit(1);
+}  // an abort is a failure to CTest, whatever is printed
 
 int Make(const char* fault) {
   const auto asked = [fault](const char* name) { return std::strcmp(fault, name) == 0; };

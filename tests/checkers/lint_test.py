@@ -6,9 +6,10 @@ import unittest
 
 from refusals import TOP, RefusalTest, Row, write
 
-SOURCES = ("dictionary/one.cpp", "examples/one.cpp", "frame/one.cpp", "phyval/one.cpp", "unittables/one.cpp")
+SOURCES = ("dictionary/one.cpp", "examples/one.cpp", "frame/one.cpp", "phyval/one.cpp", "unittables/one.cpp",
+           "platform/posix/one.cpp", "storage/one.cpp", "text/one.cpp")
 TESTS = ("tests/one_test.cpp", "tests/two_test.cpp", "tests/nine_test.cpp")
-WINDOWS = ("frame/one_windows.cpp", "frame/one_mingw.cpp")
+WINDOWS = ("frame/one_windows.cpp", "platform/windows/one.cpp")
 LINUX_COMMANDS, WINDOWS_COMMANDS = (f"build/{name}-release/compile_commands.json" for name in ("linux", "mingw"))
 COMPILED_HEADER = "build/cmake_pch.hxx"
 SOURCE = "namespace {\nint Two(int number) { return 2 * number; }\n}  // namespace\n"

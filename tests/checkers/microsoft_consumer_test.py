@@ -24,7 +24,8 @@ ROWS = (
   install(FILES ${PROJECT_BINARY_DIR}/kelmo_localizer_runtime.h TYPE INCLUDE)""",
         "microsoft_debug: the host is not refused"),
 )
-PARTS = ("cmake", "dictionary", "frame", "include", "phyval", "resources", "unittables", "tests/abi", "tests/consumer")
+PARTS = ("cmake", "dictionary", "frame", "include", "phyval", "platform", "resources", "storage", "text", "unittables", "tests/abi",
+         "tests/consumer")
 
 
 def write_folder(folder):

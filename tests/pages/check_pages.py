@@ -60,7 +60,7 @@ def check_commands(page, block, presets):
 def check_windows_script(script, presets):
     text = script.read_text("utf-8").replace("'", " ")
     check_commands(script, text, presets)
-    files = re.findall(r"\b(?:docs|examples|frame|tests|tools)[/\\][\w./\\]*\w", text)
+    files = re.findall(r"\b(?:docs|examples|frame|platform|tests|tools)[/\\][\w./\\]*\w", text)
     if not files:
         problem(script, "no file was found")
     for file in files:

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "storage/text_block.h"
+#include "storage/text_hash.h"
 
 /// 300 keys whose hashes have no upper 12 bits: they have one home, or few, in a table of any size in the tests.
 inline const std::vector<std::wstring>& CollidingKeys() {

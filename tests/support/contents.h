@@ -40,7 +40,7 @@ inline void Fill(KelmoLibs::Localize::DictionaryTable& table, const Contents& co
 inline const wchar_t* FindIn(const KelmoLibs::Localize::Dictionary& dictionary,
                              std::wstring_view key) {
   using namespace KelmoLibs::Localize;
-  return dictionary.Find(Key<AnyTexts>(key));
+  return dictionary.Find(KeyQuery<AnyLength>(key));
 }
 
 /// Whether `stored` is `text`, also behind a NUL inside it.

@@ -20,8 +20,8 @@ inline std::string ReadAll(KelmoLibs::Localize::ByteSource& source, std::size_t 
 }
 
 inline std::wstring TextOf(const KelmoLibs::Localize::Message& message) {
-  std::wstring text(LengthOf(message), L'#');
-  Write(message, text.data());
+  std::wstring text(TextLength(message), L'#');
+  FormatTo(text.data(), message);
   return text;
 }
 
