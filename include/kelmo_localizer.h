@@ -18,7 +18,7 @@
  *   side = side + Double(10, 0.1, 0, L"in");   // 10 inches, of 0.0273 m each
  *   side.to_string(L',');                      // "1,77"
  *
- * docs/lifetime.md has the whole order, from load to unload, and what becomes invalid when. Rules
+ * docs/host_guide.md has the whole order, from load to unload, and what becomes invalid when. Rules
  * that hold for every function:
  *
  * Texts      Wide strings that end with a zero: UTF-16 on Windows (wchar_t has 16 bits), one wchar_t

@@ -38,6 +38,12 @@ print("Hello")
 one→two·three
 ```
 
+<!-- parts.txt, in part -->
+```text
+two
+three
+```
+
 <!-- drawing -->
 ```text
 |---|
@@ -45,8 +51,6 @@ one→two·three
 
 [Messages](docs/messages.md#el1-no-that-is-el101), [the program](hello.cpp), [here](#a-project).
 `Hello.IsSaid` tests it.
-
-| [`EL101. No.`](docs/messages.md) | refused |
 """
 FILES = {
     "README.md": README,
@@ -58,6 +62,7 @@ FILES = {
     "CMakeLists.txt": "project(hello)\n",
     "hello.py": 'print("Hello")\n',
     "blanks.txt": "one\ttwo three\r\n",
+    "parts.txt": "one\ntwo\nthree\nfour\n",
     "frame/messages.cpp": 'L"EL101. No.\\nKey: "\n',
     "tests/hello_test.cpp": "TEST(Hello, IsSaid) {\n",
     "CMakePresets.json": """{
@@ -81,6 +86,9 @@ ROWS = (
     Row("a file with another line end", "hello.txt", "\n", "\r\n", "this block is not hello.txt"),
     Row("a space shown for a tab", PAGE, "one→two", "one·two", "this block is not blanks.txt"),
     Row("blanks of a file with the line ends LF", "blanks.txt", None, "one\ttwo three\n", "this block is not blanks.txt"),
+    Row("a part that is not its file's", PAGE, "two\nthree\n", "three\ntwo\n", "this block is no part of parts.txt"),
+    Row("a part with a gap", "parts.txt", "two\n", "two\n\n", "this block is no part of parts.txt"),
+    Row("a part that begins within a line", "parts.txt", "two\n", "and two\n", "this block is no part of parts.txt"),
     Row("a file that is gone", "hello.py", None, None, "a block is to be hello.py, which there is not"),
     Row("C++ without a file", PAGE, "<!-- hello.cpp -->\n", "", "a block names no file: int main() {}"),
     Row("text without a file", PAGE, "<!-- hello.txt -->\n", "", "a block names no file: Hello"),
@@ -127,8 +135,6 @@ ROWS = (
         "docs/messages.md: the message is missing: EL101. No."),
     Row("a section of no message", "docs/messages.md", "## EL101. No.\n", "## EL101. No.\n\n## EL102. Yes.\n",
         "docs/messages.md: there is no such message: EL102. Yes."),
-    Row("no row of a message", PAGE, "| [`EL101. No.`](docs/messages.md) | refused |\n", "",
-        "README.md: the message is missing: EL101. No."),
     Row("a message with another text", "frame/messages.cpp", "No.", "Never.", "the message is missing: EL101. Never."),
     Row("no messages in the source", "frame/messages.cpp", "EL101", "XX101", "no message was found in"),
     # Packages

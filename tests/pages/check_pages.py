@@ -4,12 +4,12 @@
 
 - A block names its file in a comment in front of it, <!-- FILE -->, and is that file, to the byte. A block that shows
   blanks, <!-- FILE, blanks shown -->, has an arrow for each tab and a dot for each space, and its file has the line ends
-  CR LF. Two kinds of blocks name no file: shell commands ("sh"), whose presets and scripts must be there, and a text
-  that is a drawing and says so, <!-- drawing -->.
+  CR LF. A block that says <!-- FILE, in part --> is some lines of the file, in their order and without gaps. Two kinds of
+  blocks name no file: shell commands ("sh"), whose presets and scripts must be there, and a text that is a drawing and
+  says so, <!-- drawing -->.
 - Links to files of the project lead to a file, those to a heading to that heading.
 - Tests that a page names, `Suite.Name`, are in the sources of the tests; each row of docs/compatibility.md names one.
-- docs/messages.md has a section for each message of the library, with its text, and none besides; the README's table
-  has a row for each.
+- docs/messages.md has a section for each message of the library, with its text, and none besides.
 - CONTRIBUTING.md names the packages that ./test installs.
 - Presets and files that tools/check_windows.ps1 names are there: it is not run here.
 """
@@ -24,7 +24,7 @@ top = pathlib.Path(sys.argv[1])
 pages = sorted([*top.glob("*.md"), *(top / "docs").rglob("*.md")])
 problems = []
 
-BLOCK = re.compile(r"(?:^<!-- ([^,\n]+?)(, blanks shown)? -->\n)?^```(\w*)\n(.*?)^```$", re.M | re.S)
+BLOCK = re.compile(r"(?:^<!-- ([^,\n]+?)(, blanks shown|, in part)? -->\n)?^```(\w*)\n(.*?)^```$", re.M | re.S)
 DRAWING = "drawing"
 PRESETS = {
     "cmake": "configurePresets",
@@ -70,7 +70,7 @@ def check_windows_script(script, presets):
 
 def check_blocks(page, text, presets):
     found = 0
-    for file, blanks_shown, language, block in BLOCK.findall(text):
+    for file, way, language, block in BLOCK.findall(text):
         found += 1
         if language == "sh" and not file:
             check_commands(page, block, presets)
@@ -81,10 +81,13 @@ def check_blocks(page, text, presets):
         elif not (top / file).is_file():
             problem(page, f"a block is to be {file}, which there is not")
         else:
-            shown = block.encode()
-            if blanks_shown:
+            shown, whole = block.encode(), (top / file).read_bytes()
+            if way == ", blanks shown":
                 shown = block.replace("→", "\t").replace("·", " ").replace("\n", "\r\n").encode()
-            if shown != (top / file).read_bytes():
+            if way == ", in part":
+                if b"\n" + shown not in b"\n" + whole:
+                    problem(page, f"this block is no part of {file}:\n{block}")
+            elif shown != whole:
                 problem(page, f"this block is not {file}:\n{block}")
     if found != len(re.findall(r"^[ >]*(?:```|~~~)", text, re.M)) / 2:
         problem(page, "a block is not closed, or indented")
@@ -117,10 +120,10 @@ def check_oddities(page):
             problem(page, f"a row names no test:\n{row}")
 
 
-def check_messages(page, each):
+def check_messages(page):
     source = (top / "frame/messages.cpp").read_text("utf-8")
     texts = set(re.findall(r'L"(E[LV]\d{3}\. [^"\\]+)', source))
-    sections = set(re.findall(each, page.read_text("utf-8"), re.M))
+    sections = set(re.findall(r"^## (E[LV]\d{3}\. .+)$", page.read_text("utf-8"), re.M))
     if not texts:
         problem(page, "no message was found in frame/messages.cpp")
     for text in sorted(texts - sections):
@@ -151,8 +154,7 @@ for page in pages:
     check_links(page, text)
     check_tests(page, text, tests)
 check_oddities(top / "docs/compatibility.md")
-check_messages(top / "docs/messages.md", r"^## (E[LV]\d{3}\. .+)$")
-check_messages(top / "README.md", r"^\| \[`(E[LV]\d{3}\. .+)`\]")
+check_messages(top / "docs/messages.md")
 check_windows_script(top / "tools/check_windows.ps1", presets)
 check_packages(top / "CONTRIBUTING.md", (top / "CONTRIBUTING.md").read_text("utf-8"))
 
