@@ -56,6 +56,7 @@ FILES = {
     "README.md": README,
     "CONTRIBUTING.md": "```sh\napt-get install cmake \\\n  clang\n```\n",
     "docs/compatibility.md": "| Behaviour | Held by |\n|---|---|\n| It greets. | `Hello.IsSaid` |\n",
+    "docs/long.md": "# Long\n\n- [One](#one)\n- [Two words](#two-words)\n\n## One\n\n## Two words\n" + 143 * "\n",
     "docs/messages.md": "# Messages\n\n### EL1: no, that is EL101\n\n## EL101. No.\n",
     "hello.cpp": "int main() {}\n",
     "hello.txt": "Hello\n",
@@ -137,6 +138,12 @@ ROWS = (
         "docs/messages.md: there is no such message: EL102. Yes."),
     Row("a message with another text", "frame/messages.cpp", "No.", "Never.", "the message is missing: EL101. Never."),
     Row("no messages in the source", "frame/messages.cpp", "EL101", "XX101", "no message was found in"),
+    # Length
+    Row("a long README", PAGE, "# A project\n", "# A project\n" + 120 * "\n", "README.md: is longer than 150 lines"),
+    Row("a long page without a list of contents", "docs/long.md", "- [One](#one)\n- [Two words](#two-words)\n", "\n\n",
+        "docs/long.md: the list of contents lacks the section One"),
+    Row("a section that the contents lack", "docs/long.md", "- [Two words](#two-words)\n", "\n",
+        "docs/long.md: the list of contents lacks the section Two words"),
     # Packages
     Row("a package left out", "CONTRIBUTING.md", " \\\n  clang", "", "./test installs clang cmake"),
     Row("a package that is not installed", "CONTRIBUTING.md", "clang", "clang gcc", "./test installs clang cmake"),

@@ -8,6 +8,8 @@
   blocks name no file: shell commands ("sh"), whose presets and scripts must be there, and a text that is a drawing and
   says so, <!-- drawing -->.
 - Links to files of the project lead to a file, those to a heading to that heading.
+- The README has 150 lines at most. A longer page in docs/ begins with a list of contents, which links to each of its
+  sections.
 - Tests that a page names, `Suite.Name`, are in the sources of the tests; each row of docs/compatibility.md names one.
 - docs/messages.md has a section for each message of the library, with its text, and none besides.
 - CONTRIBUTING.md names the packages that ./test installs.
@@ -26,6 +28,7 @@ problems = []
 
 BLOCK = re.compile(r"(?:^<!-- ([^,\n]+?)(, blanks shown|, in part)? -->\n)?^```(\w*)\n(.*?)^```$", re.M | re.S)
 DRAWING = "drawing"
+LONGEST = 150  # lines of the README, and of a page without a list of contents
 PRESETS = {
     "cmake": "configurePresets",
     "cmake --build": "buildPresets",
@@ -42,9 +45,12 @@ def without_blocks(text):
     return re.sub(r"^```.*?^```$", "", text, flags=re.M | re.S)
 
 
+def anchor_of(heading):
+    return re.sub(r"[^\w\- ]", "", heading.lower()).replace(" ", "-")
+
+
 def anchors(page):
-    headings = re.findall(r"^#+ (.+)$", without_blocks(page.read_text("utf-8")), re.M)
-    return {re.sub(r"[^\w\- ]", "", heading.lower()).replace(" ", "-") for heading in headings}
+    return set(map(anchor_of, re.findall(r"^#+ (.+)$", without_blocks(page.read_text("utf-8")), re.M)))
 
 
 def check_commands(page, block, presets):
@@ -105,6 +111,18 @@ def check_links(page, text):
             problem(page, f"{target}: there is no such heading")
 
 
+def check_length(page, text):
+    if text.count("\n") <= LONGEST:
+        return
+    if page.parent == top:
+        problem(page, f"is longer than {LONGEST} lines")
+        return
+    contents, _, sections = without_blocks(text).partition("\n## ")
+    for heading in re.findall(r"^## (.+)$", "## " + sections, re.M):
+        if f"](#{anchor_of(heading)})" not in contents:
+            problem(page, f"the list of contents lacks the section {heading}")
+
+
 def check_tests(page, text, tests):
     for name in re.findall(r"`([A-Z]\w+\.[A-Z]\w+)`", text):
         if name not in tests:
@@ -153,6 +171,9 @@ for page in pages:
     check_blocks(page, text, presets)
     check_links(page, text)
     check_tests(page, text, tests)
+check_length(top / "README.md", (top / "README.md").read_text("utf-8"))
+for page in (top / "docs").rglob("*.md"):
+    check_length(page, page.read_text("utf-8"))
 check_oddities(top / "docs/compatibility.md")
 check_messages(top / "docs/messages.md")
 check_windows_script(top / "tools/check_windows.ps1", presets)
