@@ -14,8 +14,8 @@ constexpr int kMaxDecimals = 9;
 constexpr std::size_t kMaxNumberLength =
     1 + (std::numeric_limits<double>::max_exponent10 + 1) + 1 + kMaxDecimals;
 
-/// `number` in fixed notation with `decimals` decimals and the decimal separator of the user's
-/// regional settings. The locale of the C runtime is the user's during the call, in the whole
+/// `number` in fixed notation with `decimals` decimals and the decimal separator that the user
+/// has set in the system. The locale of the C runtime is the user's during the call, in the whole
 /// process. If the user's locale is not installed, the current one is used.
 ///
 /// Afterwards the locale is the previous one, also if the call throws (only std::bad_alloc). The
