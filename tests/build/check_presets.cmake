@@ -1,14 +1,47 @@
-# A folder that was configured without tests, as for an installation, has them again once a preset alone configures it:
-# else ./test would run what an earlier build has left, or nothing.
+# Each preset says in KELMO_LOCALIZER_INSTRUMENTED what its flags add to the code: the tests go by that. A folder that was
+# configured without tests, as for an installation, has them again once a preset alone configures it: else ./test would run
+# what an earlier build has left, or nothing.
 #   cmake -D SOURCE=folder -D WORK=folder -P check_presets.cmake
 
-file(REMOVE_RECURSE ${WORK})
-foreach(options "-DKELMO_LOCALIZER_TESTS=OFF;-DKELMO_LOCALIZER_EXAMPLES=OFF" "")
-  execute_process(COMMAND ${CMAKE_COMMAND} --preset linux-release -B ${WORK} ${options}
+# Calls CMake with these arguments. Sets `output`.
+function(run)
+  execute_process(COMMAND ${CMAKE_COMMAND} ${ARGN}
     WORKING_DIRECTORY ${SOURCE} OUTPUT_VARIABLE output ERROR_VARIABLE output RESULT_VARIABLE result)
   if(NOT result EQUAL 0)
     message(FATAL_ERROR "${output}")
   endif()
+  set(output "${output}" PARENT_SCOPE)
+endfunction()
+
+file(REMOVE_RECURSE ${WORK})
+run(--list-presets)
+string(REGEX MATCHALL "\n  \"[^\"]+" presets "${output}")
+if(NOT presets)
+  message(FATAL_ERROR "no preset was found:\n${output}")
+endif()
+list(TRANSFORM presets REPLACE "\n  \"" "")
+foreach(preset IN LISTS presets)
+  run(--preset ${preset} -B ${WORK} -N)  # prints the variables, those that are inherited among them
+  if(output MATCHES "-fsanitize")
+    set(added SANITIZERS)
+  elseif(output MATCHES "-fprofile|-fcoverage|--coverage")
+    set(added COVERAGE)
+  elseif(output MATCHES "_GLIBCXX_DEBUG")
+    set(added DEBUG_MODE)
+  else()
+    set(added OFF)
+  endif()
+  set(said OFF)
+  if(output MATCHES "KELMO_LOCALIZER_INSTRUMENTED[^=\n]*=\"([^\"]*)\"")
+    set(said "${CMAKE_MATCH_1}")
+  endif()
+  if(NOT said STREQUAL added)
+    message(FATAL_ERROR "${preset}: KELMO_LOCALIZER_INSTRUMENTED is ${said} and not ${added}, as the flags say")
+  endif()
+endforeach()
+
+foreach(options "-DKELMO_LOCALIZER_TESTS=OFF;-DKELMO_LOCALIZER_EXAMPLES=OFF" "")
+  run(--preset linux-release -B ${WORK} ${options})
   execute_process(COMMAND ${CMAKE_CTEST_COMMAND} --test-dir ${WORK} --show-only OUTPUT_VARIABLE tests ERROR_QUIET)
   foreach(name unit_tests demo_host_output)
     if(options AND tests MATCHES " ${name}\n")

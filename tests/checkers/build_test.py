@@ -56,8 +56,17 @@ WARNINGS_ROWS = (
 # ---- tests/build/check_presets.cmake
 
 PRESETS = {
-    "CMakePresets.json": """{ "version": 6, "configurePresets": [{ "name": "linux-release", "generator": "Ninja",
-  "cacheVariables": { "KELMO_LOCALIZER_TESTS": true, "KELMO_LOCALIZER_EXAMPLES": true, "NONE": true } }] }""",
+    "CMakePresets.json": """{ "version": 6, "configurePresets": [
+  { "name": "linux-release", "generator": "Ninja",
+    "cacheVariables": { "KELMO_LOCALIZER_TESTS": true, "KELMO_LOCALIZER_EXAMPLES": true, "NONE": true } },
+  { "name": "sanitized", "inherits": "linux-release",
+    "cacheVariables": { "KELMO_LOCALIZER_INSTRUMENTED": "SANITIZERS", "CMAKE_C_FLAGS": "-fsanitize=address" } },
+  { "name": "fuzzed", "inherits": "sanitized" },
+  { "name": "counted", "inherits": "linux-release",
+    "cacheVariables": { "KELMO_LOCALIZER_INSTRUMENTED": "COVERAGE", "CMAKE_CXX_FLAGS": "-fprofile-instr-generate" } },
+  { "name": "debugged", "inherits": "linux-release",
+    "cacheVariables": { "KELMO_LOCALIZER_INSTRUMENTED": "DEBUG_MODE", "CMAKE_CXX_FLAGS": "-D_GLIBCXX_DEBUG" } }
+] }""",
     "CMakeLists.txt": """cmake_minimum_required(VERSION 3.25)
 project(presets LANGUAGES NONE)
 enable_testing()
@@ -69,7 +78,23 @@ if(KELMO_LOCALIZER_TESTS AND KELMO_LOCALIZER_EXAMPLES)
 endif()
 """,
 }
+INSTRUMENTED = '"KELMO_LOCALIZER_INSTRUMENTED": "{}",'
 PRESETS_ROWS = (
+    Row("sanitizers that are not said", "CMakePresets.json", INSTRUMENTED.format("SANITIZERS"), "",
+        "sanitized: KELMO_LOCALIZER_INSTRUMENTED is OFF and not SANITIZERS, as the flags say"),
+    Row("sanitizers that are not said by the preset that inherits them", "CMakePresets.json",
+        '"inherits": "sanitized"', '"inherits": "sanitized", "cacheVariables": { "KELMO_LOCALIZER_INSTRUMENTED": "OFF" }',
+        "fuzzed: KELMO_LOCALIZER_INSTRUMENTED is OFF and not SANITIZERS, as the flags say"),
+    Row("coverage that is not said", "CMakePresets.json", INSTRUMENTED.format("COVERAGE"), "",
+        "counted: KELMO_LOCALIZER_INSTRUMENTED is OFF and not COVERAGE, as the flags say"),
+    Row("a debug mode that is not said", "CMakePresets.json", INSTRUMENTED.format("DEBUG_MODE"), "",
+        "debugged: KELMO_LOCALIZER_INSTRUMENTED is OFF and not DEBUG_MODE, as the flags say"),
+    Row("another instrumentation than that of the flags", "CMakePresets.json", INSTRUMENTED.format("COVERAGE"),
+        INSTRUMENTED.format("SANITIZERS"),
+        "counted: KELMO_LOCALIZER_INSTRUMENTED is SANITIZERS and not COVERAGE, as the flags say"),
+    Row("an instrumentation that no flag adds", "CMakePresets.json", '"NONE": true', INSTRUMENTED.format("COVERAGE")[:-1],
+        "linux-release: KELMO_LOCALIZER_INSTRUMENTED is COVERAGE and not OFF, as the flags say"),
+    Row("no preset", "CMakePresets.json", None, '{ "version": 6, "configurePresets": [] }', "no preset was found"),
     Row("a preset without tests", "CMakePresets.json", '"KELMO_LOCALIZER_TESTS": true,', "",
         "unit_tests is not there again"),
     Row("a preset without examples", "CMakePresets.json", '"KELMO_LOCALIZER_EXAMPLES": true,', "",
