@@ -156,7 +156,7 @@ WORD_ROWS = (
     Row("no header", WORD, None, None, "it does not compile on this system"),
 )
 
-# ---- tests/check_output.cmake
+# ---- tests/cmake/check_output.cmake
 
 OUTPUT = {"program": "#!/bin/sh\nprintf 'one\\ntwo\\n'\n", "expected.txt": "one\ntwo\n"}
 OUTPUT_ROWS = (
@@ -205,7 +205,7 @@ class Build(RefusalTest):
     def test_a_program_that_prints_otherwise_is_refused(self):
         self.refuses_each(lambda folder: write(folder, OUTPUT), lambda folder: [
             CMAKE, f"-DCOMMAND={folder}/program", f"-DEXPECTED={folder}/expected.txt", f"-DOUTPUT={folder}/output.txt",
-            "-P", TOP / "tests/check_output.cmake"], OUTPUT_ROWS)
+            "-P", TOP / "tests/cmake/check_output.cmake"], OUTPUT_ROWS)
 
     def test_line_ends_are_all_that_a_windows_program_may_print_otherwise(self):
         def write_folder(folder):
@@ -213,7 +213,7 @@ class Build(RefusalTest):
 
         self.refuses_each(write_folder, lambda folder: [
             CMAKE, f"-DCOMMAND={folder}/program.exe", f"-DEXPECTED={folder}/expected.txt",
-            f"-DOUTPUT={folder}/output.txt", "-P", TOP / "tests/check_output.cmake"],
+            f"-DOUTPUT={folder}/output.txt", "-P", TOP / "tests/cmake/check_output.cmake"],
             (Row("another text", "expected.txt", "two", "three", "printed"),
              Row("a stray CR", "program.exe", "one", "on\\re", "printed")))
 
