@@ -399,10 +399,11 @@ OWN_TESTS = {
     "platform/windows/characters.cpp": "platform",
     "platform/posix/embedded_table.cpp": "platform",
     "platform/windows/embedded_table.cpp": "platform",
-    "platform/posix/memory.cpp": "block_store",
+    "platform/posix/memory.cpp": "arena",
     "platform/files.h": "platform",
     "platform/posix/files.cpp": "platform",
     "platform/windows/files.cpp": "platform",
+    "storage/text_block.h": "text_hash",
     "storage/word.h": "dictionary_line",
     "phyval/double.cpp": "double",
     "phyval/rounding.h": "rounding",
@@ -530,11 +531,11 @@ class Tree:
     def own_test(self, file):
         """The program and the arguments that run the tests of a file of the library; none, if it has none."""
         stem = OWN_TESTS.get(file, pathlib.PurePath(file).stem)
-        texts = [ROOT / f"tests/{stem}{end}.cpp" for end in ("_test", "_text_test", "_posix_test", "_windows_test")]
-        texts = [text for text in texts if text.is_file()]
-        rules = (ROOT / "tests/CMakeLists.txt").read_text()
+        ends = ("_test", "_text_test", "_posix_test", "_windows_test")
+        texts = [text for end in ends for text in (ROOT / "tests").rglob(f"{stem}{end}.cpp")]
+        rules = (texts[0].parent / "CMakeLists.txt").read_text() if texts else ""
         for program, sources in re.findall(r"(?:kelmo_add_\w+|target_sources)\((\w+)\s+([^)]*)\)", rules):
-            if texts and texts[0].name in sources.split():
+            if texts[0].name in sources.split():
                 suite = re.compile(r"^TEST(?:_[FP])?\((\w+),", re.MULTILINE)
                 suites = sorted({name for text in texts for name in suite.findall(text.read_text())})
                 test = next((t for t in self.tests if t.name == program), None)
