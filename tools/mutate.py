@@ -396,13 +396,10 @@ FILE_BLOCKS = 4 * 1024 * 1024  # of 512 bytes
 # What a file's own tests are called, where they are not in a file of its name.
 OWN_TESTS = {
     "text/byte_source.h": "line_reader",
-    "platform/windows/characters.cpp": "platform",
-    "platform/posix/embedded_table.cpp": "platform",
-    "platform/windows/embedded_table.cpp": "platform",
+    "platform/posix/character_classes.h": "characters",
+    "platform/posix/embedded_table.cpp": "files",
+    "platform/windows/embedded_table.cpp": "files",
     "platform/posix/memory.cpp": "arena",
-    "platform/files.h": "platform",
-    "platform/posix/files.cpp": "platform",
-    "platform/windows/files.cpp": "platform",
     "storage/text_block.h": "text_hash",
     "storage/word.h": "dictionary_line",
     "phyval/double.cpp": "double",

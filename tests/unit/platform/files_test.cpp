@@ -132,7 +132,7 @@ TEST(OpenTextFile, SharesTheFileWithThoseWhoWriteIt) {
 }
 
 TEST(OpenTextFile, LetsTheFileGoAtTheEnd) {
-  // On Windows an open file cannot be removed; platform_posix_test.cpp counts descriptors.
+  // On Windows an open file cannot be removed; files_posix_test.cpp counts descriptors.
   const ScratchFolder folder;
   folder.Write(L"file.txt", "text");
   EXPECT_EQ(ReadTextFile(JoinPath(folder.HostPath(), L"file.txt"), 100), "text");
@@ -287,7 +287,7 @@ TEST(WriteWholeFile, LetsTheFileGo) {
   EXPECT_TRUE(std::filesystem::remove(folder.Path() / "file.txt"));
 }
 
-// ---- What characters are; character_classes_posix_test.cpp has more of them
+// ---- What characters are; characters_posix_test.cpp has more of them
 
 TEST(CharacterClass, OfWhatTablesHold) {
   const struct {
