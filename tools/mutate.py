@@ -397,9 +397,8 @@ FILE_BLOCKS = 4 * 1024 * 1024  # of 512 bytes
 OWN_TESTS = {
     "text/byte_source.h": "line_reader",
     "platform/posix/character_classes.h": "characters",
-    "platform/posix/embedded_table.cpp": "files",
-    "platform/windows/embedded_table.cpp": "files",
-    "platform/posix/memory.cpp": "arena",
+    "platform/posix/embedded_table.cpp": "default_table",
+    "platform/windows/embedded_table.cpp": "default_table",
     "storage/text_block.h": "text_hash",
     "storage/word.h": "dictionary_line",
     "phyval/double.cpp": "double",

@@ -1,44 +1,30 @@
 // What only a POSIX system has: files that are neither regular files nor folders, wide texts that
-// are no path, a global C++ locale that is the host's.
+// are no path.
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <clocale>
-#include <cmath>
-#include <cstddef>
 #include <filesystem>
 #include <functional>
-#include <limits>
-#include <locale>
-#include <stdexcept>
 #include <string>
 #include <thread>
-#include <vector>
 
-#include "phyval/rounding.h"
 #include "platform/files.h"
-#include "platform/locale.h"
-#include "platform/memory.h"
 #include "tests/support/child_process.h"
 #include "tests/support/free_descriptor.h"
-#include "tests/support/global_locale.h"
 #include "tests/support/read_all.h"
 #include "tests/support/scratch_folder.h"
 #include "text/file_path.h"
 
 namespace KelmoLibs::Localize {
 namespace {
-
-constexpr std::size_t kPageBytes = 4096;
 
 TEST(OpenTextFilePosix, OpensNoDevice) {
   ASSERT_EQ(::access("/dev/zero", R_OK), 0);
@@ -225,92 +211,6 @@ TEST(WriteWholeFilePosix, WritesNothingAndTouchesNoDescriptorForALoneSurrogate) 
   WriteWholeFile(path, "bytes");
   EXPECT_EQ(FreeDescriptor(), before);
   EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
-}
-
-// How many of these pages the system has given memory to.
-std::size_t ResidentPages(std::byte* pages, std::size_t bytes) {
-  std::vector<unsigned char> resident(bytes / kPageBytes);
-  EXPECT_EQ(::mincore(pages, bytes, resident.data()), 0);
-  return static_cast<std::size_t>(std::count_if(
-      resident.begin(), resident.end(), [](unsigned char page) { return (page & 1U) != 0; }));
-}
-
-std::byte* MapPages(std::size_t bytes) {
-  void* const mapped = ::mmap(nullptr, bytes, PROT_READ | PROT_WRITE,
-                              MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
-  EXPECT_NE(mapped, MAP_FAILED);
-  return static_cast<std::byte*>(mapped);
-}
-
-// Whether this system gives memory in advance. Older ones refuse to. QEMU ignores the call and says
-// that it has succeeded.
-bool SystemPopulates() {
-#ifdef MADV_POPULATE_WRITE
-  std::byte* const page = MapPages(kPageBytes);
-  const bool populates =
-      ::madvise(page, kPageBytes, MADV_POPULATE_WRITE) == 0 && ResidentPages(page, kPageBytes) == 1;
-  ::munmap(page, kPageBytes);
-  return populates;
-#else
-  return false;
-#endif
-}
-
-TEST(PrefaultPagesPosix, FillsTheWholePagesAndLeavesTheMemoryBesideAlone) {
-  constexpr std::size_t kPart = std::size_t{6} * 1024 * 1024;
-  const bool populates = SystemPopulates();
-  for (const std::size_t cut : {std::size_t{0}, std::size_t{1}}) {
-    SCOPED_TRACE(cut);
-    std::byte* const before = MapPages(3 * kPart);
-    std::byte* const part = before + kPart;
-    std::byte* const behind = part + kPart;
-    ::madvise(before, 3 * kPart,
-              MADV_NOHUGEPAGE);  // else a large page may lie on both sides of a seam
-    PrefaultPages(part + cut, kPart - 2 * cut);
-    EXPECT_EQ(ResidentPages(before, kPart + cut * kPageBytes), 0U);
-    EXPECT_EQ(ResidentPages(behind - cut * kPageBytes, kPart + cut * kPageBytes), 0U);
-    EXPECT_EQ(ResidentPages(part, kPart), populates ? kPart / kPageBytes - 2 * cut : 0);
-    ::munmap(before, 3 * kPart);
-  }
-}
-
-TEST(FormatUnderGlobalLocale, GivesNothingUnderTheClassicOne) {
-  EXPECT_EQ(FormatUnderGlobalLocale(1234567.89, 2), std::nullopt);
-  const GlobalLocale classic(std::locale("C"));
-  EXPECT_EQ(FormatUnderGlobalLocale(1234567.89, 2), std::nullopt);
-}
-
-TEST(FormatUnderGlobalLocale, PrintsAsAStreamDoes) {
-  const GlobalLocale grouped(LocaleGroupedByPoints());
-  EXPECT_EQ(FormatUnderGlobalLocale(1234567.89, 2), L"1.234.567!89");
-  EXPECT_EQ(FormatUnderGlobalLocale(-1234567.89, 1), L"-1.234.567!9");
-  EXPECT_EQ(FormatUnderGlobalLocale(123, 0), L"123");
-  EXPECT_EQ(FormatUnderGlobalLocale(0.5, 9), L"0!500000000");
-}
-
-class Unprintable : public std::num_put<wchar_t> {
-  iter_type do_put(iter_type /*out*/, std::ios_base& /*stream*/, char_type /*fill*/,
-                   double /*number*/) const override {
-    throw std::domain_error("unprintable");
-  }
-};
-
-TEST(FormatUnderGlobalLocale, LetsOutWhatAFacetThrows) {
-  const GlobalLocale throwing(std::locale(std::locale::classic(), new Unprintable));
-  EXPECT_THROW(FormatUnderGlobalLocale(1, 0), std::domain_error);
-}
-
-TEST(FormatUnderGlobalLocale, PrintsTheDigitsThatAreThoseWithoutAStream) {
-  using Limits = std::numeric_limits<double>;
-  for (const double number : {0.0, -0.0, 0.1, 2.5, -1234567.890625, 0.0009765625, 1e22, 1e300,
-                              Limits::max(), Limits::min(), Limits::denorm_min()}) {
-    for (int decimals = 0; decimals <= 9; ++decimals) {
-      const std::wstring text = Phyval::FixedText({number, decimals, std::nan("")}, L'.');
-      // Another locale, though it prints as the classic one.
-      const GlobalLocale other(std::locale(std::locale::classic(), new std::numpunct<wchar_t>));
-      EXPECT_EQ(FormatUnderGlobalLocale(number, decimals), text);
-    }
-  }
 }
 
 }  // namespace

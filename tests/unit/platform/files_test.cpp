@@ -1,3 +1,5 @@
+#include "platform/files.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -12,8 +14,6 @@
 #include <utility>
 #include <vector>
 
-#include "platform/characters.h"
-#include "platform/files.h"
 #include "tests/support/read_all.h"
 #include "tests/support/read_file.h"
 #include "tests/support/scratch_folder.h"
@@ -285,43 +285,6 @@ TEST(WriteWholeFile, LetsTheFileGo) {
   const ScratchFolder folder;
   WriteWholeFile(JoinPath(folder.HostPath(), L"file.txt"), "bytes");
   EXPECT_TRUE(std::filesystem::remove(folder.Path() / "file.txt"));
-}
-
-// ---- What characters are; characters_posix_test.cpp has more of them
-
-TEST(CharacterClass, OfWhatTablesHold) {
-  const struct {
-    const char* name;
-    wchar_t character;
-    bool graphic;
-    bool blank;
-  } rows[] = {
-      {"NUL", L'\0', false, false},
-      {"tab", L'\t', false, true},
-      {"LF", L'\n', false, false},
-      {"CR", L'\r', false, false},
-      {"0x1F", L'\x1F', false, false},
-      {"space", L' ', false, true},
-      {"!", L'!', true, false},
-      {"~", L'~', true, false},
-      {"DEL", L'\x7F', false, false},
-      {"a control character of Latin-1", L'\x85', false, false},
-      {"degree sign", L'\u00B0', true, false},
-      {"Cyrillic em", L'\u043C', true, false},
-      {"Hebrew alef", L'\u05D0', true, false},
-      {"Chinese", L'\u4E2D', true, false},
-      {"half a surrogate pair", wchar_t{0xD83D}, false, false},
-      {"the other half", wchar_t{0xDE00}, false, false},
-  };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.name);
-    EXPECT_EQ(IsGraphic(row.character), row.graphic);
-    EXPECT_EQ(IsBlank(row.character), row.blank);
-  }
-}
-
-TEST(CharacterClass, KeepsAByteOrderMark) {
-  EXPECT_TRUE(IsGraphic(L'\uFEFF') || IsBlank(L'\uFEFF')) << "graphic on Linux, blank on Windows";
 }
 
 }  // namespace

@@ -8,7 +8,6 @@
 #include <windows.h>
 
 #include <cstdlib>
-#include <cwctype>
 #include <filesystem>
 #include <string>
 #include <system_error>
@@ -85,15 +84,6 @@ TEST_F(OpenTextFileWindows, KeepsTheFileFromProgramsThatTheHostStarts) {
   DWORD flags = 0;
   ASSERT_TRUE(::GetHandleInformation(handle, &flags));
   EXPECT_EQ(flags & HANDLE_FLAG_INHERIT, 0U);
-}
-
-// Runtimes differ, for instance in the no-break space: nothing is decided here.
-TEST(CharacterClass, IsTheRuntimesForEveryCharacter) {
-  for (int code = 0; code <= 0xFFFF; ++code) {
-    const auto c = static_cast<wchar_t>(code);
-    ASSERT_EQ(IsGraphic(c), std::iswgraph(c) != 0) << code;
-    ASSERT_EQ(IsBlank(c), std::iswblank(c) != 0) << code;
-  }
 }
 
 }  // namespace
