@@ -161,7 +161,7 @@ if (Test-Path -LiteralPath $library) {
     }
 
     Invoke-Step 'Installation' 'cmake --install build/msvc-release --prefix build/check_windows/installed' | Out-Null
-    Copy-Item -LiteralPath 'tests/consumer/CMakeLists.txt', 'examples/print.h' -Destination 'build/check_windows/host'
+    Copy-Item -LiteralPath 'tests/consumer/host/CMakeLists.txt', 'examples/print.h' -Destination 'build/check_windows/host'
     Copy-Item -LiteralPath 'examples/first_values.cpp' -Destination 'build/check_windows/host/host.cpp'
     $package = (Resolve-Path -LiteralPath 'build/check_windows').ProviderPath.Replace('\', '/') + '/installed'
     foreach ($type in 'Release', 'Debug') {

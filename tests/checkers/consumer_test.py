@@ -14,7 +14,7 @@ CMAKE, COMPILER, OBJDUMP, NM, BUILD, INSTALLED = sys.argv[1:] if __name__ == "__
 
 # The library of BUILD is installed, and its package changed; another is made up, to be built with the host.
 HOST, SECOND_HOST, LIBRARY = "examples/first_host.cpp", "examples/first_values.cpp", "CMakeLists.txt"
-PROJECT, INSTALL, LIST = "tests/consumer/CMakeLists.txt", "build/cmake_install.cmake", "installed_files.txt"
+PROJECT, INSTALL, LIST = "tests/consumer/host/CMakeLists.txt", "build/cmake_install.cmake", "installed_files.txt"
 README = "README.md"
 FILES = {
     HOST: 'int Print(const char*);\nint main() { return Print("Hello"); }\n',

@@ -1,4 +1,4 @@
-# Builds the project in this folder, which uses the library as a stranger would, and runs its hosts: those of the README,
+# Builds the project in the folder host, which uses the library as a stranger would, and runs its hosts: those of the README,
 # whose output must be the one that the README shows. The library is installed as the README says.
 #   cmake -D BY=find_package|add_subdirectory -D WORK=folder -D LIBRARY_SOURCE=folder -D LIBRARY_BUILD=folder
 #     -D GENERATOR=name -D OPTIONS=-D;name=value;... -D EMULATOR=program -D INSTALLED_FILES=list
@@ -22,7 +22,7 @@ endfunction()
 file(REMOVE_RECURSE ${WORK})
 take_host(first_host)
 configure_file(${LIBRARY_SOURCE}/examples/print.h ${WORK}/project/print.h COPYONLY)
-file(READ ${CMAKE_CURRENT_LIST_DIR}/CMakeLists.txt project)
+file(READ ${CMAKE_CURRENT_LIST_DIR}/host/CMakeLists.txt project)
 
 if(BY STREQUAL "find_package")
   file(STRINGS ${LIBRARY_SOURCE}/README.md command REGEX "^cmake --install build/linux-release --prefix DIR")

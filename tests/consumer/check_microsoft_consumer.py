@@ -1,4 +1,4 @@
-"""Builds the project in this folder with the package that Microsoft's compiler would install.
+"""Builds the project in the folder host with the package that Microsoft's compiler would install.
 
     python3 check_microsoft_consumer.py TOP-FOLDER WORK-FOLDER
 
@@ -93,7 +93,7 @@ environment["INCLUDE"] = f"{top}/tests/abi/microsoft;{resources}/include"
 project = work / "project"
 project.mkdir()
 (project / "host.cpp").write_text(HOST)
-shutil.copy(top / "tests/consumer/CMakeLists.txt", project)
+shutil.copy(top / "tests/consumer/host/CMakeLists.txt", project)
 
 prefix = installed("prefix")
 files = sorted(file.relative_to(prefix).as_posix() for file in prefix.rglob("*") if file.is_file())
