@@ -1,4 +1,4 @@
-"""tests/pages/check_pages.py refuses each kind of page that has drifted from its project."""
+"""tests/docs/check_pages.py refuses each kind of page that has drifted from its project."""
 
 import sys
 import unittest
@@ -157,7 +157,7 @@ ROWS = (
 class Pages(RefusalTest):
     def test_each_drift_is_refused(self):
         self.refuses_each(lambda folder: write(folder, FILES),
-                          lambda folder: [sys.executable, TOP / "tests/pages/check_pages.py", folder], ROWS)
+                          lambda folder: [sys.executable, TOP / "tests/docs/check_pages.py", folder], ROWS)
 
 
 if __name__ == "__main__":
