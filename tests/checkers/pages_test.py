@@ -10,6 +10,7 @@ README = """# A project
 ```sh
 ./run --fast
 tools/look.sh
+tools/glasses/clean.py
 cmake --preset usual && cmake --build --preset usual
 ```
 
@@ -74,6 +75,8 @@ FILES = {
     "test": 'install_packages "${packages[@]}" "${packages_lint[@]}"\n',
     "tools/common.sh": "packages=(cmake)\npackages_lint=(clang)\npackages_bench=(gnuplot)\n",
     "tools/look.sh": "",
+    "tools/glasses/clean.py": "",
+    "tools/glasses/README.md": "[The program](clean.py)\n",
     "tools/check_windows.ps1": "run 'cmake --preset usual'\nread 'docs\\messages.md', 'tests/hello_test.cpp'\n",
 }
 PAGE = "README.md"
@@ -111,6 +114,8 @@ ROWS = (
     Row("a preset that is hidden", PAGE, "cmake --preset usual", "cmake --preset base",
         "there is no preset for cmake --preset base"),
     Row("a script that there is not", PAGE, "tools/look.sh", "tools/see.sh", "there is no script tools/see.sh"),
+    Row("a script of a folder that is not there", PAGE, "tools/glasses/clean.py", "tools/glasses/wipe.py",
+        "there is no script tools/glasses/wipe.py"),
     Row("a command that there is not", PAGE, "./run", "./walk", "there is no script walk"),
     Row("a preset of the script for Windows", "tools/check_windows.ps1", "usual", "other",
         "there is no preset for cmake --preset other"),
@@ -121,6 +126,7 @@ ROWS = (
     Row("no file in the script for Windows", "tools/check_windows.ps1", None, "", "no file was found"),
     # Links and tests
     Row("a link to no file", PAGE, "(hello.cpp)", "(hallo.cpp)", "hallo.cpp leads nowhere"),
+    Row("a link of a tool's page to no file", "tools/glasses/README.md", "(clean.py)", "(wipe.py)", "wipe.py leads nowhere"),
     Row("a link to no heading of another page", PAGE, "#el1-no-that-is-el101", "#el101",
         "docs/messages.md#el101: there is no such heading"),
     Row("a link to no heading of its page", PAGE, "(#a-project)", "(#the-project)",

@@ -14,7 +14,7 @@ from unittest import mock
 
 from refusals import TOP
 
-sys.path.insert(0, str(TOP / "tools"))
+sys.path[:0] = [str(TOP / "tools"), str(TOP / "tools/mutants")]
 import bench_report  # noqa: E402
 import coverage  # noqa: E402
 import mutate  # noqa: E402
@@ -168,7 +168,7 @@ class Coverage(unittest.TestCase):
 
 
 class Mutate(unittest.TestCase):
-    """How tools/mutate.py takes the list of changes that nobody can notice, and judges a run."""
+    """How tools/mutants/mutate.py takes the list of changes that nobody can notice, and judges a run."""
 
     MUTANTS = {"a.cpp": mutate.Changes("a.cpp", "int F() {\n  const int room = 64;\n  return room < 7;\n}\n").all()}
     LIST = """# What the list is.

@@ -23,7 +23,7 @@ import subprocess
 import sys
 
 top = pathlib.Path(sys.argv[1])
-pages = sorted([*top.glob("*.md"), *(top / "docs").rglob("*.md")])
+pages = sorted([*top.glob("*.md"), *(top / "docs").rglob("*.md"), *(top / "tools").rglob("*.md")])
 problems = []
 
 BLOCK = re.compile(r"(?:^<!-- ([^,\n]+?)(, blanks shown|, in part)? -->\n)?^```(\w*)\n(.*?)^```$", re.M | re.S)
@@ -58,7 +58,7 @@ def check_commands(page, block, presets):
         kind = PRESETS.get(command, "")
         if not any(entry["name"] == preset and not entry.get("hidden") for entry in presets.get(kind, [])):
             problem(page, f"there is no preset for {command} --preset {preset}")
-    for script in re.findall(r"(?:^|\s)(?:\./)?((?:tools/)?[\w-]+\.(?:sh|py)|(?<=\./)\w+)\b", block):
+    for script in re.findall(r"(?:^|\s)(?:\./)?((?:[\w-]+/)*[\w-]+\.(?:sh|py)|(?<=\./)\w+)\b", block):
         if not (top / script).is_file():
             problem(page, f"there is no script {script}")
 

@@ -1,21 +1,21 @@
 #!/usr/bin/env python3
 """Makes small wrong changes to the library, one at a time, and sees whether the tests notice.
 
-    tools/mutate.py                       a choice of changes, from all files
-    tools/mutate.py --number 800 --seed 2 more of them, others
-    tools/mutate.py --all                 every change there is: a day
-    tools/mutate.py text/utf8.cpp phyval all changes of a file, of a folder; with --number, so many
-    tools/mutate.py utf8.cpp-1f3a9c       one change, by the name that a run has printed
-    tools/mutate.py --survivors           those that the tests of the last run did not notice
-    tools/mutate.py --continue [...]      goes on with a run that was interrupted
-    tools/mutate.py --list [...]          prints them and runs nothing
+    tools/mutants/mutate.py                       a choice of changes, from all files
+    tools/mutants/mutate.py --number 800 --seed 2 more of them, others
+    tools/mutants/mutate.py --all                 every change there is: a day
+    tools/mutants/mutate.py text/utf8.cpp phyval  all changes of a file, of a folder; with --number, so many
+    tools/mutants/mutate.py utf8.cpp-1f3a9c       one change, by the name that a run has printed
+    tools/mutants/mutate.py --survivors           those that the tests of the last run did not notice
+    tools/mutants/mutate.py --continue [...]      goes on with a run that was interrupted
+    tools/mutants/mutate.py --list [...]          prints them and runs nothing
 
 Works on copies of the checkout below build/mutants, which it configures and builds with the presets of
 CMakePresets.json. A change is built and meets the tests of its own module, then all quick ones, up to the first that
 fails, hangs or takes too much memory; then, under valgrind, those of its module and the model. What is left and says
 something else on Windows meets the tests of the Windows build under Wine; code for Windows alone meets those only.
 
-What no host can notice stands with its reason in tools/equivalent_mutants.txt, and is not run. The run fails if any
+What no host can notice stands with its reason in tools/mutants/equivalent.txt, and is not run. The run fails if any
 other change survives or was not tried, or if the list names a change that there is not.
 """
 
@@ -34,10 +34,10 @@ import sys
 import threading
 import time
 
-ROOT = pathlib.Path(__file__).resolve().parent.parent
+ROOT = pathlib.Path(__file__).resolve().parents[2]
 WORK = ROOT / "build" / "mutants"
 RESULTS = WORK / "results.txt"
-EQUIVALENT = "tools/equivalent_mutants.txt"
+EQUIVALENT = "tools/mutants/equivalent.txt"
 FOLDERS = ("dictionary", "frame", "phyval", "platform", "storage", "text", "unittables")
 HEADER = "include/kelmo_localizer.h"
 USUAL_NUMBER = 440
