@@ -37,7 +37,7 @@ struct Row {
 };
 
 // Both texts and Return, and that none of them changes the value, which has a unit or not. The
-// program's own locale is the classic one, the user's has a point (tests/CMakeLists.txt).
+// program's own locale is the classic one, the user's has a point (CMakeLists.txt).
 void ExpectRows(std::initializer_list<Row> rows) {
   for (const Row& row : rows) {
     SCOPED_TRACE(row.name);

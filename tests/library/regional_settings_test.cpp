@@ -1,5 +1,5 @@
 // to_string(), the factors of units and the runtime's locale, through the exports. The user's settings come from the
-// environment of the process: CTest runs this program under several (tests/CMakeLists.txt), and
+// environment of the process: CTest runs this program under several (CMakeLists.txt), and
 // tells it the user's separator, and the locale that the host has chosen before, if any.
 
 #include <gtest/gtest.h>
