@@ -1,3 +1,5 @@
+#include "dictionary/lookup.h"
+
 #include <gtest/gtest.h>
 
 #include <cstddef>
@@ -6,7 +8,6 @@
 #include <string_view>
 #include <vector>
 
-#include "dictionary/lookup.h"
 #include "tests/support/allocation_probe.h"
 #include "tests/support/colliding_keys.h"
 #include "tests/support/contents.h"

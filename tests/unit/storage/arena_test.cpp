@@ -1,3 +1,5 @@
+#include "storage/arena.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -9,7 +11,6 @@
 #include <utility>
 #include <vector>
 
-#include "storage/arena.h"
 #include "tests/support/allocation_probe.h"
 #include "tests/support/random_numbers.h"
 

@@ -1,3 +1,5 @@
+#include "storage/vector128.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -8,7 +10,6 @@
 #include <utility>
 #include <vector>
 
-#include "storage/vector128.h"
 #include "tests/support/random_numbers.h"
 
 namespace KelmoLibs::Localize {
