@@ -173,8 +173,43 @@ OUTPUT_ROWS = (
     Row("no program", "program", None, None, "ended with"),
 )
 
+# ---- tests/build/check_includes.py
+
+INCLUDES = {
+    "dictionary/lookup.cpp": '#include "platform/files.h"\n#include "frame/messages.h"\n#include "storage/arena.h"\n',
+    "frame/exports.cpp": '#include "dictionary/lookup.cpp"\n#include "kelmo_localizer.h"\n',
+    "frame/messages.h": '#include "storage/arena.h"\n',
+    "include/kelmo_localizer.h": "#if defined(_WIN32)\n#endif\n",
+    "phyval/double.cpp": '#include "kelmo_localizer.h"\n',
+    "platform/files.h": '#include "text/utf8.h"\n',
+    "platform/posix/files.cpp": '#include "platform/files.h"\n',
+    "platform/windows/files.cpp": '#include "platform/files.h"\n#ifdef _WIN32\n#endif\n',
+    "storage/arena.h": "#include <vector>\n",
+    "text/utf8.h": "#include <string>\n",
+}
+INCLUDES_ROWS = (
+    Row("an include upwards", "storage/arena.h", "#include <vector>", '#include "platform/files.h"',
+        "storage/arena.h includes platform/files.h, which is above it"),
+    Row("an include within a room, but upwards", "frame/messages.h", "storage/arena.h", "frame/exports.cpp",
+        "frame/messages.h includes frame/exports.cpp, which is above it"),
+    Row("an include of the room beside it", "dictionary/lookup.cpp", "storage/arena.h", "phyval/double.cpp",
+        "dictionary/lookup.cpp includes phyval/double.cpp, another room of its layer"),
+    Row("an include of what is not there", "text/utf8.h", "#include <string>", '#include "text/ascii.h"',
+        "text/utf8.h includes text/ascii.h, which is not part of the library"),
+    Row("a file of no layer", "frame/notes.h", None, "", "frame/notes.h has no layer"),
+    Row("a question without an answer", "platform/windows/files.cpp", None, None,
+        "platform/files.h has no platform/windows/files.cpp"),
+    Row("a source that asks for the system", "text/utf8.h", "#include <string>", "#ifdef _WIN32\n#endif",
+        "text/utf8.h asks for the system"),
+    Row("one name for two files", "text/arena.h", None, "", "arena.h is the name of storage/arena.h, text/arena.h"),
+)
+
 
 class Build(RefusalTest):
+    def test_an_include_against_the_order_is_refused(self):
+        self.refuses_each(lambda folder: write(folder, INCLUDES), lambda folder: [
+            sys.executable, TOP / "tests/build/check_includes.py", folder], INCLUDES_ROWS)
+
     def test_a_build_without_its_warnings_is_refused(self):
         self.refuses_each(lambda folder: write(folder, WARNINGS), lambda folder: [
             CMAKE, f"-DBUILD={folder}", "-DTARGET=warnings", f"-DSOURCE={folder}/deliberate_warnings.cpp",

@@ -400,6 +400,8 @@ OWN_TESTS = {
     "platform/posix/embedded_table.cpp": "default_table",
     "platform/windows/embedded_table.cpp": "default_table",
     "storage/text_block.h": "text_hash",
+    "platform/posix/file_descriptor.h": "files",
+    "platform/windows/file_descriptor.h": "files",
     "storage/word.h": "dictionary_line",
     "phyval/double.cpp": "double",
     "phyval/rounding.h": "rounding",

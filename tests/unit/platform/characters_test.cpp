@@ -1,9 +1,9 @@
 // What characters are on every system. characters_posix_test.cpp and characters_windows_test.cpp
 // have more of them.
 
-#include <gtest/gtest.h>
+#include "platform/characters.h"
 
-#include "platform/files.h"
+#include <gtest/gtest.h>
 
 namespace KelmoLibs::Localize {
 namespace {

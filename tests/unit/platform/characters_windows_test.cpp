@@ -2,7 +2,7 @@
 
 #include <cwctype>
 
-#include "platform/files.h"
+#include "platform/characters.h"
 
 namespace KelmoLibs::Localize {
 namespace {

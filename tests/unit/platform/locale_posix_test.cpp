@@ -9,7 +9,7 @@
 #include <string>
 
 #include "phyval/rounding.h"
-#include "platform/files.h"
+#include "platform/locale.h"
 #include "tests/support/global_locale.h"
 
 namespace KelmoLibs::Localize {

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "platform/files.h"
+#include "platform/memory.h"
 
 namespace KelmoLibs::Localize {
 namespace {
@@ -41,7 +41,7 @@ bool SystemPopulates() {
 #endif
 }
 
-TEST(PrepareMemoryPosix, FillsTheWholePagesAndLeavesTheMemoryBesideAlone) {
+TEST(PrefaultPagesPosix, FillsTheWholePagesAndLeavesTheMemoryBesideAlone) {
   constexpr std::size_t kPart = std::size_t{6} * 1024 * 1024;
   const bool populates = SystemPopulates();
   for (const std::size_t cut : {std::size_t{0}, std::size_t{1}}) {
@@ -51,7 +51,7 @@ TEST(PrepareMemoryPosix, FillsTheWholePagesAndLeavesTheMemoryBesideAlone) {
     std::byte* const behind = part + kPart;
     ::madvise(before, 3 * kPart,
               MADV_NOHUGEPAGE);  // else a large page may lie on both sides of a seam
-    PrepareMemory(part + cut, kPart - 2 * cut);
+    PrefaultPages(part + cut, kPart - 2 * cut);
     EXPECT_EQ(ResidentPages(before, kPart + cut * kPageBytes), 0U);
     EXPECT_EQ(ResidentPages(behind - cut * kPageBytes, kPart + cut * kPageBytes), 0U);
     EXPECT_EQ(ResidentPages(part, kPart), populates ? kPart / kPageBytes - 2 * cut : 0);

@@ -1,3 +1,5 @@
+#include "storage/text_hash.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -8,7 +10,6 @@
 #include <string_view>
 #include <vector>
 
-#include "storage/text_hash.h"
 #include "tests/support/random_numbers.h"
 
 namespace KelmoLibs::Localize {
