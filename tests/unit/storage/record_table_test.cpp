@@ -333,6 +333,28 @@ TEST(RecordTable, HasWhatItHadWhereMemoryFails) {
   }
 }
 
+TEST(RecordTable, AFailedAddFreesTheMemoryOfItsRecord) {
+  constexpr std::uint64_t kHash = 0x5DEECE66D1234567;
+  Table table(nullptr);
+  std::byte* latest = nullptr;
+  int number = 0;
+  const auto add = [&] {
+    table.Add(kHash, sizeof(Record), [&](std::byte* memory) {
+      latest = memory;
+      return new (memory) Record{kHash, number++};
+    });
+  };
+  while (number < 60) {  // all buckets that take this hash are full
+    add();
+  }
+  const std::byte* const before = latest;
+  ASSERT_EQ(CallWithFailingAllocation(1, add), Outcome::kThrew);
+  const std::byte* const failed = latest;
+  EXPECT_NE(failed, before);
+  add();
+  EXPECT_EQ(latest, failed);
+}
+
 // Which records of one bucket are asked, in plain words: those with the wanted tag; and, which costs a
 // look, one that differs from it in the lowest bit and stands right behind one that is asked.
 Numbers AskedByThePlainRule(const std::vector<unsigned>& tags, unsigned wanted) {

@@ -56,6 +56,17 @@ TEST(HashText, IsFixedForEachSizeOfCharacters) {
   }
 }
 
+// The bits of each half of each character have a factor of their own.
+TEST(HashText, UsesEveryFactor) {
+  std::wstring text;
+  for (unsigned i = 0; i < 32; ++i) {
+    const std::uint32_t low = 0x0101 + i * 0x0107;
+    text += static_cast<wchar_t>(sizeof(wchar_t) == 2 ? low : ((i % 16 + 1) << 16U) + low);
+  }
+  const std::uint64_t expected = sizeof(wchar_t) == 2 ? 0x15B1FAA8AA20ADAD : 0x3CC8C341887B9492;
+  EXPECT_EQ(HashText(text), expected) << std::hex << HashText(text);
+}
+
 TEST(HashText, IsThatOfTheLengthsKind) {
   RandomNumbers random(randomSeed);
   for (std::size_t length = 0; length <= kMaxLength; ++length) {

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -256,6 +258,24 @@ TEST(Utf8, EveryInvalidSequenceIsAFaultAtEveryPlace) {
         ASSERT_EQ(WellFormedUtf8Length(bytes), front.size())
             << fault.name << ": " << testing::PrintToString(bytes);
       }
+    }
+  }
+}
+
+// Each text is in memory of its own, of exactly its size: sanitizers and valgrind see a byte too many.
+TEST(Utf8, ReadsNoByteBehindATextOfAnyLength) {
+  for (const char* const filling : {"a", "\xC3\xA4", "\xE2\x82\xAC", "\xF0\x9F\x98\x80"}) {
+    const std::string_view character(filling);
+    for (std::size_t length = 0; length < 72; ++length) {
+      std::string bytes(length % character.size(), 'a');
+      while (bytes.size() < length) {
+        bytes += character;
+      }
+      const std::unique_ptr<char[]> exact(new char[length]);
+      std::copy(bytes.begin(), bytes.end(), exact.get());
+      const std::string_view text(exact.get(), length);
+      ASSERT_EQ(WellFormedUtf8Length(text), length);
+      ASSERT_EQ(DecodeUtf8(text), DecodeUtf8(bytes));
     }
   }
 }
