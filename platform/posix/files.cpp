@@ -2,13 +2,13 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <cerrno>
 #include <optional>
 #include <utility>
 
-#include "platform/posix/file_descriptor.h"
+#include "platform/file_descriptor.h"
+#include "platform/file_source.h"
 #include "text/crlf_source.h"
 #include "text/posix_path.h"
 
@@ -34,7 +34,7 @@ int OpenWithoutWaiting(const char* path, int flags) noexcept {
   return descriptor < 0 && errno == EWOULDBLOCK ? OpenUninterrupted(path, flags) : descriptor;
 }
 
-// Does not open a pipe: that would take away the reader for which the pipe's writer waits.
+// Does not open a pipe: that would take away the reader for which the writer of the pipe waits.
 int OpenForReading(const char* path) noexcept {
   struct stat status = {};
   if (::stat(path, &status) != 0 || !S_ISREG(status.st_mode)) {
@@ -58,35 +58,6 @@ bool IsPipe(const FileDescriptor& descriptor) noexcept {
   return ::fstat(descriptor.Get(), &status) != 0 || S_ISFIFO(status.st_mode);
 }
 
-class FileSource final : public ByteSource {
- public:
-  explicit FileSource(const char* path) noexcept : descriptor_(OpenForReading(path)) {
-    struct stat status = {};
-    if (descriptor_.IsOpen() && ::fstat(descriptor_.Get(), &status) == 0 &&
-        S_ISREG(status.st_mode)) {
-      isRegularFile_ = true;
-      size_ = static_cast<std::size_t>(status.st_size);
-    }
-  }
-
-  bool IsRegularFile() const noexcept { return isRegularFile_; }
-
-  std::size_t Read(char* buffer, std::size_t size) override {
-    ssize_t count = 0;
-    do {
-      count = ::read(descriptor_.Get(), buffer, size);
-    } while (count < 0 && errno == EINTR);
-    return count > 0 ? static_cast<std::size_t>(count) : 0;
-  }
-
-  std::size_t SizeHint() const noexcept override { return size_; }
-
- private:
-  FileDescriptor descriptor_;
-  bool isRegularFile_ = false;
-  std::size_t size_ = 0;
-};
-
 }  // namespace
 
 std::unique_ptr<ByteSource> OpenTextFile(const std::wstring& path) {
@@ -94,8 +65,8 @@ std::unique_ptr<ByteSource> OpenTextFile(const std::wstring& path) {
   if (!posixPath) {
     return nullptr;
   }
-  auto file = std::make_unique<FileSource>(posixPath->c_str());
-  if (!file->IsRegularFile()) {
+  auto file = std::make_unique<FileSource>();
+  if (!file->Open(OpenForReading(posixPath->c_str()))) {
     return nullptr;
   }
   return std::make_unique<CrLfSource>(std::move(file));
@@ -107,16 +78,8 @@ void WriteWholeFile(const std::wstring& path, std::string_view bytes) {
     return;
   }
   const FileDescriptor descriptor(OpenForWriting(posixPath->c_str()));
-  if (!descriptor.IsOpen() || IsPipe(descriptor)) {
-    return;
-  }
-  while (!bytes.empty()) {
-    const ssize_t count = ::write(descriptor.Get(), bytes.data(), bytes.size());
-    if (count > 0) {
-      bytes.remove_prefix(static_cast<std::size_t>(count));
-    } else if (count == 0 || errno != EINTR) {
-      break;
-    }
+  if (descriptor.IsOpen() && !IsPipe(descriptor)) {
+    descriptor.WriteAll(bytes.data(), bytes.size());
   }
 }
 
