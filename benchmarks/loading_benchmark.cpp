@@ -1,7 +1,7 @@
-// Loading a dictionary file into a library that has not got that dictionary, and loading it again.
+// Loading a dictionary file for the first time, and loading it again.
 //
-// A program loads a catalogue once. Every subject therefore starts each load with memory that the
-// process has not touched, as a program does, and not with what the round before has left behind.
+// A program loads a catalogue once, into fresh memory. So each load here starts with fresh memory
+// too: it does not reuse the memory of the previous round.
 
 #include <malloc.h>
 
@@ -14,7 +14,7 @@
 
 #include "benchmarks/support/catalogue.h"
 #include "benchmarks/support/hostile_catalogue.h"
-#include "benchmarks/support/library_life.h"
+#include "benchmarks/support/library_instance.h"
 #include "benchmarks/support/random_letters.h"
 #include "benchmarks/support/run_benchmarks.h"
 #include "benchmarks/support/scratch_folder.h"
@@ -32,27 +32,27 @@ constexpr std::size_t kSizes[] = {1'000, 10'000, 100'000, 1'000'000};
 struct DictionaryFile {
   std::wstring id;
   std::filesystem::path path;
-  std::string json;  // the path of the same as a JSON object
+  std::string json;  // path of the same entries as a JSON object
 };
 
 // ---- The library
 
 void CheckLibrary(const DictionaryFile& file, const Catalogue& catalogue) {
-  const LibraryLife life;
-  life.Load(file.path, 0);
+  const LibraryInstance library;
+  library.Load(file.path, 0);
   for (const Entry& entry : catalogue) {
-    Require(life.lang(entry.key.c_str()) == entry.text, "a text was not loaded as it is");
+    Require(library.lang(entry.key.c_str()) == entry.text, "a text was loaded wrongly");
   }
-  Require(life.getErrorsCount() == 0, "a key was not loaded");
+  Require(library.getErrorsCount() == 0, "a load or a lookup gave a message");
   const auto messages = static_cast<std::int64_t>(catalogue.size());
-  life.Load(file.path, messages);
-  Require(life.getError(0) == L"EL101. Key already declared.\nKey: " + catalogue[0].key +
-                                  L"\nDictionary: " + file.path.parent_path().wstring() + L"\\" +
-                                  file.path.filename().wstring(),
-          "a message is not the right one");
+  library.Load(file.path, messages);
+  Require(library.getError(0) == L"EL101. Key already declared.\nKey: " + catalogue[0].key +
+                                     L"\nDictionary: " + file.path.parent_path().wstring() + L"\\" +
+                                     file.path.filename().wstring(),
+          "a message is wrong");
 }
 
-// ---- A JSON object of the same entries, into a map of the standard library
+// ---- simdjson: a JSON object of the same entries, loaded into a map of the standard library
 
 #ifdef KELMO_HAS_SIMDJSON
 using JsonTexts = std::unordered_map<std::string, std::string>;
@@ -67,7 +67,7 @@ void LoadJson(const std::string& path, simdjson::ondemand::parser& parser, JsonT
   }
 }
 
-/// What a program writes that loads one catalogue, of which it does not know the number of entries.
+/// For a program that loads one catalogue and does not know its number of entries.
 JsonTexts LoadJson(const std::string& path) {
   simdjson::ondemand::parser parser;
   JsonTexts texts;
@@ -92,35 +92,35 @@ void CheckSimdjson(const DictionaryFile& file, const Catalogue& catalogue) {
   const JsonTexts texts = LoadJson(file.json);
   for (const Entry& entry : catalogue) {
     Require(texts.at(EncodeUtf8(entry.key)) == EncodeUtf8(entry.text),
-            "simdjson has not loaded a text as it is");
+            "simdjson has loaded a text wrongly");
   }
 }
 
-// ---- The least that loading can do: read the bytes, validate them, and make them wide
+// ---- The minimum that loading has to do: read the bytes, validate and decode them
 
 struct WideText {
   std::unique_ptr<wchar_t[]> characters;
   std::size_t length;
 };
 
-/// `bytes` are valid UTF-8.
+/// Precondition: `bytes` are valid UTF-8. Returns the number of characters in `out`.
 std::size_t Decode(const char* bytes, std::size_t size, wchar_t* out) {
-  const auto* at = reinterpret_cast<const unsigned char*>(bytes);
-  const unsigned char* const end = at + size;
-  const auto next = [&at] { return static_cast<unsigned>(*at++ & 0x3F); };
+  const auto* next = reinterpret_cast<const unsigned char*>(bytes);
+  const unsigned char* const end = next + size;
+  const auto continuation = [&next] { return static_cast<unsigned>(*next++ & 0x3F); };
   wchar_t* const begin = out;
-  while (at != end) {
-    const unsigned lead = *at++;
+  while (next != end) {
+    const unsigned lead = *next++;
     unsigned c = lead;
     if (lead >= 0xF0) {
-      c = (lead & 0x07U) << 18U | next() << 12U;
-      c |= next() << 6U;
-      c |= next();
+      c = (lead & 0x07U) << 18U | continuation() << 12U;
+      c |= continuation() << 6U;
+      c |= continuation();
     } else if (lead >= 0xE0) {
-      c = (lead & 0x0FU) << 12U | next() << 6U;
-      c |= next();
+      c = (lead & 0x0FU) << 12U | continuation() << 6U;
+      c |= continuation();
     } else if (lead >= 0x80) {
-      c = (lead & 0x1FU) << 6U | next();
+      c = (lead & 0x1FU) << 6U | continuation();
     }
     *out++ = static_cast<wchar_t>(c);
   }
@@ -146,11 +146,11 @@ void CheckDecoding(const DictionaryFile& file, const Catalogue& catalogue) {
     expected.append(entry.key).append(L"\t").append(entry.text).append(L"\n");
   }
   Require(std::wstring_view(text.characters.get(), text.length) == expected,
-          "a file was not decoded as it is");
+          "a file was decoded wrongly");
 }
 #endif
 
-// ---- How they are timed
+// ---- Timing
 
 struct Row {
   const char* name;
@@ -177,8 +177,8 @@ Catalogue MakeLongTexts(std::size_t size) {
   return MakeCatalogueInLetters(kAlphabet, {300, 300}, size);
 }
 
-constexpr std::size_t kSizesOfLetters[] = {1'000, 100'000};
-constexpr Row kLetters[] = {
+constexpr std::size_t kRandomTextSizes[] = {1'000, 100'000};
+constexpr Row kRandomTextRows[] = {
     {"script_english", MakeShortTexts<kEnglishLetters>},
     {"script_german", MakeShortTexts<kGermanLetters>},
     {"script_russian", MakeShortTexts<kRussianLetters>},
@@ -191,12 +191,12 @@ constexpr Row kLetters[] = {
     {"long_texts_chinese", MakeLongTexts<kChineseLetters>},
 };
 
-/// Made and checked when it is first asked for. The catalogue is not kept: what lies between the free
-/// memory would slow those who take many small blocks of it.
+/// Makes and checks the file at the first call. The catalogue is not kept: it would fragment the
+/// heap and slow down subjects that allocate many small blocks.
 const DictionaryFile& FileOf(const Row& row, std::size_t size) {
   static std::map<std::pair<std::string, std::size_t>, DictionaryFile> files;
-  const auto [place, added] = files.try_emplace({row.name, size});
-  DictionaryFile& file = place->second;
+  const auto [position, added] = files.try_emplace({row.name, size});
+  DictionaryFile& file = position->second;
   if (added) {
     const std::string id = row.name;
     const Catalogue catalogue = row.makeCatalogue(size);
@@ -214,7 +214,7 @@ const DictionaryFile& FileOf(const Row& row, std::size_t size) {
   return file;
 }
 
-/// The time that `work` takes, with fresh memory, is the iteration's.
+/// Sets the time of the iteration: that of `work`, with fresh memory.
 template <class Work>
 void TimeIteration(benchmark::State& state, Work work) {
   ::malloc_trim(0);
@@ -227,20 +227,20 @@ void TimeIteration(benchmark::State& state, Work work) {
 void FirstLoad(benchmark::State& state, const Row& row, std::size_t size) {
   const DictionaryFile& file = FileOf(row, size);
   for ([[maybe_unused]] const auto iteration : state) {
-    const LibraryLife life;
-    TimeIteration(state, [&] { life.Load(file.path, 0); });
+    const LibraryInstance library;
+    TimeIteration(state, [&] { library.Load(file.path, 0); });
   }
   SetOperations(state, size);
 }
 
-/// Each entry becomes a message.
+/// Each entry gives a message.
 void SecondLoad(benchmark::State& state, const Row& row, std::size_t size) {
   const DictionaryFile& file = FileOf(row, size);
   const auto messages = static_cast<std::int64_t>(size);
   for ([[maybe_unused]] const auto iteration : state) {
-    const LibraryLife life;
-    life.Load(file.path, 0);
-    TimeIteration(state, [&] { life.Load(file.path, messages); });
+    const LibraryInstance library;
+    library.Load(file.path, 0);
+    TimeIteration(state, [&] { library.Load(file.path, messages); });
   }
   SetOperations(state, size);
 }
@@ -255,8 +255,8 @@ void LoadWithSimdjson(benchmark::State& state, const Row& row, std::size_t size)
   SetOperations(state, size);
 }
 
-/// The most that simdjson can do: its parser has its memory from the load before, and the map is told
-/// the number of entries.
+/// The best case for simdjson: its parser reuses the memory of the previous load, and the map gets
+/// the number of entries in advance.
 void LoadReservedWithSimdjson(benchmark::State& state, const Row& row, std::size_t size) {
   const DictionaryFile& file = FileOf(row, size);
   simdjson::ondemand::parser parser;
@@ -305,8 +305,8 @@ int main(int argc, char** argv) {
     Register("again/kelmo_first", FirstLoad, kEnglish, size);
     Register("again/kelmo_second", SecondLoad, kEnglish, size);
   }
-  for (const std::size_t size : kSizesOfLetters) {
-    for (const Row& row : kLetters) {
+  for (const std::size_t size : kRandomTextSizes) {
+    for (const Row& row : kRandomTextRows) {
       const std::string name = row.name;
       Register(name + "/kelmo", FirstLoad, row, size);
 #ifdef KELMO_HAS_SIMDJSON

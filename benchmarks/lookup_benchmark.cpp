@@ -1,5 +1,5 @@
-// Finding texts by keys that are there. Every subject is asked by the same zero-terminated keys, wide
-// or narrow as its interface wants them, and gives a pointer to the text.
+// Lookups of existing keys. All subjects get the same zero-terminated keys, wide or narrow as their
+// interface requires, and return a pointer to the text.
 
 #include <algorithm>
 #include <cstring>
@@ -35,20 +35,20 @@ namespace benchmarks {
 namespace {
 
 constexpr std::size_t kSizes[] = {1'000, 10'000, 100'000, 1'000'000};
-constexpr std::size_t kHotDictionary = 100'000;
+constexpr std::size_t kHotDictionarySize = 100'000;
 constexpr std::size_t kHotKeys = 100;
 constexpr std::size_t kHotRepetitions = 100;
-// A short dictionary is asked for its keys in several disorders: a processor can learn one by heart.
-constexpr std::size_t kLeastLookups = 10'000;
+// Keys of small dictionaries are repeated and shuffled: a processor learns a short sequence.
+constexpr std::size_t kMinLookups = 10'000;
 
-// Around the words of the processor and the sizes of its vectors, and beyond.
-constexpr std::size_t kLengthsOfFew[] = {1,  2,  3,  4,  5,  7,  8,  9,   12,  16, 17,
-                                         20, 24, 32, 33, 41, 48, 64, 100, 200, 300};
-constexpr std::size_t kLengthsOfMany[] = {3, 4, 8, 16, 20, 32, 64, 200};
-constexpr std::size_t kLengthsInAlphabetsOfFew[] = {4, 8, 16, 24, 32, 64};
-constexpr std::size_t kLengthsInAlphabetsOfMany[] = {8, 16, 32, 64};
-constexpr std::size_t kFew = 1'000;
-constexpr std::size_t kMany = 100'000;
+// Around the sizes of the processor's words and vectors, and longer.
+constexpr std::size_t kLengthsInSmall[] = {1,  2,  3,  4,  5,  7,  8,  9,   12,  16, 17,
+                                           20, 24, 32, 33, 41, 48, 64, 100, 200, 300};
+constexpr std::size_t kLengthsInLarge[] = {3, 4, 8, 16, 20, 32, 64, 200};
+constexpr std::size_t kAlphabetLengthsInSmall[] = {4, 8, 16, 24, 32, 64};
+constexpr std::size_t kAlphabetLengthsInLarge[] = {8, 16, 32, 64};
+constexpr std::size_t kSmall = 1'000;
+constexpr std::size_t kLarge = 100'000;
 constexpr Lengths kMixedLengths = {5, 60};
 
 struct NamedAlphabet {
@@ -59,47 +59,47 @@ struct NamedAlphabet {
 constexpr NamedAlphabet kAlphabets[] = {
     {"cyrillic", kRussianLetters}, {"chinese", kChineseLetters}, {"mixed", kMixedLetters}};
 
-// ---- What is asked for
+// ---- Dictionaries and keys
 
 struct Dictionary {
   std::string name;
   Catalogue entries;
-  std::size_t repetitions;  // how often each key is asked for in an iteration
+  std::size_t repetitions;  // lookups of each key in one iteration
 };
 
-/// A dictionary that is not made yet.
+/// How to make a dictionary.
 struct Plan {
   std::string name;
   std::function<Catalogue()> make;
   std::size_t repetitions = 1;
 };
 
-std::string Numbered(const std::string& name, std::size_t number) {
+std::string WithNumber(const std::string& name, std::size_t number) {
   return name + "_" + std::to_string(number);
 }
 
-Plan Usual(std::size_t size) {
-  return {Numbered("de", size), [size] { return MakeCatalogue(Language::kGerman, size); }};
+Plan OrdinaryPlan(std::size_t size) {
+  return {WithNumber("de", size), [size] { return MakeCatalogue(Language::kGerman, size); }};
 }
 
-Plan Hostile(std::size_t size) {
-  return {Numbered("hostile", size), [size] { return MakeHostileCatalogue(size); }};
+Plan HostilePlan(std::size_t size) {
+  return {WithNumber("hostile", size), [size] { return MakeHostileCatalogue(size); }};
 }
 
-Plan OfRandomKeys(const std::string& name, Alphabet alphabet, Lengths lengths, std::size_t size) {
+Plan RandomKeysPlan(const std::string& name, Alphabet alphabet, Lengths lengths, std::size_t size) {
   const std::size_t entries = lengths.longest == 1 ? kAsciiKeysOfOneLetter : size;
   return {name, [=] { return MakeCatalogueOfKeys(MakeRandomKeys(alphabet, lengths, entries)); },
-          std::max<std::size_t>(kLeastLookups / entries, 1)};
+          std::max<std::size_t>(kMinLookups / entries, 1)};
 }
 
-/// Made when it is first asked for, and kept: the same object each time.
+/// Makes the dictionary at the first call, and returns the same object each time.
 const Dictionary& DictionaryOf(const Plan& plan) {
   static std::map<std::string, Dictionary> dictionaries;
-  const auto [place, added] = dictionaries.try_emplace(plan.name);
+  const auto [position, added] = dictionaries.try_emplace(plan.name);
   if (added) {
-    place->second = {plan.name, plan.make(), plan.repetitions};
+    position->second = {plan.name, plan.make(), plan.repetitions};
   }
-  return place->second;
+  return position->second;
 }
 
 std::vector<std::wstring> ShuffledKeys(const Dictionary& dictionary) {
@@ -116,22 +116,22 @@ template <class Character>
 const std::vector<const Character*>& AllKeys(const Dictionary& dictionary) {
   static std::map<std::string, HostKeys<Character>> keys;
   static std::map<std::string, std::vector<const Character*>> pointers;
-  auto place = pointers.find(dictionary.name);
-  if (place == pointers.end()) {
+  auto position = pointers.find(dictionary.name);
+  if (position == pointers.end()) {
     const auto& held = keys.try_emplace(dictionary.name, ShuffledKeys(dictionary)).first->second;
-    place = pointers
-                .emplace(dictionary.name, dictionary.repetitions == 1
-                                              ? held.Pointers()
-                                              : held.Repeated(dictionary.repetitions))
-                .first;
+    position = pointers
+                   .emplace(dictionary.name, dictionary.repetitions == 1
+                                                 ? held.Pointers()
+                                                 : held.Repeated(dictionary.repetitions))
+                   .first;
   }
-  return place->second;
+  return position->second;
 }
 
 template <class Character>
 const std::vector<const Character*>& HotKeys() {
   static const HostKeys<Character> kKeys([] {
-    std::vector<std::wstring> keys = ShuffledKeys(DictionaryOf(Usual(kHotDictionary)));
+    std::vector<std::wstring> keys = ShuffledKeys(DictionaryOf(OrdinaryPlan(kHotDictionarySize)));
     keys.resize(kHotKeys);
     return keys;
   }());
@@ -139,8 +139,8 @@ const std::vector<const Character*>& HotKeys() {
   return kRepeated;
 }
 
-// ---- Who is asked. Each subject has its characters, the dictionary, Find, and Finds, which says whether
-// an entry is found as it should be.
+// ---- The subjects. Each has the type Character of its keys, a constructor from a dictionary,
+// Prepare for the calls before a round, Find, and Finds: whether Find gives the text of an entry.
 
 class Kelmo {
  public:
@@ -153,7 +153,7 @@ class Kelmo {
     Require(LoadDictionary(folder.c_str(), id_.c_str()) == 0, "a dictionary was not loaded");
   }
 
-  void Prepare() const { Require(UseLanguage(id_.c_str()) == 0, "a dictionary is not there"); }
+  void Prepare() const { Require(UseLanguage(id_.c_str()) == 0, "a dictionary is missing"); }
   static const wchar_t* Find(const wchar_t* key) { return LANG(key); }
   static bool Finds(const Entry& entry) { return Find(entry.key.c_str()) == entry.text; }
 
@@ -179,7 +179,7 @@ class MapSubject {
   Map map_;
 };
 
-// The least that a lookup by a zero-terminated key can cost: to see where that ends.
+// The minimum cost of a lookup by a zero-terminated key: finding the end of the key.
 class KeyLength {
  public:
   using Character = wchar_t;
@@ -200,9 +200,9 @@ class Gettext {
 
   explicit Gettext(const Dictionary& dictionary) : domain_(dictionary.name) {
     WriteGettextCatalogue(ScratchFolder(), domain_, dictionary.entries);
-    // Any locale but C: the language is that of the variable then.
+    // Under any locale but C, gettext takes the language from this variable.
     ::setenv("LANGUAGE", "de", 1);
-    Require(std::setlocale(LC_MESSAGES, "C.UTF-8") != nullptr, "there is no locale C.UTF-8");
+    Require(std::setlocale(LC_MESSAGES, "C.UTF-8") != nullptr, "the locale C.UTF-8 is missing");
     ::bindtextdomain(domain_.c_str(), ScratchFolder().c_str());
     ::bind_textdomain_codeset(domain_.c_str(), "UTF-8");
   }
@@ -229,7 +229,7 @@ class Icu {
     const std::string source = folder + "/" + name + ".txt";
     std::ofstream stream(source);
     stream << name << ":table(nofallback) {\n";
-    // From the last to the first: genrb sorts by a search from the front for each.
+    // In descending order: genrb searches a sorted list from the front to insert each key.
     Catalogue sorted = dictionary.entries;
     std::sort(sorted.begin(), sorted.end(),
               [](const Entry& left, const Entry& right) { return left.key > right.key; });
@@ -263,19 +263,19 @@ class Icu {
 };
 #endif
 
-// ---- How they are timed
+// ---- Timing
 
-/// Rounds come in any order: a subject is made when it is first asked, and kept.
+/// Makes the subject at the first call and keeps it, because rounds come in any order.
 template <class Subject>
 const Subject& SubjectOf(const Dictionary& dictionary) {
   static std::map<std::string, Subject> subjects;
-  const auto [place, added] = subjects.try_emplace(dictionary.name, dictionary);
-  const Subject& subject = place->second;
+  const auto [position, added] = subjects.try_emplace(dictionary.name, dictionary);
+  const Subject& subject = position->second;
   subject.Prepare();
   if (added) {
     Require(std::all_of(dictionary.entries.begin(), dictionary.entries.end(),
                         [&](const Entry& entry) { return subject.Finds(entry); }),
-            "a text that was found is not the right one");
+            "a lookup gave a wrong text");
   }
   return subject;
 }
@@ -291,7 +291,7 @@ void TimeLookups(benchmark::State& state, const Subject& subject,
   SetOperations(state, keys.size());
 }
 
-/// `size`: that of the dictionary, or in rows that are named after it the length of the keys.
+/// `size`: the number of entries. If the name of the row has that number, the length of the keys.
 template <class Subject>
 void RegisterAllKeys(const std::string& name, std::size_t size, const Plan& plan) {
   benchmark::RegisterBenchmark(NameWithSize("lookup/" + name, size).c_str(),
@@ -305,11 +305,11 @@ void RegisterAllKeys(const std::string& name, std::size_t size, const Plan& plan
 template <class Subject>
 void Register(const std::string& name) {
   for (const std::size_t size : kSizes) {
-    RegisterAllKeys<Subject>("shuffled/" + name, size, Usual(size));
+    RegisterAllKeys<Subject>("shuffled/" + name, size, OrdinaryPlan(size));
   }
   benchmark::RegisterBenchmark(
-      NameWithSize("lookup/hot/" + name, kHotDictionary).c_str(), [](benchmark::State& state) {
-        TimeLookups(state, SubjectOf<Subject>(DictionaryOf(Usual(kHotDictionary))),
+      NameWithSize("lookup/hot/" + name, kHotDictionarySize).c_str(), [](benchmark::State& state) {
+        TimeLookups(state, SubjectOf<Subject>(DictionaryOf(OrdinaryPlan(kHotDictionarySize))),
                     HotKeys<typename Subject::Character>());
       });
 }
@@ -317,32 +317,32 @@ void Register(const std::string& name) {
 template <class Subject, std::size_t kCount>
 void RegisterLengths(const std::string& name, const std::string& row, Alphabet alphabet,
                      std::size_t entries, const std::size_t (&lengths)[kCount]) {
-  const std::string rowOfEntries = Numbered(row, entries);
-  const std::string subject = rowOfEntries + "/" + name;
+  const std::string rowWithSize = WithNumber(row, entries);
+  const std::string subject = rowWithSize + "/" + name;
   for (const std::size_t length : lengths) {
     RegisterAllKeys<Subject>(
         subject, length,
-        OfRandomKeys(Numbered(rowOfEntries, length), alphabet, {length, length}, entries));
+        RandomKeysPlan(WithNumber(rowWithSize, length), alphabet, {length, length}, entries));
   }
 }
 
 template <class Subject>
 void RegisterKeysOfAllKinds(const std::string& name) {
-  RegisterLengths<Subject>(name, "length", kAsciiLettersAndDigits, kFew, kLengthsOfFew);
-  RegisterLengths<Subject>(name, "length", kAsciiLettersAndDigits, kMany, kLengthsOfMany);
+  RegisterLengths<Subject>(name, "length", kAsciiLettersAndDigits, kSmall, kLengthsInSmall);
+  RegisterLengths<Subject>(name, "length", kAsciiLettersAndDigits, kLarge, kLengthsInLarge);
   for (const NamedAlphabet& alphabet : kAlphabets) {
     const std::string row = std::string("alphabet_") + alphabet.name;
-    RegisterLengths<Subject>(name, row, alphabet.letters, kFew, kLengthsInAlphabetsOfFew);
-    RegisterLengths<Subject>(name, row, alphabet.letters, kMany, kLengthsInAlphabetsOfMany);
+    RegisterLengths<Subject>(name, row, alphabet.letters, kSmall, kAlphabetLengthsInSmall);
+    RegisterLengths<Subject>(name, row, alphabet.letters, kLarge, kAlphabetLengthsInLarge);
   }
-  for (const std::size_t entries : {kFew, kMany}) {
+  for (const std::size_t entries : {kSmall, kLarge}) {
     RegisterAllKeys<Subject>("mixed_lengths/" + name, entries,
-                             OfRandomKeys(Numbered("mixed_lengths", entries),
-                                          kAsciiLettersAndDigits, kMixedLengths, entries));
+                             RandomKeysPlan(WithNumber("mixed_lengths", entries),
+                                            kAsciiLettersAndDigits, kMixedLengths, entries));
   }
 }
 
-// The subjects that a lookup is judged by.
+// For the subjects of the targets, and for the lower bound.
 template <class Subject>
 void RegisterWithAllLengths(const std::string& name) {
   Register<Subject>(name);
@@ -361,7 +361,7 @@ int main(int argc, char** argv) {
 #ifdef KELMO_HAS_ABSL
   RegisterWithAllLengths<MapSubject<AbslFlatHashMap>>("absl_flat_hash_map");
 #endif
-  // In C++17 that of strings would need a new string for each lookup.
+  // With views as keys: in C++17 a map of strings would need a new string for each lookup.
   Register<MapSubject<std::unordered_map<std::wstring_view, std::wstring>>>("std_unordered_map");
   Register<MapSubject<std::map<std::wstring, std::wstring, std::less<>>>>("std_map");
 #ifdef KELMO_HAS_GETTEXT
@@ -372,8 +372,8 @@ int main(int argc, char** argv) {
 #endif
   RegisterWithAllLengths<KeyLength>("key_length");
   for (const std::size_t size : kHostileSizes) {
-    RegisterAllKeys<Kelmo>("hostile/kelmo", size, Hostile(size));
-    RegisterAllKeys<Kelmo>("hostile/kelmo_usual", size, Usual(size));
+    RegisterAllKeys<Kelmo>("hostile/kelmo", size, HostilePlan(size));
+    RegisterAllKeys<Kelmo>("hostile/kelmo_usual", size, OrdinaryPlan(size));
   }
   return RunBenchmarks(argc, argv);
 }

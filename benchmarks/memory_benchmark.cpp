@@ -1,17 +1,16 @@
-// How much memory a loaded dictionary holds, and how much the loading needs. Not a matter of time: the
-// counters are the result.
+// How much memory a loaded dictionary holds, and how much memory a load needs. The results are the
+// counters, not the times.
 //
-//   held_ratio  what the loaded dictionary holds, in parts of its keys and texts as wide characters
-//               with a terminator each
-//   peak_ratio  the most held during the call, in parts of 1.25 times these characters and twice the
-//               file
+//   held_ratio  memory of the loaded dictionary, divided by the size of its keys and texts as
+//               zero-terminated wide characters
+//   peak_ratio  maximum during the load, divided by 1.25 times that size plus twice the file's size
 
 #include <malloc.h>
 
 #include <algorithm>
 
 #include "benchmarks/support/catalogue.h"
-#include "benchmarks/support/library_life.h"
+#include "benchmarks/support/library_instance.h"
 #include "benchmarks/support/random_letters.h"
 #include "benchmarks/support/run_benchmarks.h"
 #include "benchmarks/support/scratch_folder.h"
@@ -31,8 +30,8 @@ void Uncount(void* block) { liveBytes -= ::malloc_usable_size(block); }
 
 }  // namespace
 
-// The heap of the whole process, the loaded library and its operator new included, as the C runtime
-// hands it out.
+// These functions replace those of the C runtime. They count the heap of the whole process: also
+// that of the loaded library and its operator new.
 extern "C" {
 // NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming): the C runtime's own
 void* __libc_malloc(std::size_t size);
@@ -62,7 +61,7 @@ namespace benchmarks {
 namespace {
 
 constexpr std::size_t kSizes[] = {1'000, 10'000, 100'000, 1'000'000};
-constexpr std::size_t kSizesOfLetters[] = {1'000, 100'000};
+constexpr std::size_t kRandomTextSizes[] = {1'000, 100'000};
 
 void MeasureMemory(benchmark::State& state, Catalogue (*makeCatalogue)(std::size_t size),
                    std::size_t size) {
@@ -78,10 +77,10 @@ void MeasureMemory(benchmark::State& state, Catalogue (*makeCatalogue)(std::size
   const auto wide = static_cast<double>(wideBytes);
   const auto fileBytes = static_cast<double>(std::filesystem::file_size(file));
   for ([[maybe_unused]] const auto iteration : state) {
-    const LibraryLife life;
+    const LibraryInstance library;
     const std::size_t before = liveBytes;
     peakBytes = before;
-    life.Load(file, 0);
+    library.Load(file, 0);
     const auto held = static_cast<double>(liveBytes - before);
     const auto peak = static_cast<double>(peakBytes - before);
     state.counters["held_bytes"] = held;
@@ -119,7 +118,7 @@ int main(int argc, char** argv) {
     Register("german", MakeWords<Language::kGerman>, size);
     Register("russian", MakeWords<Language::kRussian>, size);
   }
-  for (const std::size_t size : kSizesOfLetters) {
+  for (const std::size_t size : kRandomTextSizes) {
     Register("script_chinese", MakeLetters<kChineseLetters>, size);
     Register("script_emoji", MakeLetters<kEmoji>, size);
   }

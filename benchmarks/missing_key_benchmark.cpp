@@ -1,11 +1,11 @@
-// Asking for keys that are not there: the first time, when the message is listed, and again and again.
+// Lookups of missing keys: the first ones, which add messages to the list, and repeated ones.
 
 #include <chrono>
 #include <map>
 #include <unordered_set>
 
 #include "benchmarks/support/catalogue.h"
-#include "benchmarks/support/library_life.h"
+#include "benchmarks/support/library_instance.h"
 #include "benchmarks/support/peer_maps.h"
 #include "benchmarks/support/random_letters.h"
 #include "benchmarks/support/run_benchmarks.h"
@@ -16,15 +16,15 @@ namespace {
 
 constexpr std::size_t kListedMessages[] = {100, 10'000, 100'000, 1'000'000};
 constexpr std::size_t kFirstMisses[] = {1'000, 10'000, 100'000};
-constexpr std::size_t kDictionary = 100'000;
+constexpr std::size_t kDictionarySize = 100'000;
 constexpr std::size_t kHotKeys = 100;
 constexpr std::size_t kHotRepetitions = 100;
 constexpr std::size_t kLengths[] = {2, 4, 8, 16, 20, 32, 64, 300};
-constexpr std::size_t kKeysOfALength = 1'000;
-constexpr std::size_t kRepetitionsOfALength = 10;
+constexpr std::size_t kKeysPerLength = 1'000;
+constexpr std::size_t kRepetitionsPerLength = 10;
 
 const Catalogue& Entries() {
-  static const Catalogue kEntries = MakeCatalogue(Language::kGerman, kDictionary);
+  static const Catalogue kEntries = MakeCatalogue(Language::kGerman, kDictionarySize);
   return kEntries;
 }
 
@@ -37,22 +37,22 @@ const std::filesystem::path& DictionaryFile() {
   return kFile;
 }
 
-// Keys as a host holds them, in the disorder in which they are asked for.
-class AskedKeys {
+// Keys as a host holds them, and pointers to them in the order of the lookups.
+class LookupKeys {
  public:
-  AskedKeys(const std::vector<std::wstring>& keys, std::size_t repetitions)
-      : held_(keys), repeated_(held_.Repeated(repetitions)) {}
+  LookupKeys(const std::vector<std::wstring>& keys, std::size_t repetitions)
+      : hostKeys_(keys), repeated_(hostKeys_.Repeated(repetitions)) {}
 
   const std::vector<const wchar_t*>& Pointers() const { return repeated_; }
 
  private:
-  HostKeys<wchar_t> held_;
+  HostKeys<wchar_t> hostKeys_;
   std::vector<const wchar_t*> repeated_;
 };
 
-// Every subject gives null or the empty text for them.
+// No subject has a text for them.
 const std::vector<const wchar_t*>& HotKeys() {
-  static const AskedKeys kKeys(MakeMissingKeys(kHotKeys), kHotRepetitions);
+  static const LookupKeys kKeys(MakeMissingKeys(kHotKeys), kHotRepetitions);
   return kKeys.Pointers();
 }
 
@@ -70,97 +70,99 @@ void TimeLookups(benchmark::State& state, const std::vector<const wchar_t*>& key
   SetOperations(state, keys.size());
 }
 
-// ---- Again: the hot keys are among the messages listed already.
+// ---- Repeated lookups: the messages of the hot keys are in the list already.
 
-/// A life with a dictionary and that many listed messages.
-const LibraryLife& LifeWithMessages(std::size_t messages) {
-  static std::map<std::size_t, LibraryLife> lives;
-  const auto [place, added] = lives.try_emplace(messages);
-  const LibraryLife& life = place->second;
+/// An instance with a dictionary and `messages` messages in its list.
+const LibraryInstance& InstanceWithMessages(std::size_t messages) {
+  static std::map<std::size_t, LibraryInstance> instances;
+  const auto [position, added] = instances.try_emplace(messages);
+  const LibraryInstance& library = position->second;
   if (added) {
-    life.Load(DictionaryFile(), 0);
+    library.Load(DictionaryFile(), 0);
     for (const std::wstring& key : MakeMissingKeys(messages)) {
-      Require(*life.lang(key.c_str()) == L'\0', "a key is there that should not be");
+      Require(*library.lang(key.c_str()) == L'\0', "a missing key was found");
     }
-    Require(life.getErrorsCount() == static_cast<std::int64_t>(messages),
-            "a missing key was not listed once");
+    Require(library.getErrorsCount() == static_cast<std::int64_t>(messages),
+            "a missing key was not listed exactly once");
   }
-  return life;
+  return library;
 }
 
 void RepeatedMisses(benchmark::State& state, std::size_t messages) {
-  const LibraryLife& life = LifeWithMessages(messages);
-  TimeLookups(state, HotKeys(), life.lang);
-  Require(life.getErrorsCount() == static_cast<std::int64_t>(messages), "a key was listed again");
+  const LibraryInstance& library = InstanceWithMessages(messages);
+  TimeLookups(state, HotKeys(), library.lang);
+  Require(library.getErrorsCount() == static_cast<std::int64_t>(messages),
+          "a missing key was listed again");
 }
 
 template <class Map>
 void MapMisses(benchmark::State& state) {
   static const Map kMap = MakeMap<Map>(Entries());
   for (const wchar_t* const key : HotKeys()) {
-    Require(FindText(kMap, key) == nullptr, "a key is there that should not be");
+    Require(FindText(kMap, key) == nullptr, "a missing key was found");
   }
   TimeLookups(state, HotKeys(), [](const wchar_t* key) { return FindText(kMap, key); });
 }
 
-// ---- By length: the same keys are asked for where they are there, and where they are missing and
-// listed. Both dictionaries have as many keys of that length.
+// ---- By length: the same keys are looked up where they exist, and where they are missing and
+// listed. Both dictionaries have the same number of keys of that length.
 
-class KeysOfALength {
+class HitsAndMisses {
  public:
-  explicit KeysOfALength(std::size_t length)
-      : asked_(RandomKeys(length, kKeysOfALength), kRepetitionsOfALength) {
-    std::vector<std::wstring> keys = RandomKeys(length, 2 * kKeysOfALength);
-    const std::vector<std::wstring> others(keys.begin() + kKeysOfALength, keys.end());
-    keys.resize(kKeysOfALength);
+  explicit HitsAndMisses(std::size_t length)
+      : keys_(RandomKeys(length, kKeysPerLength), kRepetitionsPerLength) {
+    std::vector<std::wstring> keys = RandomKeys(length, 2 * kKeysPerLength);
+    const std::vector<std::wstring> others(keys.begin() + kKeysPerLength, keys.end());
+    keys.resize(kKeysPerLength);
     const Catalogue catalogue = MakeCatalogueOfKeys(keys);
-    Load(there_, catalogue);
+    Load(present_, catalogue);
     Load(missing_, MakeCatalogueOfKeys(others));
     for (const auto& [key, text] : catalogue) {
-      Require(there_.lang(key.c_str()) == text, "a text that was found is not the right one");
-      Require(*missing_.lang(key.c_str()) == L'\0', "a key is there that should not be");
+      Require(present_.lang(key.c_str()) == text, "a lookup gave a wrong text");
+      Require(*missing_.lang(key.c_str()) == L'\0', "a missing key was found");
     }
     CheckMessages();
   }
 
   void TimeHits(benchmark::State& state) const {
-    TimeLookups(state, asked_.Pointers(), there_.lang);
+    TimeLookups(state, keys_.Pointers(), present_.lang);
     CheckMessages();
   }
 
   void TimeMisses(benchmark::State& state) const {
-    TimeLookups(state, asked_.Pointers(), missing_.lang);
+    TimeLookups(state, keys_.Pointers(), missing_.lang);
     CheckMessages();
   }
 
  private:
-  // More keys begin with the fewer ones.
+  // A longer list of keys begins with the shorter one.
   static std::vector<std::wstring> RandomKeys(std::size_t length, std::size_t size) {
     return MakeRandomKeys(kAsciiLettersAndDigits, {length, length}, size);
   }
 
-  static void Load(const LibraryLife& life, const Catalogue& catalogue) {
-    const std::filesystem::path file = ScratchFolder() / "keys_of_a_length.txt";
+  static void Load(const LibraryInstance& library, const Catalogue& catalogue) {
+    const std::filesystem::path file = ScratchFolder() / "keys.txt";
     WriteDictionary(file, "id", catalogue);
-    life.Load(file, 0);
+    library.Load(file, 0);
   }
 
   void CheckMessages() const {
-    Require(there_.getErrorsCount() == 0, "a key that is there was listed");
-    Require(missing_.getErrorsCount() == kKeysOfALength, "a missing key was not listed once");
+    Require(present_.getErrorsCount() == 0, "an existing key was listed");
+    Require(missing_.getErrorsCount() == kKeysPerLength,
+            "a missing key was not listed exactly once");
   }
 
-  AskedKeys asked_;
-  LibraryLife there_;
-  LibraryLife missing_;
+  LookupKeys keys_;
+  LibraryInstance present_;
+  LibraryInstance missing_;
 };
 
-const KeysOfALength& KeysOf(std::size_t length) {
-  static std::map<std::size_t, KeysOfALength> keys;
-  return keys.try_emplace(length, length).first->second;
+const HitsAndMisses& HitsAndMissesOf(std::size_t length) {
+  static std::map<std::size_t, HitsAndMisses> instances;
+  return instances.try_emplace(length, length).first->second;
 }
 
-// ---- For the first time: a batch of distinct keys on an empty list, which has been as long before.
+// ---- First lookups: a batch of distinct keys. The list is empty, but it was as long before.
 
 using MakeKeys = std::vector<std::wstring> (*)(std::size_t size);
 
@@ -172,7 +174,7 @@ std::vector<std::wstring> MakeChineseKeys(std::size_t size) {
   return MakeRandomKeys(kChineseLetters, {5, 20}, size);
 }
 
-/// Calls `batch` and then, outside the time, `clear`.
+/// Times `batch`, then calls `clear`, which is not timed.
 template <class Batch, class Clear>
 void TimeBatches(benchmark::State& state, std::size_t operations, Batch batch, Clear clear) {
   for ([[maybe_unused]] const auto iteration : state) {
@@ -188,19 +190,19 @@ void TimeBatches(benchmark::State& state, std::size_t operations, Batch batch, C
 void FirstMisses(benchmark::State& state, MakeKeys makeKeys, std::size_t misses) {
   const std::vector<std::wstring> missing = makeKeys(misses);
   const HostKeys<wchar_t> keys(missing);
-  static const LibraryLife& life = LifeWithMessages(0);
+  static const LibraryInstance& library = InstanceWithMessages(0);
   const auto missAll = [&] {
     for (const wchar_t* const key : keys.Pointers()) {
-      benchmark::DoNotOptimize(life.lang(key));
+      benchmark::DoNotOptimize(library.lang(key));
     }
   };
   missAll();
   for (std::size_t i = 0; i < misses; ++i) {
-    Require(life.getError(static_cast<std::int32_t>(i)) == MessageOf(missing[i]),
-            "a message is not the right one");
+    Require(library.getError(static_cast<std::int32_t>(i)) == MessageOf(missing[i]),
+            "a message is wrong");
   }
-  life.clearErrors();
-  TimeBatches(state, misses, missAll, life.clearErrors);
+  library.clearErrors();
+  TimeBatches(state, misses, missAll, library.clearErrors);
 }
 
 void SetInsertions(benchmark::State& state, MakeKeys makeKeys, std::size_t insertions) {
@@ -215,7 +217,7 @@ void SetInsertions(benchmark::State& state, MakeKeys makeKeys, std::size_t inser
     }
   };
   insertAll();
-  Require(set.size() == insertions, "a message is there twice");
+  Require(set.size() == insertions, "two messages are equal");
   set.clear();
   TimeBatches(state, insertions, insertAll, [&] { set.clear(); });
 }
@@ -240,7 +242,7 @@ int main(int argc, char** argv) {
       return NameWithSize(std::string("missing/repeated/") + subject, messages);
     };
     benchmark::RegisterBenchmark(name("kelmo").c_str(), RepeatedMisses, messages);
-    // A map keeps no messages: the same for all.
+    // A map has no messages: its time is the same for each number of them.
 #ifdef KELMO_HAS_BOOST
     benchmark::RegisterBenchmark(name("boost_flat_map").c_str(), MapMisses<BoostFlatMap>);
 #endif
@@ -255,14 +257,14 @@ int main(int argc, char** argv) {
     RegisterFirst("first_long", MakeLongKeys, misses);
     RegisterFirst("first_chinese", MakeChineseKeys, misses);
   }
-  const std::string byLength = "missing/length_" + std::to_string(kKeysOfALength);
+  const std::string byLength = "missing/length_" + std::to_string(kKeysPerLength);
   for (const std::size_t length : kLengths) {
     benchmark::RegisterBenchmark(
         NameWithSize(byLength + "/kelmo", length).c_str(),
-        [length](benchmark::State& state) { KeysOf(length).TimeMisses(state); });
+        [length](benchmark::State& state) { HitsAndMissesOf(length).TimeMisses(state); });
     benchmark::RegisterBenchmark(
         NameWithSize(byLength + "/kelmo_hit", length).c_str(),
-        [length](benchmark::State& state) { KeysOf(length).TimeHits(state); });
+        [length](benchmark::State& state) { HitsAndMissesOf(length).TimeHits(state); });
   }
   return RunBenchmarks(argc, argv);
 }

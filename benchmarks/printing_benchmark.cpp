@@ -1,4 +1,4 @@
-// What rounding and printing values costs.
+// The cost of rounding and printing values.
 #include <locale.h>
 #include <stdlib.h>
 
@@ -27,9 +27,9 @@ namespace {
 
 using KelmoLibs::Localize::Phyval::Double;
 
-constexpr std::size_t kNumbers = 4096;  // a processor learns a few hundred by heart
-constexpr std::size_t kLongestText = 64;
-constexpr int kFewestDecimals = -3;
+constexpr std::size_t kNumbers = 4096;  // a processor learns to predict a few hundred
+constexpr std::size_t kMaxTextLength = 64;
+constexpr int kMinDecimals = -3;
 constexpr std::array<double, 13> kTolerances = {1000, 100,  10,   1,    0.1,  0.01, 0.001,
                                                 1e-4, 1e-5, 1e-6, 1e-7, 1e-8, 1e-9};
 constexpr const char* kGerman = "de_DE.UTF-8";
@@ -40,13 +40,13 @@ struct Number {
   int decimals;
 };
 
-/// Magnitudes from 2^least to below 2^most, and the range of decimals; -1 rounds to tens.
+/// Magnitudes from 2^minExponent to below 2^maxExponent. A number of decimals of -1 rounds to tens.
 struct Shape {
   const char* row;
-  int least;
-  int most;
-  int fewestDecimals;
-  int mostDecimals;
+  int minExponent;
+  int maxExponent;
+  int minDecimals;
+  int maxDecimals;
 };
 
 constexpr Shape kShapes[] = {
@@ -56,11 +56,11 @@ constexpr Shape kShapes[] = {
 };
 
 Number MakeNumber(double number, int decimals) {
-  Double value(number, kTolerances[static_cast<std::size_t>(decimals - kFewestDecimals)], 0, 10001);
+  Double value(number, kTolerances[static_cast<std::size_t>(decimals - kMinDecimals)], 0, 10001);
   return {value, value.Return(), std::max(decimals, 0)};
 }
 
-// Up to a million, of either sign, with up to six decimals.
+// Up to a million, positive or negative, with up to six decimals.
 std::vector<Number> RandomNumbersToPrint() {
   RandomNumbers random(1);
   std::vector<Number> numbers;
@@ -76,14 +76,14 @@ std::vector<Number> RandomNumbersOfShape(const Shape& shape) {
   RandomNumbers random(1);
   std::vector<Number> numbers;
   for (std::size_t i = 0; i < kNumbers; ++i) {
-    const double number = random.OfMagnitude(shape.least, shape.most);
-    const int choices = shape.mostDecimals - shape.fewestDecimals + 1;
-    numbers.push_back(MakeNumber(number, shape.fewestDecimals + random.Below(choices)));
+    const double number = random.OfMagnitude(shape.minExponent, shape.maxExponent);
+    const int choices = shape.maxDecimals - shape.minDecimals + 1;
+    numbers.push_back(MakeNumber(number, shape.minDecimals + random.Below(choices)));
   }
   return numbers;
 }
 
-// The locales of the runtime and of C++ as they are to be for a while.
+// Sets the user's locale for a scope.
 class UsersLocale {
  public:
   explicit UsersLocale(const char* name) { ::setenv("LC_ALL", name, 1); }
@@ -92,6 +92,7 @@ class UsersLocale {
   ~UsersLocale() { ::unsetenv("LC_ALL"); }
 };
 
+// Sets the global locale of C++ for a scope.
 class GlobalLocale {
  public:
   explicit GlobalLocale(const char* name) : previous_(std::locale::global(std::locale(name))) {}
@@ -104,14 +105,14 @@ class GlobalLocale {
 };
 
 std::wstring PrintedByRuntime(const wchar_t* format, int decimals, double number) {
-  std::array<wchar_t, kLongestText> text = {};
+  std::array<wchar_t, kMaxTextLength> text = {};
   Require(std::swprintf(text.data(), text.size(), format, decimals, number) > 0,
           "swprintf does not print");
   return text.data();
 }
 
 std::wstring PrintedByToChars(double rounded, int decimals) {
-  std::array<char, kLongestText> text = {};
+  std::array<char, kMaxTextLength> text = {};
   const auto end = std::to_chars(text.data(), text.data() + text.size(), rounded,
                                  std::chars_format::fixed, decimals);
   return {text.data(), end.ptr};
@@ -123,14 +124,15 @@ std::wstring PrintedByStream(double rounded, int decimals) {
   return stream.str();
 }
 
-// The calls alone that give a process the user's locale, and its own one back.
+// Only the calls that switch a process to the user's locale and back.
 const char* SwitchToUsersLocaleAndBack() {
   const std::string previous = std::setlocale(LC_ALL, nullptr);
   (void)std::setlocale(LC_ALL, "");
   return std::setlocale(LC_ALL, previous.c_str());
 }
 
-// The numbers are so long that none lies halfway: rounding, then printing gives the runtime's digits.
+// None of these numbers lies halfway between two results. So the library prints the same digits as
+// the runtime.
 void CheckTexts(std::vector<Number>& numbers) {
   for (auto& [value, rounded, decimals] : numbers) {
     const std::wstring text = PrintedByRuntime(L"%.*f", decimals, value.value);
@@ -140,7 +142,8 @@ void CheckTexts(std::vector<Number>& numbers) {
   }
 }
 
-// These numbers may lie halfway in double precision, where the runtime's digits differ.
+// These numbers may lie halfway between two results in double precision. The runtime's digits may
+// then differ.
 void CheckTextsOfShape(std::vector<Number>& numbers) {
   for (auto& [value, rounded, decimals] : numbers) {
     const double limit = 0.52 * value.absTolerance;  // scaling rounds too
@@ -162,7 +165,7 @@ void CheckTextsUnderGlobalLocale(std::vector<Number>& numbers) {
 void CheckUsersTexts(std::vector<Number>& numbers, const char* locale) {
   const UsersLocale user(locale);
   for (auto& [value, rounded, decimals] : numbers) {
-    Require(std::setlocale(LC_ALL, locale) != nullptr, "the user's locale is not there");
+    Require(std::setlocale(LC_ALL, locale) != nullptr, "the user's locale is missing");
     const std::wstring text = PrintedByRuntime(L"%.*f", decimals, value.value);
     Require(std::setlocale(LC_ALL, "C") != nullptr, "there is no locale C");
     Require(value.to_string() == text, "to_string() is wrong for a user of another locale");
@@ -248,7 +251,7 @@ int main(int argc, char** argv) {
     CheckTextsUnderGlobalLocale(numbers);
     RegisterOtherGlobalLocale(numbers);
   } else {
-    (void)std::fputs("no localedef: the rows of another locale are left out\n", stderr);
+    (void)std::fputs("no localedef: the rows with another locale are left out\n", stderr);
   }
   return RunBenchmarks(argc, argv);
 }

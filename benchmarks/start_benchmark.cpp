@@ -1,4 +1,4 @@
-// What starting costs: whole processes that load a catalogue and show one of its texts, and the
+// The cost of starting: whole processes that load a catalogue and print one of its texts, and the
 // start of the library alone.
 #include <stdlib.h>
 
@@ -71,7 +71,7 @@ int main(int argc, char** argv) {
   const std::string text = EncodeUtf8(catalogue[kShownEntry].text);
   WriteDictionary(folder / "de.txt", "de", catalogue);
   const bool hasLocale = MakeGermanLocale();
-  // For all hosts, so that all start in the same environment.
+  // All hosts get the same environment.
   ::setenv("LC_ALL", "de_DE.UTF-8", 1);
   ::unsetenv("LANGUAGE");
 

@@ -1,4 +1,4 @@
-// What computing with values costs, beside converting a plain number from inches to meters.
+// The cost of computing with values, beside a plain conversion from inches to meters.
 #include <array>
 #include <cmath>
 #include <cstddef>
@@ -20,12 +20,12 @@ using KelmoLibs::Localize::Phyval::Double;
 using KelmoLibs::Localize::Phyval::ValueType;
 
 constexpr std::size_t kOperands = 256;
-constexpr std::size_t kOperandsInDisorder = 4096;  // a processor learns a few hundred by heart
+constexpr std::size_t kMixedOperands = 4096;  // a processor learns to predict a few hundred
 constexpr double kInch = 0.0273;
 constexpr int kMeterCode = 10001;
 constexpr int kInchCode = 10002;
 
-// Symbols and names of the units that a started host has, and a text that is none.
+// Symbols and names of the units after Init0, and a text of no unit.
 constexpr std::array<const wchar_t*, 9> kTexts = {L"\u043C",  // Cyrillic em
                                                   L"in",     L"K",     L"\u00B0",       L"rad",
                                                   L"meter ", L"inch ", L"koefficient ", L"furlong"};
@@ -34,11 +34,11 @@ constexpr std::array<int, 9> kCodes = {10001, 10002, 30001, 40001, 40002, 10001,
 struct Operands {
   std::vector<Double> meters;
   std::vector<Double> inches;
-  std::vector<double> inchNumbers;  // those of `inches`
+  std::vector<double> inchNumbers;  // the numbers of `inches`
   std::vector<double> factors;
-  std::vector<Double> left;  // meters or inches, in no order, as those on the right
+  std::vector<Double> left;  // meters and inches, mixed, as in `right`
   std::vector<Double> right;
-  std::vector<std::size_t> texts;  // which of kTexts
+  std::vector<std::size_t> texts;  // indices of kTexts
 };
 
 Operands RandomOperands() {
@@ -55,7 +55,7 @@ Operands RandomOperands() {
   const auto any = [&] {
     return Double(number(), 0.1, 0.0, random.Below(2) == 0 ? kMeterCode : kInchCode);
   };
-  for (std::size_t i = 0; i < kOperandsInDisorder; ++i) {
+  for (std::size_t i = 0; i < kMixedOperands; ++i) {
     operands.left.push_back(any());
     operands.right.push_back(any());
     operands.texts.push_back(static_cast<std::size_t>(random.Below(kTexts.size())));
@@ -63,7 +63,7 @@ Operands RandomOperands() {
   return operands;
 }
 
-// One operation in an iteration, on the operands in turn.
+// Each iteration does one operation, on the next operands.
 template <class Operation>
 void Register(const std::string& name, Operation operation, std::size_t operands = kOperands) {
   benchmark::RegisterBenchmark(name.c_str(), [operation, operands](benchmark::State& state) {
@@ -91,7 +91,7 @@ void CheckMembers(Operands& operands) {
     Require((inch * operands.factors[i]).value == inch.value * operands.factors[i],
             "multiply is wrong");
   }
-  for (std::size_t i = 0; i < kOperandsInDisorder; ++i) {
+  for (std::size_t i = 0; i < kMixedOperands; ++i) {
     Double& left = operands.left[i];
     Double& right = operands.right[i];
     const double converted = right.unit->factor * right.value / left.unit->factor;
@@ -137,17 +137,16 @@ void RegisterMembers(Operands& operands) {
            [&numbers](std::size_t i) { return Double(numbers[i], 0.1, 0, kTexts[0]); });
   Register(
       "values/add_any_units/kelmo",
-      [&left = left, &right = right](std::size_t i) { return left[i] + right[i]; },
-      kOperandsInDisorder);
+      [&left = left, &right = right](std::size_t i) { return left[i] + right[i]; }, kMixedOperands);
   Register(
       "values/construct_by_any_text/kelmo",
       [&texts = texts](std::size_t i) { return Double(1, 0.1, 0, kTexts[texts[i]]); },
-      kOperandsInDisorder);
+      kMixedOperands);
 }
 
 #ifdef KELMO_HAS_UDUNITS
 
-// A system of no more units than the library has, so that its texts are found as fast.
+// A system with only the units of the library: with more units its lookups would be slower.
 class UdunitsSystem {
  public:
   UdunitsSystem() {
@@ -204,7 +203,7 @@ void CheckUdunits(const UdunitsSystem& units, const std::vector<double>& inches)
     ut_free(unit);
   }
   Require(ut_parse(units.System(), "furlong", UT_ASCII) == nullptr,
-          "udunits_parse gives a unit that is none");
+          "udunits_parse accepts an unknown unit");
 }
 
 void RegisterUdunits(const UdunitsSystem& units, const std::vector<double>& inches) {
@@ -221,7 +220,7 @@ void RegisterUdunits(const UdunitsSystem& units, const std::vector<double>& inch
   const auto registerParse = [system](const std::string& row, const char* text) {
     Register("values/" + row + "/udunits_parse", [system, text](std::size_t) {
       ut_unit* const unit = ut_parse(system, text, UT_ASCII);
-      ut_free(unit);  // null is no harm
+      ut_free(unit);  // may be null
       return unit;
     });
   };
@@ -237,7 +236,7 @@ void RegisterUdunits(const UdunitsSystem& units, const std::vector<double>& inch
 
 int main(int argc, char** argv) {
   using namespace benchmarks;
-  Init0(L"no folder");  // the units that a started host computes with
+  Init0(L"no folder");  // sets the units that a host computes with
   Operands operands = RandomOperands();
   CheckMembers(operands);
   RegisterMembers(operands);

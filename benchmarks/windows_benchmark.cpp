@@ -1,5 +1,5 @@
-// What the DLL costs a host on Windows, beside the standard library's containers in the host itself:
-// nanoseconds of one operation, the least of interleaved rounds.
+// The cost of the DLL for a host on Windows, beside that of the standard library's containers in
+// the host itself: nanoseconds for one operation, the minimum of interleaved rounds.
 //
 //   windows_benchmark [ROUNDS]
 #include <windows.h>
@@ -37,12 +37,12 @@ namespace {
 
 using KelmoLibs::Localize::Phyval::Double;
 
-constexpr int kUsualRounds = 15;
-constexpr std::size_t kOperations = 100000;  // of a batch, but for the loading
+constexpr int kDefaultRounds = 15;
+constexpr std::size_t kOperations = 100000;  // of a batch, except for loads
 constexpr std::size_t kLoadedEntries = 10000;
 constexpr std::size_t kOperands = 256;
 
-// What is stored here is computed, whatever the compiler thinks of it.
+// Stores to these keep the compiler from removing the operations.
 const volatile void* volatile usedAddress = nullptr;
 volatile double usedNumber = 0;
 
@@ -55,7 +55,7 @@ struct Row {
 };
 
 struct Containers {
-  Catalogue entries;  // in disorder
+  Catalogue entries;  // shuffled
   std::map<std::wstring, std::wstring> sorted;
   std::unordered_map<std::wstring, std::wstring> hashed;
 };
@@ -80,7 +80,7 @@ Containers MakeContainers(std::size_t size) {
   return containers;
 }
 
-// The plainest host without the library: the file as one piece, cut and decoded into a map.
+// The simplest host without the library: it reads the whole file and decodes its lines into a map.
 std::map<std::wstring, std::wstring> ReadIntoMap(const std::filesystem::path& path) {
   std::ifstream file(path, std::ios::binary);
   const std::string bytes((std::istreambuf_iterator<char>(file)), {});
@@ -89,8 +89,8 @@ std::map<std::wstring, std::wstring> ReadIntoMap(const std::filesystem::path& pa
   while (begin < bytes.size()) {
     const std::size_t end = std::min(bytes.find('\n', begin), bytes.size());
     const std::string_view line(bytes.data() + begin, end - begin);
-    const std::size_t blank = std::min(line.find('\t'), line.size());
-    texts.emplace(Wide(line.substr(0, blank)), Wide(line.substr(std::min(blank + 1, line.size()))));
+    const std::size_t tab = std::min(line.find('\t'), line.size());
+    texts.emplace(Wide(line.substr(0, tab)), Wide(line.substr(std::min(tab + 1, line.size()))));
     begin = end + 1;
   }
   return texts;
@@ -112,7 +112,7 @@ void AddLookups(std::vector<Row>& rows, const Containers& containers) {
     Require(containers.sorted.at(key) == text && containers.hashed.at(key) == text,
             "a map is wrong");
   }
-  Require(GetErrorsCount() == 0, "there are messages of a load");
+  Require(GetErrorsCount() == 0, "a load gave messages");
 
   const auto use = [id] { UseLanguage(Wide(id).c_str()); };
   const auto forAllKeys = [&containers](auto operation) {
@@ -153,8 +153,8 @@ void AddMisses(std::vector<Row>& rows, const Containers& containers) {
   static const std::wstring missing = MakeMissingKeys(1).front();
   const std::int64_t before = GetErrorsCount();
   Require(*LANG(missing.c_str()) == L'\0' && *LANG(missing.c_str()) == L'\0',
-          "a key is there that should not be");
-  Require(GetErrorsCount() == before + 1, "a missing key was not listed once");
+          "a missing key was found");
+  Require(GetErrorsCount() == before + 1, "a missing key was not listed exactly once");
   AddRepeated(
       rows, "windows/miss/kelmo/" + entries,
       [](std::size_t) { usedAddress = LANG(missing.c_str()); }, use);
@@ -168,7 +168,7 @@ void AddMisses(std::vector<Row>& rows, const Containers& containers) {
   });
 }
 
-// Each load fills a dictionary of its own: the file gets another id before.
+// Each load fills a new dictionary: the file gets another id before it.
 void AddLoads(std::vector<Row>& rows) {
   static const Catalogue catalogue = MakeCatalogue(Language::kGerman, kLoadedEntries);
   const std::filesystem::path file = ScratchFolder() / "load.txt";
@@ -178,16 +178,16 @@ void AddLoads(std::vector<Row>& rows) {
   WriteDictionary(file, "check", catalogue);
   ClearErrors();
   Load("load.txt");
-  Require(GetErrorsCount() == 0, "there are messages of a load");
+  Require(GetErrorsCount() == 0, "a load gave messages");
   const std::map<std::wstring, std::wstring> texts = ReadIntoMap(file);
-  Require(texts.size() == kLoadedEntries, "entries are missing in a map");
+  Require(texts.size() == kLoadedEntries, "a map lacks entries");
   for (const auto& [key, text] : catalogue) {
-    Require(LANG(key.c_str()) == text && texts.at(key) == text, "a text was not loaded as it is");
+    Require(LANG(key.c_str()) == text && texts.at(key) == text, "a text was loaded wrongly");
   }
   const std::string entries = std::to_string(kLoadedEntries);
   rows.push_back(
       {"windows/load/kelmo/" + entries, kLoadedEntries, write, [] { Load("load.txt"); }});
-  // The library's texts stay: what it takes to free the map's does not count either.
+  // The library keeps its texts. So the time to free those of the map does not count either.
   const auto kept = std::make_shared<std::map<std::wstring, std::wstring>>();
   rows.push_back({"windows/load/std_map/" + entries, kLoadedEntries, [kept] { kept->clear(); },
                   [file, kept] { *kept = ReadIntoMap(file); }});
@@ -253,11 +253,11 @@ void Measure(std::vector<Row>& rows, int rounds) {
 int Run(int rounds) {
   Init0(ScratchFolder().wstring().c_str());
   std::vector<Row> rows;
-  const Containers few = MakeContainers(1000);
-  const Containers many = MakeContainers(100000);
-  AddLookups(rows, few);
-  AddLookups(rows, many);
-  AddMisses(rows, many);
+  const Containers smallTexts = MakeContainers(1000);
+  const Containers largeTexts = MakeContainers(100000);
+  AddLookups(rows, smallTexts);
+  AddLookups(rows, largeTexts);
+  AddMisses(rows, largeTexts);
   AddLoads(rows);
   AddValues(rows);
   Measure(rows, rounds);
@@ -274,7 +274,7 @@ int Run(int rounds) {
 int main(int argc, char** argv) {
   using namespace benchmarks;
   try {
-    return Run(argc > 1 ? std::max(1, std::stoi(argv[1])) : kUsualRounds);
+    return Run(argc > 1 ? std::max(1, std::stoi(argv[1])) : kDefaultRounds);
   } catch (const std::exception& failure) {
     (void)std::fprintf(stderr, "%s\n", failure.what());
     return 1;

@@ -1,4 +1,4 @@
-// bare_host TEXT: prints the text. What a process of C++ costs.
+// bare_host TEXT: prints the text. The cost of a C++ process that uses no library.
 #include <cstdio>
 #include <string>
 

@@ -1,4 +1,5 @@
-// gettext_host FOLDER KEY: prints the key's text of the catalogue FOLDER/de/LC_MESSAGES/texts.mo.
+// gettext_host FOLDER KEY: prints the text of the key in the catalogue
+// FOLDER/de/LC_MESSAGES/texts.mo.
 #include <libintl.h>
 
 #include <clocale>

@@ -1,4 +1,4 @@
-// kelmo_host FOLDER KEY: prints the key's text of the dictionary FOLDER/de.txt.
+// kelmo_host FOLDER KEY: prints the text of the key in the dictionary FOLDER/de.txt.
 #include <cstdio>
 #include <string>
 

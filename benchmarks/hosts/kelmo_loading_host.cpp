@@ -1,4 +1,4 @@
-// kelmo_loading_host FOLDER KEY LIBRARY: kelmo_host, but that it loads the library at run time.
+// kelmo_loading_host FOLDER KEY LIBRARY: like kelmo_host, but loads the library at run time.
 #include <dlfcn.h>
 
 #include <cstdio>

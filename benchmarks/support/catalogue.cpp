@@ -49,24 +49,24 @@ const LanguageWords& WordsOf(Language language) {
 }
 
 template <std::size_t kCount>
-std::wstring_view AnyOf(const Words<kCount>& words, std::mt19937_64& random) {
+std::wstring_view RandomWord(const Words<kCount>& words, std::mt19937_64& random) {
   return words[Below(words.size(), random)];
 }
 
 std::wstring MakeKey(std::size_t number, std::mt19937_64& random) {
-  std::wstring key(AnyOf(kAreas, random));
-  key.append(L".").append(AnyOf(kObjects, random));
+  std::wstring key(RandomWord(kAreas, random));
+  key.append(L".").append(RandomWord(kObjects, random));
   if (Below(2, random) == 0) {
-    key.append(L".").append(AnyOf(kActions, random));
+    key.append(L".").append(RandomWord(kActions, random));
   }
   return key.append(L"_").append(std::to_wstring(number));
 }
 
 std::wstring MakeText(const LanguageWords& words, std::mt19937_64& random) {
   const std::size_t length = 10 + Below(22, random);
-  std::wstring text(AnyOf(words, random));
+  std::wstring text(RandomWord(words, random));
   while (text.size() < length) {
-    text.append(L" ").append(AnyOf(words, random));
+    text.append(L" ").append(RandomWord(words, random));
   }
   return text;
 }

@@ -1,4 +1,4 @@
-// Made-up dictionaries, the same in every run.
+// Generated dictionaries, the same in every run.
 #pragma once
 
 #include <algorithm>
@@ -19,25 +19,24 @@ struct Entry {
 
 using Catalogue = std::vector<Entry>;
 
-/// Entries of distinct keys; a larger catalogue begins with the smaller one. Keys are ASCII, of 12 to
-/// 32 characters; texts are words, of 10 to 40 characters.
+/// Entries with distinct keys: ASCII, 12 to 32 characters. The texts are words, 10 to 40
+/// characters. A larger catalogue begins with the smaller one.
 Catalogue MakeCatalogue(Language language, std::size_t size);
 
-/// Distinct keys that look like those of catalogues, which hold none of them.
+/// Distinct keys that look like those of catalogues, but that no catalogue has.
 std::vector<std::wstring> MakeMissingKeys(std::size_t size);
 
-/// The dictionary file of a catalogue.
+/// Writes a catalogue as a dictionary file.
 void WriteDictionary(const std::filesystem::path& file, const std::string& id,
                      const Catalogue& catalogue);
 
-/// For what must come in no order: the same disorder in every run.
+/// A generator that gives the same numbers in every run.
 std::mt19937_64 MakeRandomNumbers();
 
-/// A random number below `limit`. Not by a distribution of the standard library: each library has its
-/// own.
+/// A random number below `limit`. Distributions are not used: each standard library has its own.
 inline std::size_t Below(std::size_t limit, std::mt19937_64& random) { return random() % limit; }
 
-/// Zero-terminated keys as a host holds them, one behind the other in memory.
+/// Zero-terminated keys as a host holds them, one after the other in memory.
 template <class Character>
 class HostKeys {
  public:
@@ -46,7 +45,7 @@ class HostKeys {
     for (const std::wstring& key : keys) {
       length += key.size() + 1;
     }
-    characters_.reserve(length);  // they must not move any more
+    characters_.reserve(length);  // growing would invalidate the pointers
     for (const std::wstring& key : keys) {
       pointers_.push_back(characters_.data() + characters_.size());
       characters_.insert(characters_.end(), key.begin(), key.end());
@@ -58,7 +57,7 @@ class HostKeys {
 
   const std::vector<const Character*>& Pointers() const { return pointers_; }
 
-  /// Each key that many times, in disorder.
+  /// Each key `times` times, shuffled.
   std::vector<const Character*> Repeated(std::size_t times) const {
     std::vector<const Character*> repeated;
     for (std::size_t time = 0; time < times; ++time) {

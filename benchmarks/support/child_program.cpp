@@ -14,7 +14,7 @@ int RunProgram(const std::vector<std::string>& command, const std::string& outpu
   std::vector<char*> arguments;
   arguments.reserve(command.size() + 1);
   for (const std::string& argument : command) {
-    arguments.push_back(const_cast<char*>(argument.c_str()));  // posix_spawn changes none
+    arguments.push_back(const_cast<char*>(argument.c_str()));  // posix_spawn changes nothing
   }
   arguments.push_back(nullptr);
 

@@ -1,4 +1,4 @@
-// Programs that a benchmark starts, without a shell between.
+// Programs that a benchmark starts, without a shell.
 #pragma once
 
 #include <string>
@@ -6,13 +6,13 @@
 
 namespace benchmarks {
 
-/// Runs the program `command[0]`, which is looked for in PATH unless it has a slash, with its output
-/// in the file `output`, and waits for it. The exit code; -1 where it was not started or did not
-/// end by itself.
+/// Runs a program and waits until it ends. `command`: the program, which is searched in PATH unless
+/// it has a slash, and its arguments. `output`: the file for its output. Returns the exit code, or
+/// -1 if the program was not started or was ended by a signal.
 int RunProgram(const std::vector<std::string>& command, const std::string& output = "/dev/null");
 
-/// Makes the locale de_DE.UTF-8 in the scratch folder and names that in LOCPATH; false where it cannot
-/// be made.
+/// Makes the locale de_DE.UTF-8 in the scratch folder, and sets LOCPATH to that folder. Returns
+/// false if that fails.
 bool MakeGermanLocale();
 
 }  // namespace benchmarks

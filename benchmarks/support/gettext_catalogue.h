@@ -7,7 +7,7 @@
 
 namespace benchmarks {
 
-/// The catalogue as gettext wants it: German, in the domain `domain` of `folder`. Needs msgfmt.
+/// Writes the catalogue for gettext: in German, in the domain `domain` of `folder`. Needs msgfmt.
 void WriteGettextCatalogue(const std::filesystem::path& folder, const std::string& domain,
                            const Catalogue& catalogue);
 

@@ -15,7 +15,7 @@ constexpr std::size_t kKeyLength = 16;
 }  // namespace
 
 Catalogue MakeHostileCatalogue(std::size_t size) {
-  // The bucket is that of the upper half of the hash, in parts of 2^32.
+  // The upper half of the hash, divided by 2^32, selects the home bucket (storage/record_table.h).
   const std::uint64_t limit = (std::uint64_t{1} << 32U) / (size / 8);
   std::mt19937_64 random = MakeRandomNumbers();
   Catalogue catalogue = MakeCatalogue(Language::kEnglish, size);
@@ -26,7 +26,7 @@ Catalogue MakeHostileCatalogue(std::size_t size) {
       letter = kLetters[bits % kLetters.size()];
       bits /= kLetters.size();
     }
-    for (const wchar_t last : kLetters) {  // faster than a random number for each
+    for (const wchar_t last : kLetters) {  // faster than a random number for each key
       key.back() = last;
       if (KelmoLibs::Localize::HashText(key) >> 32U < limit && entry != catalogue.end()) {
         entry->key = key;

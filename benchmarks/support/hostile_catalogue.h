@@ -1,4 +1,4 @@
-// A dictionary that somebody has made to be slow.
+// A dictionary whose keys collide in the library's hash table.
 #pragma once
 
 #include <cstddef>
@@ -7,11 +7,10 @@
 
 namespace benchmarks {
 
-/// The search for colliding keys takes the square of the size: longer than the benchmark for more.
+/// The search for colliding keys is quadratic. For larger sizes it takes longer than the benchmark.
 constexpr std::size_t kHostileSizes[] = {1'000, 10'000, 30'000};
 
-/// The texts of the English catalogue, of ASCII keys that the library's index wants to put into one
-/// or two of its buckets.
+/// The texts of the English catalogue. All of its ASCII keys have one or two buckets as their home.
 Catalogue MakeHostileCatalogue(std::size_t size);
 
 }  // namespace benchmarks

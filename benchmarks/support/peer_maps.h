@@ -1,5 +1,5 @@
-// The hash maps of other libraries that a host might keep its texts in, each as its library advises:
-// with room for all entries from the start, and asked without making a string of the key.
+// Hash maps of other libraries in which a host might keep its texts, used as those libraries
+// recommend: with capacity for all entries from the start, and looked up by a view of the key.
 #pragma once
 
 #include <functional>
@@ -18,7 +18,7 @@
 
 namespace benchmarks {
 
-/// Makes a hash function of string views one that is asked for strings as well.
+/// Marks a hash function of string views as one for lookups by strings and by views.
 template <class Hash>
 struct TransparentHash {
   using is_transparent = void;
@@ -32,8 +32,8 @@ using AbslFlatHashMap =
 #endif
 
 #ifdef KELMO_HAS_BOOST
-// The standard library's hash was the fastest here: as fast as absl::Hash, and nearly three times as
-// fast as boost::hash. Its bits are good enough to go unmixed.
+// The standard library's hash was the fastest here: as fast as absl::Hash, and nearly three times
+// as fast as boost::hash. Its bits need no further mixing.
 struct BoostHash : TransparentHash<std::hash<std::wstring_view>> {
   using is_avalanching = void;  // NOLINT(readability-identifier-naming): Boost's name
 };
@@ -59,7 +59,7 @@ Map MakeMap(const Catalogue& catalogue) {
   return map;
 }
 
-/// The text of a key, which is measured first, or null.
+/// The text of `key`, or null. Finds the length of the key first.
 template <class Map>
 const wchar_t* FindText(const Map& map, const wchar_t* key) {
   const auto found = map.find(std::wstring_view(key));

@@ -5,31 +5,31 @@
 namespace benchmarks {
 namespace {
 
-constexpr std::size_t kCharactersForOneBlank = 6;
+constexpr std::size_t kCharactersPerBlank = 6;
 
-wchar_t AnyLetter(Alphabet alphabet, std::mt19937_64& random) {
+wchar_t RandomLetter(Alphabet alphabet, std::mt19937_64& random) {
   const std::size_t range = 2 * Below(alphabet.size() / 2, random);
   const auto letters = static_cast<std::size_t>(alphabet[range + 1] - alphabet[range]) + 1;
   return static_cast<wchar_t>(alphabet[range] + static_cast<wchar_t>(Below(letters, random)));
 }
 
-std::size_t AnyLength(Lengths lengths, std::mt19937_64& random) {
+std::size_t RandomLength(Lengths lengths, std::mt19937_64& random) {
   return lengths.shortest + Below(lengths.longest - lengths.shortest + 1, random);
 }
 
 std::wstring MakeWord(Alphabet alphabet, Lengths lengths, std::mt19937_64& random) {
-  std::wstring word(AnyLength(lengths, random), L'\0');
+  std::wstring word(RandomLength(lengths, random), L'\0');
   for (wchar_t& letter : word) {
-    letter = AnyLetter(alphabet, random);
+    letter = RandomLetter(alphabet, random);
   }
   return word;
 }
 
-/// No blank at either end, where the library would not keep it, and none beside another.
+/// No blank at either end, where the library removes it, and no two blanks in a row.
 std::wstring MakeText(Alphabet alphabet, Lengths lengths, std::mt19937_64& random) {
   std::wstring text = MakeWord(alphabet, lengths, random);
   for (std::size_t i = 1; i + 1 < text.size(); ++i) {
-    if (text[i - 1] != L' ' && Below(kCharactersForOneBlank, random) == 0) {
+    if (text[i - 1] != L' ' && Below(kCharactersPerBlank, random) == 0) {
       text[i] = L' ';
     }
   }

@@ -1,5 +1,4 @@
-// Keys and texts of random letters, the same in every run: any length, any script, and blanks at no
-// regular place.
+// Keys and texts of random letters, in any length and script. They are the same in every run.
 #pragma once
 
 #include <cstddef>
@@ -11,8 +10,8 @@
 
 namespace benchmarks {
 
-/// The first and the last letter of each range. A letter is taken from any range, all of them as
-/// often; a range that stands here several times is taken from more often.
+/// The first and the last letter of each range. All ranges are equally likely. A range that is
+/// listed several times is more likely.
 using Alphabet = std::wstring_view;
 
 inline constexpr Alphabet kAsciiLettersAndDigits = L"azAZ09";
@@ -25,8 +24,7 @@ inline constexpr Alphabet kHindiLetters = L"\u0915\u0939\u0915\u0939\u0905\u0914
 inline constexpr Alphabet kChineseLetters = L"\u4E00\u9FA5";
 inline constexpr Alphabet kKoreanLetters = L"\uAC00\uD7A3";
 inline constexpr Alphabet kEmoji = L"\U0001F300\U0001F64F";
-/// Of one to four bytes in UTF-8, as keys are that were texts of a program before: two in three are
-/// ASCII.
+/// One to four bytes in UTF-8, two of three letters ASCII: like keys that were texts of a program.
 inline constexpr Alphabet kMixedLetters =
     L"azazazAZAZ09\u00DF\u00F6\u4E00\u9FA5\U0001F300\U0001F64F";
 
@@ -35,13 +33,13 @@ struct Lengths {
   std::size_t longest;
 };
 
-/// Distinct keys. The alphabet must have at least `size` of them.
+/// Distinct keys. Precondition: at least `size` keys of these lengths exist in the alphabet.
 std::vector<std::wstring> MakeRandomKeys(Alphabet alphabet, Lengths lengths, std::size_t size);
 
-/// The texts of these keys are English letters, 20 to 30 characters with the blanks.
+/// Entries with these keys. The texts are English letters and blanks, 20 to 30 characters.
 Catalogue MakeCatalogueOfKeys(const std::vector<std::wstring>& keys);
 
-/// The keys of MakeCatalogue, and texts of random letters.
+/// Entries with the keys of MakeCatalogue, and texts of random letters.
 Catalogue MakeCatalogueInLetters(Alphabet alphabet, Lengths textLengths, std::size_t size);
 
 }  // namespace benchmarks

@@ -5,7 +5,7 @@
 
 namespace benchmarks {
 
-/// Ends the program with `problem` unless `condition` holds: what is wrong is not timed.
+/// Ends the program and prints `problem` if `condition` is false: wrong results are not timed.
 inline void Require(bool condition, const char* problem) {
   if (!condition) {
     (void)std::fprintf(stderr, "%s\n", problem);

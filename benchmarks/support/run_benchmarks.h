@@ -1,4 +1,4 @@
-// What the programs of all jobs have in common.
+// What all benchmark programs share.
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -11,13 +11,13 @@
 
 namespace benchmarks {
 
-/// Runs a program of the system with its arguments, which has to succeed.
+/// Runs a program with its arguments. Ends this program if that fails.
 void RunCommand(const std::vector<std::string>& command);
 
-/// Runs what was registered, as the arguments say; the program's exit status.
+/// Runs the registered benchmarks with these arguments. Returns the program's exit status.
 int RunBenchmarks(int argc, char** argv);
 
-/// For benchmarks that do many operations in an iteration.
+/// Sets the number of operations of one iteration.
 inline void SetOperations(benchmark::State& state, std::size_t operations) {
   state.counters["operations"] = static_cast<double>(operations);
 }

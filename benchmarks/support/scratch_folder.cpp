@@ -14,7 +14,7 @@ class Folder {
     do {
       path =
           std::filesystem::temp_directory_path() / ("kelmo_benchmark_" + std::to_string(random()));
-    } while (!std::filesystem::create_directory(path));  // false: somebody has it
+    } while (!std::filesystem::create_directory(path));  // false: it exists already
   }
   Folder(const Folder&) = delete;
   Folder& operator=(const Folder&) = delete;

@@ -4,8 +4,7 @@
 
 namespace benchmarks {
 
-/// A folder for the files of this process. It is made at the first call and removed when the program
-/// exits.
+/// A folder for the files of this process. It is made at the first call and removed at exit.
 const std::filesystem::path& ScratchFolder();
 
 }  // namespace benchmarks

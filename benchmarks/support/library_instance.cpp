@@ -1,4 +1,4 @@
-#include "benchmarks/support/library_life.h"
+#include "benchmarks/support/library_instance.h"
 
 #include <dlfcn.h>
 
@@ -12,7 +12,7 @@ namespace {
 
 std::filesystem::path CopyLibrary() {
   static int copies = 0;
-  std::filesystem::path file = ScratchFolder() / ("life_" + std::to_string(++copies) + ".so");
+  std::filesystem::path file = ScratchFolder() / ("instance_" + std::to_string(++copies) + ".so");
   std::filesystem::copy_file(KELMO_LIBRARY_FILE, file);
   return file;
 }
@@ -32,7 +32,7 @@ Function Address(void* handle, const char* name) {
 
 }  // namespace
 
-LibraryLife::LibraryLife()
+LibraryInstance::LibraryInstance()
     : file_(CopyLibrary()),
       handle_(LoadLibrary(file_)),
       loadDictionary(Address<decltype(&LoadDictionary)>(handle_, "LoadDictionary")),
@@ -41,17 +41,17 @@ LibraryLife::LibraryLife()
       getError(Address<decltype(&GetError)>(handle_, "GetError")),
       clearErrors(Address<decltype(&ClearErrors)>(handle_, "ClearErrors")) {}
 
-LibraryLife::~LibraryLife() {
+LibraryInstance::~LibraryInstance() {
   ::dlclose(handle_);
   Require(::dlopen(file_.c_str(), RTLD_NOW | RTLD_NOLOAD) == nullptr, "the library stays loaded");
   std::filesystem::remove(file_);
 }
 
-void LibraryLife::Load(const std::filesystem::path& file, std::int64_t messages) const {
+void LibraryInstance::Load(const std::filesystem::path& file, std::int64_t messages) const {
   const std::wstring folder = file.parent_path().wstring();
   const std::wstring name = file.filename().wstring();
   const std::int64_t result = loadDictionary(folder.c_str(), name.c_str());
-  Require(result == messages, "a dictionary was not loaded as it should be");
+  Require(result == messages, "a load gave a wrong result");
 }
 
 }  // namespace benchmarks
