@@ -3,8 +3,8 @@
 
     tools/bench_pictures.py benchmarks/results.json docs
 
-The same results give the same files, to the byte. Where two labels of a picture would overlap, no file is written. A
-picture whose row was not measured is not drawn.
+The same results give the same files, to the byte. If two labels of a picture overlap, no file is written. A picture
+whose row was not measured is left out.
 """
 
 import collections
@@ -15,9 +15,9 @@ import pathlib
 import sys
 from xml.sax.saxutils import escape
 
-# Row: of results.json. Unit and counted: what the axes show. Digits: with which the numbers below begin. Limit: a subject
-# of LIMITS to be drawn as well.
-Picture = collections.namedtuple("Picture", "row question note unit counted digits limit", defaults=((1,), None))
+# row: in results.json. y_axis and x_axis: their titles. digits: the leading digits of the numbers on the x axis.
+# lower_bound: a subject of LOWER_BOUNDS, or none.
+Picture = collections.namedtuple("Picture", "row question note y_axis x_axis digits lower_bound", defaults=((1,), None))
 PICTURES = {
     "find": Picture(
         "lookup/shuffled", "How long does a text take to find?",
@@ -26,7 +26,7 @@ PICTURES = {
     "length": Picture(
         "lookup/length_1000", "How long does a key of each length take to find?",
         "LANG of 1,000 ASCII keys of one length, in disorder, beside other maps.",
-        "nanoseconds for one text", "characters of the key", digits=(1, 3), limit="key_length"),
+        "nanoseconds for one text", "characters of the key", digits=(1, 3), lower_bound="key_length"),
     "load": Picture(
         "loading/english", "How long does an entry take to load?",
         "LoadDictionary, in English. simdjson reads JSON into a std::unordered_map.",
@@ -41,8 +41,8 @@ PICTURES = {
         "nanoseconds for one key", "missing keys, one after another"),
 }
 
-# The colours that Okabe and Ito have published, which colour-blind readers can tell apart. Ours is darker than theirs,
-# because our name is written in it.
+# The colours of Okabe and Ito, which colour-blind readers can distinguish. Ours is darker than theirs, because our name
+# is written in it.
 Subject = collections.namedtuple("Subject", "name color")
 SUBJECTS = {
     "boost_flat_map": Subject("Boost flat map", "#0072b2"),
@@ -54,16 +54,16 @@ SUBJECTS = {
     "icu": Subject("ICU", "#cc79a7"),
     "simdjson": Subject("simdjson", "#0072b2"),
     "simdjson_reserved": Subject("simdjson, reserved", "#56b4e9"),
-    "kelmo": Subject("kelmo", "#c24f00"),  # the last: above all others
+    "kelmo": Subject("kelmo", "#c24f00"),  # the last, so that its line is above the others
 }
-# What the work cannot do without, under all others.
-LIMITS = {"key_length": Subject("end of the key alone", "#8c959f")}
+# The minimum cost of the work. Their lines are below the others.
+LOWER_BOUNDS = {"key_length": Subject("end of the key alone", "#8c959f")}
 INK, MUTED, GRID = "#24292f", "#57606a", "#e1e4e8"
 
 WIDTH, HEIGHT = 700, 410
-LEFT, RIGHT, TOP, BOTTOM = 62, 420, 98, 338  # where the lines are
+LEFT, RIGHT, TOP, BOTTOM = 62, 420, 98, 338  # edges of the plot
 LABEL_GAP = 20
-CHARACTER = {"normal": 0.64, "bold": 0.72}  # width / size: that of a digit in DejaVu Sans, a wide font, or more
+CHARACTER = {"normal": 0.64, "bold": 0.72}  # width / size; at least that of a digit in DejaVu Sans, a wide font
 
 
 class MisplacedLabel(Exception):
@@ -74,8 +74,8 @@ class Drawing:
     """Elements of an SVG file, and the boxes of its texts."""
 
     def __init__(self, title):
-        # A light background of its own is readable on light and dark pages. Colours chosen by prefers-color-scheme are
-        # not: in <img> it is the setting of the browser, not the theme of the page, and many viewers do not know it.
+        # A light background is readable on light and dark pages. prefers-color-scheme does not help: in <img> it is the
+        # setting of the browser, not of the page, and many viewers ignore it.
         self._elements = [
             f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 {WIDTH} {HEIGHT}" width="{WIDTH}" height="{HEIGHT}" '
             'role="img" font-family="Helvetica, Arial, sans-serif">',
@@ -86,7 +86,7 @@ class Drawing:
         self._boxes = []
 
     def text(self, x, y, text, size=13, anchor="start", color=INK, weight="normal"):
-        """Centered vertically at `y`."""
+        """`y` is the vertical centre."""
         width = CHARACTER[weight] * size * len(text)
         left = x - {"start": 0, "middle": width / 2, "end": width}[anchor]
         self._boxes.append((left, y - size / 2, left + width, y + size / 2, text))
@@ -111,56 +111,57 @@ class Drawing:
         return "\n".join([*self._elements, "</svg>", ""])
 
 
-def spread(wanted, gap, least, greatest):
-    """Places from `least` to `greatest`, at least `gap` apart, as close as can be to the rising ones that are wanted."""
-    groups = []  # neighbours that touch: the mean of where the first is wanted, and their number
-    for number, place in enumerate(wanted):
-        mean, count = place - number * gap, 1
+def spread(wanted, gap, lowest, highest):
+    """Positions from `lowest` to `highest`, at least `gap` apart, as close as possible to `wanted`, which ascend."""
+    groups = []  # neighbours that touch: the mean of the positions wanted for the first of them, and their number
+    for number, position in enumerate(wanted):
+        mean, count = position - number * gap, 1
         while groups and groups[-1][0] > mean:
-            before, many = groups.pop()
-            mean, count = (before * many + mean * count) / (many + count), many + count
+            previous_mean, previous_count = groups.pop()
+            sum_of_counts = previous_count + count
+            mean, count = (previous_mean * previous_count + mean * count) / sum_of_counts, sum_of_counts
         groups.append((mean, count))
-    highest = greatest - (len(wanted) - 1) * gap
-    means = [max(least, min(mean, highest)) for mean, count in groups for _ in range(count)]
+    highest_first = highest - (len(wanted) - 1) * gap
+    means = [max(lowest, min(mean, highest_first)) for mean, count in groups for _ in range(count)]
     return [mean + number * gap for number, mean in enumerate(means)]
 
 
-def round_numbers(least, greatest, digits):
-    """Those from one at most `least` to one at least `greatest` that begin with one of `digits`."""
-    powers = range(math.floor(math.log10(least)), math.ceil(math.log10(greatest)) + 1)
+def round_numbers(lowest, highest, digits):
+    """Numbers that begin with one of `digits`. The first is `lowest` or less, the last is `highest` or more."""
+    powers = range(math.floor(math.log10(lowest)), math.ceil(math.log10(highest)) + 1)
     numbers = [digit * 10**power for power in powers for digit in digits]
-    first = max(i for i, number in enumerate(numbers) if number <= least)
-    last = min(i for i, number in enumerate(numbers) if number >= greatest)
+    first = max(i for i, number in enumerate(numbers) if number <= lowest)
+    last = min(i for i, number in enumerate(numbers) if number >= highest)
     return numbers[first:last + 1]
 
 
-def logarithmic(least, greatest, start, end):
-    """The function from numbers to places on an axis."""
-    return lambda number: start + (end - start) * math.log(number / least) / math.log(greatest / least)
+def logarithmic(lowest, highest, start, end):
+    """The function from numbers to positions on an axis."""
+    return lambda number: start + (end - start) * math.log(number / lowest) / math.log(highest / lowest)
 
 
 def subjects(picture):
-    """{subject: Subject} of those that may be drawn, the lowest first."""
-    return {**{name: limit for name, limit in LIMITS.items() if name == picture.limit}, **SUBJECTS}
+    """{subject: Subject} of all that the picture may show, in the order of drawing."""
+    return {**{name: bound for name, bound in LOWER_BOUNDS.items() if name == picture.lower_bound}, **SUBJECTS}
 
 
 def curves(minima, picture):
-    """{subject: [(size, nanoseconds)]}, the sizes rising."""
-    found = {}
+    """{subject: [(size, nanoseconds)]}, sorted by size."""
+    points = {}
     for name, entry in minima.items():
         job, part, subject, *size = name.split("/")
         if f"{job}/{part}" == picture.row:
-            found.setdefault(subject, []).append((int(size[0]), entry["ns"]))
-    return {subject: sorted(found[subject]) for subject in subjects(picture) if subject in found}
+            points.setdefault(subject, []).append((int(size[0]), entry["ns"]))
+    return {subject: sorted(points[subject]) for subject in subjects(picture) if subject in points}
 
 
 def draw(picture, results):
-    """The text of the file; none where nothing of the picture was measured."""
-    found = curves(results["minima"], picture)
-    if not found:
+    """The text of the file, or None if nothing of the picture was measured."""
+    drawn = curves(results["minima"], picture)
+    if not drawn:
         return None
-    sizes, times = zip(*itertools.chain(*found.values()))
-    # A scale from one time to five times that at least, so that small differences look small.
+    sizes, times = zip(*itertools.chain(*drawn.values()))
+    # The y axis ends at no less than five times its start, so that small differences look small.
     middle = math.sqrt(min(times) * max(times))
     ticks = round_numbers(min(*times, middle / 5**0.5), max(*times, middle * 5**0.5), (1, 2, 5))
     across = logarithmic(min(sizes), max(sizes), LEFT + 12, RIGHT)
@@ -169,7 +170,7 @@ def draw(picture, results):
     drawing = Drawing(picture.question)
     drawing.text(18, 28, picture.question, size=18, weight="bold")
     drawing.text(18, 52, picture.note, color=MUTED)
-    drawing.text(18, 78, picture.unit + " (lower is better; both scales are logarithmic)")
+    drawing.text(18, 78, picture.y_axis + " (lower is better; both scales are logarithmic)")
     for tick in ticks:
         drawing.line([(LEFT, up(tick)), (RIGHT, up(tick))], GRID)
         drawing.text(LEFT - 8, up(tick), f"{tick:,}", anchor="end")
@@ -177,19 +178,19 @@ def draw(picture, results):
         drawing.line([(across(tick), TOP), (across(tick), BOTTOM)], GRID)
         drawing.text(across(tick), BOTTOM + 16, f"{tick:,}", anchor="middle")
     drawing.line([(LEFT, BOTTOM), (RIGHT, BOTTOM)], MUTED)
-    drawing.text((LEFT + RIGHT) / 2, BOTTOM + 37, picture.counted, anchor="middle")
+    drawing.text((LEFT + RIGHT) / 2, BOTTOM + 37, picture.x_axis, anchor="middle")
     drawing.text(18, HEIGHT - 14, f"{results['cpu']}, {results['compiler']}", size=11, color=MUTED)
 
-    ends = sorted((up(points[-1][1]), subject) for subject, points in found.items())
+    ends = sorted((up(points[-1][1]), subject) for subject, points in drawn.items())
     labels = spread([y for y, _ in ends], LABEL_GAP, TOP, BOTTOM)
     label_of = {subject: label for (_, subject), label in zip(ends, labels)}
-    for subject, points in found.items():
+    for subject, points in drawn.items():
         name, color = subjects(picture)[subject]
         ours = subject == "kelmo"
-        places = [(across(size), up(time)) for size, time in points]
-        drawing.line([places[-1], (RIGHT + 22, label_of[subject])], color)
-        drawing.line(places, color, width=4 if ours else 2)
-        for x, y in places:
+        positions = [(across(size), up(time)) for size, time in points]
+        drawing.line([positions[-1], (RIGHT + 22, label_of[subject])], color)
+        drawing.line(positions, color, width=4 if ours else 2)
+        for x, y in positions:
             drawing.dot(x, y, color, radius=5 if ours else 3.5)
         drawing.text(RIGHT + 26, label_of[subject], f"{name}, {points[-1][1]:,.0f} ns",
                      color=color if ours else INK, weight="bold" if ours else "normal")
@@ -197,7 +198,7 @@ def draw(picture, results):
 
 
 def draw_all(results):
-    """{name of the file: its text}."""
+    """{file name: text}."""
     drawn = {f"performance_{name}.svg": draw(picture, results) for name, picture in PICTURES.items()}
     return {name: svg for name, svg in drawn.items() if svg}
 

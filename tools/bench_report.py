@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Prints what the benchmarks measured, and writes it as one file.
+"""Prints the results of the benchmarks, and writes them to one file.
 
     tools/bench_report.py BUILD-FOLDER RESULT... --out FILE
 
-Each RESULT is what one program of BUILD-FOLDER has written with --benchmark_out. Of the rounds of a benchmark the
-fastest counts: what others do to the machine can only add time. FILE holds these minima, and where they come from.
+Each RESULT is the file that a program of BUILD-FOLDER wrote with --benchmark_out. The fastest round of a benchmark
+counts: other programs can only add to a time. FILE gets these minima, the machine, the compiler and the commit.
 """
 
 import argparse
@@ -18,12 +18,11 @@ import subprocess
 LANGUAGES = ("english", "german", "russian")
 ALPHABETS = ("cyrillic", "chinese", "mixed")
 HASH_MAPS = ("boost_flat_map", "absl_flat_hash_map")
-TO_THE_LARGEST = 10**12
+NO_MAXIMUM = 10**12
 
-# Row: our time is to be at most this part of the fastest of these subjects, at sizes from the first to the second.
-Target = collections.namedtuple("Target", "row limit subjects smallest largest", defaults=(0, TO_THE_LARGEST))
-# {row, behind it the number of entries: limits for keys of up to 8 characters, of up to 32, and longer}: the size is the
-# length of the keys.
+# For sizes from `smallest` to `largest`, our time must be at most `limit` times that of the fastest of `subjects`.
+Target = collections.namedtuple("Target", "row limit subjects smallest largest", defaults=(0, NO_MAXIMUM))
+# {row_ENTRIES: limits for keys of up to 8 characters, of up to 32, and longer}. The size is the length of the keys.
 KEYS = {
     "length_1000": (1, 0.85, 0.7),
     "length_100000": (1, 0.85, 0.7),
@@ -32,7 +31,7 @@ KEYS = {
 }
 # {row: limits for 1,000 and for 100,000 entries}
 TEXTS = {
-    **{f"script_{script}": (0.9, 0.55) for script in ("english", "german", "russian", "greek")},  # 1 or 2 bytes in UTF-8
+    **{f"script_{script}": (0.9, 0.55) for script in ("english", "german", "russian", "greek")},  # 1 or 2 UTF-8 bytes
     **{f"script_{script}": (1, 0.65) for script in ("hindi", "chinese", "korean", "emoji")},  # 3 or 4 bytes
     **{f"long_texts_{script}": (1.2, 0.85) for script in ("english", "chinese")},
 }
@@ -43,7 +42,7 @@ TARGETS = (
     *(
         Target(f"lookup/{row}", limit, HASH_MAPS, *lengths)
         for row, limits in KEYS.items()
-        for limit, lengths in zip(limits, ((0, 8), (9, 32), (33, TO_THE_LARGEST)))
+        for limit, lengths in zip(limits, ((0, 8), (9, 32), (33, NO_MAXIMUM)))
     ),
     Target("lookup/mixed_lengths", 0.85, HASH_MAPS),
     Target("missing/repeated", 1.5, HASH_MAPS),
@@ -92,13 +91,13 @@ TARGETS = (
     Target("printing/users_locale", 1.2, ("setlocale",)),
     Target("start/whole_process", 1, ("gettext",)),
 )
-# Row: the slowest time per operation of the subject, at sizes from the first to the second, is to be at most that much
-# of its fastest; no limit where somebody means harm, but the growth of others to compare with.
+# For sizes from `smallest` to `largest`, the slowest time per operation of `subject` must be at most `limit` times its
+# fastest. Rows of hostile keys have no limit: they are compared with rows of ordinary keys.
 Growth = collections.namedtuple("Growth", "row subject smallest largest limit", defaults=(None,))
 GROWTHS = (
     *(Growth(f"loading/{language}", "kelmo", 10_000, 1_000_000, 1.5) for language in LANGUAGES),
     *(
-        Growth(row, subject, 0, TO_THE_LARGEST)
+        Growth(row, subject, 0, NO_MAXIMUM)
         for row in ("loading/hostile", "lookup/hostile")
         for subject in ("kelmo", "kelmo_usual")
     ),
@@ -112,8 +111,8 @@ NOT_A_COUNTER = re.compile(r"name|family_index|per_family_instance_index|run_|re
 
 
 def minima(files):
-    """{name: {"ns": the least time of one operation, counter: its value}}."""
-    found = {}
+    """{name: {"ns": minimum time of one operation, counter: minimum value}}."""
+    measured = {}
     for file in files:
         for run in json.loads(file.read_text())["benchmarks"]:
             if run["run_type"] != "iteration":
@@ -124,12 +123,12 @@ def minima(files):
             time = run["real_time"] * NANOSECONDS[run["time_unit"]] / run.get("operations", 1)
             if not 0 < time < float("inf"):
                 raise SystemExit(f"{run['name']}: no time was measured")
-            entry = found.setdefault(name, {"ns": time})
+            entry = measured.setdefault(name, {"ns": time})
             entry["ns"] = min(entry["ns"], time)
             for counter, value in run.items():
                 if not NOT_A_COUNTER.match(counter):
                     entry[counter] = min(value, entry.get(counter, value))
-    return found
+    return measured
 
 
 def origin(build):
@@ -150,23 +149,23 @@ def origin(build):
 
 
 def split(name):
-    """"job/row/subject/argument" as ("job/row", "subject", argument): a size, a text, or 0 where there is none."""
+    """("job/row", subject, argument) of "job/row/subject/argument". The argument is a size, a text, or 0 if missing."""
     job, row, subject, argument = (*name.split("/", 3), "0")[:4]
     return f"{job}/{row}", subject, int(argument) if argument.isdigit() else argument
 
 
 class Report:
-    def __init__(self, found):
+    def __init__(self, measured):
         self.rows = {}  # {(row, argument): {subject: entry}}
-        for name, entry in found.items():
+        for name, entry in measured.items():
             row, subject, argument = split(name)
             self.rows.setdefault((row, argument), {})[subject] = entry
         self.met = self.judged = 0
-        self.seen = set()  # the targets, growths and counters that have come up
+        self.seen = set()  # targets, growths and counters that were compared
         self.not_judged = []
 
     def verdict(self, what, value, limit, missing=()):
-        """Where some of what a value is compared with is missing, the target may be missed, but is not met."""
+        """A target with missing peers can be missed, but not met."""
         self.seen.add(what)
         if missing and value <= limit:
             self.not_judged.append(f"{what.row}: without {', '.join(missing)}")
@@ -176,15 +175,15 @@ class Report:
         return f"at most {limit:g}: {'met' if value <= limit else 'MISSED'}"
 
     def verdicts(self, row, argument, time, entries):
-        """{subject: verdict}, each at the fastest subject of its target."""
+        """{subject: verdict} for the fastest subject of each target."""
         verdicts = {}
         size = argument if isinstance(argument, int) else 0
         for target in TARGETS:
             if target.row == row and target.smallest <= size <= target.largest:
-                there = {subject: entries[subject]["ns"] for subject in target.subjects if subject in entries}
-                missing = [subject for subject in target.subjects if subject not in there]
-                fastest = min(there, key=there.get, default=None)
-                value = time / there[fastest] if there else 0
+                measured = {subject: entries[subject]["ns"] for subject in target.subjects if subject in entries}
+                missing = [subject for subject in target.subjects if subject not in measured]
+                fastest = min(measured, key=measured.get, default=None)
+                value = time / measured[fastest] if measured else 0
                 verdicts[fastest] = self.verdict(target, value, target.limit, missing)
         return verdicts
 
@@ -235,26 +234,26 @@ class Report:
                     self.print_row(row, argument, self.rows[row, argument])
             self.print_growth(job)
         limited = [growth for growth in GROWTHS if growth.limit]
-        unseen = [target.row for target in (*TARGETS, *limited) if target not in self.seen]
-        unseen += [counter for counter in COUNTER_TARGETS if counter not in self.seen]
-        self.not_judged += [f"{row}: not measured" for row in unseen]
+        not_seen = [target.row for target in (*TARGETS, *limited) if target not in self.seen]
+        not_seen += [counter for counter in COUNTER_TARGETS if counter not in self.seen]
+        self.not_judged += [f"{row}: not measured" for row in not_seen]
         print(f"\n{self.met} of {self.judged} targets are met.")
         if self.not_judged:
             print("Not judged:", *dict.fromkeys(self.not_judged), sep="\n  ")
 
 
 def main():
-    arguments = argparse.ArgumentParser(description="Prints what the benchmarks measured.")
+    arguments = argparse.ArgumentParser(description="Prints the results of the benchmarks.")
     arguments.add_argument("build", type=pathlib.Path)
     arguments.add_argument("results", type=pathlib.Path, nargs="+")
     arguments.add_argument("--out", type=pathlib.Path, required=True)
     given = arguments.parse_args()
-    found = minima(given.results)
+    measured = minima(given.results)
     date = json.loads(given.results[0].read_text())["context"]["date"]
-    results = {**origin(given.build), "date": date, "minima": dict(sorted(found.items()))}
+    results = {**origin(given.build), "date": date, "minima": dict(sorted(measured.items()))}
     given.out.write_text(json.dumps(results, indent=1) + "\n")
     print("\n{cpu}, {cores} cores; {compiler}; {commit}".format(**results))
-    Report(found).print()
+    Report(measured).print()
 
 
 if __name__ == "__main__":

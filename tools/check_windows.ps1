@@ -1,23 +1,22 @@
 <#
 .SYNOPSIS
-Builds and tests the library with Microsoft's compiler on this machine, and collects one report to send back.
+Builds and tests the library with Microsoft's compiler on this machine, and writes one report to send back.
 
 .DESCRIPTION
-For users with Visual Studio 2022, or 2019 from version 16.4 on, and CMake 3.25, from PowerShell 5.1 or 7. In the top folder
-of the project:
+Needs Visual Studio 2022, or 2019 from version 16.4 on, CMake 3.25, and PowerShell 5.1 or 7. In the top folder of the
+project:
 
     powershell -ExecutionPolicy Bypass -File tools\check_windows.ps1 -GTestRoot C:\googletest
 
-It runs the workflow preset msvc-release; where the tests cannot be configured, because GoogleTest or Python is missing, it
-builds the library and the examples alone. Then it installs the library below build\check_windows and builds a host with
-that package, in a release build, which must run, and in a debug build, which must be refused. An earlier
-build\msvc-release is removed first. Nothing outside of build\ is
-changed but C:\phyval.txt, which the tests write and remove: without administrator's rights those tests fail.
+First it removes an earlier build\msvc-release and runs the workflow preset msvc-release. If GoogleTest or Python is
+missing, it builds only the library and the examples. Then it installs the library below build\check_windows and builds
+a host with that package: a release build, which must run, and a debug build, which must be refused. Outside build\ it
+changes nothing, except that the tests write and remove C:\phyval.txt: without administrator's rights those tests fail.
 
 docs\visual_studio.md says how to get GoogleTest.
 
 .PARAMETER GTestRoot
-Folder into which GoogleTest was installed. Not needed where CMake finds it by itself.
+Folder into which GoogleTest was installed. Not needed if CMake finds it.
 
 .PARAMETER Report
 File of the report.
@@ -38,7 +37,7 @@ $Report = $ExecutionContext.SessionState.Path.GetUnresolvedProviderPathFromPSPat
 if ($GTestRoot) {
     $env:GTest_ROOT = (Resolve-Path -LiteralPath $GTestRoot).ProviderPath
 }
-$env:VSLANG = '1033'  # English messages of cl: Ninja finds the headers of a source by them
+$env:VSLANG = '1033'  # English messages of cl: Ninja reads from them which headers a source includes
 Set-Location -LiteralPath $top
 foreach ($folder in 'build/check_windows', 'build/msvc-release') {
     if (Test-Path -LiteralPath $folder) {
@@ -62,8 +61,8 @@ function Write-Title([string]$Title) {
     Write-Line "==== $Title"
 }
 
-# Runs a command line and reports all that it prints. Returns its exit code. cmd.exe joins both outputs, because PowerShell
-# 5.1 would make an error of each line of the second. PowerShell puts the quotes around the whole that cmd.exe takes away.
+# Runs a command line, reports its output, and returns its exit code. cmd.exe joins both outputs, because PowerShell 5.1
+# would make an error of each line of the second. PowerShell adds the outer quotes, which cmd.exe removes.
 function Invoke-Step([string]$Title, [string]$Command) {
     Write-Title $Title
     Write-Line "> $Command"
@@ -83,7 +82,7 @@ function Write-File([string]$Title, [string]$File) {
     }
 }
 
-# ---- Microsoft's compiler for x64: that of the prompt in which this runs, or that of the newest Visual Studio
+# ---- Microsoft's compiler for x64: from this command prompt, or from the newest Visual Studio
 
 if ($env:VSCMD_ARG_TGT_ARCH -ne 'x64' -or -not (Get-Command 'cl.exe' -ErrorAction SilentlyContinue)) {
     $prompt = 'open the "x64 Native Tools Command Prompt" of Visual Studio and run this script there.'
@@ -104,11 +103,11 @@ if ($env:VSCMD_ARG_TGT_ARCH -ne 'x64' -or -not (Get-Command 'cl.exe' -ErrorActio
         }
     }
     if (-not (Get-Command 'cl.exe' -ErrorAction SilentlyContinue)) {
-        throw "vcvars64.bat brings no cl.exe: $prompt"
+        throw "vcvars64.bat does not provide cl.exe: $prompt"
     }
 }
 
-# ---- What this machine is
+# ---- The machine
 
 Write-Title 'Machine'
 $system = Get-CimInstance -ClassName Win32_OperatingSystem
@@ -119,7 +118,7 @@ Write-Line "PowerShell: $($PSVersionTable.PSVersion)"
 Write-Line "User's language: $((Get-Culture).Name), decimal separator: $((Get-Culture).NumberFormat.NumberDecimalSeparator)"
 Write-Line "Administrator: $isAdministrator"
 Write-Line "GTest_ROOT: $env:GTest_ROOT"
-# cl and rc end with other codes than 0 where they have nothing to do; what is missing here shows in the build.
+# The exit codes do not matter: cl and rc fail if they have nothing to do. If a tool is missing, the build fails.
 foreach ($command in 'cl', 'link /?', 'rc /?', 'cmake --version', 'ninja --version', 'python --version',
     'git rev-parse HEAD', 'git status --short') {
     $lines = @(& cmd.exe /d /s /c "$command 2>&1" | Select-Object -First 3)
@@ -141,7 +140,7 @@ if ($workflow -ne 0) {
     Write-File 'Log of the tests' 'build/msvc-release/Testing/Temporary/LastTest.log'
 }
 
-# ---- The files, and a host that uses them
+# ---- The built files, and a host that uses them
 
 if (Test-Path -LiteralPath $library) {
     Write-Title 'Files'
@@ -155,7 +154,7 @@ if (Test-Path -LiteralPath $library) {
     })
     $listed = @(Get-Content -LiteralPath 'tests/abi/exported_names_microsoft.txt')
     $differences = @(Compare-Object -ReferenceObject $listed -DifferenceObject $exported -CaseSensitive)
-    $script:summary += "Exports: $($exported.Count), and $($differences.Count) differences to the list"
+    $script:summary += "Exports: $($exported.Count), with $($differences.Count) differences from the list"
     foreach ($difference in $differences) {
         Write-Line "$($difference.SideIndicator) $($difference.InputObject)"
     }

@@ -1,12 +1,12 @@
 # shellcheck shell=bash disable=SC2034 # variables that ./demo, ./test and ./bench use
-# What ./demo, ./test and ./bench share: sourced, never run.
+# What ./demo, ./test and ./bench share. They source this file.
 
-root=$PWD   # all scripts have gone to the top folder
-export PATH # which Bash does not do where the environment has none
+root=$PWD   # the scripts have changed to the top folder
+export PATH # Bash does not export its default PATH
 logs=$root/build/logs
 started=$SECONDS
 
-# fail WHAT REMEDY: ends the script with one line on what failed and one on what to do about it.
+# fail WHAT REMEDY: ends the script with a line that says what failed and a line that says what to do.
 fail() {
   printf '\nFAILED: %s\n' "$1" >&2
   printf 'What to do: %s\n' "$2" >&2
@@ -15,10 +15,12 @@ fail() {
 
 case $root in
   *[\;\"\\\$,%]*)
-    fail "the name of this folder has one of ; \" \\ \$ , %" "CMake or the linker reads them as something else: move the checkout." ;;
+    fail "the name of this folder has one of ; \" \\ \$ , %" \
+      "CMake or the linker cannot read such a name: move the checkout." ;;
 esac
 
-# step TEXT LOG COMMAND...: says what is being done, keeps the command's output in a log and shows its end if it fails.
+# step TEXT LOG COMMAND...: prints TEXT and runs the command, with its output in a log. If the command fails, prints the
+# end of the log and ends the script.
 step() {
   local text=$1 log=$logs/$2.log begun=$SECONDS
   shift 2
@@ -28,29 +30,30 @@ step() {
   else
     printf 'failed\n\n' >&2
     tail -n 40 "$log" >&2
-    fail "$text" "the lines above are the end of ${log#"$root"/}; fix the cause (if this checkout was moved: remove build/) and run the command again."
+    fail "$text" \
+      "the end of ${log#"$root"/} is above; fix the cause (after moving this checkout: remove build/) and try again."
   fi
 }
 
-# prepare_build_folder: everything that is made lies below build/, for one run at a time. The lock is
-# descriptor 9; what the script starts does not get it, lest a program left behind keep it.
+# prepare_build_folder: makes build/, which gets all files that are made, and locks it for this run. The lock is
+# descriptor 9. It is closed for the programs that a script starts: one that is left behind would keep the lock.
 prepare_build_folder() {
   local foreign
   mkdir -p "$logs" 2>/dev/null || fail "the folder build/ cannot be written" "check the rights of this checkout."
   foreign=$(find "$root/build" -maxdepth 2 ! -user "$(id -u)" -print -quit)
   [ -z "$foreign" ] || fail "the folder build/ belongs to another user" \
-    "remove it (it holds nothing but what is built), or run this as the user who made it."
+    "remove it (it has only built files), or run this as the user who made it."
   exec 9>"$root/build/lock"
   flock -n 9 || fail "another ./demo, ./test or ./bench is running in this checkout" "wait until it has ended."
 }
 
-# install_packages PACKAGE...: installs with apt those that are not there yet, and removes none for them. Only apt-get is
-# called with sudo.
+# install_packages PACKAGE...: installs the missing ones with apt, which must not remove any. Only apt-get is run with
+# sudo.
 install_packages() {
   local missing=() package as_root=()
   if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
-    fail "this is no Debian system" \
-      "install what these Debian packages hold, then use the presets of CMakePresets.json: $*"
+    fail "this is not a Debian system" \
+      "install what is in these Debian packages, then use the presets of CMakePresets.json: $*"
   fi
   for package in "$@"; do
     [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] ||
@@ -69,7 +72,7 @@ install_packages() {
     "${apt[@]}" install -y --no-install-recommends --no-remove "${missing[@]}"
 }
 
-# build PRESET SYSTEM [TARGET...]: configures and builds with a preset of CMakePresets.json, all targets if none is named.
+# build PRESET SYSTEM [TARGET...]: configures and builds with a preset of CMakePresets.json; without TARGET, everything.
 build() {
   local preset=$1 system=$2
   shift 2
@@ -80,15 +83,15 @@ build() {
 
 # start_wine: makes the project's Wine prefix and keeps its server ready until the script ends.
 start_wine() {
-  "$root/tools/wine.sh" --stop # of a run that could not do it
-  trap 'exit 1' HUP INT TERM   # only once the program at hand has ended, which may start Wine again
+  "$root/tools/wine.sh" --stop # a server that an interrupted run left behind
+  trap 'exit 1' HUP INT TERM   # waits for the current program, which may start Wine again
   trap '"$root/tools/wine.sh" --stop' EXIT
   step "Starting Wine" wine-start "$root/tools/wine.sh" --start
 }
 
-# Every build configures the tests too, hence GoogleTest: the library for Linux, its sources for Windows; and Python.
+# Every build configures the tests, which need Python and GoogleTest: the library for Linux, the sources for Windows.
 packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix libgtest-dev googletest python3)
-# For what Microsoft's compiler would make of the sources, a locale with a decimal comma, and CMake's usual generator.
+# For Clang in the place of Microsoft's compiler, for a locale with a decimal comma, and for CMake's default generator.
 packages_native_tests=(clang libc++-dev llvm locales make)
 packages_wine=(wine wine64)
 packages_lint=(clang-format clang-tidy cppcheck shellcheck)
@@ -97,7 +100,7 @@ packages_heavy=(valgrind libc6-dbg g++-aarch64-linux-gnu qemu-user) # the last t
 packages_coverage=(libclang-rt-dev llvm)
 packages_fuzz=(clang libclang-rt-dev)
 packages_bench=(libbenchmark-dev)
-boost=libboost-dev # 1.81 or later: Debian 12's is older, and it has another beside it
+boost=libboost-dev # 1.81 or later; Debian 12 has it under another name
 ! grep -qs '^VERSION_CODENAME=bookworm$' /etc/os-release || boost=libboost1.81-dev
 packages_peers=("$boost" libabsl-dev gettext libicu-dev icu-devtools libsimdjson-dev libudunits2-dev
-  locales) # the source of the locale that gettext and the values are printed in
+  locales) # for the locale of the benchmarks of gettext and printing

@@ -1,15 +1,15 @@
 #!/usr/bin/env python3
-"""Prints which lines and branches of the library's own code the native tests have run, and fails below 100% of either.
+"""Prints how many lines and branches of the library the native tests have run, and fails below 100% of either.
 
     tools/coverage.py BUILD-FOLDER
 
-Reads the profiles that the tests of the preset "coverage" have left in BUILD-FOLDER/profiles. Every condition has two
-branches: it was true, and it was false. What no test can run is excused by a comment, and listed with its reason:
+Reads the profiles that the tests of the preset "coverage" have written to BUILD-FOLDER/profiles. Every condition has
+two branches, true and false. A comment excuses code that no test can run. All excuses are listed with their reasons:
 
-    // not covered: REASON                        the rest of the block that it stands in
-    // not covered, false of `CONDITION`: REASON  one branch of a condition that begins on the next line of code
+    // not covered: REASON                        excuses the rest of the block
+    // not covered, false of `CONDITION`: REASON  excuses one branch of a condition that begins on the next line of code
 
-An excuse of what was run after all, or of nothing, is a problem like what was not run.
+An excuse is a problem too if its code was run or if there is no code for it.
 """
 
 import json
@@ -27,10 +27,10 @@ UNKNOWN = re.compile(r"^hash-mismatch: .* '(.+)' with hash = (0x[0-9a-f]+)$", re
 
 
 def run_counts(build):
-    """Of every file that was compiled: {line: how often it ran}, {(line, column, end line, end column): [true, false]}.
+    """Returns {file: {line: count}}, {file: {(line, column, end line, end column): [true, false]}}, unknown functions.
 
-    A condition that is compiled several times, as in a template or a header, is one condition here. One whose answer the
-    compiler knows has no branches: among the functions of the JSON export it is left out, among its files it is not.
+    A condition that is compiled several times, as in a template or a header, is one condition here. A condition whose
+    value the compiler knows has no branches. The functions of the JSON export leave it out; the files there do not.
     """
     profile = build / "merged.profdata"
     raw = [str(file) for file in sorted((build / "profiles").glob("*.profraw"))]
@@ -40,8 +40,8 @@ def run_counts(build):
 
     def export(*options):
         command = ["llvm-cov", "export", *options, f"-instr-profile={profile}", str(programs[0]), *objects]
-        made = subprocess.run(command, check=True, capture_output=True, text=True)
-        return made.stdout, made.stderr
+        result = subprocess.run(command, check=True, capture_output=True, text=True)
+        return result.stdout, result.stderr
 
     lines, branches = {}, {}
     rows, notes = export("-format=lcov", "-dump")
@@ -53,18 +53,18 @@ def run_counts(build):
             number, count = map(int, value.split(",")[:2])
             counts[number] = max(count, counts.get(number, 0))
     for function in json.loads(export("-format=text")[0])["data"][0]["functions"]:
-        for *place, true, false, file, _, _ in function["branches"]:
+        for *position, true, false, file, _, _ in function["branches"]:
             of_file = branches.setdefault(pathlib.Path(function["filenames"][file]).resolve(), {})
-            taken = of_file.setdefault(tuple(place), [0, 0])
+            taken = of_file.setdefault(tuple(position), [0, 0])
             taken[0] += true
             taken[1] += false
-    # Functions that the exports leave out. With the number 0 a program says that it could have called one, and does not.
+    # Functions that the exports leave out. The hash 0 marks a function that a program could call, but does not.
     unknown = {name for name, number in UNKNOWN.findall(notes) if int(number, 16) != 0}
     return lines, branches, unknown
 
 
 def excuses(source):
-    """Of lines, and of single branches: {line: (line of the comment, text)}, {(line, branch): the same}."""
+    """For lines {line: (line of the comment, text)}, and for branches {(line, branch): (line of the comment, text)}."""
     lines, branches, waiting = {}, {}, []
     indent, excuse = 0, None
     for number, text in enumerate(source, 1):
@@ -73,7 +73,7 @@ def excuses(source):
             indent, excuse = len(block.group(1)), (number, block.group(2))
         elif excuse:
             is_inside = not text.strip() or len(text) - len(text.lstrip()) >= indent
-            if is_inside or END.match(text):  # but not "} else {", which begins what is not excused
+            if is_inside or END.match(text):  # but not "} else {", which begins another block
                 lines[number] = excuse
             if not is_inside:
                 excuse = None
@@ -86,7 +86,7 @@ def excuses(source):
 
 
 def text_between(source, line, column, end_line, end_column):
-    """A condition as it stands in the file, but on one line. Columns count bytes, from 1."""
+    """A condition as in the file, joined to one line. Columns count bytes, from 1."""
     rows = [row.encode() for row in source[line - 1:end_line]]
     rows[-1] = rows[-1][:end_column - 1]
     rows[0] = rows[0][column - 1:]
@@ -94,7 +94,7 @@ def text_between(source, line, column, end_line, end_column):
 
 
 class Report:
-    """What is to be said of one file."""
+    """The counts, excuses and problems of one file."""
 
     def __init__(self, name, source, lines, branches):
         self.name, self.problems, self.exceptions = name, [], []
@@ -105,25 +105,25 @@ class Report:
             if self.is_needed(count, excused_lines.get(number), number, source[number - 1].strip()):
                 self.lines += 1
                 self.lines_run += count > 0
-        for place, taken in sorted(branches.items()):
-            if place[0] in excused_lines:
+        for position, taken in sorted(branches.items()):
+            if position[0] in excused_lines:
                 continue
             for outcome, count in zip(("true", "false"), taken):
-                branch = f"{outcome} of `{text_between(source, *place)}`"
-                if self.is_needed(count, excused_branches.get((place[0], branch)), place[0], branch):
+                branch = f"{outcome} of `{text_between(source, *position)}`"
+                if self.is_needed(count, excused_branches.get((position[0], branch)), position[0], branch):
                     self.branches += 1
                     self.branches_taken += count > 0
         for (comment, text), numbers in sorted(self.excused.items()):
             if numbers:
-                place = f"{numbers[0]}" if numbers[0] == numbers[-1] else f"{numbers[0]}-{numbers[-1]}"
-                self.exceptions.append(f"{name}:{place}: {text}")
+                span = f"{numbers[0]}" if numbers[0] == numbers[-1] else f"{numbers[0]}-{numbers[-1]}"
+                self.exceptions.append(f"{name}:{span}: {text}")
             else:
                 self.problems.append(f"{name}:{comment}: excuses nothing: {text}")
 
     def is_needed(self, count, excuse, number, what):
         if excuse:
             self.excused[excuse].append(number)
-            if count > 0 and not END.match(what):  # a block's end counts as run where what is around it goes on
+            if count > 0 and not END.match(what):  # the end of a block counts as run if the code after it is run
                 self.problems.append(f"{self.name}:{number}: {what}: was run, although it says that it cannot be")
         elif count == 0:
             self.problems.append(f"{self.name}:{number}: {what}")
@@ -134,7 +134,8 @@ def main():
     build = pathlib.Path(sys.argv[1]).resolve()
     top = pathlib.Path(__file__).resolve().parent.parent
     lines, branches, unknown = run_counts(build)
-    compiled = {pathlib.Path(entry["file"]).resolve() for entry in json.loads((build / "compile_commands.json").read_text())}
+    commands = json.loads((build / "compile_commands.json").read_text())
+    compiled = {pathlib.Path(entry["file"]).resolve() for entry in commands}
     problems = [f"{name}: the profiles are of another build" for name in sorted(unknown)]
     elsewhere, reports = [], []
     print(f"{'lines':>7} {'run':>7} {'branches':>9} {'taken':>7}")
@@ -146,7 +147,7 @@ def main():
         if ONLY_ON_WINDOWS.search(name):
             elsewhere.append(name)
             continue
-        if top / name not in lines:  # declarations alone
+        if top / name not in lines:  # only declarations
             if name.endswith(".cpp") and top / name not in compiled:
                 problems.append(f"{name}: was never compiled")
             continue

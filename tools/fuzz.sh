@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Runs the fuzzers, which must have been built (cmake --build --preset linux-fuzz): each for so many seconds, as many at a
-# time as there are processors. Says how often each has run, how many branches of the library it has reached, and what it
-# has found. Begins with the corpora of tests/fuzz and what earlier runs have left in build/fuzz.
+# Runs the fuzzers in parallel; they must be built (cmake --build --preset linux-fuzz). Prints for each fuzzer the
+# number of runs, the number of branches of the library that it reached, and whether it found something. A fuzzer starts
+# with its corpus in tests/fuzz and with the inputs that earlier runs left in build/fuzz.
 #
-#   tools/fuzz.sh SECONDS [TARGET...]
-#   tools/fuzz.sh --merge TARGET...     adds to the corpora of tests/fuzz what reaches more of the library
+#   tools/fuzz.sh SECONDS [TARGET...]   runs each fuzzer, or each TARGET, for that time
+#   tools/fuzz.sh --merge TARGET...     adds the inputs that reach more of the library to the corpora in tests/fuzz
 set -euo pipefail
 unset CDPATH
 cd "$(dirname "$0")/.."
@@ -12,31 +12,32 @@ seconds=$1
 shift
 
 if [ "$seconds" = --merge ]; then
-  for target in "$@"; do # relative names: libFuzzer starts itself again here, and quotes none of them
+  for target in "$@"; do # relative names: libFuzzer starts itself again here without quoting the names
     (cd "build/fuzz/$target/work" && "../../../linux-fuzz/bin/${target}_fuzzer" -merge=1 -use_counters=0 \
       "../../../../tests/fuzz/corpus/$target" ../corpus)
   done
   exit
 fi
 
-# fuzz TARGET: one of them. Its files, the bytes of what it has found among them, lie in build/fuzz/TARGET.
+# fuzz TARGET: runs one fuzzer. Its log, its corpus and the inputs that fail are in build/fuzz/TARGET.
 fuzz() {
-  local target=$1 place=$PWD/build/fuzz/$1 status=0
-  mkdir -p "$place/corpus" "$place/work"
-  (cd "$place/work" && "$OLDPWD/build/linux-fuzz/bin/${target}_fuzzer" -max_total_time="$seconds" -max_len=1024 \
-    -timeout=120 -rss_limit_mb=4096 -print_final_stats=1 -artifact_prefix="$place/" \
-    "$place/corpus" "$OLDPWD/tests/fuzz/corpus/$target") >"$place/log" 2>&1 || status=$?
+  local target=$1 folder=$PWD/build/fuzz/$1 status=0
+  mkdir -p "$folder/corpus" "$folder/work"
+  (cd "$folder/work" && "$OLDPWD/build/linux-fuzz/bin/${target}_fuzzer" -max_total_time="$seconds" -max_len=1024 \
+    -timeout=120 -rss_limit_mb=4096 -print_final_stats=1 -artifact_prefix="$folder/" \
+    "$folder/corpus" "$OLDPWD/tests/fuzz/corpus/$target") >"$folder/log" 2>&1 || status=$?
   awk -v target="$target" -v status="$status" '
     / cov: / { reached = $4 }
     /stat::number_of_executed_units/ { runs = $2 }
     END {
-      printf "%-20s %12d runs %8d branches  %s\n", target, runs, reached, status ? "FOUND SOMETHING" : runs ? "nothing found" : "DID NOT RUN"
+      outcome = status ? "FOUND SOMETHING" : runs ? "nothing found" : "DID NOT RUN"
+      printf "%-20s %12d runs %8d branches  %s\n", target, runs, reached, outcome
       exit runs == 0
     }
-  ' "$place/log" || status=1
+  ' "$folder/log" || status=1
   if [ "$status" != 0 ]; then
-    { grep -m 1 -A 20 -E 'ERROR|what\(\)|runtime error' "$place/log" || tail -n 20 "$place/log"; } | sed 's/^/  /'
-    printf '  all of it: %s\n' "${place#"$PWD"/}/log"
+    { grep -m 1 -A 20 -E 'ERROR|what\(\)|runtime error' "$folder/log" || tail -n 20 "$folder/log"; } | sed 's/^/  /'
+    printf '  whole log: %s\n' "${folder#"$PWD"/}/log"
   fi
   return "$status"
 }

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# What the compilers do not check: the format of the sources, the shell scripts, and with cppcheck and clang-tidy all C++
-# sources of the builds for Linux and Windows, which must have been configured. A source that has passed clang-tidy is
-# checked again when it, a header or a rule has changed.
+# Checks the format of the sources, the shell scripts, and, with cppcheck and clang-tidy, the C++ sources of the builds
+# for Linux and Windows, which must be configured. A source that has passed clang-tidy is checked again when it, a
+# header or a rule has changed.
 #
-#   tools/lint.sh             all of them
-#   tools/lint.sh --library   with clang-tidy those of the library and the examples alone: half of the time
+#   tools/lint.sh             checks all sources
+#   tools/lint.sh --library   runs clang-tidy only on the library and the examples, in half of the time
 set -euo pipefail
 
 unset CDPATH
@@ -16,7 +16,7 @@ for preset in linux-release mingw-release; do
     exit 1
   }
 done
-git rev-parse --is-inside-work-tree >/dev/null # which files there are is git's to say
+git rev-parse --is-inside-work-tree >/dev/null # git lists the files
 files() {
   git ls-files --cached --others --exclude-standard "$@"
 }
@@ -26,8 +26,8 @@ clang-format --dry-run -Werror "${sources[@]}"
 
 shellcheck -x demo test bench tools/*.sh .ci/run
 
-# check PRESET PATTERN...: with cppcheck, the sources of that build's commands whose names are such. Each pattern by itself:
-# among several cppcheck does not notice one that fits no name.
+# check PRESET PATTERN...: runs cppcheck on the sources of that build that match a pattern. One run for each pattern:
+# with several patterns cppcheck does not report one that matches nothing.
 check() {
   local preset=$1 pattern
   shift
@@ -41,15 +41,15 @@ check linux-release 'dictionary/*' 'examples/*' 'frame/*' 'phyval/*' 'platform/p
 check mingw-release '*_windows*' 'platform/windows/*'
 
 mkdir -p build/lint/passed build/lint/tests
-cp tests/.clang-tidy build/lint/tests # the rules of the tests that tidy.sh puts together
+cp tests/.clang-tidy build/lint/tests # for the tests that tidy.sh joins
 files -z '*.h' '*.clang-tidy' '*CMakeLists.txt' 'cmake/*' 'tools/*' | xargs -0 sha256sum >build/lint/rules
-# The compilers' commands as clang understands them: without a header that GCC has compiled; the cross-compiler's without
-# GCC's own switch and with GCC's headers.
+# Changes the compile commands so that clang understands them: removes the header that GCC has precompiled, and for the
+# cross-compiler removes an option that only GCC has and adds GCC's headers.
 mkdir -p build/lint/linux build/lint/windows
 headers=$(x86_64-w64-mingw32-g++-posix -print-file-name=include/c++)
-without_compiled='s/ -Winvalid-pch -include \(\\"[^"]*\\"\|[^ ]*\) / /' # quoted where the path has a blank
-sed -e "$without_compiled" build/linux-release/compile_commands.json >build/lint/linux/compile_commands.json
-sed -e "$without_compiled" -e 's/ -fno-keep-inline-dllexport//' \
+without_precompiled='s/ -Winvalid-pch -include \(\\"[^"]*\\"\|[^ ]*\) / /' # quoted if the path has a blank
+sed -e "$without_precompiled" build/linux-release/compile_commands.json >build/lint/linux/compile_commands.json
+sed -e "$without_precompiled" -e 's/ -fno-keep-inline-dllexport//' \
   -e "s| -c | --target=x86_64-w64-windows-gnu -isystem $headers -isystem $headers/x86_64-w64-mingw32 -c |" \
   build/mingw-release/compile_commands.json >build/lint/windows/compile_commands.json
 
@@ -58,7 +58,7 @@ left_out=(':!benchmarks' ':!tests/build' ':!tests/abi/microsoft_host.cpp')
 [ "${1-}" != --library ] || left_out+=(':!tests')
 mapfile -t sources < <(files '*.cpp' "${left_out[@]}")
 {
-  # Eight tests at a time. Neighbours in the alphabet, which share names, come into different groups.
+  # Groups of eight tests. Tests with similar file names, which share names, are in different groups.
   { grep -l '<gtest/gtest.h>' "${sources[@]}" || true; } | { grep -vE "$only_windows" || true; } | pr -t -l 6 -8 -s' '
   { grep -L '<gtest/gtest.h>' "${sources[@]}" || true; } | grep -vE "$only_windows"
   printf '%s\n' "${sources[@]}" | grep -E "$only_windows" | sed 's|^|build/lint/windows |'

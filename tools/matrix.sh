@@ -1,15 +1,15 @@
 #!/usr/bin/env bash
-# Values are the same to the last bit whichever compiler has built the library, however much it optimises: builds it
-# with GCC, Clang and MinGW-w64, and with GCC for 64-bit ARM, each with -O0, -O2 and -O3 and its warnings as errors, runs
-# the tests of values, and compares what long runs of generated operations say. The build of Clang with -O3 is a whole one,
-# and runs all tests.
+# Checks that values are the same to the last bit with every compiler and level of optimisation. Builds the library with
+# GCC, Clang, MinGW-w64 and GCC for 64-bit ARM, each with -O0, -O2 and -O3 and with warnings as errors. Runs the tests
+# of values, and compares the results of long runs of generated operations. Clang with -O3 builds everything and runs
+# all tests.
 #
-#   tools/matrix.sh            a million operations of each kind
-#   tools/matrix.sh N [SEED]   N of each kind, others with another seed
+#   tools/matrix.sh            runs a million operations of each kind
+#   tools/matrix.sh N [SEED]   runs N operations of each kind; another seed gives other operations
 set -euo pipefail
 
 unset CDPATH
-export PATH # which Bash does not do where the environment has none
+export PATH # Bash does not export its default PATH
 cd "$(dirname "$0")/.."
 operations=${1:-1000000}
 seed=${2:-1}
@@ -29,12 +29,12 @@ build() {
   if [ "$whole" = whole ]; then
     cmake --build "$folder" --parallel "$jobs"
   else
-    [[ ${folder##*/} == mingw* ]] || set -- generated_numbers # the C runtime's, which is another there
+    [[ ${folder##*/} == mingw* ]] || set -- generated_numbers # not for Windows, which has another C runtime
     cmake --build "$folder" --parallel "$jobs" --target "${programs[@]}" "$@"
   fi
 }
 
-# program FOLDER NAME ARGUMENT...: runs a program of a build, in a folder of its own.
+# program FOLDER NAME ARGUMENT...: runs a program of a build in its own scratch folder.
 program() {
   local folder=$1 name=$2
   shift 2
@@ -63,11 +63,11 @@ run_tests() {
   fi
 }
 
-# same FOLDER: whether the long runs come to what they do in the first build. A Windows program prints in text mode.
+# same FOLDER: whether the long runs give the same results as the first build. Windows programs print CR LF.
 same() {
   local name
   for name in generated_operations generated_numbers; do
-    [[ $name != generated_numbers || ${1##*/} != mingw* ]] || continue # the C runtime's, which is another there
+    [[ $name != generated_numbers || ${1##*/} != mingw* ]] || continue # not for Windows, which has another C runtime
     program "$1" "$name" --digest="$operations" --seed="$seed" >"$1/$name.txt" || return
     [ -s "$1/$name.txt" ] || return
     tr -d '\r' <"$1/$name.txt" >"$1.$name.txt"
@@ -77,7 +77,7 @@ same() {
 }
 
 failed=0
-# row COMPILER LEVEL WHOLE CMAKE-ARGUMENT...: a line of the table. A failure is told, and the next row is tried.
+# row COMPILER LEVEL WHOLE CMAKE-ARGUMENT...: prints a row of the table. After a failure the next row is tried.
 row() {
   local name=$1$2 level=$2 whole=$3 begun=$SECONDS built=no tested=- same=-
   local folder=$matrix/$name log=$matrix/$name.log
@@ -99,7 +99,7 @@ row() {
 }
 
 mkdir -p "$matrix"
-rm -f "$matrix"/generated_*.txt # of another run
+rm -f "$matrix"/generated_*.txt # from an earlier run
 trap 'exit 1' HUP INT TERM
 trap 'tools/wine.sh --stop' EXIT
 tools/wine.sh --start

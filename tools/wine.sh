@@ -1,36 +1,35 @@
 #!/bin/sh
-# Runs a Windows program of this project under Wine, in a prefix of the project's own (build/wine),
-# so that nobody's own Wine settings are read or changed.
+# Runs a Windows program under Wine, in the project's own prefix (build/wine): the user's Wine settings are neither read
+# nor changed.
 #
-#   tools/wine.sh PROGRAM.exe [ARGUMENT...]   run it; the first one in a checkout begins with --start
-#   tools/wine.sh --start                     make the prefix and keep Wine's server ready: programs
-#                                             then start in 0.05 s
-#   tools/wine.sh --stop                      end the server
+#   tools/wine.sh PROGRAM.exe [ARGUMENT...]   runs the program; makes the prefix first if there is none
+#   tools/wine.sh --start                     makes the prefix and starts Wine's server: programs then start in 0.05 s
+#   tools/wine.sh --stop                      stops the server
 set -eu
 
 unset CDPATH
 root=$(cd "$(dirname "$0")/.." && pwd)
 WINEPREFIX=$root/build/wine
 WINEDEBUG=${WINEDEBUG:--all}
-# No offers to install what no test needs, no entries in the menus of the desktop, and no debugger: it takes seconds, and
-# now and then a program that has crashed ends with status 0 under it.
+# Wine must not offer to install components or add menu entries to the desktop. Its debugger is off too: it takes
+# seconds, and a program that crashes under it sometimes ends with status 0.
 WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe,winedbg.exe=d'
-# UTF-8 for file names beyond ASCII, whatever the caller's locale. A test names the user that Wine is to have.
+# UTF-8, for file names beyond ASCII in any locale of the caller. A test sets the locale of Wine's user.
 LC_ALL=${KELMO_WINE_LOCALE:-C.UTF-8}
 export WINEPREFIX WINEDEBUG WINEDLLOVERRIDES LC_ALL
-# Debian 13's Wine 10 frees the value of TMPDIR, which it has not allocated, and all of its programs abort.
+# With TMPDIR set, all programs abort under Wine 10 of Debian 13: it frees the value, which it has not allocated.
 unset TMPDIR
 
-missing_dll=53 # STATUS_DLL_NOT_FOUND, as far as it fits an exit code
+missing_dll=53 # the part of STATUS_DLL_NOT_FOUND that fits an exit code
 complete=$WINEPREFIX/complete
 
 start_server() {
-  { wineserver -p60 || [ $? -eq 2 ]; } && # 2: it runs already
+  { wineserver -p60 || [ $? -eq 2 ]; } && # 2: the server runs already
     wineboot -i
 }
 
-# Debian's Wine keeps the socket of the server in a folder of its own in /tmp, which it leaves there. The prefix has the
-# folder's name, and a server that does not find it makes it again.
+# Debian's Wine has the socket of the server in a folder in /tmp, and does not remove that folder. The prefix has the
+# name of the folder. A server that does not find the folder makes it again.
 stop_server() {
   wineserver -k 2>/dev/null || true
   sockets=$(cat "$WINEPREFIX/wineserver" 2>/dev/null) || true
@@ -41,18 +40,18 @@ stop_server() {
 
 case ${1:-} in
   --start)
-    # Those that start side by side wait for one prefix.
+    # Scripts that start at the same time wait until one of them has made the prefix.
     mkdir -p "$root/build"
     [ "${KELMO_WINE_LOCKED:-}" ] ||
       KELMO_WINE_LOCKED=1 exec flock --close "$root/build/wine.lock" "$0" --start
-    if [ ! -e "$complete" ]; then # what was interrupted while it was made is of no use
+    if [ ! -e "$complete" ]; then # a prefix that is not complete cannot be used
       stop_server
       rm -rf "$WINEPREFIX"
     fi
     mkdir -p "$WINEPREFIX"
-    # Nothing that stays behind may keep the caller's output open. Services start with the first
-    # program, hence wineboot also in an old prefix. In a new one it always prints warnings, one of
-    # them of the 32-bit rundll32.exe, which no 64-bit program needs: they stay in the log.
+    # The output goes to a log, because programs that keep running must not hold the caller's output open. In a new
+    # prefix wineboot always prints warnings, for example of the 32-bit rundll32.exe, which no 64-bit program needs.
+    # wineboot also runs in an existing prefix: it starts the services.
     if ! start_server >"$WINEPREFIX/start.log" 2>&1 </dev/null; then
       cat "$WINEPREFIX/start.log" >&2
       exit 1
