@@ -9,7 +9,7 @@ set(CMAKE_FIND_ROOT_PATH /usr/aarch64-linux-gnu)
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
-set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE BOTH)  # an installed copy of the library may lie anywhere
+set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE BOTH)  # the library may be installed in any folder
 
-# Tests and examples run under QEMU, which finds the loader and the system's libraries in that folder.
+# Tests and examples run under QEMU, with the loader and the system's libraries from that folder.
 set(CMAKE_CROSSCOMPILING_EMULATOR qemu-aarch64 -L /usr/aarch64-linux-gnu)

@@ -1,10 +1,9 @@
-# What makes the shipped library harder to misuse where its code, or its host's, has a fault. None of it takes another
-# library (on 64-bit ARM the stack protector names the loader, which every program has), and
-# tests/abi/check_hardening.cmake reads each from the built file.
-#   Linux: the stack is checked before a function returns, the C library checks what it copies, and what the loader has
-#   resolved, all of it at the load, is read-only from then on.
-#   Windows: code and data lie where nobody can know, anywhere in 64 bits, and data is not run. Microsoft's compiler
-#   checks the stack of its own accord.
+# Makes a fault in the library or its host harder to exploit. tests/abi/check_hardening.cmake checks each protection in
+# the built file. None of them needs another library (on 64-bit ARM the stack protector needs the loader, which every
+# program has).
+#   Linux: stack protector, checked copying in the C library, immediate binding, relocations that become read-only.
+#   Windows: high-entropy address space layout randomisation, data that cannot be executed. Microsoft's compiler has a
+#   stack protector by default.
 
 function(kelmo_harden library core)
   if(MSVC)
@@ -14,8 +13,8 @@ function(kelmo_harden library core)
   else()
     foreach(target ${library} ${core})
       target_compile_options(${target} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-fstack-protector-strong>)
-      # It needs an optimising compiler, and knows nothing of sanitizers: for the builds that are shipped. Who packages the
-      # library may have chosen a level already.
+      # Only for shipped builds: it needs optimisation and does not fit sanitizers. A packager may have set a level
+      # already.
       if(NOT CMAKE_CXX_FLAGS MATCHES "_FORTIFY_SOURCE")
         target_compile_options(${target} PRIVATE
           "$<$<AND:$<COMPILE_LANGUAGE:CXX>,$<CONFIG:Release,RelWithDebInfo,MinSizeRel>>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")

@@ -1,5 +1,5 @@
-# cmake --install puts the library, its header and a CMake package into place: afterwards
-# find_package(kelmo_Mestrel_Localizer) gives the target kelmo::localizer.
+# cmake --install installs the library, its header and a CMake package: find_package(kelmo_Mestrel_Localizer) then gives
+# the target kelmo::localizer.
 include(CMakePackageConfigHelpers)
 
 set(package ${CMAKE_INSTALL_LIBDIR}/cmake/${PROJECT_NAME})
@@ -12,7 +12,7 @@ endif()
 install(FILES NOTICES.md TYPE DOC)
 install(EXPORT ${PROJECT_NAME} FILE ${PROJECT_NAME}Config.cmake NAMESPACE kelmo:: DESTINATION ${package})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/${PROJECT_NAME}ConfigVersion.cmake COMPATIBILITY SameMajorVersion)
-# The package of one system or processor must not be taken for another's: the linker would not notice the first.
+# A package for another system or processor must not be found. The linker would not notice another system.
 string(TOLOWER "${CMAKE_SYSTEM_PROCESSOR}" processor)
 string(REGEX REPLACE "^(amd64|x64)$" "x86_64" processor "${processor}")
 string(REGEX REPLACE "^arm64$" "aarch64" processor "${processor}")

@@ -1,17 +1,17 @@
-# What hosts get from a library of Microsoft's compiler beside the header and the library itself.
+# What hosts get in addition from a library that Microsoft's compiler has built.
 if(NOT MSVC)
   return()
 endif()
 
 option(KELMO_LOCALIZER_HOSTS_EHS "Compile hosts with /EHs /EHc-, so that they can catch what GetError throws" ON)
 if(KELMO_LOCALIZER_HOSTS_EHS)
-  # Behind the /EHsc that CMake puts in front, /EHs alone would change nothing: c must be taken back.
+  # After CMake's /EHsc, /EHs alone changes nothing: /EHc- removes the c.
   target_compile_options(kelmo_localizer INTERFACE "$<$<COMPILE_LANG_AND_ID:CXX,MSVC>:/EHs;/EHc->")
 endif()
 
-# The runtime of this build, for kelmo_localizer.h, which compares it with that of the host, and of the library's own
-# sources. A file, and no definition of the target: that would follow the configuration of the host, so that a debug host
-# were told that an installed release build is a debug build.
+# kelmo_localizer.h compares the runtime of this build with that of the host and of the library's own sources. It reads
+# the runtime from a file. A definition of the target would follow the configuration of the host: for a debug host, an
+# installed release build would seem to be a debug build.
 set(runtime MultiThreaded$<$<CONFIG:Debug>:Debug>DLL)
 if(CMAKE_MSVC_RUNTIME_LIBRARY)
   set(runtime ${CMAKE_MSVC_RUNTIME_LIBRARY})

@@ -1,5 +1,5 @@
-# Cross-build for 64-bit Windows on Linux. The "posix" compilers are named because GoogleTest needs std::mutex, which the
-# other thread model lacks.
+# Cross-build for 64-bit Windows on Linux, with the "posix" compilers: GoogleTest needs std::mutex, which the other
+# thread model lacks.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 
@@ -11,7 +11,7 @@ set(CMAKE_FIND_ROOT_PATH /usr/x86_64-w64-mingw32)
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
-set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE BOTH)  # an installed copy of the library may lie anywhere
+set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE BOTH)  # the library may be installed in any folder
 
 # Tests and examples run under Wine.
 set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../tools/wine.sh)

@@ -1,7 +1,6 @@
-# Warnings of the project's own code. They are on in its own builds only: whoever builds the library inside another project
-# sees none. They are errors with the compilers of this list, with which the project builds without a warning; any other
-# compiler gives warnings, and builds. Whoever sets CMAKE_COMPILE_WARNING_AS_ERROR decides it for every compiler.
-# tests/build/check_warnings.cmake and tests/build/check_known_compilers.cmake hold this.
+# Warnings are on in the project's own builds, and off if another project builds the library. They are errors with the
+# compilers of this list, with which the project builds without warnings. CMAKE_COMPILE_WARNING_AS_ERROR decides for all
+# compilers. tests/build/check_warnings.cmake and tests/build/check_known_compilers.cmake check this.
 set(compilers_without_warnings GNU-12 GNU-14 Clang-14 Clang-19)
 
 add_library(kelmo_localizer_warnings INTERFACE)
@@ -24,6 +23,6 @@ if(KELMO_LOCALIZER_STRICT)
     set(CMAKE_COMPILE_WARNING_AS_ERROR ON)
   endif()
 elseif(NOT PROJECT_IS_TOP_LEVEL AND NOT MSVC)
-  # The host's own options, -Werror among them, are not for the library's sources.
+  # The host's options, such as -Werror, must not affect the library's sources.
   target_compile_options(kelmo_localizer_warnings INTERFACE "$<$<COMPILE_LANGUAGE:C,CXX>:-w>")
 endif()
