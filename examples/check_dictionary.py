@@ -1,6 +1,6 @@
-"""What the library says of a dictionary: python3 examples/check_dictionary.py FOLDER-OF-THE-LIBRARY FILE
+"""Prints the messages of a dictionary: python3 examples/check_dictionary.py FOLDER-OF-THE-LIBRARY FILE
 
-Ends with 1 if there is a message.
+The exit code is 1 if there is a message.
 """
 
 import ctypes
@@ -8,7 +8,7 @@ import os
 import sys
 
 for stream in (sys.stdout, sys.stderr):
-    stream.reconfigure(encoding="utf-8")  # whatever the locale is
+    stream.reconfigure(encoding="utf-8")  # in any locale
 names = {"nt": "kelmo_Mestrel_Localizer.dll", "posix": "libkelmo_Mestrel_Localizer.so"}
 library = ctypes.CDLL(os.path.join(os.path.abspath(sys.argv[1]), names[os.name]))
 library.LoadDictionary.argtypes = [ctypes.c_wchar_p, ctypes.c_wchar_p]

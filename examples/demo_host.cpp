@@ -1,7 +1,7 @@
-// A host program in small. Texts: it loads the dictionaries of three languages, switches between them
-// while it runs, and reads back what the library found wrong in a faulty one. Values: it computes
-// across units and shows numbers as exactly as they are known. At the end, what may surprise.
-// Run it from the top folder of the project.
+// A small host. Texts: it loads the dictionaries of three languages, switches between them, and
+// shows the messages of a faulty one. Values: it computes with different units and prints numbers
+// as exactly as they are known. The last part shows what may surprise. Run it from the top folder
+// of the project.
 
 #include <algorithm>
 #include <cstddef>
@@ -21,13 +21,13 @@ std::wstring Padded(std::wstring text, std::size_t width) {
   return text;
 }
 
-// A line with a remark behind it.
+// Prints a line with a remark.
 void Say(const std::wstring& text, const std::wstring& remark) {
   constexpr std::size_t kRemark = 32;
   Print({L"  ", remark.empty() ? text : Padded(text, kRemark) + remark, L"\n"});
 }
 
-// Only a negative result is a failure: the others count every message in the list, older ones too.
+// Only a negative result is a failure. Other results are the number of all messages in the list.
 bool Load(const wchar_t* fileName) {
   const int result = LoadDictionary(L"examples/LANG", fileName);
   const std::wstring number = std::to_wstring(result);
@@ -47,7 +47,7 @@ void ShowMessages() {
   }
 }
 
-// One row for each key, one column for each language.
+// Prints a row for each key and a column for each language.
 void ShowTexts(const std::vector<std::wstring>& ids, const std::vector<std::wstring>& keys) {
   constexpr std::size_t kKey = 22;
   constexpr std::size_t kText = 18;
@@ -83,7 +83,7 @@ void ShowAFaultyDictionary() {
   ClearErrors();
 }
 
-void ShowWhatIsNotThere() {
+void ShowAMissingLanguage() {
   Print({L"\nA file and a language that are not there\n"});
   Load(L"fr.txt");
   Say(L"UseLanguage fr -> " + std::to_wstring(UseLanguage(L"fr")), L"the one before stays");
@@ -91,7 +91,7 @@ void ShowWhatIsNotThere() {
   ClearErrors();
 }
 
-// The library prints numbers; their unit is the host's to add.
+// The library prints numbers only. The host adds the unit.
 std::wstring WithUnit(Double value) { return value.to_string(L'.') + L" " + value.unit->symbol; }
 
 // Units by their codes: 10001 meters, 10002 inches, 40001 degrees, 40002 radians.
@@ -117,7 +117,7 @@ void ShowValues() {
   }
 }
 
-// What the library finds under a unit's code or symbol, at this moment.
+// The name of the unit that has this code or symbol now.
 template <class CodeOrSymbol>
 std::wstring NameOf(CodeOrSymbol unit) {
   const Double value(1, 1, 0, unit);
@@ -145,7 +145,7 @@ void ShowOddities(const Names& before) {
 }  // namespace
 
 int main() {
-  const Names before;        // for the end; a value made before Init is out of date after it
+  const Names before;        // for the last part; Init invalidates the values made before it
   Init(L"examples", L"ru");  // before the values: it replaces the units
 
   Print({L"\nThree languages, a file for each\n"});
@@ -160,7 +160,7 @@ int main() {
   Print({L"  (%1 is the program's to fill: the library hands texts out as they are.)\n"});
 
   ShowAFaultyDictionary();
-  ShowWhatIsNotThere();
+  ShowAMissingLanguage();
   ShowValues();
   ShowOddities(before);
   return 0;

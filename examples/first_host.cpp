@@ -9,7 +9,7 @@ int main() {
       return 1;
     }
   }
-  UseLanguage(L"de");  // after the last load, which has made its own dictionary the current one
+  UseLanguage(L"de");  // after the last load: each load selects its own dictionary
   Print(
       {LANG(L"menu.file"), L": ", LANG(L"menu.file.save"), L", ", LANG(L"menu.file.exit"), L"\n"});
 }

@@ -1,11 +1,11 @@
-"""The first host in Python: python3 examples/first_host.py FOLDER-OF-THE-LIBRARY, from the top folder."""
+"""The first host, in Python. In the top folder: python3 examples/first_host.py FOLDER-OF-THE-LIBRARY"""
 
 import ctypes
 import os
 import sys
 
 for stream in (sys.stdout, sys.stderr):
-    stream.reconfigure(encoding="utf-8")  # whatever the locale is
+    stream.reconfigure(encoding="utf-8")  # in any locale
 names = {"nt": "kelmo_Mestrel_Localizer.dll", "posix": "libkelmo_Mestrel_Localizer.so"}
 library = ctypes.CDLL(os.path.join(os.path.abspath(sys.argv[1]), names[os.name]))
 library.Init.argtypes = [ctypes.c_wchar_p, ctypes.c_wchar_p]
@@ -16,7 +16,7 @@ library.UseLanguage.argtypes = [ctypes.c_wchar_p]
 library.LANG.argtypes = [ctypes.c_wchar_p]
 library.LANG.restype = ctypes.c_wchar_p
 library.GetError.argtypes = [ctypes.c_int32]
-library.GetError.restype = ctypes.c_wchar_p  # never pass it GetErrorsCount(): that index throws
+library.GetError.restype = ctypes.c_wchar_p  # never pass it GetErrorsCount(): it would throw
 library.GetErrorsCount.restype = ctypes.c_int64
 library.ClearErrors.restype = None
 

@@ -1,5 +1,6 @@
-// Prints wide text as UTF-8, on Linux and on Windows. For the examples, and for a first program of your
-// own: texts of the library are wide, and printf with %ls loses what the runtime's locale does not know.
+// Prints wide text as UTF-8, on Linux and on Windows. For the examples and your first program:
+// texts of the library are wide, and printf with %ls loses characters that the runtime's locale
+// does not have.
 #pragma once
 
 #include <cstddef>
@@ -16,7 +17,7 @@
 #include <windows.h>
 #endif
 
-// Pairs of surrogates become one character; a half of one, which is no character, becomes U+FFFD.
+// A surrogate pair becomes one character. A lone surrogate becomes U+FFFD.
 inline std::string Utf8(const std::wstring& text) {
   std::string bytes;
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -49,7 +50,7 @@ inline std::string Utf8(const std::wstring& text) {
 }
 
 #ifdef _WIN32
-// A console is to read UTF-8, and to get the bytes of a short text at once and as they are.
+// Makes the console read UTF-8, and stdout binary with a buffer: a short text is written at once.
 struct Utf8Console {
   Utf8Console() {
     (void)::SetConsoleOutputCP(CP_UTF8);
@@ -59,9 +60,9 @@ struct Utf8Console {
 };
 #endif
 
-// Prints the texts one behind the other. On Windows the first call changes how the whole program prints: it
-// sets the code page of the console, which stays, and makes stdout binary, with a buffer. So call it before
-// anything else is printed to stdout.
+// Prints the texts one after the other. On Windows the first call changes how the whole program
+// prints: it sets the code page of the console, which stays, and makes stdout binary, with a
+// buffer. So call Print before anything else is printed to stdout.
 inline void Print(std::initializer_list<std::wstring> texts) {
 #ifdef _WIN32
   static const Utf8Console console;
