@@ -1,4 +1,4 @@
-// The default unit table inside the shared object: the file that the DLL carries as a resource, byte for byte.
+// The default unit table inside the shared object: the same bytes as the resource of the DLL.
     .section .rodata
     .global kelmoUnitTable, kelmoUnitTableEnd
     .hidden kelmoUnitTable, kelmoUnitTableEnd
@@ -6,4 +6,4 @@ kelmoUnitTable:
     .incbin "resources/default_unit_table.txt"
 kelmoUnitTableEnd:
 
-    .section .note.GNU-stack, "", %progbits  // without it the linker would ask for an executable stack
+    .section .note.GNU-stack, "", %progbits  // without it the stack would be executable
