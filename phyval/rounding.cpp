@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <optional>
 #include <utility>
@@ -16,14 +17,12 @@
 namespace KelmoLibs::Localize::Phyval {
 namespace {
 
-static_assert(kMaxDecimals == std::numeric_limits<std::int32_t>::digits10,
-              "the decimals of Scale::up");
-
 // Powers of ten in 32 bits. From 10^10 on they wrap, also to negative values; from 10^32 on they
 // are 0. Numbers and texts depend on this, so it must stay.
 struct Scale {
   std::int32_t up;
   std::int32_t down;
+  std::uint32_t steps;  // `up` is 10^steps, until it wraps
 };
 
 // The powers are computed without a sign, where overflow is defined, and used with one.
@@ -36,9 +35,11 @@ void PreventLoopElimination() noexcept { std::atomic_signal_fence(std::memory_or
 
 Scale ScaleOf(double tolerance) noexcept {
   std::uint32_t up = 1;
+  std::uint32_t steps = 0;
   while (1.0 > tolerance) {
     tolerance *= 10.0;
     up *= 10;
+    ++steps;
     PreventLoopElimination();
   }
   std::uint32_t down = 1;
@@ -47,11 +48,8 @@ Scale ScaleOf(double tolerance) noexcept {
     down *= 10;
     PreventLoopElimination();
   }
-  return {Signed(up), Signed(down)};
+  return {Signed(up), Signed(down), steps};
 }
-
-constexpr std::array<std::int32_t, kMaxDecimals + 1> kPowersOfTen = {
-    1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000, 1000000000};
 
 constexpr double kMinWithoutFraction = 4503599627370496.0;  // 2^52: larger doubles are integers
 
@@ -65,7 +63,8 @@ double NearestInteger(double x) noexcept {
   return std::copysign(nearest, x);  // -0.3 becomes -0
 }
 
-int DecimalsOf(std::int32_t up) noexcept {
+// The decimals of numbers over `up`, a power that has wrapped.
+int DecimalsOfWrapped(std::int32_t up) noexcept {
   int decimals = 0;
   for (; up >= 10; up /= 10) {
     ++decimals;
@@ -92,21 +91,27 @@ std::wstring TextOfFraction(bool isNegative, std::uint64_t integer, int decimals
   constexpr std::uint64_t kHalf = 100000000;
   const std::array<std::uint64_t, 2> halves = {EightDigits(integer / kHalf),
                                                EightDigits(integer % kHalf)};
-  const std::size_t point = kDigits - static_cast<std::size_t>(decimals);
+  std::array<unsigned char, kDigits> digits = {};
+  std::memcpy(digits.data(), halves.data(), kDigits);
   std::array<wchar_t, 1 + kDigits + 1> text = {};  // sign, digits and separator
+  const std::size_t point = kDigits - static_cast<std::size_t>(decimals);
   for (std::size_t i = 0; i < kDigits; ++i) {
-    const std::uint64_t digit = (halves[i / 8] >> (8 * (i % 8))) & 0xFU;
-    text[1 + i + (i >= point ? 1 : 0)] = static_cast<wchar_t>(L'0' + digit);
+    text[2 + i] = static_cast<wchar_t>(L'0' + digits[i]);
+  }
+  for (std::size_t i = 0; i < point; ++i) {
+    text[1 + i] = text[2 + i];
   }
   text[1 + point] = separator;
-  const auto zeros = [&halves](std::size_t half) {
+  // Marks the digits that are not 0, and always the last one of a half.
+  const auto marks = [&halves](std::size_t half) {
     constexpr std::uint64_t kLessThanHighestBit = 0x7F * kEveryByte;
-    return LowestByteIndex((halves[half] + kLessThanHighestBit) & kHighestBits);
+    return (halves[half] + kLessThanHighestBit) & kHighestBits;
   };
-  const std::size_t front = halves[0] != 0   ? zeros(0)
-                            : halves[1] != 0 ? kDigits / 2 + zeros(1)
-                                             : kDigits;
-  std::size_t begin = 1 + std::min(front, point - 1);
+  constexpr std::uint64_t kLastMark = std::uint64_t{1} << 63U;
+  const std::size_t firstOfLower = kDigits / 2 + LowestByteIndex(marks(1) | kLastMark);
+  const std::size_t firstOfUpper = LowestByteIndex(marks(0) | kLastMark);
+  const std::size_t first = halves[0] != 0 ? firstOfUpper : firstOfLower;
+  std::size_t begin = 1 + std::min(first, point - 1);
   text[begin - 1] = L'-';
   begin -= isNegative ? 1 : 0;
   return {text.data() + begin, text.data() + 1 + kDigits + (decimals != 0 ? 1 : 0)};
@@ -118,7 +123,7 @@ std::wstring TextOfFraction(bool isNegative, std::uint64_t integer, int decimals
 std::wstring ClassicText(const RoundedNumber& rounded, wchar_t separator) {
   const auto [number, decimals, integer] = rounded;
   if (std::abs(integer) < kMinWithoutFraction) {
-    return TextOfFraction(std::signbit(number), static_cast<std::uint64_t>(std::abs(integer)),
+    return TextOfFraction(std::signbit(integer), static_cast<std::uint64_t>(std::abs(integer)),
                           decimals, separator);
   }
   std::array<char, kMaxNumberLength> text = {};
@@ -132,7 +137,7 @@ std::wstring ClassicText(const RoundedNumber& rounded, wchar_t separator) {
 }  // namespace
 
 RoundedNumber RoundToTolerance(double value, double tolerance) noexcept {
-  const auto [up, down] = ScaleOf(tolerance);
+  const auto [up, down, steps] = ScaleOf(tolerance);
   constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
   if (up <= 0) {
     // The power of ten has wrapped: the tolerance is 1e-11 or less. The number stays as it is, with
@@ -141,11 +146,12 @@ RoundedNumber RoundToTolerance(double value, double tolerance) noexcept {
   }
   // Exactly these operations in this order: others give other last digits. A division by 1 would
   // change nothing, so it is left out.
-  const int decimals = DecimalsOf(up);
   const double scaled = up * value;
   const double integer = NearestInteger(down == 1 ? scaled : scaled / down) * down;
-  return {integer / up, decimals,
-          up == kPowersOfTen[static_cast<std::size_t>(decimals)] ? integer : kNone};
+  if (steps > kMaxDecimals) {
+    return {integer / up, DecimalsOfWrapped(up), kNone};
+  }
+  return {integer / up, static_cast<int>(steps), integer};
 }
 
 std::wstring FixedText(const RoundedNumber& rounded, wchar_t separator) {
