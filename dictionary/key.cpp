@@ -23,6 +23,8 @@ int CompareLengths(std::size_t left, std::size_t right) noexcept {
   return left < right ? -1 : left > right ? 1 : 0;
 }
 
+constexpr std::size_t kWideUnitSizeLog2 = sizeof(wchar_t) == 4 ? 2 : 1;
+
 }  // namespace
 
 // Collects the bits of both neighbours of each character. So 0, whose lower neighbour has all bits,
@@ -34,7 +36,7 @@ StoredKey::StoredKey(std::wstring_view text) noexcept {
     const std::uint32_t value = std::char_traits<wchar_t>::to_int_type(character);
     bits |= (value - 1) | (value + 1);
   }
-  const std::size_t unitSizeLog2 = bits <= 0xFF ? 0 : bits <= 0xFFFF ? 1 : sizeof(wchar_t) / 2;
+  const std::size_t unitSizeLog2 = bits <= 0xFF ? 0 : bits <= 0xFFFF ? 1 : kWideUnitSizeLog2;
   lengthAndUnitSize_ = (text.size() << kUnitSizeBits) | unitSizeLog2;
 }
 

@@ -12,8 +12,8 @@ namespace KelmoLibs::Localize {
 /// A stored key: its length, and behind it its characters. All characters take one, two or (on
 /// Linux) four bytes each: the smallest size that holds all of them. A key with U+0000 is always
 /// stored as wchar_t, and one with U+00FF never in one byte: when keys are compared, characters
-/// that do not fit into one byte saturate to these two values. To have one rule for all sizes, a
-/// key with U+FFFF is not stored in two bytes.
+/// that do not fit into one byte saturate to these two values. The same rule keeps a key with
+/// U+FFFF from being stored in two bytes on Linux, where wchar_t has four.
 class StoredKey {
   // These two come first, because the functions below need their return types.
 

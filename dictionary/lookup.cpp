@@ -10,34 +10,35 @@
 namespace KelmoLibs::Localize {
 namespace {
 
-// All calls that lead to an existing text are tail calls, which compile to jumps. The one exception
-// finds the end of a key of more than eight characters. This makes the lookup of a short key a
-// third faster. The functions have at most four arguments where a key exists, because Windows
-// passes no more than four in registers.
+// On the common path (the first candidate has the key, and the key has up to 32 characters) all
+// calls are tail calls, which compile to jumps, but for the one that finds the end of a key of more
+// than eight characters. This makes the lookup of a short key a third faster. The functions on this
+// path have at most four arguments, because Windows passes no more than four in registers.
 
-KELMO_LOCALIZER_NEVER_INLINE const wchar_t* MissDictionary(const std::wstring& id,
-                                                           ErrorList& errors) {
+KELMO_LOCALIZER_NEVER_INLINE const wchar_t* ReportMissingDictionary(const std::wstring& id,
+                                                                    ErrorList& errors) {
   errors.Append(NoCurrentDictionaryMessage(id));
   return emptyText;
 }
 
-KELMO_LOCALIZER_NEVER_INLINE const wchar_t* MissKey(const wchar_t* key, std::size_t length,
-                                                    std::uint64_t hash, ErrorList& errors) {
+KELMO_LOCALIZER_NEVER_INLINE const wchar_t* ReportMissingKey(const wchar_t* key, std::size_t length,
+                                                             std::uint64_t hash,
+                                                             ErrorList& errors) {
   errors.Append(KeyNotFoundMessage({key, length}, hash));
   return emptyText;
 }
 
 template <class LengthClass>
-KELMO_LOCALIZER_NEVER_INLINE const wchar_t* FindKeyBehindFirst(const wchar_t* key,
-                                                               std::size_t length,
-                                                               std::uint64_t hash,
-                                                               const Dictionary& dictionary,
-                                                               ErrorList& errors) {
+KELMO_LOCALIZER_NEVER_INLINE const wchar_t* FindAmongAllCandidates(const wchar_t* key,
+                                                                   std::size_t length,
+                                                                   std::uint64_t hash,
+                                                                   const Dictionary& dictionary,
+                                                                   ErrorList& errors) {
   const wchar_t* const text = dictionary.Find(KeyQuery<LengthClass>({key, length}, hash));
   return text != nullptr ? text
          : errors.HasMissingKey<LengthClass>(key, length, hash)
              ? emptyText
-             : MissKey(key, length, hash, errors);
+             : ReportMissingKey(key, length, hash, errors);
 }
 
 template <class LengthClass>
@@ -48,7 +49,7 @@ KELMO_LOCALIZER_NEVER_INLINE const wchar_t* FindKey(const wchar_t* key, std::siz
   const wchar_t* const text = dictionary.FindFirstCandidate(query);
   return text != nullptr
              ? text
-             : FindKeyBehindFirst<LengthClass>(key, length, query.Hash(), dictionary, errors);
+             : FindAmongAllCandidates<LengthClass>(key, length, query.Hash(), dictionary, errors);
 }
 
 // For keys of more than eight characters.
@@ -79,7 +80,7 @@ std::int32_t SelectDictionary(std::wstring_view id, CurrentLanguage& currentLang
 const wchar_t* FindText(const wchar_t* key, const CurrentLanguage& currentLanguage,
                         ErrorList& errors) {
   if (currentLanguage.dictionary == nullptr) {
-    return MissDictionary(currentLanguage.id, errors);
+    return ReportMissingDictionary(currentLanguage.id, errors);
   }
   const Dictionary& dictionary = *currentLanguage.dictionary;
   if (key == nullptr) {

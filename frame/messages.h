@@ -23,11 +23,11 @@ struct Message {
     kKeyNotFound,
   };
 
+  // The details are not owned. In the kinds with two different details the first one has no LF, so
+  // that different messages have different texts. `second` is empty in the other kinds.
   Kind kind;
-  std::wstring_view
-      first;  // the first detail; not owned; no LF in it if the kind has a second detail
-  std::wstring_view
-      second;          // not owned; empty if the kind has one detail, or shows the first one twice
+  std::wstring_view first;
+  std::wstring_view second;
   std::uint64_t hash;  // equal messages have equal hashes
 };
 

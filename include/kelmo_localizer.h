@@ -29,10 +29,10 @@
  *            keeps no pointer that a host passes to it.
  * Threads    Only one thread at a time may call the library. It has one state for the whole process
  *            and takes no lock.
- * Problems   A missing file, key or id, and a key that is declared twice, is no exception: the
- *            library appends a message to the error list (GetErrorsCount, GetError, ClearErrors),
- *            unless an equal message is in the list. Messages stay until ClearErrors. Below,
- *            "Lists" names the messages that a call may append. Problems of Init, Init0 and
+ * Problems   A missing file, key or id, and a key that is declared twice, is not reported by an
+ *            exception: the library appends a message to the error list (GetErrorsCount, GetError,
+ *            ClearErrors), unless an equal message is in the list. Messages stay until ClearErrors.
+ *            Below, "Lists" names the messages that a call may append. Problems of Init, Init0 and
  *            ExportPhyVal are not reported.
  * Exceptions std::bad_alloc if there is no memory, and the std::out_of_range of GetError. The state
  *            is then as before the call, unless the declaration says otherwise. Only hosts in C++
@@ -54,9 +54,8 @@
  * library is built (on Windows, a module-definition file then exports the functions), and
  * KELMO_LOCALIZER_STATIC, which is set for tests that link the library's object files.
  *
- * KELMO_LOCALIZER_INLINE_MEMBER, on Linux only, marks a member that this header defines. The
- * library exports its copy; a host does not export its own. The member is never inlined into its
- * caller: there the compiler could see that nobody reads the object any more, and remove the store.
+ * KELMO_LOCALIZER_INLINE_MEMBER, on Linux only, marks the one member that this header defines, the
+ * destructor of Double.
  */
 #if !defined(_WIN32)
 #define KELMO_LOCALIZER_API __attribute__((visibility("default")))
@@ -91,17 +90,18 @@ extern "C" {
  * not depend on the language or its file.
  *
  * The library stores the symbols and names of the file until it is unloaded, under the key in the
- * first line of the file. The first entry of a code stays. No function returns them yet.
+ * first line of the file. The first entry of a code stays. No function returns these symbols and
+ * names yet.
  *
  * @param folder    The folder that contains LANG, usually the folder of the program.
  *                  (LoadDictionary takes the folder of the file itself.) A backslash joins it to
  *                  the rest.
  * @param language  Part of the file name, unchanged. Precondition for both texts: they are not
- *                  texts of the catalogue, such as the name of a unit.
+ *                  the symbol or name of a unit, which the call destroys before it reads them.
  *
- * @return  Always 0, even if there is no such file, or no table in the library. (On Windows there
- *          is no table if the file of the library was renamed: the catalogue is then empty, and no
- *          unit is found.)
+ * @return  Always 0, even if there is no such file, or no embedded table: the catalogue is then
+ *          empty, and no unit is found. (On Windows, do not rename the file of the library: the
+ *          table is found by that name.)
  *
  * Lists    Nothing. Messages about the file go to a list that no function returns.
  * Module   On Windows each call adds a reference to the module of the library and never releases
@@ -143,10 +143,10 @@ KELMO_LOCALIZER_API int32_t ExportPhyVal(void);
  * its line are the last line. A file without a line (empty, or not UTF-8 from its first byte on)
  * changes nothing and is no failure.
  *
- * @param folder    Folder of the file, absolute or relative to the working directory. L"." is the
- *                  working directory; the empty text is the root. A backslash joins it to fileName;
- *                  both stay unchanged. On Linux each backslash becomes a slash, and the path
- *                  UTF-8, only when the file is opened: messages have the joined path.
+ * @param folder    Folder of the file, absolute or relative to the working directory, which is
+ *                  L".". A backslash joins it to fileName, so an empty folder gives the root:
+ *                  \fileName. Both stay unchanged. On Linux the path that is opened has a slash for
+ *                  each backslash, and is UTF-8; messages have the joined path.
  * @param fileName  Name of the file in that folder.
  *
  * @return 0 or more  Success: the result of GetErrorsCount after the call, which includes older
@@ -154,13 +154,13 @@ KELMO_LOCALIZER_API int32_t ExportPhyVal(void);
  *         -2         The file cannot be opened, or is not a regular file. "EL111. Dictionary file
  *                    not found" is listed; nothing else changes.
  *         -1         The loading failed (no memory). "EL111. Dictionary loading error" is listed;
- *                    the entries that were read stay, and their dictionary is the current one.
+ *                    everything that was read before stays (docs/host_guide.md).
  *
  * Lists    "EL101. Key already declared." for each key that the dictionary already had.
  * Throws   std::bad_alloc if the path or the message of the failure cannot be stored; the entries
  *          that were read stay.
  * Cost     Linear in the file. Memory during the call, beside the stored texts and one message: at
- *          most twice the bytes of the file, and once the longest key as wide text.
+ *          most twice the bytes of the file, once the longest key as wide text, and small buffers.
  */
 KELMO_LOCALIZER_API int32_t LoadDictionary(const wchar_t* folder, const wchar_t* fileName);
 
@@ -188,12 +188,13 @@ KELMO_LOCALIZER_API int32_t UseLanguage(const wchar_t* id);
  *          empty text, which GetError also returns. An empty text of a dictionary has another
  *          address.
  *
- * Lists    "EL121. Dictionary not found" before the first load, or if the last load failed before
- *          it created its dictionary; "EL121. Key not found in dictionary" if the current
- *          dictionary does not have the key.
+ * Lists    "EL121. Dictionary not found" if no dictionary is current: before the first load, or
+ *          after a load that had no memory to create its dictionary; "EL121. Key not found in
+ *          dictionary" if the current dictionary does not have the key.
  * Throws   std::bad_alloc, only if a message is appended.
- * Cost     One lookup, independent of the size of the dictionary; for a missing key, one more in
- *          the list of messages. Copies nothing, and allocates only to append a message.
+ * Cost     One hash lookup, linear in the length of the key; for a missing key, one more in the
+ *          list of messages. A large dictionary costs cache misses. With keys that were made to
+ *          collide, O(log n). Copies nothing, and allocates only to append a message.
  */
 KELMO_LOCALIZER_API const wchar_t* LANG(const wchar_t* key);
 
@@ -218,8 +219,8 @@ KELMO_LOCALIZER_API int64_t GetErrorsCount(void);
  *
  * Throws   std::out_of_range with the text "invalid vector subscript" if `index` is
  *          GetErrorsCount() and the list is not empty. If there is no memory for that text:
- *          std::bad_alloc, or, if the library was built with Microsoft's compiler, the same
- *          exception with another text.
+ *          std::bad_alloc, or, if the library was built with Microsoft's compiler,
+ *          std::out_of_range with another text.
  * Cost     Constant.
  */
 KELMO_LOCALIZER_API const wchar_t* GetError(int32_t index);
@@ -362,16 +363,18 @@ class ValueType {
  * precision, in this order. The members that are marked "Checked" throw std::invalid_argument and
  * change nothing:
  *
- *   "The physical dimension of the number is not defined."  an operand has no unit;
+ *   "The physical dimension of the number is not defined."  an operand has no unit, or ConvertTo
+ *                                                           finds no unit with the code;
  *   "Codes of physical quantities do not match."            the quantities differ.
  *
  * The tolerance of a value is relTolerance * value + absTolerance. The sign of the value counts: a
  * negative value makes the tolerance smaller. Precondition for Return and both to_string: the
  * tolerance is positive and finite. THEY NEVER RETURN if it is 0, negative or infinite.
  *
- * No member is const: for a constant, call the member on a copy. The cost of a member is constant;
- * a constructor or a result also looks up its unit in the few rows of the catalogue. Only texts and
- * exceptions allocate memory.
+ * No member is const: for a constant, call the member on a copy. Constructors throw nothing. A
+ * member that is checked may throw std::bad_alloc instead, if there is no memory for its exception.
+ * Cost: constant, and for a constructor or a result the lookup of its unit in the few rows of the
+ * catalogue. Only texts and exceptions allocate memory.
  */
 class Double {
  public:
@@ -400,9 +403,10 @@ class Double {
   KELMO_LOCALIZER_MEMBER Double& operator=(const Double& other);
 
   /**
-   * Sets `unit` to null and frees nothing. Exported like every member. On Linux it is also inline,
-   * because a call into another module costs as much as an addition. The store is volatile, because
-   * a compiler may remove a store into an object at the end of its lifetime.
+   * Sets `unit` to null and frees nothing. Exported like every member. On Linux this header also
+   * defines it, because a call into another module costs as much as an addition. Hosts may rely on
+   * the null in the memory of a destroyed value, but compilers may remove a store into an object at
+   * the end of its lifetime. So the store is volatile, and the function is not merged into callers.
    */
 #if defined(_WIN32)
   KELMO_LOCALIZER_MEMBER ~Double();
@@ -439,25 +443,27 @@ class Double {
 
   /**
    * The value rounded by its tolerance; `unit` may be null. docs/values.md has the rule. Useful for
-   * tolerances from 1e-9 to 1e9. For very small tolerances (some from 1e-11 down, all below 1e-31)
-   * the power of ten, in 32 bits, is not positive: the result is the value itself.
+   * tolerances from 1e-9 to 1e9. For smaller tolerances the result may have wrong digits, or be the
+   * value itself (always below 1e-31).
    */
   KELMO_LOCALIZER_MEMBER double Return();
 
   /**
-   * The rounded value in fixed notation, with 0 to 9 decimals and without the unit. The decimal
-   * separator is that of the user's regional settings: the call switches the locale of the runtime
-   * (setlocale) in the whole process to the user's, and restores it before it returns or throws. If
-   * the user's locale is not installed, the current one applies. No other thread may use the locale
-   * of the runtime during the call. Throws std::bad_alloc.
+   * Prints the value, rounded, in fixed notation, with 0 to 9 decimals and without the unit. The
+   * decimal separator is that of the user's regional settings: the call switches the locale of the
+   * runtime (setlocale) in the whole process to the user's, and restores it before it returns or
+   * throws (unless the runtime has no memory to do so). If the user's locale is not installed, the
+   * current one applies. No other thread may use the locale of the runtime during the call. Throws
+   * std::bad_alloc.
    */
   KELMO_LOCALIZER_MEMBER std::wstring to_string();
 
   /**
-   * Like a new wide stream prints the rounded value, with `separator` in place of each L'.'. The
-   * locale of the runtime has no effect. On Linux the global C++ locale has, if the host has
-   * changed it: it may group digits and have its own decimal separator. Throws std::bad_alloc, and
-   * any exception that a facet of that locale makes the stream throw.
+   * Prints the value, rounded, as a wide stream does in fixed notation, with 0 to 9 decimals, and
+   * with `separator` in place of each L'.'. The locale of the runtime has no effect. On Linux, the
+   * global C++ locale has an effect if the host has changed it: it may group digits, and have its
+   * own decimal separator. Throws std::bad_alloc, and any exception that a facet of that locale
+   * makes the stream throw.
    */
   KELMO_LOCALIZER_MEMBER std::wstring to_string(wchar_t separator);
 

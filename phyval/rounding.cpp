@@ -140,8 +140,8 @@ RoundedNumber RoundToTolerance(double value, double tolerance) noexcept {
   const auto [up, down, steps] = ScaleOf(tolerance);
   constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
   if (up <= 0) {
-    // The power of ten has wrapped: the tolerance is 1e-11 or less. The number stays as it is, with
-    // all decimals that can be printed.
+    // The power of ten has wrapped to 0 or below: the number stays as it is, with all decimals that
+    // can be printed. (Powers that have wrapped to a positive value are used all the same.)
     return {value, kMaxDecimals, kNone};
   }
   // Exactly these operations in this order: others give other last digits. A division by 1 would

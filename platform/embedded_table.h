@@ -14,8 +14,8 @@ struct EmbeddedTable {
 };
 
 /// On Windows, the table is a resource of the module with the name "kelmo_Mestrel_Localizer.dll".
-/// If no such module is loaded, the resources of the host's own file are searched. Each call takes
-/// one more reference to the module and never releases it.
+/// Each call loads this module once more (LoadLibrary) and never releases it. If Windows finds no
+/// such file, the resources of the host's own file are searched.
 ///
 /// On Linux, the table is part of the library's data: it is always found, and no file is opened.
 EmbeddedTable FindEmbeddedUnitTable() noexcept;

@@ -20,7 +20,7 @@ class FileDescriptor {
   /// Size in bytes. Nothing unless the descriptor is open and refers to a regular file.
   std::optional<std::size_t> RegularFileSize() const noexcept;
 
-  /// Reads or writes at most `size` bytes (not 0) and returns their number: 0 at the end of the
+  /// Reads or writes at most `size` bytes (not 0). Returns their number, or 0 at the end of a
   /// file, and on failure. Precondition: the descriptor is open.
   std::size_t Read(char* buffer, std::size_t size) const noexcept;
   std::size_t Write(const char* bytes, std::size_t size) const noexcept;

@@ -38,7 +38,7 @@ class RecordTable {
   static constexpr std::size_t kProbedBuckets = 8;
 
   /// `onNewBlock` is called with each block of memory for records (Arena); it may be null.
-  explicit RecordTable(Arena::BlockCallback onNewBlock) noexcept : arena_(onNewBlock) {}
+  explicit RecordTable(Arena::BlockCallback onNewBlock) : arena_(onNewBlock) {}
 
   /// The record that matches `query`, or null. Allocates nothing.
   template <class Query>
@@ -53,7 +53,7 @@ class RecordTable {
           return bucket->At(slots);
         }
       }
-      if (!bucket->IsFull()) {
+      if (!bucket->IsFull()) {  // no record is ever removed alone, so none is behind a free slot
         return nullptr;
       }
     }
@@ -102,7 +102,7 @@ class RecordTable {
   void Clear() noexcept {
     overflow_.clear();  // not a new set, which allocates memory in some standard libraries
     bucketMemory_.reset();
-    homeBuckets_ = capacity_ = count_ = 0;
+    homeBuckets_ = capacity_ = count_ = 0;  // without home buckets, buckets_ is not used
     arena_.Clear();
   }
 
@@ -166,8 +166,8 @@ class RecordTable {
     }
   };
 
-  // The last kProbedBuckets - 1 buckets are not the home of any record: they take what overflows
-  // the last homes.
+  // The last kProbedBuckets - 1 buckets are not the home of any record. They take records for which
+  // the last home buckets have no room.
   std::size_t BucketCount() const noexcept { return homeBuckets_ + kProbedBuckets - 1; }
 
   Bucket* HomeOf(std::uint64_t hash) const noexcept {
@@ -201,7 +201,7 @@ void RecordTable<Record>::Grow(std::size_t expectedRecords) {
   RecordTable larger(nullptr);
   larger.capacity_ = std::clamp(expectedRecords, minimum, maximum);
   larger.homeBuckets_ =
-      larger.capacity_ / (kBucketRecords * 3 / 4) + 1;  // three quarters full at most
+      larger.capacity_ / (kBucketRecords * 3 / 4) + 1;  // 5 of 7 slots are full at most, on average
   std::size_t space = (larger.BucketCount() + 1) * kCacheLineBytes;
   larger.bucketMemory_ = std::make_unique<std::byte[]>(space);  // zeroes: empty buckets
   void* aligned = larger.bucketMemory_.get();

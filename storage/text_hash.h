@@ -19,8 +19,8 @@ namespace TextHashDetails {
 // Arbitrary. Without them, a text of zeroes would make a factor 0.
 constexpr std::array<std::uint64_t, 2> kMasks = {0x9E3779B97F4A7C15, 0xC2B2AE3D27D4EB4F};
 
-// Different primes between 2^14 and 2^15. If two characters change, their sum changes too, unless
-// each changes by at least the factor of the other.
+// Different primes between 2^14 and 2^15. The changes of two characters cancel each other out only
+// if each one is at least as large as the factor of the other character.
 constexpr std::size_t kFactorsPerVector = kVectorBytes / sizeof(std::int16_t);
 alignas(kVectorBytes) constexpr std::array<std::int16_t, 8 * kFactorsPerVector> kFactors = {
     31379, 30649, 32749, 32353, 19477, 21673, 30347, 29473, 18401, 23039, 28201, 19861, 16963,
@@ -121,8 +121,8 @@ struct From4To8 {
 };
 
 /// More characters than half of `blocks` blocks have, and at most as many as all of them. The first
-/// half of the blocks starts at the begin of the text; the other half stops at its end. The halves
-/// may overlap.
+/// half of the blocks starts at the beginning of the text; the other half stops at its end. The
+/// halves may overlap.
 template <std::size_t blocks>
 struct OverlappingBlocks {
   static constexpr std::size_t kMaxLength = blocks * kBlockCharacters;

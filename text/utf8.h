@@ -20,8 +20,9 @@ std::size_t WideLength(std::string_view wellFormed) noexcept;
 /// Decodes `wellFormed` to `text` and returns the end of the characters there. A character beyond
 /// U+FFFF becomes a surrogate pair if wchar_t has 16 bits, and one wchar_t if it has 32.
 ///
-/// Preconditions: WellFormedUtf8Length accepts all of `wellFormed`; `text` has room for one wchar_t
-/// per byte and one more. The wchar_t behind the characters may be overwritten with any value.
+/// Preconditions: WellFormedUtf8Length accepts all of `wellFormed`; `text` has room for
+/// WideLength(wellFormed) + 1 wchar_t (one more than the bytes is always enough). The wchar_t
+/// behind the characters may be overwritten with any value.
 wchar_t* DecodeUtf8(std::string_view wellFormed, wchar_t* text) noexcept;
 
 /// The same as a new string.

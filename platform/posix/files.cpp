@@ -28,7 +28,7 @@ int OpenUninterrupted(const char* path, int flags) noexcept {
 // O_NONBLOCK keeps the host from waiting if a pipe has replaced the file since its status was read.
 // With that flag the system also refuses a file on which another process holds a lease: then the
 // call waits for the lease.
-int OpenWithoutWaiting(const char* path, int flags) noexcept {
+int OpenWithoutWaitingForPipe(const char* path, int flags) noexcept {
   flags |= O_CLOEXEC | O_NOCTTY;
   const int descriptor = OpenUninterrupted(path, flags | O_NONBLOCK);
   return descriptor < 0 && errno == EWOULDBLOCK ? OpenUninterrupted(path, flags) : descriptor;
@@ -40,7 +40,7 @@ int OpenForReading(const char* path) noexcept {
   if (::stat(path, &status) != 0 || !S_ISREG(status.st_mode)) {
     return -1;
   }
-  return OpenWithoutWaiting(path, O_RDONLY);
+  return OpenWithoutWaitingForPipe(path, O_RDONLY);
 }
 
 // Does not open a pipe either: if its reader goes, SIGPIPE would end the host.
@@ -49,11 +49,11 @@ int OpenForWriting(const char* path) noexcept {
   if (::stat(path, &status) == 0 && S_ISFIFO(status.st_mode)) {
     return -1;
   }
-  return OpenWithoutWaiting(path, O_WRONLY | O_CREAT | O_TRUNC);
+  return OpenWithoutWaitingForPipe(path, O_WRONLY | O_CREAT | O_TRUNC);
 }
 
 // A pipe may have replaced the file since OpenForWriting read its status.
-bool IsPipe(const FileDescriptor& descriptor) noexcept {
+bool MayBePipe(const FileDescriptor& descriptor) noexcept {
   struct stat status = {};
   return ::fstat(descriptor.Get(), &status) != 0 || S_ISFIFO(status.st_mode);
 }
@@ -78,7 +78,7 @@ void WriteWholeFile(const std::wstring& path, std::string_view bytes) {
     return;
   }
   const FileDescriptor descriptor(OpenForWriting(posixPath->c_str()));
-  if (descriptor.IsOpen() && !IsPipe(descriptor)) {
+  if (descriptor.IsOpen() && !MayBePipe(descriptor)) {
     descriptor.WriteAll(bytes.data(), bytes.size());
   }
 }
