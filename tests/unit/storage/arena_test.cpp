@@ -21,163 +21,158 @@ using allocation_probe::CallWithFailingAllocation;
 using allocation_probe::LeakCheck;
 using allocation_probe::Outcome;
 
-constexpr std::size_t kSmallestBlock = 4096;
-constexpr std::size_t kLargestBlock = std::size_t{1024} * 1024;
+constexpr std::size_t kMinBlock = 4096;
+constexpr std::size_t kLargeBytes = std::size_t{1024} * 1024;
 
-constexpr std::size_t Rounded(std::size_t bytes) { return (bytes + 7) / 8 * 8; }
+constexpr std::size_t RoundUp(std::size_t bytes) { return (bytes + 7) / 8 * 8; }
 
-// All bytes that a test has taken, each piece with a pattern of its own.
-class Pieces {
+// The allocations of a test. Each is filled with its own pattern.
+class Allocations {
  public:
-  void Take(Arena& store, std::size_t bytes) {
-    std::byte* const piece = store.Allocate(bytes);
-    ASSERT_EQ(reinterpret_cast<std::uintptr_t>(piece) % Arena::kAlignment, 0U);
-    std::memset(piece, PatternOf(pieces_.size()), bytes);
-    pieces_.emplace_back(piece, bytes);
-    sum_ += Rounded(bytes);
+  void Add(Arena& arena, std::size_t bytes) {
+    std::byte* const memory = arena.Allocate(bytes);
+    ASSERT_EQ(reinterpret_cast<std::uintptr_t>(memory) % Arena::kAlignment, 0U);
+    std::memset(memory, PatternOf(allocations_.size()), bytes);
+    allocations_.emplace_back(memory, bytes);
   }
 
   void ExpectUntouched() const {
-    for (std::size_t i = 0; i < pieces_.size(); ++i) {
-      const auto& [piece, bytes] = pieces_[i];
-      ASSERT_TRUE(std::all_of(piece, piece + bytes,
+    for (std::size_t i = 0; i < allocations_.size(); ++i) {
+      const auto& [memory, bytes] = allocations_[i];
+      ASSERT_TRUE(std::all_of(memory, memory + bytes,
                               [i](std::byte byte) { return byte == std::byte(PatternOf(i)); }))
-          << "piece " << i << " of " << bytes;
+          << "allocation " << i << " of " << bytes << " bytes";
     }
   }
-
-  std::size_t Sum() const { return sum_; }
 
  private:
   static unsigned char PatternOf(std::size_t i) { return static_cast<unsigned char>(i * 37 + 1); }
 
-  std::vector<std::pair<const std::byte*, std::size_t>> pieces_;
-  std::size_t sum_ = 0;
+  std::vector<std::pair<const std::byte*, std::size_t>> allocations_;
 };
 
-TEST(Arena, GivesAlignedPiecesThatStayAsTheyAre) {
+TEST(Arena, AllocationsAreAlignedAndKeepTheirBytes) {
   RandomNumbers random(randomSeed);
-  const LeakCheck everythingIsGivenBack;
-  Arena store(nullptr);
-  Pieces pieces;
+  const LeakCheck leakCheck;
+  Arena arena(nullptr);
+  Allocations allocations;
   for (int i = 0; i < 20'000; ++i) {
     const int below = random.Below(1000) == 0 ? 100'000 : random.Below(20) == 0 ? 5000 : 100;
-    pieces.Take(store, static_cast<std::size_t>(random.Below(below)));
+    allocations.Add(arena, static_cast<std::size_t>(random.Below(below)));
   }
-  for (const std::size_t bytes : {kLargestBlock, kLargestBlock + 1, 3 * kLargestBlock}) {
-    pieces.Take(store, bytes);
-    pieces.Take(store, 1);
+  for (const std::size_t bytes : {kLargeBytes, kLargeBytes + 1, 3 * kLargeBytes}) {
+    allocations.Add(arena, bytes);
+    allocations.Add(arena, 1);
   }
-  pieces.ExpectUntouched();
+  allocations.ExpectUntouched();
 }
 
-TEST(Arena, TakesMemoryOnlyForBlocks) {
-  Arena store(nullptr);
-  store.Allocate(8);
+TEST(Arena, AllocatesMemoryOnlyForBlocks) {
+  Arena arena(nullptr);
+  arena.Allocate(8);
   const std::size_t before = allocation_probe::Count();
-  for (std::size_t taken = 8; taken < kSmallestBlock; taken += 8) {
-    store.Allocate(8);
+  for (std::size_t bytes = 8; bytes < kMinBlock; bytes += 8) {
+    arena.Allocate(8);
   }
   EXPECT_EQ(allocation_probe::Count(), before);
-  store.Allocate(8);
+  arena.Allocate(8);
   EXPECT_GT(allocation_probe::Count(), before);
 }
 
-// `held` is in blocks, and a little to know them by.
-void ExpectLittleHeldInVain(std::size_t held, std::size_t taken) {
-  constexpr std::size_t kToKnowBlocksBy = 1024;
-  ASSERT_LE(held, taken + taken / 8 + kSmallestBlock + kToKnowBlocksBy)
-      << taken << " bytes were taken";
+// `liveBytes` are the blocks and the list of their addresses.
+void ExpectLittleWaste(std::size_t liveBytes, std::size_t allocated) {
+  constexpr std::size_t kMaxListBytes = 1024;
+  ASSERT_LE(liveBytes, allocated + allocated / 8 + kMinBlock + kMaxListBytes)
+      << allocated << " bytes were allocated";
 }
 
-TEST(Arena, HoldsAtMostAnEighthInVain) {
+TEST(Arena, WastesAtMostAnEighth) {
   RandomNumbers random(randomSeed);
   const struct {
     const char* name;
-    std::size_t most;
+    std::size_t maxBytes;
     std::function<std::size_t()> next;
   } rows[] = {
       {"single bytes", 1'000'000, [] { return std::size_t{1}; }},
       {"entries of one size", 4'000'000, [] { return std::size_t{104}; }},
       {"entries of any size", 4'000'000,
        [&] { return static_cast<std::size_t>(random.Below(200)); }},
-      {"large ones alone", 20'000'000, [] { return 2 * kLargestBlock; }},
+      {"only large allocations", 20'000'000, [] { return 2 * kLargeBytes; }},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
     const std::size_t before = allocation_probe::LiveBytes();
-    Arena store(nullptr);
-    std::size_t taken = 0;
-    while (taken < row.most) {
+    Arena arena(nullptr);
+    std::size_t allocated = 0;
+    while (allocated < row.maxBytes) {
       const std::size_t bytes = row.next();
-      store.Allocate(bytes);
-      taken += Rounded(bytes);
-      ASSERT_NO_FATAL_FAILURE(
-          ExpectLittleHeldInVain(allocation_probe::LiveBytes() - before, taken));
+      arena.Allocate(bytes);
+      allocated += RoundUp(bytes);
+      ASSERT_NO_FATAL_FAILURE(ExpectLittleWaste(allocation_probe::LiveBytes() - before, allocated));
     }
   }
 }
 
-TEST(Arena, HoldsAtMostAnEighthInVainWhereLargeOnesStandBetweenSmallOnes) {
-  for (const std::size_t large : {kSmallestBlock, 10 * kSmallestBlock, kLargestBlock}) {
+TEST(Arena, WastesAtMostAnEighthIfLargeAllocationsFollowSmallOnes) {
+  for (const std::size_t large : {kMinBlock, 10 * kMinBlock, kLargeBytes}) {
     SCOPED_TRACE(large);
     const std::size_t before = allocation_probe::LiveBytes();
-    Arena store(nullptr);
-    std::size_t taken = 0;
+    Arena arena(nullptr);
+    std::size_t allocated = 0;
     for (int i = 0; i < 20; ++i) {
       for (const std::size_t bytes : {std::size_t{8}, large}) {
-        store.Allocate(bytes);
-        taken += bytes;
+        arena.Allocate(bytes);
+        allocated += bytes;
       }
     }
-    ExpectLittleHeldInVain(allocation_probe::LiveBytes() - before, taken);
+    ExpectLittleWaste(allocation_probe::LiveBytes() - before, allocated);
   }
 }
 
-TEST(Arena, GivesAgainWhatItWasGivenBack) {
+TEST(Arena, ReusesFreedMemory) {
   for (const std::size_t bytes : {std::size_t{8}, std::size_t{13}, std::size_t{90'000}}) {
     SCOPED_TRACE(bytes);
-    Arena store(nullptr);
-    Pieces pieces;
-    pieces.Take(store, 100);
-    store.FreeLast(store.Allocate(bytes), bytes);
-    pieces.Take(store, 100);
+    Arena arena(nullptr);
+    Allocations allocations;
+    allocations.Add(arena, 100);
+    arena.FreeLast(arena.Allocate(bytes), bytes);
+    allocations.Add(arena, 100);
     const std::size_t live = allocation_probe::LiveBytes();
     for (int i = 0; i < 100; ++i) {
-      store.FreeLast(store.Allocate(bytes), bytes);
+      arena.FreeLast(arena.Allocate(bytes), bytes);
     }
     EXPECT_LE(allocation_probe::LiveBytes(), live + 4096);
-    pieces.ExpectUntouched();
+    allocations.ExpectUntouched();
   }
 }
 
-TEST(Arena, GoesOnWhereItWasOnceABlockOfItsOwnIsGivenBack) {
-  Arena store(nullptr);
-  std::byte* const first = store.Allocate(Arena::kAlignment);
-  std::byte* const alone = store.Allocate(5000);  // does not fit, and much is left beside it
-  store.FreeLast(alone, 5000);
-  EXPECT_EQ(store.Allocate(Arena::kAlignment), first + Arena::kAlignment);
+TEST(Arena, FreeingASeparateBlockKeepsTheCurrentBlock) {
+  Arena arena(nullptr);
+  std::byte* const first = arena.Allocate(Arena::kAlignment);
+  std::byte* const separate = arena.Allocate(5000);  // too large for the rest of the current block
+  arena.FreeLast(separate, 5000);
+  EXPECT_EQ(arena.Allocate(Arena::kAlignment), first + Arena::kAlignment);
 }
 
-TEST(Arena, IsAsBeforeWhereMemoryFails) {
-  for (const std::size_t bytes : {std::size_t{8}, 2 * kLargestBlock}) {
+TEST(Arena, AFailedAllocationChangesNothing) {
+  for (const std::size_t bytes : {std::size_t{8}, 2 * kLargeBytes}) {
     for (std::size_t n = 1;; ++n) {
       SCOPED_TRACE(testing::Message() << "allocation " << n << ", for " << bytes);
-      const LeakCheck everythingIsGivenBack;
-      Arena store(nullptr);
-      Pieces pieces;
+      const LeakCheck leakCheck;
+      Arena arena(nullptr);
+      Allocations allocations;
       for (const std::size_t size : {4000U, 4000U, 90U, 4000U, 4090U}) {
-        pieces.Take(store, size);
+        allocations.Add(arena, size);
       }
-      const Outcome outcome = CallWithFailingAllocation(n, [&] { store.Allocate(bytes); });
+      const Outcome outcome = CallWithFailingAllocation(n, [&] { arena.Allocate(bytes); });
       ASSERT_NE(outcome, Outcome::kReturned) << "the failure was not passed on";
       if (outcome == Outcome::kNoFailure) {
-        EXPECT_GE(n, 2U) << "no allocation was tried";
+        EXPECT_GE(n, 2U) << "nothing was allocated";
         break;
       }
-      pieces.Take(store, bytes);
-      pieces.Take(store, 100);
-      pieces.ExpectUntouched();
+      allocations.Add(arena, bytes);
+      allocations.Add(arena, 100);
+      allocations.ExpectUntouched();
     }
   }
 }

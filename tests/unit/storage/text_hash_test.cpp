@@ -29,7 +29,7 @@ TEST(HashText, IsFixedForEachSizeOfCharacters) {
   const struct {
     const char* name;
     std::wstring text;
-    std::uint64_t of16Bits;  // where wchar_t has so many
+    std::uint64_t of16Bits;  // of wchar_t
     std::uint64_t of32Bits;
   } rows[] = {
       {"nothing", L"", 0x8DD9092E2A448508, 0x8DD9092E2A448508},
@@ -56,7 +56,7 @@ TEST(HashText, IsFixedForEachSizeOfCharacters) {
   }
 }
 
-// The bits of each half of each character have a factor of their own.
+// Each half of each character has its own factor.
 TEST(HashText, UsesEveryFactor) {
   std::wstring text;
   for (unsigned i = 0; i < 32; ++i) {
@@ -67,22 +67,22 @@ TEST(HashText, UsesEveryFactor) {
   EXPECT_EQ(HashText(text), expected) << std::hex << HashText(text);
 }
 
-TEST(HashText, IsThatOfTheLengthsKind) {
+TEST(HashText, IsThatOfTheClassOfItsLength) {
   RandomNumbers random(randomSeed);
   for (std::size_t length = 0; length <= kMaxLength; ++length) {
     const std::wstring text = RandomText(random, length);
     const std::uint64_t hash = HashText(text);
-    const auto isThatOf = [&](auto texts) { return texts.Hash(text.data(), length) == hash; };
-    EXPECT_TRUE(length <= 3    ? isThatOf(UpTo3())
-                : length <= 8  ? isThatOf(From4To8())
-                : length <= 16 ? isThatOf(From9To16())
-                : length <= 32 ? isThatOf(From17To32())
-                               : isThatOf(AtLeast16()))
+    const auto equalsHashOf = [&](auto texts) { return texts.Hash(text.data(), length) == hash; };
+    EXPECT_TRUE(length <= 3    ? equalsHashOf(UpTo3())
+                : length <= 8  ? equalsHashOf(From4To8())
+                : length <= 16 ? equalsHashOf(From9To16())
+                : length <= 32 ? equalsHashOf(From17To32())
+                               : equalsHashOf(AtLeast16()))
         << length;
   }
 }
 
-// The same text with characters of fewer bytes, in memory of its own, no more than it needs.
+// The same text with characters of type Unit, in memory of exactly its size.
 template <class Unit>
 std::unique_ptr<Unit[]> Narrowed(const std::wstring& text) {
   std::unique_ptr<Unit[]> narrow(new Unit[text.size()]);
@@ -92,7 +92,7 @@ std::unique_ptr<Unit[]> Narrowed(const std::wstring& text) {
 }
 
 template <class Unit>
-void ExpectToHashAndCompareNarrowTexts(int characters) {
+void ExpectHashAndComparisonAsOfWideTexts(int characters) {
   RandomNumbers random(randomSeed);
   for (std::size_t length = 0; length <= kMaxLength; ++length) {
     SCOPED_TRACE(length);
@@ -120,24 +120,24 @@ void ExpectToHashAndCompareNarrowTexts(int characters) {
   }
 }
 
-TEST(AnyLength, OfOneByteAreHashedAndComparedAsWideOnes) {
-  ExpectToHashAndCompareNarrowTexts<std::uint8_t>(0xFE);
+TEST(AnyLength, HashesAndComparesCharactersOfOneByteLikeWideOnes) {
+  ExpectHashAndComparisonAsOfWideTexts<std::uint8_t>(0xFE);
 }
-TEST(AnyLength, OfTwoBytesAreHashedAndComparedAsWideOnes) {
-  ExpectToHashAndCompareNarrowTexts<std::uint16_t>(0xFFFE);
+TEST(AnyLength, HashesAndComparesCharactersOfTwoBytesLikeWideOnes) {
+  ExpectHashAndComparisonAsOfWideTexts<std::uint16_t>(0xFFFE);
 }
-TEST(AnyLength, OfWideCharactersAreHashedAndComparedExactly) {
-  ExpectToHashAndCompareNarrowTexts<wchar_t>(0xFFFE);
+TEST(AnyLength, HashesAndComparesWideCharactersExactly) {
+  ExpectHashAndComparisonAsOfWideTexts<wchar_t>(0xFFFE);
 }
 
-TEST(HashText, IsOfEveryCharacterAndOfTheLength) {
+TEST(HashText, DependsOnEveryCharacterAndOnTheLength) {
   RandomNumbers random(randomSeed);
   for (std::size_t length = 0; length <= kMaxLength; ++length) {
     for (const std::wstring& text : {RandomText(random, length), std::wstring(length, L'\0')}) {
       SCOPED_TRACE(testing::PrintToString(text));
       const std::uint64_t hash = HashText(text);
-      EXPECT_NE(HashText(text + L'\0'), hash) << "a zero behind it";
-      EXPECT_NE(HashText(L'\0' + text), hash) << "a zero in front of it";
+      EXPECT_NE(HashText(text + L'\0'), hash) << "NUL appended";
+      EXPECT_NE(HashText(L'\0' + text), hash) << "NUL prepended";
       std::wstring other = text;
       for (wchar_t& character : other) {
         const wchar_t before = character;
@@ -152,9 +152,8 @@ TEST(HashText, IsOfEveryCharacterAndOfTheLength) {
   }
 }
 
-// Each text ends where its memory does, which the sanitizer watches; and what stands around it has no
-// part in its hash.
-TEST(HashText, IsOfTheTextAlone) {
+// The memory of a text ends with the text, so that the sanitizer notices a read behind it.
+TEST(HashText, DependsOnTheTextOnly) {
   RandomNumbers random(randomSeed);
   for (std::size_t length = 0; length <= kMaxLength; ++length) {
     SCOPED_TRACE(length);
@@ -163,26 +162,27 @@ TEST(HashText, IsOfTheTextAlone) {
     std::copy(text.begin(), text.end(), alone.get());
     const std::uint64_t hash = HashText({alone.get(), length});
     for (std::size_t shift = 0; shift < 9; ++shift) {
-      const std::wstring around = RandomText(random, shift) + text + RandomText(random, 40);
-      EXPECT_EQ(HashText(std::wstring_view(around).substr(shift, length)), hash);
+      const std::wstring surrounded = RandomText(random, shift) + text + RandomText(random, 40);
+      EXPECT_EQ(HashText(std::wstring_view(surrounded).substr(shift, length)), hash);
     }
   }
 }
 
-// The table takes a record's home from the upper half of its hash, and its tag from the lowest bits.
-TEST(HashText, SpreadsKeysThatAreMuchAlikeEvenly) {
+// RecordTable takes the home of a record from the upper half of its hash, and the tag from the
+// lowest bits.
+TEST(HashText, SpreadsSimilarKeysEvenly) {
   constexpr std::size_t kKeys = 100'000;
   constexpr std::size_t kHomes = 1024;
   constexpr std::size_t kTags = 128;
   struct Row {
     const char* name;
-    std::wstring front;
-    std::wstring behind;
+    std::wstring prefix;
+    std::wstring suffix;
     wchar_t zero;  // the first of ten digits
   };
   for (const Row& row :
        {Row{"short", L"k", L"", L'0'}, Row{"usual", L"menu.file.open_", L"", L'0'},
-        Row{"with the number in front", L"", L".menu.file.open", L'0'},
+        Row{"with the number as prefix", L"", L".menu.file.open", L'0'},
         Row{"long", L"settings.of.the.user.in.the.dialog.of.units.", L".tooltip", L'0'},
         Row{"of another alphabet", L"\u043A\u043B\u044E\u0447.", L"", L'\u0430'},
         Row{"of large characters", L"\u83DC\u5355", L"\u6587", L'\u4E00'}}) {
@@ -194,7 +194,7 @@ TEST(HashText, SpreadsKeysThatAreMuchAlikeEvenly) {
       for (wchar_t& digit : number) {
         digit = static_cast<wchar_t>(digit - L'0' + row.zero);
       }
-      const std::uint64_t hash = HashText(row.front + number + row.behind);
+      const std::uint64_t hash = HashText(row.prefix + number + row.suffix);
       ++homes[((hash >> 32U) * kHomes) >> 32U];
       ++tags[hash % kTags];
     }

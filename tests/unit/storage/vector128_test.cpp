@@ -17,17 +17,17 @@ namespace {
 
 using Words = std::pair<std::uint64_t, std::uint64_t>;  // low, high
 
-template <class AnyLanes>
-Words WordsOf(AnyLanes lanes) {
-  return {lanes.Low(), lanes.High()};
+template <class Vector>
+Words WordsOf(Vector vector) {
+  return {vector.Low(), vector.High()};
 }
 
-// Of sixteen bytes, what stands in one lane.
+// Lane `index` of sixteen bytes.
 template <class Lane>
-Lane LaneOf(const Words& words, std::size_t place) {
+Lane LaneOf(const Words& words, std::size_t index) {
   const std::array bytes = {words.first, words.second};
   Lane lane = 0;
-  std::memcpy(&lane, reinterpret_cast<const char*>(bytes.data()) + place * sizeof(Lane),
+  std::memcpy(&lane, reinterpret_cast<const char*>(bytes.data()) + index * sizeof(Lane),
               sizeof(Lane));
   return lane;
 }
@@ -55,17 +55,17 @@ std::vector<Words> ManyWords() {
   return words;
 }
 
-template <class AnyLanes>
-class LanesTest : public testing::Test {};
+template <class Vector>
+class Vector128Test : public testing::Test {};
 
 #ifdef KELMO_LOCALIZER_SSE2
-using BothLanes = testing::Types<PortableVector128, Sse2Vector128>;
+using Implementations = testing::Types<PortableVector128, Sse2Vector128>;
 #else
-using BothLanes = testing::Types<PortableVector128>;
+using Implementations = testing::Types<PortableVector128>;
 #endif
-TYPED_TEST_SUITE(LanesTest, BothLanes, );
+TYPED_TEST_SUITE(Vector128Test, Implementations, );
 
-TYPED_TEST(LanesTest, ReadSixteenBytesOrTwiceEight) {
+TYPED_TEST(Vector128Test, LoadsSixteenBytesOrTwiceEight) {
   std::array<unsigned char, 3 * kVectorBytes> bytes = {};
   for (std::size_t i = 0; i < bytes.size(); ++i) {
     bytes[i] = static_cast<unsigned char>(7 * i + 1);
@@ -81,33 +81,33 @@ TYPED_TEST(LanesTest, ReadSixteenBytesOrTwiceEight) {
   }
 }
 
-TYPED_TEST(LanesTest, AreWhatTheirWordsAre) {
+TYPED_TEST(Vector128Test, HasTheWordsThatItIsMadeOf) {
   EXPECT_EQ(WordsOf(TypeParam()), Words(0, 0));
   for (const Words& words : ManyWords()) {
-    const TypeParam lanes(words.first, words.second);
-    ASSERT_EQ(WordsOf(lanes), words);
-    ASSERT_EQ(lanes.IsZero(), words == Words(0, 0));
+    const TypeParam vector(words.first, words.second);
+    ASSERT_EQ(WordsOf(vector), words);
+    ASSERT_EQ(vector.IsZero(), words == Words(0, 0));
   }
 }
 
-TYPED_TEST(LanesTest, AreCombinedLaneByLane) {
+TYPED_TEST(Vector128Test, CombinesLaneByLane) {
   const std::vector<Words> all = ManyWords();
   Words other = all.back();
   for (const Words& words : all) {
     const auto& [low, high] = words;
-    const TypeParam lanes(low, high);
+    const TypeParam vector(low, high);
     const TypeParam second(other.first, other.second);
-    ASSERT_EQ(WordsOf(lanes ^ second), Words(low ^ other.first, high ^ other.second));
-    ASSERT_EQ(WordsOf(lanes | second), Words(low | other.first, high | other.second));
-    const Words sums = WordsOf(lanes + second);
-    const Words products = WordsOf(lanes.MultiplyAddPairs(second));
+    ASSERT_EQ(WordsOf(vector ^ second), Words(low ^ other.first, high ^ other.second));
+    ASSERT_EQ(WordsOf(vector | second), Words(low | other.first, high | other.second));
+    const Words sums = WordsOf(vector + second);
+    const Words products = WordsOf(vector.MultiplyAddPairs(second));
     for (std::size_t i = 0; i < 4; ++i) {
       ASSERT_EQ(LaneOf<std::uint32_t>(sums, i),
                 static_cast<std::uint32_t>(LaneOf<std::uint32_t>(words, i) +
                                            std::uint64_t{LaneOf<std::uint32_t>(other, i)}));
-      const auto product = [&](std::size_t place) {
-        return std::int64_t{LaneOf<std::int16_t>(words, place)} *
-               LaneOf<std::int16_t>(other, place);
+      const auto product = [&](std::size_t index) {
+        return std::int64_t{LaneOf<std::int16_t>(words, index)} *
+               LaneOf<std::int16_t>(other, index);
       };
       ASSERT_EQ(LaneOf<std::uint32_t>(products, i),
                 static_cast<std::uint32_t>(product(2 * i) + product(2 * i + 1)));
@@ -116,7 +116,7 @@ TYPED_TEST(LanesTest, AreCombinedLaneByLane) {
   }
 }
 
-TYPED_TEST(LanesTest, AreNarrowedToTheNearestValue) {
+TYPED_TEST(Vector128Test, PacksWithSaturation) {
   const std::vector<Words> all = ManyWords();
   Words other = all.back();
   for (const Words& words : all) {
@@ -136,11 +136,11 @@ TYPED_TEST(LanesTest, AreNarrowedToTheNearestValue) {
   }
 }
 
-TYPED_TEST(LanesTest, AreWidenedWithoutASign) {
+TYPED_TEST(Vector128Test, WidensWithoutASign) {
   for (const Words& words : ManyWords()) {
-    const TypeParam lanes(words.first, words.second);
-    const Words low = WordsOf(lanes.WidenLow());
-    const Words high = WordsOf(lanes.WidenHigh());
+    const TypeParam vector(words.first, words.second);
+    const Words low = WordsOf(vector.WidenLow());
+    const Words high = WordsOf(vector.WidenHigh());
     for (std::size_t i = 0; i < 4; ++i) {
       ASSERT_EQ(LaneOf<std::uint32_t>(low, i), LaneOf<std::uint16_t>(words, i));
       ASSERT_EQ(LaneOf<std::uint32_t>(high, i), LaneOf<std::uint16_t>(words, 4 + i));
@@ -148,22 +148,22 @@ TYPED_TEST(LanesTest, AreWidenedWithoutASign) {
   }
 }
 
-TEST(LowestByte, IsThatOfTheLowestBit) {
+TEST(LowestByteIndex, IsTheByteOfTheLowestMark) {
   for (unsigned bytes = 1; bytes < 0x100; ++bytes) {
-    std::uint64_t bits = 0;
+    std::uint64_t marks = 0;
     std::size_t lowest = 8;
     for (unsigned byte = 8; byte-- > 0;) {
       if ((bytes >> byte & 1U) != 0) {
-        bits |= std::uint64_t{0x80} << (8 * byte);
+        marks |= std::uint64_t{0x80} << (8 * byte);
         lowest = byte;
       }
     }
-    EXPECT_EQ(LowestByteIndex(bits), lowest) << bytes;
-    EXPECT_EQ(PortableLowestByteIndex(bits), lowest) << bytes;
+    EXPECT_EQ(LowestByteIndex(marks), lowest) << bytes;
+    EXPECT_EQ(PortableLowestByteIndex(marks), lowest) << bytes;
   }
 }
 
-TEST(FoldedMultiply, IsThatOfAllBits) {
+TEST(FoldedMultiply, UsesAllBitsOfTheProduct) {
   for (const auto& product : {FoldedMultiply, PortableFoldedMultiply}) {
     EXPECT_EQ(product(0, 5), 0U);
     EXPECT_EQ(product(3, 5), 15U);
