@@ -13,14 +13,15 @@
 namespace KelmoLibs::Localize {
 namespace {
 
-std::string Translated(const std::string& bytes, std::size_t pieceBytes, std::size_t bufferBytes) {
-  CrLfSource source(std::make_unique<StringSource>(bytes, pieceBytes));
+std::string ReadThroughCrLfSource(const std::string& bytes, std::size_t chunkBytes,
+                                  std::size_t bufferBytes) {
+  CrLfSource source(std::make_unique<StringSource>(bytes, chunkBytes));
   std::string all = ReadAll(source, bufferBytes);
-  EXPECT_EQ(ReadAll(source, bufferBytes), "") << "the end is not the end";
+  EXPECT_EQ(ReadAll(source, bufferBytes), "") << "bytes after the end";
   return all;
 }
 
-TEST(CrLfSource, TurnsPairsIntoLfAndKeepsEveryOtherCr) {
+TEST(CrLfSource, ReplacesCrLfByLfAndKeepsEveryOtherCr) {
   const struct {
     const char* name;
     std::string bytes;
@@ -28,14 +29,14 @@ TEST(CrLfSource, TurnsPairsIntoLfAndKeepsEveryOtherCr) {
   } rows[] = {
       {"nothing", "", ""},
       {"LF stays", "a\nb\n", "a\nb\n"},
-      {"a pair", "a\r\nb\r\n", "a\nb\n"},
+      {"CR LF", "a\r\nb\r\n", "a\nb\n"},
       {"a lone CR", "a\rb", "a\rb"},
       {"a CR at the end", "a\r", "a\r"},
-      {"nothing but a CR", "\r", "\r"},
-      {"two CR in front of an LF: the first stays", "a\r\r\nb", "a\r\nb"},
+      {"only a CR", "\r", "\r"},
+      {"two CR before an LF: the first stays", "a\r\r\nb", "a\r\nb"},
       {"CR CR", "\r\r", "\r\r"},
       {"LF CR", "a\n\rb", "a\n\rb"},
-      {"pairs in a row", "\r\n\r\n\r\n", "\n\n\n"},
+      {"CR LF three times", "\r\n\r\n\r\n", "\n\n\n"},
       {"0x1A is a byte",
        "a\x1A"
        "b",
@@ -43,17 +44,17 @@ TEST(CrLfSource, TurnsPairsIntoLfAndKeepsEveryOtherCr) {
        "b"},
   };
   for (const auto& row : rows) {
-    for (const std::size_t piece : std::initializer_list<std::size_t>{1, 2, 3, 100}) {
+    for (const std::size_t chunk : std::initializer_list<std::size_t>{1, 2, 3, 100}) {
       for (const std::size_t buffer : std::initializer_list<std::size_t>{1, 2, 3, 4, 100}) {
         SCOPED_TRACE(testing::Message()
-                     << row.name << ", pieces of " << piece << ", buffer of " << buffer);
-        EXPECT_EQ(Translated(row.bytes, piece, buffer), row.text);
+                     << row.name << ", chunks of " << chunk << ", buffer of " << buffer);
+        EXPECT_EQ(ReadThroughCrLfSource(row.bytes, chunk, buffer), row.text);
       }
     }
   }
 }
 
-std::string WithoutPairs(const std::string& bytes) {
+std::string ReplaceCrLf(const std::string& bytes) {
   std::string text;
   for (std::size_t i = 0; i < bytes.size(); ++i) {
     if (bytes.compare(i, 2, "\r\n") != 0) {
@@ -63,22 +64,22 @@ std::string WithoutPairs(const std::string& bytes) {
   return text;
 }
 
-TEST(CrLfSource, AgreesWithReplacingPairsOnAllShortInputs) {
+TEST(CrLfSource, EqualsTheReferenceOnAllShortInputs) {
   const std::string alphabet("\r\na\0", 4);
   for (std::size_t input = 0; input < 16384; ++input) {  // all of 7 characters
     std::string bytes;
     for (std::size_t rest = input; bytes.size() < 7; rest /= 4) {
       bytes += alphabet[rest % 4];
     }
-    const std::string expected = WithoutPairs(bytes);
+    const std::string expected = ReplaceCrLf(bytes);
     for (const std::size_t buffer : std::initializer_list<std::size_t>{1, 2, 3, 5, 8, 100}) {
-      ASSERT_EQ(Translated(bytes, 100, buffer), expected)
+      ASSERT_EQ(ReadThroughCrLfSource(bytes, 100, buffer), expected)
           << testing::PrintToString(bytes) << ", buffer of " << buffer;
     }
   }
 }
 
-TEST(CrLfSource, AgreesWithReplacingPairsOnMixturesOfLines) {
+TEST(CrLfSource, EqualsTheReferenceOnRandomInputs) {
   RandomNumbers random(randomSeed);
   const std::string parts[] = {"\r",
                                "\n",
@@ -95,17 +96,17 @@ TEST(CrLfSource, AgreesWithReplacingPairsOnMixturesOfLines) {
     for (int i = random.Below(100); i > 0; --i) {
       bytes += AnyOf(random, parts);
     }
-    const std::string expected = WithoutPairs(bytes);
-    for (const std::size_t piece : std::initializer_list<std::size_t>{1, 2, 3, 4, 5, 5000}) {
+    const std::string expected = ReplaceCrLf(bytes);
+    for (const std::size_t chunk : std::initializer_list<std::size_t>{1, 2, 3, 4, 5, 5000}) {
       for (const std::size_t buffer : std::initializer_list<std::size_t>{1, 2, 3, 4, 5, 5000}) {
-        ASSERT_EQ(Translated(bytes, piece, buffer), expected)
-            << testing::PrintToString(bytes) << ", pieces of " << piece << ", buffer of " << buffer;
+        ASSERT_EQ(ReadThroughCrLfSource(bytes, chunk, buffer), expected)
+            << testing::PrintToString(bytes) << ", chunks of " << chunk << ", buffer of " << buffer;
       }
     }
   }
 }
 
-TEST(CrLfSource, PassesTheSizeOn) {
+TEST(CrLfSource, KeepsTheSizeHint) {
   EXPECT_EQ(CrLfSource(std::make_unique<StringSource>("a\r\nb")).SizeHint(), 4U);
 }
 

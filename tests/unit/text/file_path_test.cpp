@@ -17,7 +17,7 @@ TEST(JoinPath, PutsOneBackslashBetweenFolderAndFile) {
       {"folder ends in a slash", L"data/lang/", L"de.txt", L"data/lang/\\de.txt"},
       {"empty folder", L"", L"de.txt", L"\\de.txt"},
       {"blanks and signs at the ends", L" lang*", L"?de.txt ", L" lang*\\?de.txt "},
-      {"blanks alone", L" ", L"\t", L" \\\t"},
+      {"only blanks", L" ", L"\t", L" \\\t"},
       {"empty file name", L"lang", L"", L"lang\\"},
       {"both empty", L"", L"", L"\\"},
       {"blanks and other scripts", L"языки и тексты", L" de .txt", L"языки и тексты\\ de .txt"},

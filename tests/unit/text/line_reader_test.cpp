@@ -24,16 +24,16 @@ Lines ReadLines(ByteSource& source) {
   while (const auto line = reader.Next()) {
     lines.emplace_back(*line);
   }
-  EXPECT_EQ(reader.Next(), std::nullopt) << "the end is not the end";
+  EXPECT_EQ(reader.Next(), std::nullopt) << "a line after the end";
   return lines;
 }
 
-Lines ReadLines(const std::string& bytes, std::size_t pieceBytes, std::size_t sizeHint) {
-  StringSource source(bytes, pieceBytes, sizeHint);
+Lines ReadLines(const std::string& bytes, std::size_t chunkBytes, std::size_t sizeHint) {
+  StringSource source(bytes, chunkBytes, sizeHint);
   return ReadLines(source);
 }
 
-TEST(LineReader, CutsAtLfAndEndsAtTheFirstFault) {
+TEST(LineReader, SplitsAtLfAndEndsAtTheFirstInvalidByte) {
   const struct {
     const char* name;
     std::string bytes;
@@ -59,34 +59,34 @@ TEST(LineReader, CutsAtLfAndEndsAtTheFirstFault) {
         "b",
         "c"}},
 
-      // Faults: what stands in front of one in its line is the last line.
-      {"a fault in front of everything: no line", "\xFFtext\nmore\n", {}},
-      {"a fault behind an LF: no further line", "a\n\xFFtext\nmore\n", {"a"}},
-      {"a fault behind an empty line", "a\n\n\xFF", {"a", ""}},
-      {"a fault inside the first line", "ab\xFFtext\nmore\n", {"ab"}},
-      {"a fault inside a later line", "a\nkey te\xFFxt\nmore\n", {"a", "key te"}},
-      {"a fault at the end of a line", "a\nb\xFF\nc\n", {"a", "b"}},
-      {"a character that the LF cuts", "a\nb\xE2\x82\nc\n", {"a", "b"}},
-      {"a character that the end cuts, 1 of 2", "a\nb\xC3", {"a", "b"}},
-      {"a character that the end cuts, 2 of 3", "a\nb\xE2\x82", {"a", "b"}},
-      {"a character that the end cuts, 3 of 4", "a\nb\xF0\x9F\x98", {"a", "b"}},
-      {"a cut character alone in its line", "a\n\xF0\x9F\x98", {"a"}},
-      {"a cut character alone in the file", "\xF0\x9F\x98", {}},
+      // Invalid bytes: the characters before them in their line are the last line.
+      {"an invalid first byte: no line", "\xFFtext\nmore\n", {}},
+      {"an invalid byte after an LF: no further line", "a\n\xFFtext\nmore\n", {"a"}},
+      {"an invalid byte after an empty line", "a\n\n\xFF", {"a", ""}},
+      {"an invalid byte inside the first line", "ab\xFFtext\nmore\n", {"ab"}},
+      {"an invalid byte inside a later line", "a\nkey te\xFFxt\nmore\n", {"a", "key te"}},
+      {"an invalid byte at the end of a line", "a\nb\xFF\nc\n", {"a", "b"}},
+      {"a character truncated by the LF", "a\nb\xE2\x82\nc\n", {"a", "b"}},
+      {"a character truncated by the end, 1 of 2", "a\nb\xC3", {"a", "b"}},
+      {"a character truncated by the end, 2 of 3", "a\nb\xE2\x82", {"a", "b"}},
+      {"a character truncated by the end, 3 of 4", "a\nb\xF0\x9F\x98", {"a", "b"}},
+      {"only a truncated character in its line", "a\n\xF0\x9F\x98", {"a"}},
+      {"only a truncated character in the file", "\xF0\x9F\x98", {}},
   };
   for (const auto& row : rows) {
-    for (const std::size_t piece : std::initializer_list<std::size_t>{1, 2, 3, 4, 5, 7, 64, 1000}) {
+    for (const std::size_t chunk : std::initializer_list<std::size_t>{1, 2, 3, 4, 5, 7, 64, 1000}) {
       for (const std::size_t hint :
            {row.bytes.size(), std::size_t{0}, std::size_t{1}, 2 * row.bytes.size()}) {
         SCOPED_TRACE(testing::Message()
-                     << row.name << ", pieces of " << piece << ", hint " << hint);
-        EXPECT_EQ(ReadLines(row.bytes, piece, hint), row.lines);
+                     << row.name << ", chunks of " << chunk << ", hint " << hint);
+        EXPECT_EQ(ReadLines(row.bytes, chunk, hint), row.lines);
       }
     }
   }
 }
 
-// The same rule in the plainest way: the whole text, cut at its first fault, then at every LF.
-Lines PlainLines(const std::string& bytes) {
+// The reference: the well-formed prefix of the whole text, split at every LF.
+Lines ReferenceLines(const std::string& bytes) {
   const std::string text = bytes.substr(0, WellFormedUtf8Length(bytes));
   Lines lines;
   std::size_t start = 0;
@@ -99,10 +99,10 @@ Lines PlainLines(const std::string& bytes) {
   return lines;
 }
 
-TEST(LineReader, AgreesWithThePlainRuleOnAllShortInputs) {
+TEST(LineReader, EqualsTheReferenceOnAllShortInputs) {
   const std::string alphabet = "a\n\xC3\xA4\xE2\x82\xF0\x9F";
-  constexpr std::size_t kLongest = 5;
-  for (std::size_t length = 0; length <= kLongest; ++length) {
+  constexpr std::size_t kMaxLength = 5;
+  for (std::size_t length = 0; length <= kMaxLength; ++length) {
     std::size_t inputs = 1;
     for (std::size_t i = 0; i < length; ++i) {
       inputs *= alphabet.size();
@@ -112,17 +112,17 @@ TEST(LineReader, AgreesWithThePlainRuleOnAllShortInputs) {
       for (std::size_t rest = input; bytes.size() < length; rest /= alphabet.size()) {
         bytes += alphabet[rest % alphabet.size()];
       }
-      const Lines expected = PlainLines(bytes);
-      for (const std::size_t piece : std::initializer_list<std::size_t>{1, 2, 3, 100}) {
-        ASSERT_EQ(ReadLines(bytes, piece, length), expected)
-            << testing::PrintToString(bytes) << ", pieces of " << piece;
+      const Lines expected = ReferenceLines(bytes);
+      for (const std::size_t chunk : std::initializer_list<std::size_t>{1, 2, 3, 100}) {
+        ASSERT_EQ(ReadLines(bytes, chunk, length), expected)
+            << testing::PrintToString(bytes) << ", chunks of " << chunk;
       }
     }
   }
 }
 
-TEST(LineReader, JoinsWhatPiecesCut) {
-  // Lines of every length around the size of a piece, made of characters of every length.
+TEST(LineReader, JoinsLinesAcrossChunks) {
+  // Lines around the size of a chunk, of characters of one to four bytes.
   const std::string characters[] = {"a", "\xC3\xA4", "\xE2\x82\xAC", "\xF0\x9F\x98\x80"};
   Lines lines;
   std::string bytes;
@@ -136,25 +136,25 @@ TEST(LineReader, JoinsWhatPiecesCut) {
     bytes += line + "\n";
     lines.push_back(std::move(line));
   }
-  for (const std::size_t piece : {std::size_t{997}, std::size_t{65536}, bytes.size()}) {
+  for (const std::size_t chunk : {std::size_t{997}, std::size_t{65536}, bytes.size()}) {
     for (const std::size_t hint : {bytes.size(), std::size_t{0}}) {
-      SCOPED_TRACE(testing::Message() << "pieces of " << piece << ", hint " << hint);
-      EXPECT_TRUE(ReadLines(bytes, piece, hint) == lines);
+      SCOPED_TRACE(testing::Message() << "chunks of " << chunk << ", hint " << hint);
+      EXPECT_TRUE(ReadLines(bytes, chunk, hint) == lines);
     }
   }
 }
 
-TEST(LineReader, MovesALineThatBeginsBehindAnyNumberOfBytes) {
-  for (std::size_t front = 0; front < 5; ++front) {
+TEST(LineReader, ReadsALongLineAfterShortOnes) {
+  for (std::size_t emptyLines = 0; emptyLines < 5; ++emptyLines) {
     const std::string longLine = std::string(300'000, 'a') + "b";
-    Lines lines(front, "");
+    Lines lines(emptyLines, "");
     lines.push_back(longLine);
-    EXPECT_TRUE(ReadLines(std::string(front, '\n') + longLine, SIZE_MAX, 300'000) == lines)
-        << front;
+    EXPECT_TRUE(ReadLines(std::string(emptyLines, '\n') + longLine, SIZE_MAX, 300'000) == lines)
+        << emptyLines;
   }
 }
 
-TEST(LineReader, StopsReadingSoonAfterAFault) {
+TEST(LineReader, StopsReadingSoonAfterAnInvalidByte) {
   std::string bytes(1 << 20, 'a');
   bytes[10] = '\xFF';
   StringSource source(bytes);
@@ -162,29 +162,29 @@ TEST(LineReader, StopsReadingSoonAfterAFault) {
   EXPECT_LE(source.BytesRead(), 65536U);
 }
 
-TEST(LineReader, ASourceThatFailsMidwayEndsThere) {
-  // A failing source says 0, like one at its end, but its size told of more.
+TEST(LineReader, AFailedReadEndsTheText) {
+  // A failed read returns 0, like the end; the size hint is larger.
   StringSource source("id\nkey text\nkey2 te", SIZE_MAX, 1000);
   EXPECT_EQ(ReadLines(source), (Lines{"id", "key text", "key2 te"}));
 }
 
-TEST(LineReader, HoldsAtMostTwiceTheBytesOfItsSource) {
+TEST(LineReader, AllocatesAtMostTwiceTheBytesOfItsSource) {
   const struct {
     const char* name;
     std::string bytes;
   } rows[] = {
       {"one line of 10 MB", std::string(10'000'000, 'a')},
-      {"one line just under a piece", std::string(32767, 'a')},
-      {"one line of a piece", std::string(32768, 'a')},
-      {"one line just over a piece", std::string(32769, 'a')},
-      {"one line just under two pieces", std::string(65535, 'a')},
-      {"one line of two pieces", std::string(65536, 'a')},
-      {"one line just over two pieces", std::string(65537, 'a')},
-      {"one line just under four pieces", std::string(131071, 'a')},
-      {"one line of four pieces", std::string(131072, 'a')},
-      {"one line just over four pieces", std::string(131073, 'a')},
-      {"one line of four pieces", std::string(262144, 'a')},
-      {"a short line in front of a long one", "short\n" + std::string(1'000'000, 'a')},
+      {"one line just under a chunk", std::string(32767, 'a')},
+      {"one line of a chunk", std::string(32768, 'a')},
+      {"one line just over a chunk", std::string(32769, 'a')},
+      {"one line just under two chunks", std::string(65535, 'a')},
+      {"one line of two chunks", std::string(65536, 'a')},
+      {"one line just over two chunks", std::string(65537, 'a')},
+      {"one line just under four chunks", std::string(131071, 'a')},
+      {"one line of four chunks", std::string(131072, 'a')},
+      {"one line just over four chunks", std::string(131073, 'a')},
+      {"one line of eight chunks", std::string(262144, 'a')},
+      {"a short line before a long one", "short\n" + std::string(1'000'000, 'a')},
       {"a small file", "en\nkey text\n"},
   };
   for (const auto& row : rows) {
@@ -202,7 +202,7 @@ TEST(LineReader, HoldsAtMostTwiceTheBytesOfItsSource) {
   }
 }
 
-TEST(LineReader, ReadsInLargePiecesAndEachByteOnce) {
+TEST(LineReader, ReadsLargeChunksAndEachByteOnce) {
   std::string bytes;
   while (bytes.size() < 1'000'000) {
     bytes += "key\tA text of an ordinary length\n";
@@ -210,10 +210,10 @@ TEST(LineReader, ReadsInLargePiecesAndEachByteOnce) {
   const struct {
     const char* name;
     std::size_t sizeHint;
-    std::size_t pieceBytes;
+    std::size_t chunkBytes;
   } rows[] = {
-      {"a source that knows its size", bytes.size(), 16384},
-      {"a source that does not", 0, 2048},
+      {"exact size hint", bytes.size(), 16384},
+      {"no size hint", 0, 2048},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
@@ -222,11 +222,11 @@ TEST(LineReader, ReadsInLargePiecesAndEachByteOnce) {
     while (reader.Next()) {
     }
     EXPECT_EQ(source.BytesRead(), bytes.size());
-    EXPECT_LE(source.ReadCalls(), bytes.size() / row.pieceBytes);
+    EXPECT_LE(source.ReadCalls(), bytes.size() / row.chunkBytes);
   }
 }
 
-TEST(LineReader, HoldsOnePieceOfAFileWithManyLines) {
+TEST(LineReader, BuffersOneChunkOfAFileWithManyLines) {
   std::string bytes;
   for (int i = 0; i < 100000; ++i) {
     bytes += "key." + std::to_string(i) + "\ttext\n";

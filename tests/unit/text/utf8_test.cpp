@@ -18,7 +18,7 @@ namespace {
 
 using namespace std::string_literals;
 
-TEST(Utf8, TheWellFormedPartEndsAtTheFirstFault) {
+TEST(Utf8, TheWellFormedPrefixEndsAtTheFirstInvalidSequence) {
   const struct {
     const char* name;
     std::string bytes;
@@ -31,8 +31,8 @@ TEST(Utf8, TheWellFormedPartEndsAtTheFirstFault) {
       {"two bytes, first", "\xC2\x80", 2},
       {"two bytes, last", "\xDF\xBF", 2},
       {"three bytes, first", "\xE0\xA0\x80", 3},
-      {"three bytes, in front of the surrogates", "\xED\x9F\xBF", 3},
-      {"three bytes, behind the surrogates", "\xEE\x80\x80", 3},
+      {"three bytes, before the surrogates", "\xED\x9F\xBF", 3},
+      {"three bytes, after the surrogates", "\xEE\x80\x80", 3},
       {"U+FFFE", "\xEF\xBF\xBE", 3},
       {"U+FFFF", "\xEF\xBF\xBF", 3},
       {"byte-order mark", "\xEF\xBB\xBFtext", 7},
@@ -46,22 +46,22 @@ TEST(Utf8, TheWellFormedPartEndsAtTheFirstFault) {
   }
 }
 
-TEST(Utf8, EveryInvalidSequenceIsAFaultWhereverItStands) {
-  for (const InvalidUtf8& fault : kInvalidUtf8) {
-    for (const char* const front : {"", "ab", "a\xC3\xA4", "\xE2\x82\xAC", "\xF0\x9F\x98\x80"}) {
-      for (const char* const behind : {"", "\n", "a", "\xC3\xA4", "\xF0\x9F\x98\x80"}) {
+TEST(Utf8, FindsEveryInvalidSequenceBetweenOtherCharacters) {
+  for (const InvalidUtf8& invalid : kInvalidUtf8) {
+    for (const char* const prefix : {"", "ab", "a\xC3\xA4", "\xE2\x82\xAC", "\xF0\x9F\x98\x80"}) {
+      for (const char* const after : {"", "\n", "a", "\xC3\xA4", "\xF0\x9F\x98\x80"}) {
         SCOPED_TRACE(testing::Message()
-                     << fault.name << " between " << testing::PrintToString(front) << " and "
-                     << testing::PrintToString(behind));
-        const std::string bytes = front + std::string(fault.bytes) + behind;
-        EXPECT_EQ(WellFormedUtf8Length(bytes), std::string(front).size());
+                     << invalid.name << " between " << testing::PrintToString(prefix) << " and "
+                     << testing::PrintToString(after));
+        const std::string bytes = prefix + std::string(invalid.bytes) + after;
+        EXPECT_EQ(WellFormedUtf8Length(bytes), std::string(prefix).size());
       }
     }
   }
 }
 
-// The same question answered the long way: the value first, then whether this form may hold it.
-std::size_t PlainWellFormedLength(std::string_view bytes) {
+// The reference: decodes each value first, then checks whether this length may encode it.
+std::size_t ReferenceWellFormedLength(std::string_view bytes) {
   std::size_t position = 0;
   while (position < bytes.size()) {
     const auto lead = static_cast<unsigned char>(bytes[position]);
@@ -84,8 +84,8 @@ std::size_t PlainWellFormedLength(std::string_view bytes) {
       }
       value = value * 64 + byte % 64;
     }
-    const std::uint32_t smallest[] = {0, 0, 0x80, 0x800, 0x10000};
-    if (value < smallest[length] || (value >= 0xD800 && value <= 0xDFFF) || value > 0x10FFFF) {
+    const std::uint32_t minimum[] = {0, 0, 0x80, 0x800, 0x10000};
+    if (value < minimum[length] || (value >= 0xD800 && value <= 0xDFFF) || value > 0x10FFFF) {
       return position;
     }
     position += length;
@@ -93,8 +93,8 @@ std::size_t PlainWellFormedLength(std::string_view bytes) {
   return position;
 }
 
-TEST(Utf8, AgreesWithThePlainRuleOnAllShortInputs) {
-  // The ends of every range that the rules tell apart.
+TEST(Utf8, EqualsTheReferenceOnAllShortInputs) {
+  // The ends of all ranges of bytes that the rules distinguish.
   const std::string alphabet =
       "\x00\x41\x7F\x80\x8F\x90\x9F\xA0\xBF\xC0\xC1\xC2\xDF\xE0\xE1\xEC\xED\xEE\xEF\xF0\xF1\xF3\xF4\xF5\xFF"s;
   std::string bytes;
@@ -104,9 +104,9 @@ TEST(Utf8, AgreesWithThePlainRuleOnAllShortInputs) {
         for (const char d : alphabet) {
           bytes.assign({a, b, c, d});
           for (std::size_t length = 1; length <= bytes.size(); ++length) {
-            const std::string_view front(bytes.data(), length);
-            ASSERT_EQ(WellFormedUtf8Length(front), PlainWellFormedLength(front))
-                << testing::PrintToString(front);
+            const std::string_view prefix(bytes.data(), length);
+            ASSERT_EQ(WellFormedUtf8Length(prefix), ReferenceWellFormedLength(prefix))
+                << testing::PrintToString(prefix);
           }
         }
       }
@@ -151,7 +151,7 @@ TEST(Utf8, DecodesTexts) {
        "ber",
        L"\u00DCber"},
       {"Russian", "\xD0\xA4\xD0\xB0\xD0\xB9\xD0\xBB", L"\u0424\u0430\u0439\u043B"},
-      {"an ASCII letter among eight bytes of others", "\xC3\xA4\xC3\xB6\xC3\xBCx\xC3\xA9!",
+      {"an ASCII letter among two-byte characters", "\xC3\xA4\xC3\xB6\xC3\xBCx\xC3\xA9!",
        L"\u00E4\u00F6\u00FCx\u00E9!"},
       {"NUL inside", "a\0b"s, std::wstring(L"a\0b", 3)},
       {"byte-order mark is kept",
@@ -167,7 +167,7 @@ TEST(Utf8, DecodesTexts) {
   }
 }
 
-// A character that has `length` bytes, often one at an end of their ranges.
+// A character of `length` bytes, often at an end of a range.
 char32_t CharacterOfBytes(RandomNumbers& random, int length) {
   constexpr char32_t kFirst[] = {0, 0x80, 0x800, 0x10000, 0x110000};
   const char32_t first = kFirst[length - 1];
@@ -181,10 +181,10 @@ char32_t CharacterOfBytes(RandomNumbers& random, int length) {
   return any >= 0xD800 && any <= 0xDFFF ? any - 0x800 : any;
 }
 
-// Runs of characters that have equally many bytes, as texts have them.
-std::u32string RandomText(RandomNumbers& random, std::size_t mostBytes) {
+// Runs of characters of equal length, as in real texts.
+std::u32string RandomText(RandomNumbers& random, std::size_t minBytes) {
   std::u32string text;
-  for (std::size_t bytes = 0; bytes < mostBytes;) {
+  for (std::size_t bytes = 0; bytes < minBytes;) {
     const int length = 1 + random.Below(4);
     for (int run = 1 + random.Below(random.Below(2) == 0 ? 20 : 2); run > 0; --run) {
       text += CharacterOfBytes(random, length);
@@ -210,7 +210,7 @@ std::wstring WideTextOf(const std::u32string& text) {
   return wide;
 }
 
-TEST(Utf8, AgreesWithThePlainRuleOnTextsWithAFaultAnywhere) {
+TEST(Utf8, EqualsTheReferenceOnTextsWithOneChangedByte) {
   RandomNumbers random(randomSeed);
   for (int round = 0; round < 200; ++round) {
     std::string bytes = BytesOf(RandomText(random, static_cast<std::size_t>(random.Below(150))));
@@ -219,44 +219,44 @@ TEST(Utf8, AgreesWithThePlainRuleOnTextsWithAFaultAnywhere) {
       const char before = byte;
       for (const int other : {0x41, 0x80, 0xBF, 0xC3, 0xE0, 0xED, 0xF4, 0xFF, random.Below(256)}) {
         byte = static_cast<char>(other);
-        ASSERT_EQ(WellFormedUtf8Length(bytes), PlainWellFormedLength(bytes))
+        ASSERT_EQ(WellFormedUtf8Length(bytes), ReferenceWellFormedLength(bytes))
             << testing::PrintToString(bytes);
       }
       byte = before;
-      const std::string_view front(bytes.data(), static_cast<std::size_t>(&byte - bytes.data()));
-      ASSERT_EQ(WellFormedUtf8Length(front), PlainWellFormedLength(front))
-          << testing::PrintToString(std::string(front));
+      const std::string_view prefix(bytes.data(), static_cast<std::size_t>(&byte - bytes.data()));
+      ASSERT_EQ(WellFormedUtf8Length(prefix), ReferenceWellFormedLength(prefix))
+          << testing::PrintToString(std::string(prefix));
     }
   }
 }
 
-TEST(Utf8, AgreesWithThePlainRuleOnRandomBytes) {
+TEST(Utf8, EqualsTheReferenceOnRandomBytes) {
   RandomNumbers random(randomSeed);
-  // Each byte is one that mostly may follow the one in front of it.
+  // Bytes that often form characters.
   const std::string alphabet = "a\xC3\xA4\x80\x9F\xBF\xE2\x82\xAC\xED\xF0\x9F\x98\xF4\x8F";
   for (int round = 0; round < 20'000; ++round) {
     std::string bytes(static_cast<std::size_t>(random.Below(40)), 'a');
     for (int i = random.Below(60); i > 0; --i) {
       bytes += AnyOf(random, alphabet);
     }
-    ASSERT_EQ(WellFormedUtf8Length(bytes), PlainWellFormedLength(bytes))
+    ASSERT_EQ(WellFormedUtf8Length(bytes), ReferenceWellFormedLength(bytes))
         << testing::PrintToString(bytes);
   }
 }
 
-// Many bytes are looked at in one step, 32 or fewer: every fault, at each place of a step and across two.
-TEST(Utf8, EveryInvalidSequenceIsAFaultAtEveryPlace) {
-  for (const InvalidUtf8& fault : kInvalidUtf8) {
+// A step checks up to 32 bytes: the sequences are at every offset in a step and across two steps.
+TEST(Utf8, FindsEveryInvalidSequenceAtEveryOffset) {
+  for (const InvalidUtf8& invalid : kInvalidUtf8) {
     for (const char* const filling : {"a", "\xC3\xA4", "\xE2\x82\xAC", "\xF0\x9F\x98\x80"}) {
-      std::string front;
+      std::string prefix;
       for (std::size_t shift = 0; shift < 72; ++shift) {
-        front = std::string(shift % 4, 'a');
-        while (front.size() < shift) {
-          front += filling;
+        prefix = std::string(shift % 4, 'a');
+        while (prefix.size() < shift) {
+          prefix += filling;
         }
-        const std::string bytes = front + std::string(fault.bytes) + std::string(40, 'z');
-        ASSERT_EQ(WellFormedUtf8Length(bytes), front.size())
-            << fault.name << ": " << testing::PrintToString(bytes);
+        const std::string bytes = prefix + std::string(invalid.bytes) + std::string(40, 'z');
+        ASSERT_EQ(WellFormedUtf8Length(bytes), prefix.size())
+            << invalid.name << ": " << testing::PrintToString(bytes);
       }
     }
   }
@@ -285,16 +285,16 @@ TEST(Utf8, DecodesMixturesAtEveryAlignment) {
   for (int round = 0; round < 3000; ++round) {
     const std::u32string text = RandomText(random, static_cast<std::size_t>(random.Below(200)));
     const auto shift = static_cast<std::size_t>(round % 17);
-    const std::string around = std::string(shift, '\xFF') + BytesOf(text);
-    std::string_view bytes = around;
+    const std::string shifted = std::string(shift, '\xFF') + BytesOf(text);
+    std::string_view bytes = shifted;
     bytes.remove_prefix(shift);
     const std::wstring expected = WideTextOf(text);
-    ASSERT_EQ(WideLength(bytes), expected.size()) << testing::PrintToString(around);
+    ASSERT_EQ(WideLength(bytes), expected.size()) << testing::PrintToString(shifted);
     std::wstring decoded(expected.size() + 3, L'#');
     const wchar_t* const end = DecodeUtf8(bytes, decoded.data() + 1);
-    ASSERT_EQ(end, decoded.data() + 1 + expected.size()) << testing::PrintToString(around);
-    decoded[1 + expected.size()] = L'#';  // one place behind it may be written, no other one
-    ASSERT_EQ(decoded, L'#' + expected + L"##") << testing::PrintToString(around);
+    ASSERT_EQ(end, decoded.data() + 1 + expected.size()) << testing::PrintToString(shifted);
+    decoded[1 + expected.size()] = L'#';  // only this one after the text may be overwritten
+    ASSERT_EQ(decoded, L'#' + expected + L"##") << testing::PrintToString(shifted);
     ASSERT_EQ(DecodeUtf8(bytes), expected);
   }
 }
