@@ -13,20 +13,20 @@ struct Character {
   bool blank;
 };
 
-// What both ways say of characters that may stand in a table.
+// Classes of characters that may be in a unit table, with and without a locale.
 const Character kCharacters[] = {
     {"NUL", L'\0', false, false},
     {"tab", L'\t', false, true},
     {"LF", L'\n', false, false},
     {"CR", L'\r', false, false},
-    {"the last control character", L'\x1F', false, false},
+    {"the last control character of ASCII", L'\x1F', false, false},
     {"space", L' ', false, true},
-    {"the first of ASCII", L'!', true, false},
-    {"the last of ASCII", L'~', true, false},
+    {"the first graphic one of ASCII", L'!', true, false},
+    {"the last graphic one of ASCII", L'~', true, false},
     {"DEL", L'\x7F', false, false},
     {"a control character of Latin-1", L'\x80', false, false},
     {"next line", L'\x85', false, false},
-    {"the last of these", L'\x9F', false, false},
+    {"the last control character of Latin-1", L'\x9F', false, false},
     {"no-break space", L'\u00A0', true, false},
     {"degree sign", L'\u00B0', true, false},
     {"Cyrillic em", L'\u043C', true, false},
@@ -34,17 +34,17 @@ const Character kCharacters[] = {
     {"Chinese", L'\u4E2D', true, false},
     {"euro sign", L'\u20AC', true, false},
     {"Hangul", L'\uAC00', true, false},
-    {"the first half of a pair", static_cast<wchar_t>(0xD800), false, false},
-    {"the last half of one", static_cast<wchar_t>(0xDFFF), false, false},
-    {"for private use", L'\uE000', true, false},
+    {"the first surrogate", static_cast<wchar_t>(0xD800), false, false},
+    {"the last surrogate", static_cast<wchar_t>(0xDFFF), false, false},
+    {"first of a private-use area", L'\uE000', true, false},
     {"byte-order mark", L'\uFEFF', true, false},
     {"beyond U+FFFF", L'\U0001F600', true, false},
-    {"the last that there is for private use", L'\U0010FFFD', true, false},
+    {"last of the private-use areas", L'\U0010FFFD', true, false},
     {"beyond U+10FFFF", static_cast<wchar_t>(0x110000), false, false},
-    {"no character at all", static_cast<wchar_t>(-2), false, false},
+    {"negative", static_cast<wchar_t>(-2), false, false},
 };
 
-TEST(CharacterClasses, AreThoseOfUnicodeWhateverTheHostsLocale) {
+TEST(CharacterClasses, FollowUnicodeInEveryLocale) {
   for (const Character& row : kCharacters) {
     SCOPED_TRACE(row.name);
     EXPECT_EQ(IsGraphic(row.character), row.graphic);
@@ -52,8 +52,8 @@ TEST(CharacterClasses, AreThoseOfUnicodeWhateverTheHostsLocale) {
   }
 }
 
-// Some are answered without the table: as the table would.
-TEST(CharacterClasses, AreThoseOfTheTableForEveryCharacter) {
+// The library answers for some characters without the table.
+TEST(CharacterClasses, EqualTheTableForEveryCharacter) {
   const CharacterClasses table("C.UTF-8");
   for (int c = -1; c <= 0x110000; ++c) {
     const auto character = static_cast<wchar_t>(c);
@@ -62,7 +62,7 @@ TEST(CharacterClasses, AreThoseOfTheTableForEveryCharacter) {
   }
 }
 
-TEST(CharacterClasses, AreTheSameForAllThatMattersWhereThereIsNoLocale) {
+TEST(CharacterClasses, AreTheSameForUsualCharactersWithoutALocale) {
   const CharacterClasses classes("no such locale");
   for (const Character& row : kCharacters) {
     SCOPED_TRACE(row.name);
@@ -71,8 +71,8 @@ TEST(CharacterClasses, AreTheSameForAllThatMattersWhereThereIsNoLocale) {
   }
 }
 
-// What no table tells apart there: all but the control characters shows something.
-TEST(CharacterClasses, GoByRangesAloneWhereThereIsNoLocale) {
+// Without a locale all characters except control characters and the space are graphic.
+TEST(CharacterClasses, AreWholeRangesWithoutALocale) {
   struct Range {
     const char* name;
     int first;
@@ -83,10 +83,10 @@ TEST(CharacterClasses, GoByRangesAloneWhereThereIsNoLocale) {
       {"control characters and the space", 0, 0x20, false},
       {"ASCII", 0x21, 0x7E, true},
       {"DEL and more control characters", 0x7F, 0x9F, false},
-      {"up to the halves of pairs", 0xA0, 0xD7FF, true},
-      {"halves of pairs", 0xD800, 0xDFFF, false},
+      {"up to the surrogates", 0xA0, 0xD7FF, true},
+      {"surrogates", 0xD800, 0xDFFF, false},
       {"all further characters", 0xE000, 0x10FFFF, true},
-      {"behind the last", 0x110000, 0x110010, false},
+      {"after the last", 0x110000, 0x110010, false},
   };
   const CharacterClasses classes("no such locale");
   for (const Range& range : ranges) {
@@ -97,8 +97,8 @@ TEST(CharacterClasses, GoByRangesAloneWhereThereIsNoLocale) {
   }
 }
 
-// So a test of either shows which one was asked.
-TEST(CharacterClasses, DifferInBlanksOfTypesetters) {
+// Shows that the library uses the locale.
+TEST(CharacterClasses, DifferForAnEmSpaceWithoutALocale) {
   const wchar_t emSpace = L'\u2003';
   const CharacterClasses unicode("C.UTF-8");
   EXPECT_FALSE(unicode.IsGraphic(emSpace));
@@ -106,9 +106,9 @@ TEST(CharacterClasses, DifferInBlanksOfTypesetters) {
   const CharacterClasses none("no such locale");
   EXPECT_TRUE(none.IsGraphic(emSpace));
   EXPECT_FALSE(none.IsBlank(emSpace));
-  EXPECT_FALSE(IsGraphic(emSpace)) << "the library asks the locale";
-  EXPECT_FALSE(unicode.IsGraphic(L'\U0010FFFF')) << "no character";
-  EXPECT_TRUE(none.IsGraphic(L'\U0010FFFF')) << "not known to be none";
+  EXPECT_FALSE(IsGraphic(emSpace)) << "the library uses the locale";
+  EXPECT_FALSE(unicode.IsGraphic(L'\U0010FFFF')) << "a noncharacter";
+  EXPECT_TRUE(none.IsGraphic(L'\U0010FFFF')) << "unknown as a noncharacter";
 }
 
 }  // namespace

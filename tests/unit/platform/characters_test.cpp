@@ -1,5 +1,5 @@
-// What characters are on every system. characters_posix_test.cpp and characters_windows_test.cpp
-// have more of them.
+// Characters whose class is the same on every system. characters_posix_test.cpp and
+// characters_windows_test.cpp test more characters.
 
 #include "platform/characters.h"
 
@@ -8,7 +8,7 @@
 namespace KelmoLibs::Localize {
 namespace {
 
-TEST(CharacterClass, OfWhatTablesHold) {
+TEST(CharacterClass, IsTheSameOnEverySystemForUsualCharacters) {
   const struct {
     const char* name;
     wchar_t character;
@@ -29,8 +29,8 @@ TEST(CharacterClass, OfWhatTablesHold) {
       {"Cyrillic em", L'\u043C', true, false},
       {"Hebrew alef", L'\u05D0', true, false},
       {"Chinese", L'\u4E2D', true, false},
-      {"half a surrogate pair", wchar_t{0xD83D}, false, false},
-      {"the other half", wchar_t{0xDE00}, false, false},
+      {"a high surrogate", wchar_t{0xD83D}, false, false},
+      {"a low surrogate", wchar_t{0xDE00}, false, false},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
@@ -39,7 +39,7 @@ TEST(CharacterClass, OfWhatTablesHold) {
   }
 }
 
-TEST(CharacterClass, KeepsAByteOrderMark) {
+TEST(CharacterClass, AByteOrderMarkIsGraphicOrBlank) {
   EXPECT_TRUE(IsGraphic(L'\uFEFF') || IsBlank(L'\uFEFF')) << "graphic on Linux, blank on Windows";
 }
 

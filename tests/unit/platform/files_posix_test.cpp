@@ -1,5 +1,5 @@
-// What only a POSIX system has: files that are neither regular files nor folders, wide texts that
-// are no path.
+// What only POSIX systems have: files that are neither regular files nor folders, and wide texts
+// that are not paths.
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -26,12 +26,12 @@
 namespace KelmoLibs::Localize {
 namespace {
 
-TEST(OpenTextFilePosix, OpensNoDevice) {
+TEST(OpenTextFilePosix, RefusesADevice) {
   ASSERT_EQ(::access("/dev/zero", R_OK), 0);
   EXPECT_EQ(OpenTextFile(L"\\dev\\zero"), nullptr);
 }
 
-TEST(OpenTextFilePosix, LetsTheFileGoAtTheEndAlsoWhenItIsRefused) {
+TEST(OpenTextFilePosix, ClosesTheDescriptorAlsoOfARefusedFile) {
   const ScratchFolder folder;
   folder.Write(L"file.txt", "text");
   const int before = FreeDescriptor();
@@ -39,7 +39,7 @@ TEST(OpenTextFilePosix, LetsTheFileGoAtTheEndAlsoWhenItIsRefused) {
     const auto file = OpenTextFile(JoinPath(folder.HostPath(), L"file.txt"));
     ASSERT_NE(file, nullptr);
     EXPECT_EQ(::fcntl(before, F_GETFD), FD_CLOEXEC)
-        << "a program that the host starts would get it";
+        << "child processes of the host would inherit it";
   }
   EXPECT_EQ(FreeDescriptor(), before);
   EXPECT_EQ(OpenTextFile(folder.HostPath()), nullptr);
@@ -52,7 +52,7 @@ TEST(OpenTextFilePosix, DoesNotWaitForAPipe) {
   EXPECT_EQ(OpenTextFile(JoinPath(folder.HostPath(), L"pipe")), nullptr);
 }
 
-TEST(OpenTextFilePosix, LeavesAPipesWriterAlone) {
+TEST(OpenTextFilePosix, DoesNotConnectToTheWriterOfAPipe) {
   const ScratchFolder folder;
   const std::string pipe = folder.Path() / "pipe";
   ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
@@ -61,10 +61,10 @@ TEST(OpenTextFilePosix, LeavesAPipesWriterAlone) {
     const int descriptor = ::open(pipe.c_str(), O_WRONLY);  // waits for a reader
     return ::write(descriptor, "text", 4) == 4 ? 0 : 1;
   });
-  std::this_thread::sleep_for(std::chrono::milliseconds(50));  // time for it to wait
+  std::this_thread::sleep_for(std::chrono::milliseconds(50));  // so that the writer waits
   EXPECT_EQ(OpenTextFile(JoinPath(folder.HostPath(), L"pipe")), nullptr);
-  std::this_thread::sleep_for(std::chrono::milliseconds(50));  // time for it to be misled
-  ASSERT_EQ(::waitpid(writer, nullptr, WNOHANG), 0) << "it took the library for its reader";
+  std::this_thread::sleep_for(std::chrono::milliseconds(50));  // so that the writer could connect
+  ASSERT_EQ(::waitpid(writer, nullptr, WNOHANG), 0) << "the writer has connected to the library";
   const int reader = ::open(pipe.c_str(), O_RDONLY);
   char text[4] = {};
   EXPECT_EQ(::read(reader, text, 4), 4);
@@ -72,7 +72,7 @@ TEST(OpenTextFilePosix, LeavesAPipesWriterAlone) {
   EXPECT_EQ(ExitCodeOf(writer), 0);
 }
 
-TEST(OpenTextFilePosix, WaitsForALeaseToBeGivenBack) {
+TEST(OpenTextFilePosix, WaitsForTheEndOfALease) {
   const ScratchFolder folder;
   folder.Write(L"file.txt", "text");
   const std::string file = folder.Path() / "file.txt";
@@ -85,13 +85,13 @@ TEST(OpenTextFilePosix, WaitsForALeaseToBeGivenBack) {
     ::sigaddset(&broken, SIGIO);
     ::sigprocmask(SIG_BLOCK, &broken, nullptr);
     const int descriptor = ::open(file.c_str(), O_RDWR);
-    const bool held = ::fcntl(descriptor, F_SETLEASE, F_WRLCK) == 0;
-    const char answer = held ? 'y' : 'n';
-    if (::write(ready[1], &answer, 1) != 1 || !held) {
+    const bool leased = ::fcntl(descriptor, F_SETLEASE, F_WRLCK) == 0;
+    const char answer = leased ? 'y' : 'n';
+    if (::write(ready[1], &answer, 1) != 1 || !leased) {
       return 1;
     }
     int signal = 0;
-    ::sigwait(&broken, &signal);  // somebody wants to open it
+    ::sigwait(&broken, &signal);  // until another process opens the file
     return ::fcntl(descriptor, F_SETLEASE, F_UNLCK) == 0 ? 0 : 1;
   });
   char answer = 'n';
@@ -100,13 +100,13 @@ TEST(OpenTextFilePosix, WaitsForALeaseToBeGivenBack) {
   ::close(ready[1]);
   if (answer == 'n') {
     ExitCodeOf(holder);
-    GTEST_SKIP() << "no leases on this file system";
+    GTEST_SKIP() << "this file system has no leases";
   }
   EXPECT_NE(OpenTextFile(JoinPath(folder.HostPath(), L"file.txt")), nullptr);
   EXPECT_EQ(ExitCodeOf(holder), 0);
 }
 
-TEST(OpenTextFilePosix, ReadsOnInTheFileThatItOpenedWhateverBecomesOfItsName) {
+TEST(OpenTextFilePosix, KeepsReadingTheOpenedFileIfItsNameChanges) {
   namespace fs = std::filesystem;
   const ScratchFolder folder;
   const fs::path file = folder.Path() / "file.txt";
@@ -116,7 +116,7 @@ TEST(OpenTextFilePosix, ReadsOnInTheFileThatItOpenedWhateverBecomesOfItsName) {
   } rows[] = {
       {"replaced", [&] { fs::rename(folder.Path() / "other.txt", file); }},
       {"removed", [&] { fs::remove(file); }},
-      {"closed to all", [&] { fs::permissions(file, fs::perms::none); }},
+      {"made unreadable", [&] { fs::permissions(file, fs::perms::none); }},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
@@ -125,18 +125,18 @@ TEST(OpenTextFilePosix, ReadsOnInTheFileThatItOpenedWhateverBecomesOfItsName) {
     folder.Write(L"other.txt", "other words here");
     const auto opened = OpenTextFile(JoinPath(folder.HostPath(), L"file.txt"));
     ASSERT_NE(opened, nullptr);
-    char front[5] = {};
-    ASSERT_EQ(opened->Read(front, sizeof(front)), 5U);
+    char firstWord[5] = {};
+    ASSERT_EQ(opened->Read(firstWord, sizeof(firstWord)), 5U);
     row.change();
     EXPECT_EQ(ReadAll(*opened, 4), " and last");
   }
 }
 
-TEST(OpenTextFilePosix, OpensNothingForALoneSurrogate) {
+TEST(OpenTextFilePosix, RefusesALoneSurrogate) {
   EXPECT_EQ(OpenTextFile({L'a', L'\xD800'}), nullptr);
 }
 
-TEST(OpenTextFilePosix, TakesNamesAsUtf8InEveryLocale) {
+TEST(OpenTextFilePosix, EncodesNamesAsUtf8InEveryLocale) {
   const ScratchFolder folder;
   folder.Write(L"словарь.txt", "text");
   for (const char* const locale : {"C", "C.UTF-8"}) {
@@ -149,12 +149,13 @@ TEST(OpenTextFilePosix, TakesNamesAsUtf8InEveryLocale) {
 
 TEST(OpenTextFilePosix, OpensForReadingOnly) {
   if (::access("/proc/self/exe", R_OK) != 0) {
-    GTEST_SKIP() << "no /proc here";
+    GTEST_SKIP() << "there is no /proc";
   }
-  EXPECT_NE(OpenTextFile(L"\\proc\\self\\exe"), nullptr) << "nobody may write a running program";
+  EXPECT_NE(OpenTextFile(L"\\proc\\self\\exe"), nullptr)
+      << "a running program cannot be opened for writing";
 }
 
-TEST(OpenTextFilePosix, LetsTheFileGoAlsoWhereItGotTheNumberOfStandardInput) {
+TEST(OpenTextFilePosix, ClosesDescriptorZero) {
   const ScratchFolder folder;
   folder.Write(L"file.txt", "text");
   EXPECT_EQ(ExitCodeOf(StartChild([&folder] {
@@ -165,8 +166,8 @@ TEST(OpenTextFilePosix, LetsTheFileGoAlsoWhereItGotTheNumberOfStandardInput) {
             0);
 }
 
-// errno stays as it is where a call succeeds: what it says of an older one must not count.
-TEST(OpenTextFilePosix, TakesAnOlderInterruptionForNoneOfItsOwn) {
+// A successful call does not change errno, so an earlier error may still be in it.
+TEST(OpenTextFilePosix, IgnoresAnEarlierErrno) {
   const ScratchFolder folder;
   folder.Write(L"file.txt", "text");
   EXPECT_EQ(ExitCodeOf(StartChild([&folder] {
@@ -191,18 +192,20 @@ TEST(OpenTextFilePosix, TakesAnOlderInterruptionForNoneOfItsOwn) {
             0);
 }
 
-TEST(OpenTextFilePosix, AReadThatFailsIsTheEnd) {
-  // Nothing is mapped at address 0: this regular file opens, and reading its front fails.
+TEST(OpenTextFilePosix, AFailedReadIsTheEnd) {
+  // This regular file can be opened, but its first bytes cannot be read: nothing is mapped at
+  // address 0.
   const auto file = OpenTextFile(L"\\proc\\self\\mem");
   if (!file) {
-    GTEST_SKIP() << "no /proc here";
+    GTEST_SKIP() << "there is no /proc";
   }
   char buffer[16];
   EXPECT_EQ(file->Read(buffer, sizeof(buffer)), 0U);
 }
 
-// Both in one test: a first call that closes a descriptor of the host would hide a second one that does.
-TEST(WriteWholeFilePosix, WritesNothingAndTouchesNoDescriptorForALoneSurrogate) {
+// One test for both calls: if the first call closed a descriptor of the host, it would hide that
+// the second one does too.
+TEST(WriteWholeFilePosix, WritesNothingAndClosesNoDescriptorForALoneSurrogate) {
   const ScratchFolder folder;
   const std::wstring path = JoinPath(folder.HostPath(), std::wstring{L'a', L'\xD800'});
   const int before = FreeDescriptor();

@@ -43,7 +43,7 @@ TEST(OpenTextFile, ReadsInTextMode) {
       {"LF", "a\nb\n", "a\nb\n"},
       {"CR LF", "a\r\nb\r\n", "a\nb\n"},
       {"a lone CR", "a\rb\r", "a\rb\r"},
-      {"two CR in front of an LF", "a\r\r\nb", "a\r\nb"},
+      {"two CR before an LF", "a\r\r\nb", "a\r\nb"},
       {"0x1A",
        "a\x1A"
        "b",
@@ -61,7 +61,7 @@ TEST(OpenTextFile, ReadsInTextMode) {
   }
 }
 
-TEST(OpenTextFile, ReadsInLargePieces) {
+TEST(OpenTextFile, ReadsLargeChunks) {
   const ScratchFolder folder;
   folder.Write(L"file.txt", std::string(100'000, 'a'));
   const auto file = OpenTextFile(JoinPath(folder.HostPath(), L"file.txt"));
@@ -70,7 +70,7 @@ TEST(OpenTextFile, ReadsInLargePieces) {
   EXPECT_GE(file->Read(buffer.data(), buffer.size()), 4096U);
 }
 
-TEST(OpenTextFile, TellsTheFilesSize) {
+TEST(OpenTextFile, HintsAtTheSizeOfTheFile) {
   const ScratchFolder folder;
   folder.Write(L"file.txt", std::string(12345, 'a'));
   const auto file = OpenTextFile(JoinPath(folder.HostPath(), L"file.txt"));
@@ -89,7 +89,7 @@ TEST(OpenTextFile, OpensNamesInEveryScriptAndWithBlanks) {
   }
 }
 
-TEST(OpenTextFile, OpensNothingButFiles) {
+TEST(OpenTextFile, OpensOnlyFiles) {
   const ScratchFolder folder;
   folder.Write(L"folder\\file.txt", "text");
   const struct {
@@ -99,12 +99,13 @@ TEST(OpenTextFile, OpensNothingButFiles) {
       {"no such file", JoinPath(folder.HostPath(), L"missing.txt")},
       {"no such folder", JoinPath(folder.HostPath(), L"missing\\file.txt")},
       {"a folder", JoinPath(folder.HostPath(), L"folder")},
-      {"a folder, with a separator behind it", JoinPath(folder.HostPath(), L"folder\\")},
-      {"a file taken for a folder", JoinPath(folder.HostPath(), L"folder\\file.txt\\x")},
+      {"a folder, with a separator after it", JoinPath(folder.HostPath(), L"folder\\")},
+      {"a file as a folder", JoinPath(folder.HostPath(), L"folder\\file.txt\\x")},
       {"the empty path", L""},
-      {"a device of Windows, and not there on Linux", JoinPath(folder.HostPath(), L"NUL")},
-      {"a name that no system takes", JoinPath(folder.HostPath(), std::wstring(32000, L'x'))},
-      {"characters that Windows forbids, and not there on Linux",
+      {"a device of Windows, missing on Linux", JoinPath(folder.HostPath(), L"NUL")},
+      {"a name that is too long for every system",
+       JoinPath(folder.HostPath(), std::wstring(32000, L'x'))},
+      {"characters that Windows forbids, missing on Linux",
        JoinPath(folder.HostPath(), L"a|b?c*d<e>.txt")},
   };
   for (const auto& row : rows) {
@@ -113,25 +114,25 @@ TEST(OpenTextFile, OpensNothingButFiles) {
   }
 }
 
-TEST(OpenTextFile, SharesTheFileWithThoseWhoWriteIt) {
+TEST(OpenTextFile, SharesTheFileWithWriters) {
   const ScratchFolder folder;
   folder.Write(L"file.txt", "first line\n");
   const std::wstring path = JoinPath(folder.HostPath(), L"file.txt");
   {
     const std::ofstream writer(folder.Path() / "file.txt", std::ios::app);
     ASSERT_TRUE(writer.is_open());
-    EXPECT_EQ(ReadTextFile(path, 100), "first line\n") << "written by another already";
+    EXPECT_EQ(ReadTextFile(path, 100), "first line\n") << "a writer has opened it before";
   }
   const auto reader = OpenTextFile(path);
   ASSERT_NE(reader, nullptr);
   std::ofstream writer(folder.Path() / "file.txt", std::ios::app);
   writer << "second line\n";
   writer.close();
-  EXPECT_TRUE(writer) << "opened by the library already";
+  EXPECT_TRUE(writer) << "the library has opened it before";
   EXPECT_EQ(ReadTextFile(path, 100), "first line\nsecond line\n");
 }
 
-TEST(OpenTextFile, LetsTheFileGoAtTheEnd) {
+TEST(OpenTextFile, ClosesTheFile) {
   // On Windows an open file cannot be removed; files_posix_test.cpp counts descriptors.
   const ScratchFolder folder;
   folder.Write(L"file.txt", "text");
@@ -141,23 +142,23 @@ TEST(OpenTextFile, LetsTheFileGoAtTheEnd) {
 
 // ---- Files that change while they are read
 
-// Counts what was taken of a file: nobody says how far a reader reads ahead.
-class CountedSource final : public ByteSource {
+// Counts the bytes that a reader has read: how far it reads ahead is unspecified.
+class CountingSource final : public ByteSource {
  public:
-  explicit CountedSource(std::unique_ptr<ByteSource> file) : file_(std::move(file)) {}
+  explicit CountingSource(std::unique_ptr<ByteSource> file) : file_(std::move(file)) {}
 
   std::size_t Read(char* buffer, std::size_t size) override {
     const std::size_t count = file_->Read(buffer, size);
-    taken_ += count;
+    bytesRead_ += count;
     return count;
   }
   std::size_t SizeHint() const noexcept override { return file_->SizeHint(); }
 
-  std::size_t Taken() const noexcept { return taken_; }
+  std::size_t BytesRead() const noexcept { return bytesRead_; }
 
  private:
   std::unique_ptr<ByteSource> file_;
-  std::size_t taken_ = 0;
+  std::size_t bytesRead_ = 0;
 };
 
 using Lines = std::vector<std::string>;
@@ -179,60 +180,64 @@ Lines LinesOf(const std::string& bytes) {
   return lines;
 }
 
-TEST(OpenTextFile, ReadsAFileThatChangesMeanwhileAsItIsAtEachRead) {
+TEST(OpenTextFile, EachReadSeesTheFileAsItIsThen) {
   namespace fs = std::filesystem;
   const ScratchFolder folder;
   const fs::path file = folder.Path() / "file.txt";
-  // One that is read as a whole before its first line comes, and one of several pieces.
+  // A file that is read whole before its first line, and a file of several chunks.
   for (const std::size_t size : {std::size_t{1000}, std::size_t{300'000}}) {
     const std::string bytes = NumberedLines("line ", size);
     const std::string other = NumberedLines("others ", size + 5000);
     const std::size_t inLine = bytes.rfind("line", size * 9 / 10) + 2;
-    const auto behind = [](const std::string& text, std::size_t taken) {
-      return text.substr(std::min(taken, text.size()));
+    const auto after = [](const std::string& text, std::size_t bytesRead) {
+      return text.substr(std::min(bytesRead, text.size()));
     };
-    const auto cutTo = [&](std::size_t rest) {
-      return [&bytes, rest](std::size_t taken) { return bytes.substr(0, std::max(taken, rest)); };
+    const auto truncatedTo = [&](std::size_t rest) {
+      return [&bytes, rest](std::size_t bytesRead) {
+        return bytes.substr(0, std::max(bytesRead, rest));
+      };
     };
     const struct {
       const char* name;
       std::function<void()> change;
-      std::function<std::string(std::size_t taken)> read;
+      std::function<std::string(std::size_t bytesRead)> expected;
     } rows[] = {
-        {"not at all", [] {}, cutTo(bytes.size())},
-        {"cut to nothing", [&] { fs::resize_file(file, 0); }, cutTo(0)},
-        {"cut in a line", [&] { fs::resize_file(file, inLine); }, cutTo(inLine)},
-        {"cut in a character, which is none then",
+        {"unchanged", [] {}, truncatedTo(bytes.size())},
+        {"truncated to nothing", [&] { fs::resize_file(file, 0); }, truncatedTo(0)},
+        {"truncated in a line", [&] { fs::resize_file(file, inLine); }, truncatedTo(inLine)},
+        {"truncated in a character",
          [&] { fs::resize_file(file, bytes.rfind("\xC3\xA4", inLine) + 1); },
-         cutTo(bytes.rfind("\xC3\xA4", inLine))},
-        {"overwritten where it stands",
+         truncatedTo(bytes.rfind("\xC3\xA4", inLine))},
+        {"overwritten in place",
          [&] {
            std::fstream(file, std::ios::binary | std::ios::in | std::ios::out)
                << other.substr(0, bytes.size());
          },
-         [&](std::size_t taken) {
-           return bytes.substr(0, taken) + behind(other.substr(0, bytes.size()), taken);
+         [&](std::size_t bytesRead) {
+           return bytes.substr(0, bytesRead) + after(other.substr(0, bytes.size()), bytesRead);
          }},
-        {"written anew with less",
+        {"rewritten with less",
          [&] { std::ofstream(file, std::ios::binary) << other.substr(0, size / 2); },
-         [&](std::size_t taken) {
-           return bytes.substr(0, taken) + behind(other.substr(0, size / 2), taken);
+         [&](std::size_t bytesRead) {
+           return bytes.substr(0, bytesRead) + after(other.substr(0, size / 2), bytesRead);
          }},
-        {"written anew with more", [&] { std::ofstream(file, std::ios::binary) << other; },
-         [&](std::size_t taken) { return bytes.substr(0, taken) + behind(other, taken); }},
-        {"added to",
+        {"rewritten with more", [&] { std::ofstream(file, std::ios::binary) << other; },
+         [&](std::size_t bytesRead) {
+           return bytes.substr(0, bytesRead) + after(other, bytesRead);
+         }},
+        {"appended to",
          [&] { std::ofstream(file, std::ios::binary | std::ios::app) << "added\nlast"; },
-         [&](std::size_t /*taken*/) { return bytes + "added\nlast"; }},
+         [&](std::size_t /*bytesRead*/) { return bytes + "added\nlast"; }},
     };
     for (const auto& row : rows) {
       SCOPED_TRACE(testing::Message() << row.name << ", " << size << " bytes");
       folder.Write(L"file.txt", bytes);
       auto opened = OpenTextFile(JoinPath(folder.HostPath(), L"file.txt"));
       ASSERT_NE(opened, nullptr);
-      CountedSource source(std::move(opened));
+      CountingSource source(std::move(opened));
       LineReader reader(source);
       Lines lines;
-      const auto take = [&] {
+      const auto nextLine = [&] {
         const auto line = reader.Next();
         if (line) {
           lines.emplace_back(*line);
@@ -240,24 +245,24 @@ TEST(OpenTextFile, ReadsAFileThatChangesMeanwhileAsItIsAtEachRead) {
         return line.has_value();
       };
       for (int i = 0; i < 3; ++i) {
-        ASSERT_TRUE(take());
+        ASSERT_TRUE(nextLine());
       }
-      const std::size_t taken = source.Taken();
-      ASSERT_TRUE(taken < inLine || size < 2000) << "everything was taken: this changes nothing";
-      // A character of two halves that are not its own would end the text.
-      ASSERT_NE(bytes[taken - 1], '\xC3');
-      ASSERT_TRUE(taken >= other.size() || other[taken] != '\xA4');
+      const std::size_t bytesRead = source.BytesRead();
+      ASSERT_TRUE(bytesRead < inLine || size < 2000) << "all bytes were read before the change";
+      // Otherwise halves of two characters would meet, and would end the text.
+      ASSERT_NE(bytes[bytesRead - 1], '\xC3');
+      ASSERT_TRUE(bytesRead >= other.size() || other[bytesRead] != '\xA4');
       row.change();
-      while (take()) {
+      while (nextLine()) {
       }
-      EXPECT_EQ(lines, LinesOf(row.read(taken)));
+      EXPECT_EQ(lines, LinesOf(row.expected(bytesRead)));
     }
   }
 }
 
 // ---- Writing a file
 
-TEST(WriteWholeFile, MakesTheFileHoldTheseBytesAndNothingElse) {
+TEST(WriteWholeFile, ReplacesTheContentsOfTheFile) {
   using namespace std::string_literals;
   const ScratchFolder folder;
   const std::wstring path = JoinPath(folder.HostPath(), L"таблица с пробелами.txt");
@@ -270,7 +275,7 @@ TEST(WriteWholeFile, MakesTheFileHoldTheseBytesAndNothingElse) {
   }
 }
 
-TEST(WriteWholeFile, SaysNothingOfWhatCannotBeOpened) {
+TEST(WriteWholeFile, IgnoresAFileThatCannotBeOpened) {
   const ScratchFolder folder;
   folder.Write(L"folder\\file.txt", "text");
   for (const wchar_t* const name : {L"", L"folder", L"missing\\file.txt", L"folder\\file.txt\\x"}) {
@@ -281,7 +286,7 @@ TEST(WriteWholeFile, SaysNothingOfWhatCannotBeOpened) {
   EXPECT_FALSE(std::filesystem::exists(folder.Path() / "missing"));
 }
 
-TEST(WriteWholeFile, LetsTheFileGo) {
+TEST(WriteWholeFile, ClosesTheFile) {
   const ScratchFolder folder;
   WriteWholeFile(JoinPath(folder.HostPath(), L"file.txt"), "bytes");
   EXPECT_TRUE(std::filesystem::remove(folder.Path() / "file.txt"));

@@ -1,4 +1,4 @@
-// What only Windows has: a runtime with a default mode for files, and handles that child programs
+// What only Windows has: a runtime with a default mode for files, and handles that child processes
 // inherit.
 
 #include <fcntl.h>
@@ -30,7 +30,7 @@ class OpenTextFileWindows : public testing::Test {
   const std::wstring path_ = JoinPath(folder_.HostPath(), L"file.txt");
 };
 
-TEST_F(OpenTextFileWindows, ReadsInTextModeWhateverTheHostsDefault) {
+TEST_F(OpenTextFileWindows, ReadsInTextModeIfTheHostsDefaultIsBinary) {
   int& defaultMode = *::__p__fmode();
   const int before = std::exchange(defaultMode, _O_BINARY);
   const auto file = OpenTextFile(path_);
@@ -39,8 +39,7 @@ TEST_F(OpenTextFileWindows, ReadsInTextModeWhateverTheHostsDefault) {
   EXPECT_EQ(ReadAll(*file, 100), "a\nb");
 }
 
-// Nobody can put another file under the name, or take the name away, while the file is read.
-TEST_F(OpenTextFileWindows, HoldsItsNameWhileItIsRead) {
+TEST_F(OpenTextFileWindows, PreventsReplacingAndRemovingTheFile) {
   folder_.Write(L"other.txt", "other");
   const auto file = OpenTextFile(path_);
   ASSERT_NE(file, nullptr);
@@ -53,21 +52,21 @@ TEST_F(OpenTextFileWindows, HoldsItsNameWhileItIsRead) {
   EXPECT_EQ(ReadAll(*file, 1), "a\nb");
 }
 
-TEST_F(OpenTextFileWindows, ReadsAndLetsGoAFileThatGotTheNumberOfStandardInput) {
+TEST_F(OpenTextFileWindows, ReadsAndClosesDescriptorZero) {
   const int kept = ::_dup(0);
   if (kept < 0) {
-    GTEST_SKIP() << "no standard input here";
+    GTEST_SKIP() << "there is no standard input";
   }
   ::_close(0);
   auto file = OpenTextFile(path_);
   const std::string text = file ? ReadAll(*file, 100) : "";
   file.reset();
-  EXPECT_EQ(::_dup(kept), 0) << "the number is free again";
+  EXPECT_EQ(::_dup(kept), 0) << "descriptor 0 was not closed";
   ::_close(kept);
   EXPECT_EQ(text, "a\nb");
 }
 
-// The runtime gives the lowest number that is free.
+// The runtime assigns the lowest free descriptor.
 int FreeDescriptor() {
   int descriptor = -1;
   EXPECT_EQ(::_sopen_s(&descriptor, "NUL", _O_RDONLY, _SH_DENYNO, 0), 0);
@@ -75,11 +74,11 @@ int FreeDescriptor() {
   return descriptor;
 }
 
-TEST_F(OpenTextFileWindows, KeepsTheFileFromProgramsThatTheHostStarts) {
+TEST_F(OpenTextFileWindows, ChildProcessesDoNotInheritTheHandle) {
   const int descriptor = FreeDescriptor();
   const auto file = OpenTextFile(path_);
   ASSERT_NE(file, nullptr);
-  // The runtime gives its handles as integers. NOLINTNEXTLINE(performance-no-int-to-ptr)
+  // The runtime returns its handles as integers. NOLINTNEXTLINE(performance-no-int-to-ptr)
   auto* const handle = reinterpret_cast<HANDLE>(::_get_osfhandle(descriptor));
   DWORD flags = 0;
   ASSERT_TRUE(::GetHandleInformation(handle, &flags));

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t kPageBytes = 4096;
 
-// How many of these pages the system has given memory to.
+// Number of these pages that are in physical memory.
 std::size_t ResidentPages(std::byte* pages, std::size_t bytes) {
   std::vector<unsigned char> resident(bytes / kPageBytes);
   EXPECT_EQ(::mincore(pages, bytes, resident.data()), 0);
@@ -27,8 +27,8 @@ std::byte* MapPages(std::size_t bytes) {
   return static_cast<std::byte*>(mapped);
 }
 
-// Whether this system gives memory in advance. Older ones refuse to. QEMU ignores the call and says
-// that it has succeeded.
+// Whether this system can populate pages. Older systems cannot. QEMU ignores the call and reports
+// success.
 bool SystemPopulates() {
 #ifdef MADV_POPULATE_WRITE
   std::byte* const page = MapPages(kPageBytes);
@@ -41,19 +41,19 @@ bool SystemPopulates() {
 #endif
 }
 
-TEST(PrefaultPagesPosix, FillsTheWholePagesAndLeavesTheMemoryBesideAlone) {
+TEST(PrefaultPagesPosix, PopulatesOnlyTheWholePagesOfTheMemory) {
   constexpr std::size_t kPart = std::size_t{6} * 1024 * 1024;
   const bool populates = SystemPopulates();
   for (const std::size_t cut : {std::size_t{0}, std::size_t{1}}) {
     SCOPED_TRACE(cut);
     std::byte* const before = MapPages(3 * kPart);
     std::byte* const part = before + kPart;
-    std::byte* const behind = part + kPart;
+    std::byte* const after = part + kPart;
     ::madvise(before, 3 * kPart,
-              MADV_NOHUGEPAGE);  // else a large page may lie on both sides of a seam
+              MADV_NOHUGEPAGE);  // a huge page could span two parts
     PrefaultPages(part + cut, kPart - 2 * cut);
     EXPECT_EQ(ResidentPages(before, kPart + cut * kPageBytes), 0U);
-    EXPECT_EQ(ResidentPages(behind - cut * kPageBytes, kPart + cut * kPageBytes), 0U);
+    EXPECT_EQ(ResidentPages(after - cut * kPageBytes, kPart + cut * kPageBytes), 0U);
     EXPECT_EQ(ResidentPages(part, kPart), populates ? kPart / kPageBytes - 2 * cut : 0);
     ::munmap(before, 3 * kPart);
   }

@@ -1,5 +1,5 @@
-// Which calls are made, in which order, by a setlocale that the test makes up. With the system's
-// own: regional_settings_test.cpp.
+// The calls of setlocale and their order, with a fake setlocale. regional_settings_test.cpp uses
+// the real one.
 
 #include "platform/user_locale.h"
 
@@ -16,33 +16,33 @@ using namespace KelmoLibs::Localize;
 using Calls = std::vector<std::string>;
 
 Calls calls;
-Calls failing;  // calls that answer with null, each once
+Calls failing;  // calls that return null, each once
 
-// As the real one, it answers in a text that the next call overwrites.
+// Like the real one, it returns a text that the next call overwrites.
 char* FakeSetLocale(int category, const char* name) {
-  static std::string answer;
+  static std::string result;
   EXPECT_EQ(category, LC_ALL);
   calls.push_back(name == nullptr ? "query" : "set " + std::string(name));
   if (!failing.empty() && failing.front() == calls.back()) {
     failing.erase(failing.begin());
     return nullptr;
   }
-  answer = name == nullptr ? "host's" : "overwritten";
-  return answer.data();
+  result = name == nullptr ? "host's" : "overwritten";
+  return result.data();
 }
 
-TEST(UserLocale, IsQueriedSwitchedToAndRestored) {
+TEST(UserLocale, IsSetForTheCallAndRestored) {
   const struct {
     const char* name;
     Calls failing;
     Calls calls;
   } rows[] = {
-      {"as it should be", {}, {"query", "set ", "set host's"}},
-      {"the user's is not installed", {"set "}, {"query", "set ", "set host's"}},
-      {"no memory to restore, but then",
+      {"no failure", {}, {"query", "set ", "set host's"}},
+      {"the user's locale is not installed", {"set "}, {"query", "set ", "set host's"}},
+      {"no memory to restore at the first attempt",
        {"set host's"},
        {"query", "set ", "set host's", "set host's"}},
-      {"no memory to restore at all",
+      {"no memory to restore at both attempts",
        {"set host's", "set host's"},
        {"query", "set ", "set host's", "set host's"}},
   };
@@ -55,7 +55,7 @@ TEST(UserLocale, IsQueriedSwitchedToAndRestored) {
   }
 }
 
-TEST(UserLocale, IsNotSwitchedToWithoutAWayBack) {
+TEST(UserLocale, IsNotSetIfTheOldOneIsUnknown) {
   calls.clear();
   failing = {"query"};
   EXPECT_THROW(FormatUnderUserLocale(FakeSetLocale, 1.5, 1), std::bad_alloc);
