@@ -19,15 +19,15 @@ using allocation_probe::Outcome;
 
 using Expected = std::vector<std::wstring>;
 
-// The messages of these tests differ by their one detail.
-const std::wstring kFront = L"EL112. Dictionary not found\nDictionary id: ";
+// The messages of these tests differ only in their detail.
+const std::wstring kPrefix = L"EL112. Dictionary not found\nDictionary id: ";
 Message MessageOf(std::wstring_view detail) { return UnknownDictionaryMessage(detail); }
 
 Expected DetailsOf(const ErrorList& list) {
   Expected details = ReadAll(list);
   for (std::wstring& text : details) {
-    EXPECT_EQ(text.substr(0, kFront.size()), kFront);
-    text.erase(0, kFront.size());
+    EXPECT_EQ(text.substr(0, kPrefix.size()), kPrefix);
+    text.erase(0, kPrefix.size());
   }
   return details;
 }
@@ -63,7 +63,7 @@ TEST(ErrorList, AppendComparesExactly) {
   }
 }
 
-TEST(ErrorList, AppendTellsTextsApartBehindANul) {
+TEST(ErrorList, AppendComparesTextsAlsoAfterANul) {
   ErrorList list;
   list.Append(MessageOf(std::wstring(L"a\0b", 3)));
   list.Append(MessageOf(std::wstring(L"a\0c", 3)));
@@ -71,7 +71,7 @@ TEST(ErrorList, AppendTellsTextsApartBehindANul) {
   EXPECT_EQ(list.Count(), 2);
 }
 
-TEST(ErrorList, AtAnswersEveryIndex) {
+TEST(ErrorList, AtReturnsAMessageForEveryOtherIndex) {
   ErrorList list;
   for (const wchar_t* const text : {L"first", L"second", L"third"}) {
     list.Append(MessageOf(text));
@@ -88,13 +88,13 @@ TEST(ErrorList, AtAnswersEveryIndex) {
       {"far past the last gives the last", 1000, L"third"},
       {"the largest index gives the last", INT_MAX, L"third"},
       {"a negative index gives the last", -1, L"third"},
-      {"none counts from the end", -2, L"third"},
+      {"negative indices do not count from the end", -2, L"third"},
       {"minus the count gives the last", -3, L"third"},
       {"the smallest index gives the last", INT_MIN, L"third"},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
-    EXPECT_EQ(list.At(row.index), kFront + row.text);
+    EXPECT_EQ(list.At(row.index), kPrefix + row.text);
   }
 }
 
@@ -121,7 +121,7 @@ TEST(ErrorList, AtOnAnEmptyListGivesTheEmptyTextForEveryIndex) {
   EXPECT_STREQ(emptyText, L"");
 }
 
-TEST(ErrorList, ClearEmptiesAndLetsTextsInAgain) {
+TEST(ErrorList, ClearedTextsCanBeAppendedAgain) {
   ErrorList list;
   list.Clear();
   EXPECT_EQ(list.Count(), 0);
@@ -134,7 +134,7 @@ TEST(ErrorList, ClearEmptiesAndLetsTextsInAgain) {
   EXPECT_EQ(DetailsOf(list), (Expected{L"other"}));
 }
 
-TEST(ErrorList, HoldsAHundredThousandTextsInOrder) {
+TEST(ErrorList, KeepsTheOrderOfAHundredThousandTexts) {
   ErrorList list;
   constexpr std::int32_t kCount = 100000;
   for (int round = 0; round < 2; ++round) {
@@ -144,15 +144,15 @@ TEST(ErrorList, HoldsAHundredThousandTextsInOrder) {
   }
   ASSERT_EQ(list.Count(), kCount);
   for (std::int32_t i = 0; i < kCount; ++i) {
-    ASSERT_EQ(list.At(i), kFront + L"message " + std::to_wstring(i));
+    ASSERT_EQ(list.At(i), kPrefix + L"message " + std::to_wstring(i));
   }
 }
 
-TEST(ErrorList, FailedAppendsHoldNoMemory) {
+TEST(ErrorList, FailedAppendsLeakNoMemory) {
   const std::wstring longText(100'000, L'x');
   for (std::size_t n = 1; n <= 4; ++n) {
     ErrorList list;
-    for (int i = 0; i < 64; ++i) {  // the next one needs more of everything
+    for (int i = 0; i < 64; ++i) {  // the next Append allocates in every container
       list.Append(KeyNotFoundMessage(std::to_wstring(i), 7));
     }
     const std::size_t before = allocation_probe::LiveBytes();
@@ -166,18 +166,18 @@ TEST(ErrorList, FailedAppendsHoldNoMemory) {
   }
 }
 
-TEST(ErrorList, AFailedAppendLeavesTheListAsItWas) {
-  const std::wstring longText(10'000, L'x');  // has a block of its own
+TEST(ErrorList, AFailedAppendChangesNothing) {
+  const std::wstring longText(10'000, L'x');  // gets its own block
   for (std::size_t n = 1;; ++n) {
     SCOPED_TRACE(n);
-    const LeakCheck everythingIsGivenBack;
+    const LeakCheck leakCheck;
     ErrorList list;
     list.Append(MessageOf(L"before"));
     const Outcome outcome = CallWithFailingAllocation(n, [&] { list.Append(MessageOf(longText)); });
     ASSERT_NE(outcome, Outcome::kReturned) << "the failure was not passed on";
     if (outcome == Outcome::kNoFailure) {
       EXPECT_EQ(DetailsOf(list), (Expected{L"before", longText}));
-      EXPECT_GE(n, 2U) << "no allocation was tried";
+      EXPECT_GE(n, 2U) << "nothing was allocated";
       break;
     }
     EXPECT_EQ(DetailsOf(list), (Expected{L"before"}));
@@ -186,8 +186,8 @@ TEST(ErrorList, AFailedAppendLeavesTheListAsItWas) {
   }
 }
 
-// Whatever somebody makes collide: the messages of missing keys with one hash, and others beside them.
-std::vector<std::wstring> CollidingKeys(int count) {
+// Keys for messages that all have the hash 7.
+std::vector<std::wstring> KeysOfCollidingMessages(int count) {
   std::vector<std::wstring> keys;
   for (int i = 0; i < count; ++i) {
     keys.push_back(L"missing.key." + std::to_wstring(i * 7919 % 100'003));
@@ -195,7 +195,7 @@ std::vector<std::wstring> CollidingKeys(int count) {
   return keys;
 }
 
-void AppendAll(ErrorList& list, const std::vector<std::wstring>& keys) {
+void AppendKeysNotFound(ErrorList& list, const std::vector<std::wstring>& keys) {
   for (const std::wstring& key : keys) {
     list.Append(KeyNotFoundMessage(key, 7));
   }
@@ -209,13 +209,13 @@ Expected TextsOf(const std::vector<std::wstring>& keys) {
   return texts;
 }
 
-TEST(ErrorList, TellsMessagesApartWhoseHashesAreTheSame) {
-  const std::vector<std::wstring> keys = CollidingKeys(1000);
+TEST(ErrorList, DistinguishesMessagesWithEqualHashes) {
+  const std::vector<std::wstring> keys = KeysOfCollidingMessages(1000);
   ErrorList list;
-  AppendAll(list, keys);
+  AppendKeysNotFound(list, keys);
   EXPECT_EQ(ReadAll(list), TextsOf(keys));
-  AppendAll(list, keys);
-  EXPECT_EQ(ReadAll(list), TextsOf(keys)) << "listed twice";
+  AppendKeysNotFound(list, keys);
+  EXPECT_EQ(ReadAll(list), TextsOf(keys)) << "the keys again";
 
   constexpr int kOthers = 20'000;
   Expected expected = TextsOf(keys);
@@ -223,19 +223,19 @@ TEST(ErrorList, TellsMessagesApartWhoseHashesAreTheSame) {
     for (int i = 0; i < kOthers; ++i) {
       list.Append(MessageOf(L"other " + std::to_wstring(i)));
       if (round == 0) {
-        expected.push_back(kFront + L"other " + std::to_wstring(i));
+        expected.push_back(kPrefix + L"other " + std::to_wstring(i));
       }
     }
-    AppendAll(list, keys);
+    AppendKeysNotFound(list, keys);
     EXPECT_TRUE(ReadAll(list) == expected);
   }
 
   list.Clear();
-  AppendAll(list, keys);
-  EXPECT_EQ(ReadAll(list), TextsOf(keys)) << "let in again";
+  AppendKeysNotFound(list, keys);
+  EXPECT_EQ(ReadAll(list), TextsOf(keys)) << "after Clear";
 }
 
-TEST(ErrorList, TellsKindsApartWhoseHashesAreTheSame) {
+TEST(ErrorList, DistinguishesKindsWithEqualHashes) {
   ErrorList list;
   const Message messages[] = {UnknownDictionaryMessage(L"de"), NoCurrentDictionaryMessage(L"de"),
                               DictionaryFileNotFoundMessage(L"de"),
@@ -243,7 +243,7 @@ TEST(ErrorList, TellsKindsApartWhoseHashesAreTheSame) {
                               UnitTableNotFoundMessage(L"de")};
   Expected expected;
   for (const Message& message : messages) {
-    EXPECT_EQ(message.hash, messages[0].hash) << "the case is another one";
+    EXPECT_EQ(message.hash, messages[0].hash) << "the hashes differ";
     list.Append(message);
     list.Append(messages[0]);
     expected.push_back(TextOf(message));
@@ -251,37 +251,38 @@ TEST(ErrorList, TellsKindsApartWhoseHashesAreTheSame) {
   EXPECT_EQ(ReadAll(list), expected);
 }
 
-TEST(ErrorList, TakesNoMemoryForAMessageThatIsListed) {
-  const std::vector<std::wstring> keys = CollidingKeys(300);
+TEST(ErrorList, AllocatesNothingForAListedMessage) {
+  const std::vector<std::wstring> keys = KeysOfCollidingMessages(300);
   const std::wstring longText(10'000, L'x');
   ErrorList list;
-  AppendAll(list, keys);
+  AppendKeysNotFound(list, keys);
   list.Append(MessageOf(L""));
   list.Append(MessageOf(longText));
   const std::size_t before = allocation_probe::Count();
-  AppendAll(list, keys);
+  AppendKeysNotFound(list, keys);
   list.Append(MessageOf(L""));
   list.Append(MessageOf(longText));
   EXPECT_EQ(allocation_probe::Count(), before);
   EXPECT_EQ(list.Count(), 302);
 }
 
-TEST(ErrorList, AFailedAppendOfACollidingMessageLeavesTheListAsItWas) {
-  const std::vector<std::wstring> keys = CollidingKeys(101);
+TEST(ErrorList, AFailedAppendOfACollidingMessageChangesNothing) {
+  const std::vector<std::wstring> keys = KeysOfCollidingMessages(101);
   const std::vector<std::wstring> before(keys.begin(), keys.end() - 1);
   for (std::size_t n = 1;; ++n) {
     SCOPED_TRACE(n);
-    const LeakCheck everythingIsGivenBack;
+    const LeakCheck leakCheck;
     ErrorList list;
-    AppendAll(list, before);
-    const Outcome outcome = CallWithFailingAllocation(n, [&] { AppendAll(list, {keys.back()}); });
+    AppendKeysNotFound(list, before);
+    const Outcome outcome =
+        CallWithFailingAllocation(n, [&] { AppendKeysNotFound(list, {keys.back()}); });
     ASSERT_NE(outcome, Outcome::kReturned) << "the failure was not passed on";
     if (outcome == Outcome::kNoFailure) {
-      EXPECT_GE(n, 2U) << "no allocation was tried";
+      EXPECT_GE(n, 2U) << "nothing was allocated";
       break;
     }
     EXPECT_EQ(ReadAll(list), TextsOf(before));
-    AppendAll(list, keys);
+    AppendKeysNotFound(list, keys);
     EXPECT_EQ(ReadAll(list), TextsOf(keys));
   }
 }

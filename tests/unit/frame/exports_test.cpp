@@ -1,4 +1,4 @@
-// What the exports do to the process-wide objects, seen from inside: this program holds the exports
+// The effects of the exports on the process-wide objects: this program is linked with the exports
 // and the core.
 
 #include <gtest/gtest.h>
@@ -61,7 +61,7 @@ TEST_F(Exports, Init0ReadsTheTableWithoutALanguage) {
   EXPECT_EQ(loadMessages.Count(), 0);
 }
 
-TEST_F(Exports, StartsMayBeMixedAndAddUp) {
+TEST_F(Exports, StartsAccumulateLanguages) {
   folder_.Write(L"LANG\\ru-val.txt", "ru Russian\n10001 m name\n");
   folder_.Write(L"LANG\\de-val.txt", "de German\n10001 m name\n");
   folder_.Write(L"lang-val.text", "ru Russian\n10001 x other\n10002 n new\n");
@@ -76,7 +76,7 @@ TEST_F(Exports, StartsMayBeMixedAndAddUp) {
   EXPECT_EQ(loadMessages.Count(), 0);
 }
 
-TEST_F(Exports, ProblemsOfStartingGoToTheLoadMessagesAndNowhereElse) {
+TEST_F(Exports, ProblemsOfAStartAreListedInTheLoadMessagesOnly) {
   EXPECT_EQ(UseLanguage(L"none"), -1);
   EXPECT_EQ(Init(L"C:\\A\\", L"de"), 0);
   EXPECT_EQ(Init(L"C:\\A\\", L"de"), 0);
@@ -97,7 +97,7 @@ TEST_F(Exports, ProblemsOfStartingGoToTheLoadMessagesAndNowhereElse) {
   EXPECT_EQ(localizedUnitTable, (LocalizedUnitTable{}));
 }
 
-TEST_F(Exports, ProblemsOfDictionariesGoToTheErrorListAndNowhereElse) {
+TEST_F(Exports, ProblemsOfDictionariesAreListedInTheErrorListOnly) {
   folder_.Write(L"en.txt", "en\nkey text\nkey again\n");
   EXPECT_EQ(LoadDictionary(path_.c_str(), L"en.txt"), 1);
   EXPECT_EQ(LoadDictionary(path_.c_str(), L"none.txt"), -2);
@@ -106,7 +106,7 @@ TEST_F(Exports, ProblemsOfDictionariesGoToTheErrorListAndNowhereElse) {
   EXPECT_EQ(loadMessages.Count(), 0);
 }
 
-TEST_F(Exports, ExportPhyValRebuildsTheCatalogueAndReadsNoTableOfALanguage) {
+TEST_F(Exports, ExportPhyValReplacesTheCatalogueAndReadsNoLanguageTable) {
   folder_.Write(L"lang-val.text", "neutral Neutral\n10001 n name\n");
   const ExportPlace place(folder_);
   EXPECT_EQ(ExportPhyVal(), 0);

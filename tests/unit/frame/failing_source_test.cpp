@@ -1,5 +1,5 @@
-// A file whose reading fails midway. This program answers the question for a file in the place of
-// the operating system: OpenTextFile below is the one that the loader calls.
+// A file whose reading fails midway. The loader calls the OpenTextFile of this program, not that of
+// platform/.
 
 #include <gtest/gtest.h>
 
@@ -24,12 +24,11 @@ using Messages = std::vector<std::wstring>;
 
 int openSources = 0;
 
-// Gives the front of a file; then `fail` throws, or stays quiet: that is how the system's own errors
-// come, as an early end.
+// Returns `bytes`. Then `fail` throws, or does nothing: an error of the system is an early end.
 class FailingSource final : public ByteSource {
  public:
-  FailingSource(std::string front, std::function<void()> fail)
-      : front_(std::move(front)), fail_(std::move(fail)) {
+  FailingSource(std::string bytes, std::function<void()> fail)
+      : bytes_(std::move(bytes)), fail_(std::move(fail)) {
     ++openSources;
   }
   FailingSource(const FailingSource&) = delete;
@@ -37,7 +36,7 @@ class FailingSource final : public ByteSource {
   ~FailingSource() override { --openSources; }
 
   std::size_t Read(char* buffer, std::size_t size) override {
-    const std::size_t count = front_.copy(buffer, size, position_);
+    const std::size_t count = bytes_.copy(buffer, size, position_);
     position_ += count;
     if (count == 0) {
       fail_();
@@ -48,7 +47,7 @@ class FailingSource final : public ByteSource {
   std::size_t SizeHint() const noexcept override { return 1000; }
 
  private:
-  std::string front_;
+  std::string bytes_;
   std::size_t position_ = 0;
   std::function<void()> fail_;
 };
@@ -75,7 +74,7 @@ const Failure kFailures[] = {
     {"the system reports an error", [] {}, 1, {kOlder}},
     {"memory runs out", [] { throw std::bad_alloc(); }, -1, {kOlder, kLoadingError}},
     {"a standard exception", [] { throw std::length_error("x"); }, -1, {kOlder, kLoadingError}},
-    {"something that is no exception class", [] { throw 1; }, -1, {kOlder, kLoadingError}},
+    {"an int", [] { throw 1; }, -1, {kOlder, kLoadingError}},
 };
 
 const Contents kBefore = {{L"before", {{L"key", L"older text"}}}};
@@ -95,9 +94,9 @@ struct LoadState {
   }
 };
 
-// What the front of a file is worth. A failure that throws leaves the lines that were whole; an early
-// end also leaves the one that it cuts.
-struct Front {
+// The first part of a file and the expected results. After an exception the complete lines stay.
+// After an early end the truncated line stays too.
+struct FirstPart {
   const char* bytes;
   const wchar_t* idWhenThrown;
   Contents whenThrown;
@@ -105,9 +104,9 @@ struct Front {
   Contents whenEnded;
 };
 
-TEST(FailingSource, WhatWasReadBeforeStaysAndTheResultTellsWhatHappened) {
+TEST(FailingSource, TheLinesBeforeTheFailureStayAndTheResultReportsIt) {
   const auto& older = *kBefore.begin();
-  const Front fronts[] = {
+  const FirstPart parts[] = {
       {"", L"before", {older}, L"before", {older}},
       {"e", L"before", {older}, L"e", {older, {L"e", {}}}},
       {"en Engl", L"before", {older}, L"en", {older, {L"en", {}}}},
@@ -120,30 +119,30 @@ TEST(FailingSource, WhatWasReadBeforeStaysAndTheResultTellsWhatHappened) {
        L"en",
        {older, {L"en", {{L"key", L"text"}, {L"last", L"te"}}}}},
   };
-  for (const Front& front : fronts) {
+  for (const FirstPart& part : parts) {
     for (const Failure& failure : kFailures) {
       SCOPED_TRACE(testing::Message()
-                   << failure.name << " behind " << testing::PrintToString(front.bytes));
-      openFile = [&] { return std::make_unique<FailingSource>(front.bytes, failure.fail); };
+                   << failure.name << " after " << testing::PrintToString(part.bytes));
+      openFile = [&] { return std::make_unique<FailingSource>(part.bytes, failure.fail); };
       LoadState state;
       const bool thrown = failure.result < 0;
       EXPECT_EQ(state.Load(), failure.result);
       EXPECT_EQ(ReadAll(state.errors), failure.messages);
-      EXPECT_TRUE(Holds(state.dictionaries, thrown ? front.whenThrown : front.whenEnded));
-      EXPECT_EQ(state.currentLanguage.id, thrown ? front.idWhenThrown : front.idWhenEnded);
-      EXPECT_EQ(openSources, 0) << "the file was not let go";
+      EXPECT_TRUE(Holds(state.dictionaries, thrown ? part.whenThrown : part.whenEnded));
+      EXPECT_EQ(state.currentLanguage.id, thrown ? part.idWhenThrown : part.idWhenEnded);
+      EXPECT_EQ(openSources, 0) << "the file was not closed";
 
       openFile = [] { return std::make_unique<FailingSource>("en\nnew text\n", [] {}); };
       EXPECT_EQ(state.Load(), static_cast<std::int32_t>(failure.messages.size()));
       EXPECT_EQ(state.currentLanguage.id, L"en");
-      EXPECT_STREQ(FindIn(state.dictionaries[L"en"], L"new"), L"text") << "loading goes on as ever";
+      EXPECT_STREQ(FindIn(state.dictionaries[L"en"], L"new"), L"text") << "the next load works";
     }
   }
 }
 
-// The same for the loader of language unit tables. A failure in front of the whole header counts as
-// no table, one behind it as a failed loading.
-TEST(FailingSource, ALanguageTableKeepsWhatWasReadBefore) {
+// A failure before the end of the header counts as a missing table; a failure after it counts as a
+// failed load.
+TEST(FailingSource, ALanguageTableKeepsTheLinesBeforeTheFailure) {
   const std::wstring path = L"app\\LANG/ru-val.txt";
   const std::wstring notFound =
       L"EV111. Dictionary file not found or corrupted\nDictionary: " + path;
@@ -160,7 +159,7 @@ TEST(FailingSource, ALanguageTableKeepsWhatWasReadBefore) {
     const char* bytes;
     Result whenThrown;
     Result whenEnded;
-  } fronts[] = {
+  } parts[] = {
       {"", {-2, {}, {notFound}}, {-2, {}, {notFound}}},
       {"ru", {-2, {}, {notFound}}, {-2, {}, {notFound}}},
       {"ru Rus", {-2, {}, {notFound}}, {0, header, {}}},
@@ -171,30 +170,31 @@ TEST(FailingSource, ALanguageTableKeepsWhatWasReadBefore) {
       {"ru Russian\n1 m name\n2 n", {-1, unit, {failed}}, {0, unit, {badLine}}},
       {"ru Russian\n1 m name\n2 n\n", {-1, unit, {badLine, failed}}, {0, unit, {badLine}}},
   };
-  for (const auto& front : fronts) {
+  for (const auto& part : parts) {
     for (const Failure& failure : kFailures) {
       SCOPED_TRACE(testing::Message()
-                   << failure.name << " behind " << testing::PrintToString(front.bytes));
-      openFile = [&] { return std::make_unique<FailingSource>(front.bytes, failure.fail); };
+                   << failure.name << " after " << testing::PrintToString(part.bytes));
+      openFile = [&] { return std::make_unique<FailingSource>(part.bytes, failure.fail); };
       LocalizedUnitTable table;
       ErrorList messages;
-      // A table without its header throws nothing more: nobody reads on.
-      const bool readsOn = std::string(front.bytes) != "ru\n";
-      const Result& expected = failure.result < 0 && readsOn ? front.whenThrown : front.whenEnded;
+      // The loader stops at an invalid header, before the failure.
+      const bool reachesFailure = std::string(part.bytes) != "ru\n";
+      const Result& expected =
+          failure.result < 0 && reachesFailure ? part.whenThrown : part.whenEnded;
       EXPECT_EQ(LoadLanguageUnitTable(L"app", LanguageUnitTableName(L"ru"), table, messages),
                 expected.status);
       EXPECT_EQ(table, expected.table);
       EXPECT_EQ(ReadAll(messages), expected.messages);
-      EXPECT_EQ(openSources, 0) << "the file was not let go";
+      EXPECT_EQ(openSources, 0) << "the file was not closed";
 
       openFile = [] { return std::make_unique<FailingSource>("ru R\n3 k kept\n", [] {}); };
       EXPECT_EQ(LoadLanguageUnitTable(L"app", LanguageUnitTableName(L"ru"), table, messages), 0);
-      EXPECT_EQ(table[L"ru"].count(3), 1U) << "loading goes on as ever";
+      EXPECT_EQ(table[L"ru"].count(3), 1U) << "the next load works";
     }
   }
 }
 
-// Calls `check` for each failure that throws, while opening a file fails by it.
+// Calls `check` for each failure that throws, while opening a file throws it.
 template <class Check>
 void ForEachThrowingOpen(Check check) {
   for (const Failure& failure : kFailures) {
@@ -210,7 +210,7 @@ void ForEachThrowingOpen(Check check) {
   }
 }
 
-TEST(FailingSource, OpeningALanguageTableThatThrowsIsNoTable) {
+TEST(FailingSource, ALanguageTableWhoseOpeningThrowsIsNotFound) {
   ForEachThrowingOpen([](const Failure& /*failure*/) {
     LocalizedUnitTable table;
     ErrorList messages;
@@ -222,7 +222,7 @@ TEST(FailingSource, OpeningALanguageTableThatThrowsIsNoTable) {
   });
 }
 
-TEST(FailingSource, OpeningThatThrowsChangesNothing) {
+TEST(FailingSource, ADictionaryWhoseOpeningThrowsChangesNothing) {
   ForEachThrowingOpen([](const Failure& failure) {
     LoadState state;
     EXPECT_EQ(state.Load(), -1);
@@ -232,8 +232,8 @@ TEST(FailingSource, OpeningThatThrowsChangesNothing) {
   });
 }
 
-TEST(FailingSource, ASizeThatIsFarFromTheTruthCostsNothing) {
-  class Boaster final : public ByteSource {
+TEST(FailingSource, AWrongSizeHintDoesNoHarm) {
+  class SourceWithHugeHint final : public ByteSource {
    public:
     std::size_t Read(char* buffer, std::size_t size) override {
       const std::string bytes = "en\nkey text\n";
@@ -244,7 +244,7 @@ TEST(FailingSource, ASizeThatIsFarFromTheTruthCostsNothing) {
    private:
     bool done_ = false;
   };
-  openFile = [] { return std::make_unique<Boaster>(); };
+  openFile = [] { return std::make_unique<SourceWithHugeHint>(); };
   LoadState state;
   EXPECT_EQ(state.Load(), 1);
   EXPECT_TRUE(Holds(state.dictionaries[L"en"], {{L"key", L"text"}}));

@@ -1,6 +1,5 @@
-// Files of more than 4 GiB: whatever counts bytes, lines or positions has to do so in 64 bits. They
-// are nowhere as a whole. This program answers the question for a file in the place of the operating
-// system: OpenTextFile below is the one that the loaders call.
+// Files of more than 4 GiB: bytes, lines and positions must be counted in 64 bits. The files are
+// never stored. The loaders call the OpenTextFile of this program, not that of platform/.
 
 #include <gtest/gtest.h>
 
@@ -25,22 +24,22 @@ namespace KelmoLibs::Localize {
 namespace {
 
 using Messages = std::vector<std::wstring>;
-using Pieces = std::map<std::uint64_t, std::string>;  // by position
+using Parts = std::map<std::uint64_t, std::string>;  // by position
 
 constexpr std::uint64_t k2GiB = std::uint64_t{1} << 31U;
 constexpr std::uint64_t k4GiB = std::uint64_t{1} << 32U;
 
-// Holds the pieces at their positions, and elsewhere nothing but `filler`. The last piece is its end.
+// Has the parts at their positions, and `filler` elsewhere. It ends with the last part.
 class HugeSource final : public ByteSource {
  public:
-  HugeSource(Pieces pieces, char filler) : pieces_(std::move(pieces)), filler_(filler) {
-    size_ = pieces_.rbegin()->first + pieces_.rbegin()->second.size();
+  HugeSource(Parts parts, char filler) : parts_(std::move(parts)), filler_(filler) {
+    size_ = parts_.rbegin()->first + parts_.rbegin()->second.size();
   }
 
   std::size_t Read(char* buffer, std::size_t size) override {
     const std::uint64_t count = std::min<std::uint64_t>(size, size_ - position_);
     std::memset(buffer, filler_, count);
-    for (const auto& [begin, bytes] : pieces_) {
+    for (const auto& [begin, bytes] : parts_) {
       const std::uint64_t from = std::max(begin, position_);
       const std::uint64_t to = std::min(begin + bytes.size(), position_ + count);
       if (from < to) {
@@ -54,24 +53,24 @@ class HugeSource final : public ByteSource {
   std::size_t SizeHint() const noexcept override { return size_; }
 
  private:
-  Pieces pieces_;
+  Parts parts_;
   char filler_;
   std::uint64_t size_ = 0;
   std::uint64_t position_ = 0;
 };
 
-Pieces openedPieces;
+Parts openedParts;
 char openedFiller = '\n';
 
 }  // namespace
 
 std::unique_ptr<ByteSource> OpenTextFile(const std::wstring& /*path*/) {
-  return std::make_unique<HugeSource>(openedPieces, openedFiller);
+  return std::make_unique<HugeSource>(openedParts, openedFiller);
 }
 
 namespace {
 
-// A line that ends right in front of `position`.
+// A line that ends at `position`.
 std::pair<const std::uint64_t, std::string> Before(std::uint64_t position,
                                                    const std::string& line) {
   return {position - line.size(), line};
@@ -96,9 +95,9 @@ Loaded LoadDictionary() {
   return loaded;
 }
 
-TEST(HugeSource, OfEmptyLinesGivesADictionaryItsEntriesFromEverywhere) {
+TEST(HugeSource, ADictionaryHasItsEntriesFromBothSidesOf4GiB) {
   openedFiller = '\n';
-  openedPieces = {
+  openedParts = {
       {0, "en English\n"},
       Before(k2GiB, "before.2GiB text\n"),
       {k2GiB, "behind.2GiB text\n"},
@@ -122,9 +121,9 @@ TEST(HugeSource, OfEmptyLinesGivesADictionaryItsEntriesFromEverywhere) {
                                             {L"last", L"t\u00E4xt"}}}}));
 }
 
-TEST(HugeSource, OfEmptyLinesGivesALanguageItsUnitsFromEverywhere) {
+TEST(HugeSource, ALanguageTableHasItsUnitsFromBothSidesOf4GiB) {
   openedFiller = '\n';
-  openedPieces = {
+  openedParts = {
       {0, "ru Russian\n"},          {k2GiB - 5, "1 m across\n"},     {k2GiB + 1000, "2 short\n"},
       {k4GiB - 5, "3 km across\n"}, {k4GiB + 1000, "4 last of all"},
   };
@@ -140,26 +139,26 @@ TEST(HugeSource, OfEmptyLinesGivesALanguageItsUnitsFromEverywhere) {
                       L"app\\lang-val.text"}));
 }
 
-// A line is held as a whole while it is read, and the buffer that it outgrows beside it.
-TEST(HugeSource, OfOneLineGivesItsKeyAndItsText) {
+// The whole line is in the buffer, beside the smaller buffer that it has outgrown.
+TEST(HugeSource, ALineOf4GiBHasItsKeyAndItsText) {
   constexpr std::uint64_t kNeeded = 3 * k4GiB;
   if (instrumented) {
-    GTEST_SKIP() << "a sanitizer takes many times as long";
+    GTEST_SKIP() << "too slow with a sanitizer";
   }
   if (AvailableMemory() < kNeeded) {
     GTEST_SKIP() << "less than 12 GiB of memory are free";
   }
   const struct {
     const char* name;
-    Pieces pieces;
+    Parts parts;
   } rows[] = {
       {"blanks between key and text", {{0, "en\nkey"}, {k4GiB + 100, "text\nlast end\n"}}},
-      {"blanks behind the text", {{0, "en\nkey text"}, {k4GiB + 100, "\nlast end\n"}}},
+      {"blanks after the text", {{0, "en\nkey text"}, {k4GiB + 100, "\nlast end\n"}}},
   };
   openedFiller = ' ';
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
-    openedPieces = row.pieces;
+    openedParts = row.parts;
     const Loaded loaded = LoadDictionary();
     EXPECT_EQ(loaded.result, 1);
     EXPECT_EQ(loaded.messages, (Messages{kOlder}));

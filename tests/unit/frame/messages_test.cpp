@@ -17,7 +17,7 @@ namespace {
 using namespace std::string_literals;
 using namespace std::string_view_literals;
 
-TEST(Messages, AreTheseTextsWhole) {
+TEST(Messages, HaveTheseTexts) {
   const struct {
     const char* name;
     Message message;
@@ -31,7 +31,7 @@ TEST(Messages, AreTheseTextsWhole) {
        L"EL111. Dictionary file not found\nDictionary: C:\\lang\\de.txt"},
       {"loading error", DictionaryLoadingErrorMessage(L"C:\\lang\\de.txt"),
        L"EL111. Dictionary loading error\nDictionary: C:\\lang\\de.txt"},
-      {"a line that is no unit", UnitLineMessage(L"10001\tm", L"C:\\app\\LANG/ru-val.txt"),
+      {"a line that is not a unit", UnitLineMessage(L"10001\tm", L"C:\\app\\LANG/ru-val.txt"),
        L"EV101. Error parse string.\nString: 10001\tm\nDictionary: C:\\app\\LANG/ru-val.txt"},
       {"a unit table not found", UnitTableNotFoundMessage(L"C:\\app\\\\LANG/de-val.txt"),
        L"EV111. Dictionary file not found or corrupted\nDictionary: "
@@ -51,8 +51,8 @@ TEST(Messages, AreTheseTextsWhole) {
   }
 }
 
-// The files are what docs/messages.md shows.
-TEST(Messages, AreThoseOfTheirPage) {
+// docs/messages.md shows these files.
+TEST(Messages, EqualTheExamplesOfThePage) {
   const struct {
     const char* file;
     Message message;
@@ -73,13 +73,13 @@ TEST(Messages, AreThoseOfTheirPage) {
   }
 }
 
-// Of every kind, with details that are nothing, have what the message itself has, or a NUL.
+// Messages of every kind. Their details are empty, contain a NUL, or contain labels of a message.
 std::vector<Message> ManyMessages() {
   static const std::wstring details[] = {
       L"", L"a", L"b", L"ab", L"a\0"s, L"a\0b"s, L"\n", L"\u0424\u0430\u0439\u043B",
       L"Dictionary: ", L"\nDictionary: ", L"a\nDictionary: b", L"b\nDictionary: ",
       L"\nDictionary id: a", L"a\nKey: a\nDictionary id: a",
-      // The second label of the one inside a detail of the other
+      // The second label of a message inside a detail of another message
       L"x\nDictionary: y", L"a0123456789abcx", L"y", std::wstring(300, L'x')};
   std::vector<Message> messages;
   for (const std::wstring& first : details) {
@@ -95,17 +95,18 @@ std::vector<Message> ManyMessages() {
   return messages;
 }
 
-// Neither keys nor lines of a file hold an LF, which would let one detail end inside another.
-bool MayBe(const Message& message) {
+// Keys and lines of a file contain no LF. With an LF in the first of two details, different
+// messages could have equal texts.
+bool CanOccur(const Message& message) {
   const bool hasTwo = message.kind == Message::Kind::kKeyAlreadyDeclared ||
                       message.kind == Message::Kind::kUnitLine;
   return !hasTwo || message.first.find(L'\n') == std::wstring::npos;
 }
 
-TEST(Messages, AreEqualWhereTheirTextsAre) {
+TEST(Messages, AreEqualExactlyIfTheirTextsAre) {
   std::vector<Message> messages = ManyMessages();
   messages.erase(std::remove_if(messages.begin(), messages.end(),
-                                [](const Message& message) { return !MayBe(message); }),
+                                [](const Message& message) { return !CanOccur(message); }),
                  messages.end());
   std::vector<std::wstring> texts;
   for (const Message& message : messages) {
@@ -125,7 +126,7 @@ TEST(Messages, AreEqualWhereTheirTextsAre) {
   }
 }
 
-TEST(Messages, AreWrittenWithTheirDetailsInTheText) {
+TEST(Messages, FormatToPointsTheDetailsIntoTheText) {
   for (const Message& message : ManyMessages()) {
     std::wstring text(TextLength(message), L'?');
     const Message written = FormatTo(text.data(), message);

@@ -1,5 +1,5 @@
-// The library without its own unit table: this program answers the question for it in the place of
-// the operating system. FindEmbeddedUnitTable below is the one that the exports come to.
+// The library without its default unit table: the exports call the FindEmbeddedUnitTable of this
+// program, not that of platform/.
 
 #include <gtest/gtest.h>
 
@@ -17,11 +17,11 @@
 namespace KelmoLibs::Localize {
 namespace {
 
-EmbeddedTable answer = {EmbeddedTable::Status::kMissing, {}};
+EmbeddedTable embeddedTable = {EmbeddedTable::Status::kMissing, {}};
 
 }  // namespace
 
-EmbeddedTable FindEmbeddedUnitTable() noexcept { return answer; }
+EmbeddedTable FindEmbeddedUnitTable() noexcept { return embeddedTable; }
 
 namespace {
 
@@ -39,10 +39,10 @@ const Failure kFailures[] = {
     {"unreadable", EmbeddedTable::Status::kUnreadable, -1},
 };
 
-TEST(MissingTable, LeavesTheCatalogueEmptyAndSaysWhy) {
+TEST(MissingTable, EmptiesTheCatalogueAndReturnsTheReason) {
   for (const Failure& failure : kFailures) {
     SCOPED_TRACE(failure.name);
-    answer = {failure.status, {}};
+    embeddedTable = {failure.status, {}};
     for (const bool exportToFile : {false, true}) {
       Phyval::UnitCatalogue catalogue = BuiltInUnits();
       EXPECT_EQ(LoadDefaultUnitTable(exportToFile, catalogue), failure.result);
@@ -51,10 +51,10 @@ TEST(MissingTable, LeavesTheCatalogueEmptyAndSaysWhy) {
   }
 }
 
-TEST(MissingTable, StartsGiveZeroAndReadTheTableOfTheLanguageAllTheSame) {
+TEST(MissingTable, StartsReturnZeroAndReadTheLanguageTable) {
   for (const Failure& failure : kFailures) {
     SCOPED_TRACE(failure.name);
-    answer = {failure.status, {}};
+    embeddedTable = {failure.status, {}};
     const ScratchFolder folder;
     folder.Write(L"LANG\\ru-val.txt", "ru Russian\n10001 m name\n");
     folder.Write(L"lang-val.text", "neutral Neutral\n");
@@ -74,17 +74,17 @@ TEST(MissingTable, StartsGiveZeroAndReadTheTableOfTheLanguageAllTheSame) {
     unitCatalogue = BuiltInUnits();
     EXPECT_EQ(ExportPhyVal(), 0);
     EXPECT_TRUE(unitCatalogue.empty());
-    EXPECT_FALSE(ExportPlace::Exists()) << "there is nothing to write";
+    EXPECT_FALSE(ExportPlace::Exists()) << "a file without a table";
     EXPECT_EQ(GetErrorsCount(), 0);
   }
 }
 
-TEST(MissingTable, ThatIsThereLaterIsRead) {
-  // As the embedded table, the bytes stay.
+TEST(MissingTable, IsReadOnceItExists) {
+  // Static, because the bytes of the embedded table stay valid too.
   static const std::string bytes = ReadProjectFile("resources/default_unit_table.txt");
-  answer = {EmbeddedTable::Status::kMissing, {}};
+  embeddedTable = {EmbeddedTable::Status::kMissing, {}};
   Init0(L"no such folder");
-  answer = {EmbeddedTable::Status::kFound, bytes};
+  embeddedTable = {EmbeddedTable::Status::kFound, bytes};
   Init0(L"no such folder");
   EXPECT_EQ(RowsOf(unitCatalogue), kDefaultUnits);
 }

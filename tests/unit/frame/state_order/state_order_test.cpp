@@ -1,5 +1,5 @@
-// The process-wide objects are built and destroyed in their order: hosts and other objects rest on
-// it. Not a test of a framework's: it ends when everything else has ended.
+// The process-wide objects are constructed and destroyed in a fixed order, on which hosts and other
+// objects depend. Not a GoogleTest program: the check runs after main has returned.
 
 #include <cstdio>
 #include <cstdlib>
@@ -9,8 +9,8 @@
 
 namespace {
 
-// Catalogue of units, localized units, their messages, current id, dictionaries, error list.
-constexpr char kBuilt[] = "+k+u+m+c+d+e";
+// Unit catalogue, localized units, load messages, current language, dictionaries, error list.
+constexpr char kConstructed[] = "+k+u+m+c+d+e";
 constexpr char kWholeLife[] = "+k+u+m+c+d+e-e-d-c-m-u-k";
 
 char events[sizeof(kWholeLife)] = "";
@@ -43,4 +43,4 @@ ErrorList::~ErrorList() { Record('-', this == &loadMessages ? 'm' : 'e'); }
 
 }  // namespace KelmoLibs::Localize
 
-int main() { ExpectEvents(kBuilt); }
+int main() { ExpectEvents(kConstructed); }

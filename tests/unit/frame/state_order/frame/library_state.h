@@ -1,5 +1,5 @@
-// In the place of the library's own header: its six process-wide objects, of types that write down
-// when they are built and destroyed. So state_order_test.cpp sees the order of library_state.cpp.
+// Replaces the library's header. The six process-wide objects have types that record construction
+// and destruction: so state_order_test.cpp sees the order of library_state.cpp.
 #pragma once
 
 void Record(char sign, char object) noexcept;
@@ -17,7 +17,7 @@ struct Recorded {
 using LocalizedUnitTable = Recorded<'u'>;
 using DictionaryTable = Recorded<'d'>;
 
-// The two lists are of one type: which is which, their addresses tell.
+// Both lists have this type; state_order_test.cpp distinguishes them by their addresses.
 struct ErrorList {
   ErrorList() noexcept;
   ErrorList(const ErrorList&) = delete;
