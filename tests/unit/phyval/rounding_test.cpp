@@ -18,7 +18,7 @@ using namespace KelmoLibs::Localize::Phyval;
 constexpr int kMaxDecimals = 9;
 constexpr double kNoInteger = std::numeric_limits<double>::quiet_NaN();
 
-std::wstring TextOfToChars(double number, int decimals) {
+std::wstring ToCharsText(double number, int decimals) {
   std::array<char, 400> text = {};
   const auto end = std::to_chars(text.data(), text.data() + text.size(), number,
                                  std::chars_format::fixed, decimals);
@@ -27,30 +27,29 @@ std::wstring TextOfToChars(double number, int decimals) {
 
 double PowerOfTen(int exponent) { return std::pow(10.0, exponent); }
 
-// A number that is an integer over 10^decimals, as rounding gives it.
+// integer / 10^decimals, like a result of rounding.
 RoundedNumber FractionOf(double integer, int decimals) {
   return {integer / PowerOfTen(decimals), decimals, integer};
 }
 
-TEST(FixedText, ShowsEveryDigitThatIsAskedFor) {
+TEST(FixedText, HasTheRequestedDecimals) {
   const struct {
     const char* name;
     RoundedNumber number;
     std::wstring text;
   } rows[] = {
       {"two decimals", FractionOf(123456789, 2), L"1234567;89"},
-      {"a negative one", FractionOf(-12345679, 1), L"-1234567;9"},
+      {"a negative number", FractionOf(-12345679, 1), L"-1234567;9"},
       {"no decimals", FractionOf(123, 0), L"123"},
-      {"zeroes behind the last digit", FractionOf(500000000, 9), L"0;500000000"},
-      {"zeroes in front of the first digit", FractionOf(7, 9), L"0;000000007"},
+      {"zeroes after the last digit", FractionOf(500000000, 9), L"0;500000000"},
+      {"zeroes before the first digit", FractionOf(7, 9), L"0;000000007"},
       {"zero", FractionOf(0, 0), L"0"},
       {"zero with decimals", FractionOf(0, 3), L"0;000"},
       {"minus zero", FractionOf(-0.0, 1), L"-0;0"},
-      {"the largest whose digits are counted out", FractionOf(4503599627370495, 0),
-       L"4503599627370495"},
-      {"the same with decimals", FractionOf(-4503599627370495, 9), L"-4503599;627370495"},
-      {"the first whose digits are not", FractionOf(4503599627370496, 9), L"4503599;627370496"},
-      {"no integer", {0.125, 2, kNoInteger}, L"0;12"},
+      {"the largest integer below 2^52", FractionOf(4503599627370495, 0), L"4503599627370495"},
+      {"the same with nine decimals", FractionOf(-4503599627370495, 9), L"-4503599;627370495"},
+      {"2^52", FractionOf(4503599627370496, 9), L"4503599;627370496"},
+      {"without an integer", {0.125, 2, kNoInteger}, L"0;12"},
       {"infinity", {std::numeric_limits<double>::infinity(), 2, kNoInteger}, L"inf"},
   };
   for (const auto& row : rows) {
@@ -58,11 +57,11 @@ TEST(FixedText, ShowsEveryDigitThatIsAskedFor) {
   }
   const double largest = std::numeric_limits<double>::max();
   EXPECT_EQ(FixedText({-largest, 9, kNoInteger}, L';').size(), 1U + 309U + 1U + 9U)
-      << "the longest text of all";
+      << "the longest text";
 }
 
-// Whatever the digits are: those that are counted out, and those on the other side of 2^52.
-TEST(FixedText, IsThatOfToCharsForRoundedNumbersAndOthers) {
+// FixedText prints the digits itself below 2^52.
+TEST(FixedText, EqualsToCharsForRandomNumbers) {
   RandomNumbers random(randomSeed);
   for (std::uint64_t i = Rounds(100'000); i > 0; --i) {
     const int decimals = random.Below(kMaxDecimals + 1);
@@ -74,13 +73,13 @@ TEST(FixedText, IsThatOfToCharsForRoundedNumbersAndOthers) {
          {FractionOf(random.Below(2) == 0 ? digits : -digits, decimals),
           RoundToTolerance(any, ofDecimals), RoundToTolerance(any, 2.5 * ofDecimals),
           RoundedNumber{any, decimals, kNoInteger}}) {
-      ASSERT_EQ(FixedText(number, L'.'), TextOfToChars(number.number, number.decimals))
+      ASSERT_EQ(FixedText(number, L'.'), ToCharsText(number.number, number.decimals))
           << number.number << " " << number.decimals << " seed " << randomSeed;
     }
   }
 }
 
-TEST(FixedText, IsThatOfToCharsAtEachPowerOfTenAndTwoAndTheirNeighbours) {
+TEST(FixedText, EqualsToCharsNearPowersOfTenAndTwo) {
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
   for (int exponent = -25; exponent <= 60; ++exponent) {
     for (const double power : {PowerOfTen(exponent), std::ldexp(1.0, exponent)}) {
@@ -94,7 +93,7 @@ TEST(FixedText, IsThatOfToCharsAtEachPowerOfTenAndTwoAndTheirNeighbours) {
                   RoundToTolerance(-value * PowerOfTen(-decimals), PowerOfTen(-decimals)),
                   FractionOf(std::floor(value), decimals),
                   RoundedNumber{value, decimals, kNoInteger}}) {
-              ASSERT_EQ(FixedText(number, L'.'), TextOfToChars(number.number, number.decimals))
+              ASSERT_EQ(FixedText(number, L'.'), ToCharsText(number.number, number.decimals))
                   << value << " " << number.decimals;
             }
           }
@@ -104,7 +103,7 @@ TEST(FixedText, IsThatOfToCharsAtEachPowerOfTenAndTwoAndTheirNeighbours) {
   }
 }
 
-TEST(RoundToTolerance, GivesNumberAndDecimals) {
+TEST(RoundToTolerance, ReturnsNumberAndDecimals) {
   const struct {
     const char* name;
     double tolerance;

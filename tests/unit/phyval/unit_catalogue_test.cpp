@@ -11,12 +11,12 @@ namespace {
 
 using namespace KelmoLibs::Localize::Phyval;
 
-// Which row was found: its place in the catalogue, -1 for none.
-std::ptrdiff_t PlaceOf(const ValueType* row, const UnitCatalogue& catalogue) {
+// The index of `row` in the catalogue, -1 for null.
+std::ptrdiff_t IndexOf(const ValueType* row, const UnitCatalogue& catalogue) {
   return row != nullptr ? row - catalogue.data() : -1;
 }
 
-TEST(UnitCatalogue, HoldsTheBuiltInRowsInTheirOrder) {
+TEST(UnitCatalogue, HasTheBuiltInRowsInOrder) {
   EXPECT_EQ(RowsOf(BuiltInUnits()), kBuiltInUnits);
   EXPECT_EQ(RowsOf(unitCatalogue), kBuiltInUnits);
 }
@@ -27,13 +27,13 @@ TEST(UnitCatalogue, FindsTheFirstUnitWithACode) {
       {-10001, 1.0, L"n", L"negative"},  {10001, 1.0, L"m", L"first"},
       {10001, 2.0, L"m", L"second"},     {100, 1.0, L"h", L"of the quantity 0"},
       {INT_MAX, 1.0, L"x", L"largest"},  {99, 1.0, L"q", L"quantity"},
-      {101, 1.0, L"i", L"one more"},     {0, 0.0, L"z", L"zero"},
+      {101, 1.0, L"i", L"one more"}, {0, 0.0, L"z", L"zero"},
       {INT_MIN, 1.0, L"s", L"smallest"},
   };
   const struct {
     const char* name;
     int code;
-    std::ptrdiff_t place;
+    std::ptrdiff_t index;
   } rows[] = {
       {"a quantity in its short form", 10, -1},
       {"a quantity in its long form", 10000, -1},
@@ -49,7 +49,7 @@ TEST(UnitCatalogue, FindsTheFirstUnitWithACode) {
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
-    EXPECT_EQ(PlaceOf(FindUnit(catalogue, row.code), catalogue), row.place);
+    EXPECT_EQ(IndexOf(FindUnit(catalogue, row.code), catalogue), row.index);
   }
 }
 
@@ -67,30 +67,30 @@ TEST(UnitCatalogue, FindsTheFirstUnitWithANameOrASymbol) {
   const struct {
     const char* name;
     const wchar_t* text;
-    std::ptrdiff_t place;
+    std::ptrdiff_t index;
   } rows[] = {
       {"a name", L"meter", 1},
       {"a symbol", L"m", 1},
       {"a quantity's name", L"length", -1},
       {"a quantity's symbol", L"L", -1},
       {"another case", L"Meter", -1},
-      {"a blank behind", L"meter ", -1},
-      {"a blank in front", L" meter", -1},
+      {"a blank at the end", L"meter ", -1},
+      {"a blank at the beginning", L" meter", -1},
       {"the beginning of a name", L"mete", -1},
       {"an earlier symbol wins over a later name", L"in", 2},
-      {"an earlier symbol wins, crossed over", L"y", 3},
-      {"an earlier symbol wins, crossed over the other way", L"x", 3},
-      {"name and symbol alike", L"twin", 6},
-      {"a quantity in front of a unit with that symbol", L"late", 8},
-      {"the empty text is a symbol like any other", L"", 9},
-      {"what stands in front of a NUL is not the whole", L"a", -1},
-      {"nothing behind the end of a text is looked at", L"a\0b", -1},
+      {"an earlier name, which a later row has as its symbol", L"y", 3},
+      {"an earlier symbol, which a later row has as its name", L"x", 3},
+      {"equal name and symbol", L"twin", 6},
+      {"a quantity before a unit with that symbol", L"late", 8},
+      {"the empty text is a symbol", L"", 9},
+      {"the part of a symbol before a NUL", L"a", -1},
+      {"the text ends at its NUL", L"a\0b", -1},
       {"null", nullptr, -1},
       {"unknown", L"furlong", -1},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
-    EXPECT_EQ(PlaceOf(FindUnit(catalogue, row.text), catalogue), row.place);
+    EXPECT_EQ(IndexOf(FindUnit(catalogue, row.text), catalogue), row.index);
   }
 }
 
@@ -101,15 +101,15 @@ TEST(UnitCatalogue, FindsNothingWhenEmpty) {
   EXPECT_EQ(FindUnit(catalogue, L""), nullptr);
 }
 
-// What a loader of a table needs of it: elements cannot be assigned.
-TEST(UnitCatalogue, CanBeEmptiedAndFilledAgainAndGrows) {
+// The loader of the default table needs this: elements cannot be assigned.
+TEST(UnitCatalogue, CanBeClearedAndFilledAgain) {
   UnitCatalogue catalogue = BuiltInUnits();
   catalogue.clear();
   for (int i = 0; i < 1000; ++i) {
     catalogue.emplace_back(10001 + i, 1.0, L"a symbol that needs memory of its own", L"name");
   }
   for (int i = 0; i < 999; ++i) {
-    ASSERT_EQ(PlaceOf(FindUnit(catalogue, 10001 + i), catalogue), i);
+    ASSERT_EQ(IndexOf(FindUnit(catalogue, 10001 + i), catalogue), i);
     ASSERT_EQ(catalogue[static_cast<std::size_t>(i)].symbol,
               L"a symbol that needs memory of its own");
   }
