@@ -33,15 +33,15 @@ TEST(SplitDictionaryLine, SplitsAtTheFirstRunOfBlanks) {
        "a\xC2\xA0"
        "b",
        "c"},
-      {"nor do a vertical tab and a form feed", "a\vb\fc d", "a\vb\fc", "d"},
+      {"a vertical tab and a form feed separate nothing", "a\vb\fc d", "a\vb\fc", "d"},
       {"a backslash and an n stay two characters", "k a\\nb", "k", "a\\nb"},
       {"quotes stay", "k \"text\"", "k", "\"text\""},
       {"NUL is a character", "a\0b c\0d"s, "a\0b"s, "c\0d"s},
 
-      // Without a separator all is key, untrimmed
+      // Without a separator the whole line is the key, untrimmed
       {"empty line", "", "", ""},
-      {"a key alone", "lonely", "lonely", ""},
-      {"a key alone keeps a CR", "lonely\r", "lonely\r", ""},
+      {"only a key", "lonely", "lonely", ""},
+      {"only a key: its CR stays", "lonely\r", "lonely\r", ""},
 
       // The end of the text is trimmed
       {"trailing spaces", "k text   ", "k", "text"},
@@ -51,19 +51,19 @@ TEST(SplitDictionaryLine, SplitsAtTheFirstRunOfBlanks) {
       {"a CR inside stays", "k te\rxt", "k", "te\rxt"},
       {"other control characters are not trimmed", "k text\v", "k", "text\v"},
 
-      // A text of nothing but blanks is kept, without the first separator
+      // If only blanks and CR follow the key, they are the text, without the first blank
       {"one separator", "k\t", "k", ""},
       {"two spaces", "k  ", "k", " "},
       {"three spaces", "k   ", "k", "  "},
       {"mixed blanks", "k \t ", "k", "\t "},
-      {"a CR alone is the text", "k \r", "k", "\r"},
+      {"only a CR is the text", "k \r", "k", "\r"},
       {"CR and blanks", "k  \r \r", "k", "\r \r"},
 
       // The empty key
       {"a leading space", " word", "", "word"},
       {"leading blanks", " \t word ", "", "word"},
       {"one blank", " ", "", ""},
-      {"blanks only", "   ", "", "  "},
+      {"only blanks", "   ", "", "  "},
       {"a CR in the key", "a\rb c", "a\rb", "c"},
   };
   for (const auto& row : rows) {
@@ -74,25 +74,25 @@ TEST(SplitDictionaryLine, SplitsAtTheFirstRunOfBlanks) {
   }
 }
 
-// At each place of a key that is scanned eight bytes at a time, and on both sides of a text.
-TEST(SplitDictionaryLine, TakesNoOtherByteForABlank) {
+// At every offset of a key, which is scanned in steps of eight bytes, and at both ends of a text.
+TEST(SplitDictionaryLine, OnlySpaceAndTabAreBlanks) {
   for (int byte = 0; byte < 0x100; ++byte) {
     const std::string other(1, static_cast<char>(byte));
     if (other == " " || other == "\t") {
       continue;
     }
     SCOPED_TRACE(byte);
-    for (std::size_t place = 0; place <= 16; ++place) {
-      const std::string key = std::string(place, 'k') + other + "k";
+    for (std::size_t offset = 0; offset <= 16; ++offset) {
+      const std::string key = std::string(offset, 'k') + other + "k";
       const std::string line = key + " text";
       const DictionaryLine split = SplitDictionaryLine(line);
       EXPECT_EQ(split.key, key);
       EXPECT_EQ(split.text, "text");
     }
-    const bool isCut = other == "\r" || other == "\n";
+    const bool isTrimmed = other == "\r" || other == "\n";
     const std::string line = "k " + other + "text" + other;
     EXPECT_EQ(SplitDictionaryLine(line).key, "k");
-    EXPECT_EQ(SplitDictionaryLine(line).text, other + "text" + (isCut ? "" : other));
+    EXPECT_EQ(SplitDictionaryLine(line).text, other + "text" + (isTrimmed ? "" : other));
   }
 }
 

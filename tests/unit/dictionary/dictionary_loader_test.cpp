@@ -71,7 +71,7 @@ TEST(LoadDictionaryFile, AMissingFileIsListedOnceAndChangesNothing) {
   EXPECT_TRUE(state.dictionaries.empty());
 }
 
-// Long enough that each needs memory of its own.
+// Too long to be stored without an allocation.
 const std::wstring kId = L"an.id.that.needs.memory.of.its.own";
 const std::wstring kKey1 = L"first.key.that.needs.memory.of.its.own";
 const std::wstring kKey2 = L"second.key.that.needs.memory.of.its.own";
@@ -90,8 +90,8 @@ class LoadDictionaryFileWithoutMemory : public testing::Test {
                                    " another text of its own, long enough\n");
   }
 
-  // What was read before a failure is a front part of the file, in its order.
-  void ExpectFrontPart(const State& state) const {
+  // The dictionary has the first entries of the file.
+  void ExpectFirstEntries(const State& state) const {
     if (state.currentLanguage.id.empty()) {
       EXPECT_TRUE(state.dictionaries.empty());
       return;
@@ -101,15 +101,15 @@ class LoadDictionaryFileWithoutMemory : public testing::Test {
       return;  // the id becomes current before its dictionary is made
     }
     ASSERT_EQ(state.dictionaries.size(), 1U);
-    const Dictionary& left = state.dictionaries.at(kId);
-    ASSERT_LE(left.Count(), kEntries.size());
-    Texts front;
+    const Dictionary& dictionary = state.dictionaries.at(kId);
+    ASSERT_LE(dictionary.Count(), kEntries.size());
+    Texts first;
     for (const auto& [key, text] : kEntries) {
-      if (front.size() < left.Count()) {
-        front.emplace(key, text);
+      if (first.size() < dictionary.Count()) {
+        first.emplace(key, text);
       }
     }
-    EXPECT_TRUE(Holds(left, front));
+    EXPECT_TRUE(Holds(dictionary, first));
   }
 
   void ExpectWholeFile(const State& state) const {
@@ -124,14 +124,14 @@ class LoadDictionaryFileWithoutMemory : public testing::Test {
       L"EL101. Key already declared.\nKey: " + kKey1 + L"\nDictionary: " + path_;
 };
 
-TEST_F(LoadDictionaryFileWithoutMemory, ListsTheFailureKeepsWhatWasReadAndCanBeRepeated) {
+TEST_F(LoadDictionaryFileWithoutMemory, ListsTheFailureAndKeepsTheLinesBeforeIt) {
   bool sawNothing = false;
   bool sawIdWithoutDictionary = false;
-  bool sawFirstEntryAlone = false;
+  bool sawOnlyFirstEntry = false;
   std::size_t n = 1;
   for (;; ++n) {
     SCOPED_TRACE(testing::Message() << "allocation " << n << " fails");
-    const LeakCheck everythingIsGivenBack;
+    const LeakCheck leakCheck;
     State state;
     std::int32_t result = 0;
     const Outcome outcome = CallWithFailingAllocation(n, [&] { result = state.Load(path_); });
@@ -145,7 +145,7 @@ TEST_F(LoadDictionaryFileWithoutMemory, ListsTheFailureKeepsWhatWasReadAndCanBeR
     EXPECT_EQ(result, -1);
     ASSERT_FALSE(ReadAll(state.errors).empty());
     EXPECT_EQ(ReadAll(state.errors).back(), loadingError_);
-    ExpectFrontPart(state);
+    ExpectFirstEntries(state);
     sawNothing |= state.currentLanguage.id.empty();
     if (!state.currentLanguage.id.empty() && state.dictionaries.empty()) {
       sawIdWithoutDictionary = true;
@@ -153,7 +153,7 @@ TEST_F(LoadDictionaryFileWithoutMemory, ListsTheFailureKeepsWhatWasReadAndCanBeR
       EXPECT_EQ(ReadAll(state.errors).back(),
                 L"EL121. Dictionary not found\nDictionary id: " + kId);
     }
-    sawFirstEntryAlone |= !state.dictionaries.empty() && state.dictionaries.at(kId).Count() == 1;
+    sawOnlyFirstEntry |= !state.dictionaries.empty() && state.dictionaries.at(kId).Count() == 1;
 
     EXPECT_GE(state.Load(path_), 1);
     ExpectWholeFile(state);
@@ -161,14 +161,14 @@ TEST_F(LoadDictionaryFileWithoutMemory, ListsTheFailureKeepsWhatWasReadAndCanBeR
   EXPECT_GE(n, 10U);
   EXPECT_TRUE(sawNothing);
   EXPECT_TRUE(sawIdWithoutDictionary);
-  EXPECT_TRUE(sawFirstEntryAlone);
+  EXPECT_TRUE(sawOnlyFirstEntry);
 }
 
-TEST_F(LoadDictionaryFileWithoutMemory, TheHostIsToldWhenNotEvenTheMessageCanBeKept) {
+TEST_F(LoadDictionaryFileWithoutMemory, ThrowsIfTheMessageCannotBeStored) {
   std::size_t n = 1;
   for (;; ++n) {
-    SCOPED_TRACE(testing::Message() << "allocation " << n << " and all behind it fail");
-    const LeakCheck everythingIsGivenBack;
+    SCOPED_TRACE(testing::Message() << "allocation " << n << " and all later ones fail");
+    const LeakCheck leakCheck;
     State state;
     const Outcome outcome = CallWithFailingAllocation(
         n, [&] { state.Load(path_); }, allocation_probe::Failing::kFromThenOn);
@@ -176,14 +176,14 @@ TEST_F(LoadDictionaryFileWithoutMemory, TheHostIsToldWhenNotEvenTheMessageCanBeK
     if (outcome == Outcome::kNoFailure) {
       break;
     }
-    ExpectFrontPart(state);
+    ExpectFirstEntries(state);
     const Messages messages = ReadAll(state.errors);
     EXPECT_EQ(std::count(messages.begin(), messages.end(), loadingError_), 0);
   }
   EXPECT_GE(n, 10U);
 }
 
-// ---- Memory for so many bytes and no more
+// ---- A limit of the allocated bytes
 
 class LoadDictionaryFileWithinALimit : public testing::Test {
  protected:
@@ -205,15 +205,15 @@ class LoadDictionaryFileWithinALimit : public testing::Test {
     return std::wstring(20 + line % 7, L't') + std::to_wstring(line);
   }
 
-  // What the first `lines` lines are worth.
-  static Texts Front(std::size_t lines) {
+  // The entries of the first `lines` lines.
+  static Texts FirstTexts(std::size_t lines) {
     Texts texts;
     for (std::size_t line = 0; line < lines; ++line) {
       texts.emplace(KeyOf(line), TextOf(line));
     }
     return texts;
   }
-  Messages FrontMessages(std::size_t lines) const {
+  Messages FirstMessages(std::size_t lines) const {
     Messages messages = {older_};
     for (std::size_t line = 0; line < lines; ++line) {
       if (IsDuplicate(line)) {
@@ -231,15 +231,15 @@ class LoadDictionaryFileWithinALimit : public testing::Test {
   const std::wstring loadingError_ = L"EL111. Dictionary loading error\nDictionary: " + path_;
 };
 
-TEST_F(LoadDictionaryFileWithinALimit, KeepsTheFrontOfTheFileAndAllThatIsOlder) {
+TEST_F(LoadDictionaryFileWithinALimit, KeepsTheFirstLinesAndAllOlderData) {
   constexpr std::size_t kStep = 2003;
-  int fronts = 0;
-  std::size_t least = 0;
+  int increases = 0;
+  std::size_t minLines = 0;
   std::int32_t result = -1;
   for (std::size_t more = 0; result < 0; more += kStep) {
     SCOPED_TRACE(testing::Message() << more << " bytes");
-    ASSERT_LT(more, 1'000'000U) << "it never fits";
-    const LeakCheck everythingIsGivenBack;
+    ASSERT_LT(more, 1'000'000U) << "the file never fits";
+    const LeakCheck leakCheck;
     State state;
     Fill(state.dictionaries, {{L"older", {{L"key", L"an older text"}}}});
     ASSERT_EQ(SelectDictionary(L"older", state.currentLanguage, state.dictionaries, state.errors),
@@ -247,7 +247,7 @@ TEST_F(LoadDictionaryFileWithinALimit, KeepsTheFrontOfTheFileAndAllThatIsOlder) 
     state.errors.Append(UnknownDictionaryMessage(L"older"));
     const wchar_t* const olderText = FindText(L"key", state.currentLanguage, state.errors);
     const wchar_t* const olderMessage = state.errors.At(0);
-    const std::size_t most = allocation_probe::LiveBytes() + more;
+    const std::size_t maxBytes = allocation_probe::LiveBytes() + more;
     allocation_probe::ResetPeak();
     bool threw = false;
     {
@@ -258,12 +258,12 @@ TEST_F(LoadDictionaryFileWithinALimit, KeepsTheFrontOfTheFileAndAllThatIsOlder) 
         threw = true;
       }
     }
-    EXPECT_LE(allocation_probe::PeakBytes(), most);
+    EXPECT_LE(allocation_probe::PeakBytes(), maxBytes);
     EXPECT_EQ(FindIn(state.dictionaries[L"older"], L"key"), olderText);
     EXPECT_STREQ(olderText, L"an older text");
     EXPECT_EQ(state.errors.At(0), olderMessage);
 
-    // Each line of the front has become an entry or a message.
+    // Each of the first lines is an entry or a message.
     Messages messages = ReadAll(state.errors);
     if (!threw && result < 0) {
       EXPECT_EQ(result, -1);
@@ -272,21 +272,21 @@ TEST_F(LoadDictionaryFileWithinALimit, KeepsTheFrontOfTheFileAndAllThatIsOlder) 
     }
     ASSERT_FALSE(messages.empty());
     const std::size_t lines = state.dictionaries[kId].Count() + messages.size() - 1;
-    EXPECT_TRUE(Holds(state.dictionaries[kId], Front(lines)));
-    EXPECT_EQ(messages, FrontMessages(lines));
+    EXPECT_TRUE(Holds(state.dictionaries[kId], FirstTexts(lines)));
+    EXPECT_EQ(messages, FirstMessages(lines));
     EXPECT_EQ(lines == kLines, result >= 0);
-    EXPECT_GE(lines, least) << "more memory, and fewer lines";
-    fronts += lines > least ? 1 : 0;
-    least = lines;
+    EXPECT_GE(lines, minLines) << "more memory, but fewer lines";
+    increases += lines > minLines ? 1 : 0;
+    minLines = lines;
 
-    // The same call succeeds afterwards; what was read before is declared already.
+    // The same call then succeeds; the keys of the first lines are declared already.
     if (result < 0) {
       EXPECT_GE(state.Load(path_), 0);
       EXPECT_EQ(state.currentLanguage.id, kId);
-      EXPECT_TRUE(Holds(state.dictionaries[kId], Front(kLines)));
+      EXPECT_TRUE(Holds(state.dictionaries[kId], FirstTexts(kLines)));
     }
   }
-  EXPECT_GE(fronts, 10);
+  EXPECT_GE(increases, 10);
 }
 
 }  // namespace

@@ -41,19 +41,19 @@ TEST(ReadDictionary, ReadsEveryFileAsWritten) {
     Contents contents;
     std::vector<std::wstring> duplicates;
   } rows[] = {
-      {"nothing changes nothing", "", L"before", {}, {}},
-      {"a fault in front of everything is nothing",
+      {"an empty file changes nothing", "", L"before", {}, {}},
+      {"an invalid first byte: an empty file",
        "\xFF"
        "en\nkey text\n",
        L"before",
        {},
        {}},
-      {"a header alone", "en", L"en", {{L"en", {}}}, {}},
+      {"only a header", "en", L"en", {{L"en", {}}}, {}},
       {"a header with its line end", "en\n", L"en", {{L"en", {}}}, {}},
-      {"the word behind the id is ignored", "de Deutsch\n", L"de", {{L"de", {}}}, {}},
+      {"the word after the id is ignored", "de Deutsch\n", L"de", {{L"de", {}}}, {}},
       {"an empty header is the empty id", "\nkey text\n", L"", {{L"", {{L"key", L"text"}}}}, {}},
       {"a header of blanks is the empty id", "  \nkey text", L"", {{L"", {{L"key", L"text"}}}}, {}},
-      {"a blank in front of the id gives the empty id", " en\n", L"", {{L"", {}}}, {}},
+      {"a blank before the id gives the empty id", " en\n", L"", {{L"", {}}}, {}},
       {"a byte-order mark is part of the id",
        "\xEF\xBB\xBF"
        "en\n",
@@ -63,8 +63,8 @@ TEST(ReadDictionary, ReadsEveryFileAsWritten) {
          L"en",
          {}}},
        {}},
-      {"the header is cut by a fault", "en\xFFglish\nkey text\n", L"en", {{L"en", {}}}, {}},
-      {"a fault in the header's ignored word",
+      {"an invalid byte truncates the header", "en\xFFglish\nkey text\n", L"en", {{L"en", {}}}, {}},
+      {"an invalid byte in the ignored word of the header",
        "en Engl\xFFish\nkey text\n",
        L"en",
        {{L"en", {}}},
@@ -109,27 +109,23 @@ TEST(ReadDictionary, ReadsEveryFileAsWritten) {
        {{L"en", {{L"k", {wchar_t{0xFFFF}}}, {L"l", L"m"}}}},
        {}},
 
-      {"a fault in a text cuts it",
+      {"an invalid byte truncates a text",
        "en\nk one\nl tw\xFFo\nm three\n",
        L"en",
        {{L"en", {{L"k", L"one"}, {L"l", L"tw"}}}},
        {}},
-      {"a text that a fault cuts is trimmed",
-       "en\nk one \xFF",
-       L"en",
-       {{L"en", {{L"k", L"one"}}}},
-       {}},
-      {"a fault in a key cuts it",
+      {"a truncated text is trimmed", "en\nk one \xFF", L"en", {{L"en", {{L"k", L"one"}}}}, {}},
+      {"an invalid byte truncates a key",
        "en\nke\xFFy one\nm three\n",
        L"en",
        {{L"en", {{L"ke", L""}}}},
        {}},
-      {"a fault that begins a line ends without it",
+      {"an invalid byte at the start of a line",
        "en\nk one\n\xFFm two\n",
        L"en",
        {{L"en", {{L"k", L"one"}}}},
        {}},
-      {"a key that a fault cuts may be there already",
+      {"a truncated key is a duplicate",
        "en\nk one\nk\xFF two\n",
        L"en",
        {{L"en", {{L"k", L"one"}}}},
@@ -157,11 +153,11 @@ TEST(ReadDictionary, AddsToADictionaryWithTheSameId) {
   EXPECT_EQ(state.duplicates, (std::vector<std::wstring>{L"b"}));
 }
 
-TEST(ReadDictionary, AnInvalidSequenceAnywhereEndsTheFileThere) {
+TEST(ReadDictionary, AnInvalidSequenceEndsTheFile) {
   const std::string file =
       "en English\nkey.one\tText \xC3\xA4 \n\n  \nkey.\xD1\x8F  a  b\nkey.one again\nlast "
       "\xF0\x9F\x98\x80";
-  // A fault may cut each.
+  // Includes the keys that an invalid byte may truncate.
   const std::vector<std::wstring> keys = {L"",      L"k",      L"ke",      L"key",        L"key.",
                                           L"key.o", L"key.on", L"key.one", L"key.\u044F", L"l",
                                           L"la",    L"las",    L"last"};
@@ -171,13 +167,13 @@ TEST(ReadDictionary, AnInvalidSequenceAnywhereEndsTheFileThere) {
     }
     State expected;
     expected.Read(file.substr(0, position));
-    for (const InvalidUtf8& fault : kInvalidUtf8) {
-      for (const std::size_t piece : std::initializer_list<std::size_t>{1, 2, 3, 1000}) {
+    for (const InvalidUtf8& invalid : kInvalidUtf8) {
+      for (const std::size_t chunk : std::initializer_list<std::size_t>{1, 2, 3, 1000}) {
         SCOPED_TRACE(testing::Message()
-                     << fault.name << " at " << position << ", pieces of " << piece);
+                     << invalid.name << " at " << position << ", chunks of " << chunk);
         State state;
         StringSource source(
-            file.substr(0, position) + std::string(fault.bytes) + file.substr(position), piece);
+            file.substr(0, position) + std::string(invalid.bytes) + file.substr(position), chunk);
         state.Read(source);
         ASSERT_EQ(state.currentLanguage.id, expected.currentLanguage.id);
         ASSERT_TRUE(Holds(state.dictionaries, ContentsOf(expected.dictionaries, keys)));
@@ -187,23 +183,23 @@ TEST(ReadDictionary, AnInvalidSequenceAnywhereEndsTheFileThere) {
   }
 }
 
-TEST(ReadDictionary, KeepsWhatASourceGaveBeforeItFailed) {
+TEST(ReadDictionary, KeepsTheLinesBeforeAFailedRead) {
   State state;
-  StringSource source("en\na one\nb tw", 4, 1000);  // its size told of more
+  StringSource source("en\na one\nb tw", 4, 1000);  // the size hint is larger
   state.Read(source);
   EXPECT_TRUE(Holds(state.dictionaries, {{L"en", {{L"a", L"one"}, {L"b", L"tw"}}}}));
 }
 
-// What is expected of a file is measured by its own lines: large texts of another one, or a size that tells
-// of more than there is, make no room for what does not come.
-TEST(ReadDictionary, MakesNoRoomForWhatDoesNotCome) {
-  constexpr std::size_t kText = 1'000'000;
+// The reader estimates the number of entries from the lines of this file. Neither the large texts
+// of another file nor a wrong size hint make the estimate too large.
+TEST(ReadDictionary, AWrongEstimateAllocatesLittle) {
+  constexpr std::size_t kTextLength = 1'000'000;
   std::string largeTexts = "en\n";
   std::string manyLines = "en\n";
   for (int i = 0; i < 63; ++i) {
     largeTexts += "k" + std::to_string(i) + "\n";
   }
-  largeTexts += "big " + std::string(kText, 'x');
+  largeTexts += "big " + std::string(kTextLength, 'x');
   for (int i = 0; i < 1000; ++i) {
     manyLines += "m" + std::to_string(i) + "\n";
   }
@@ -213,14 +209,14 @@ TEST(ReadDictionary, MakesNoRoomForWhatDoesNotCome) {
   state.Read(manyLines);
   EXPECT_LE(allocation_probe::LiveBytes() - before, 300'000U);
 
-  State cutShort;
+  State truncated;
   StringSource source(manyLines + "\xFF", manyLines.size() + 1, 1'000'000'000);
   const std::size_t nothing = allocation_probe::LiveBytes();
-  cutShort.Read(source);
+  truncated.Read(source);
   EXPECT_LE(allocation_probe::LiveBytes() - nothing, 300'000U);
 }
 
-// From some length on a text is decoded where it is to stay.
+// The reader decodes long texts directly into the dictionary.
 TEST(ReadDictionary, ReadsLongTextsOfEveryScript) {
   std::string bytes = "long\n";
   Texts texts;
@@ -244,7 +240,7 @@ TEST(ReadDictionary, ReadsLongTextsOfEveryScript) {
   EXPECT_EQ(state.duplicates, std::vector<std::wstring>());
 }
 
-TEST(ReadDictionary, HoldsAtMostTwiceTheFileAndOneWideWordBesideTheStoredTexts) {
+TEST(ReadDictionary, AllocatesAtMostTwiceTheFileAndOneWideWordBesideTheStoredTexts) {
   const std::string longText(5'000'000, 'x');
   const std::size_t wide = (longText.size() + 1) * sizeof(wchar_t);
   std::string manyEntries = "en\n";
@@ -260,10 +256,10 @@ TEST(ReadDictionary, HoldsAtMostTwiceTheFileAndOneWideWordBesideTheStoredTexts) 
       {"one long text", "", "en\nk " + longText},
       {"one long key", "", "en\n" + longText, wide},
       {"a long id", "", longText + "\nk v\n", wide},
-      {"a long word behind the id", "", "en " + longText + "\nk v\n"},
-      {"a long text whose key is there", "", "en\nk v\nk " + longText},
-      {"a long key that is there", "en\n" + longText, "en\n" + longText, wide},
-      {"a long id that is there", longText, longText + "\nk v\n", wide},
+      {"a long word after the id", "", "en " + longText + "\nk v\n"},
+      {"a long text of a duplicate key", "", "en\nk v\nk " + longText},
+      {"a long duplicate key", "en\n" + longText, "en\n" + longText, wide},
+      {"a long id that is loaded already", longText, longText + "\nk v\n", wide},
       {"many entries", "", manyEntries},
   };
   for (const auto& row : rows) {

@@ -22,8 +22,8 @@ using allocation_probe::CallWithFailingAllocation;
 using allocation_probe::LeakCheck;
 using allocation_probe::Outcome;
 
-constexpr std::size_t kLongestKey = 300;
-constexpr std::size_t kFewEntries = 64;
+constexpr std::size_t kMaxKeyLength = 300;
+constexpr std::size_t kInitialCapacity = 64;
 
 std::wstring RandomLetters(RandomNumbers& random, std::size_t length, wchar_t first, int letters) {
   std::wstring text;
@@ -33,11 +33,11 @@ std::wstring RandomLetters(RandomNumbers& random, std::size_t length, wchar_t fi
   return text;
 }
 
-// Keys of each length, of letters that differ in their bytes.
+// Keys of all lengths, of letters that are stored in one, two or four bytes.
 std::vector<std::wstring> KeysOfAllLengths() {
   RandomNumbers random(randomSeed);
   std::vector<std::wstring> keys = {L""};
-  for (std::size_t length = 1; length <= kLongestKey; ++length) {
+  for (std::size_t length = 1; length <= kMaxKeyLength; ++length) {
     const std::wstring ascii = RandomLetters(random, length, L'a', 26);
     keys.push_back(ascii);
     keys.push_back(L'\u00E4' + ascii.substr(1));
@@ -49,18 +49,18 @@ std::vector<std::wstring> KeysOfAllLengths() {
   return keys;
 }
 
-// What is nearly `key`.
+// Keys that differ a little from `key`.
 std::vector<std::wstring> NeighboursOf(const std::wstring& key) {
   std::vector<std::wstring> neighbours = {key + L'x', key + L'\u00E4', key + L'\0', L'x' + key};
   if (!key.empty()) {
     neighbours.push_back(key.substr(1));
     neighbours.push_back(key.substr(0, key.size() - 1));
   }
-  for (const std::size_t place : {std::size_t{0}, key.size() / 2, key.size() - 1}) {
-    if (place < key.size()) {
-      for (const wchar_t other : {L'A', L'\u00FC', static_cast<wchar_t>(key[place] ^ 0x80)}) {
+  for (const std::size_t offset : {std::size_t{0}, key.size() / 2, key.size() - 1}) {
+    if (offset < key.size()) {
+      for (const wchar_t other : {L'A', L'\u00FC', static_cast<wchar_t>(key[offset] ^ 0x80)}) {
         neighbours.push_back(key);
-        neighbours.back()[place] = other;
+        neighbours.back()[offset] = other;
       }
     }
   }
@@ -87,7 +87,7 @@ std::vector<std::wstring> FirstCollidingKeys(std::ptrdiff_t count) {
   return {CollidingKeys().begin(), CollidingKeys().begin() + count};
 }
 
-TEST(Dictionary, FindsKeysOfEveryLengthAndNoneOther) {
+TEST(Dictionary, FindsKeysOfEveryLengthAndNothingElse) {
   const Texts texts = TextsOf(KeysOfAllLengths());
   Dictionary dictionary;
   Fill(dictionary, texts);
@@ -107,16 +107,17 @@ TEST(Dictionary, FindsAKeyByAnyCopyOfIt) {
   Dictionary dictionary;
   Fill(dictionary, TextsOf(keys));
   for (const std::wstring& key : keys) {
-    const std::vector<wchar_t> alone(key.begin(), key.end());  // ends where its memory does
-    const std::wstring around = L"##" + key + L"##";
+    // The memory of the copy ends with the key, so that the sanitizer notices a read behind it.
+    const std::vector<wchar_t> copy(key.begin(), key.end());
+    const std::wstring surrounded = L"##" + key + L"##";
     const wchar_t* const text = FindIn(dictionary, key);
     ASSERT_NE(text, nullptr);
-    ASSERT_EQ(FindIn(dictionary, {alone.data(), alone.size()}), text);
-    ASSERT_EQ(FindIn(dictionary, std::wstring_view(around).substr(2, key.size())), text);
+    ASSERT_EQ(FindIn(dictionary, {copy.data(), copy.size()}), text);
+    ASSERT_EQ(FindIn(dictionary, std::wstring_view(surrounded).substr(2, key.size())), text);
   }
 }
 
-TEST(Dictionary, TakesNoMemoryToFindOrMissAKey) {
+TEST(Dictionary, LookupAllocatesNothing) {
   std::vector<std::wstring> keys = KeysOfAllLengths();
   keys.insert(keys.end(), CollidingKeys().begin(), CollidingKeys().end());
   std::vector<std::wstring> missing;
@@ -142,7 +143,7 @@ TEST(Dictionary, TakesNoMemoryToFindOrMissAKey) {
   EXPECT_FALSE(foundAny);
 }
 
-TEST(Dictionary, FindsKeysOfAHostExactly) {
+TEST(Dictionary, ComparesKeysExactly) {
   const Texts texts = TextsOf({L"menu", L"menu\0"s, L"menu\0file"s, L"menu.file.open", L"\0"s,
                                L"menu.file\0open"s, L"menu\uFFFD", L"menu.?.file.open",
                                L"menu.\uFFFD.file.open", L"menu.\U0001F600.file.open",
@@ -159,25 +160,25 @@ TEST(Dictionary, FindsKeysOfAHostExactly) {
   };
   std::vector<Row> rows = {
       {"nothing", L""},
-      {"a NUL more", L"menu\0\0"s},
-      {"another part behind a NUL", L"menu\0fila"s},
-      {"half a pair", L"menu" + unit(0xD83D)},
-      {"half a pair in the place of another character", L"menu." + unit(0xD83D) + L".file.open"},
-      {"the other half", L"menu." + unit(0xDE00) + L".file.open"},
-      {"the halves in the wrong order", L"menu." + unit(0xDE00) + unit(0xD83D) + L".file.open"},
-      {"half a pair alone", unit(0xD800)},
-      {"half a pair behind a long key", std::wstring(300, L'x') + unit(0xD800)},
-      {"half a pair in front of a long key", unit(0xDFFF) + std::wstring(300, L'x')},
+      {"one more NUL", L"menu\0\0"s},
+      {"another part after a NUL", L"menu\0fila"s},
+      {"a high surrogate at the end", L"menu" + unit(0xD83D)},
+      {"a high surrogate instead of a pair", L"menu." + unit(0xD83D) + L".file.open"},
+      {"a low surrogate instead of a pair", L"menu." + unit(0xDE00) + L".file.open"},
+      {"the surrogates in the wrong order", L"menu." + unit(0xDE00) + unit(0xD83D) + L".file.open"},
+      {"only a high surrogate", unit(0xD800)},
+      {"a high surrogate after a long key", std::wstring(300, L'x') + unit(0xD800)},
+      {"a low surrogate before a long key", unit(0xDFFF) + std::wstring(300, L'x')},
   };
   if (sizeof(wchar_t) == 4) {
-    rows.insert(
-        rows.end(),
-        {{"beyond U+10FFFF", L"menu." + unit(0x110000) + L".file.open"},
-         {"ASCII in the lower byte", L"menu.file.ope" + unit(0x80000000 + 'n')},
-         {"ASCII in the lower half", L"men" + unit(0x10000 + 'u')},
-         {"the largest", L"menu" + unit(0xFFFFFFFF)},
-         {"the largest behind a long key", std::wstring(300, L'x') + unit(0xFFFFFFFF)},
-         {"a pair where none is needed", L"menu." + unit(0xD83D) + unit(0xDE00) + L".file.open"}});
+    rows.insert(rows.end(),
+                {{"beyond U+10FFFF", L"menu." + unit(0x110000) + L".file.open"},
+                 {"ASCII in the lower byte", L"menu.file.ope" + unit(0x80000000 + 'n')},
+                 {"ASCII in the lower half", L"men" + unit(0x10000 + 'u')},
+                 {"the largest", L"menu" + unit(0xFFFFFFFF)},
+                 {"the largest after a long key", std::wstring(300, L'x') + unit(0xFFFFFFFF)},
+                 {"a surrogate pair in 32-bit characters",
+                  L"menu." + unit(0xD83D) + unit(0xDE00) + L".file.open"}});
   }
   for (const Row& row : rows) {
     SCOPED_TRACE(row.name);
@@ -197,7 +198,7 @@ TEST(Dictionary, KeepsTheFirstTextOfAKey) {
     const std::wstring& key = entry.first;
     const std::size_t before = allocation_probe::Count();
     ASSERT_FALSE(AddTo(dictionary, key, L"other")) << testing::PrintToString(key);
-    ASSERT_EQ(allocation_probe::Count(), before) << "memory for what is not added";
+    ASSERT_EQ(allocation_probe::Count(), before) << "allocated for a key that is not added";
   }
   EXPECT_TRUE(Holds(dictionary, texts));
 }
@@ -205,7 +206,7 @@ TEST(Dictionary, KeepsTheFirstTextOfAKey) {
 TEST(Dictionary, StoresTextsOfEveryLength) {
   RandomNumbers random(randomSeed);
   Texts texts;
-  for (std::size_t length = 0; length <= kLongestKey; ++length) {
+  for (std::size_t length = 0; length <= kMaxKeyLength; ++length) {
     texts.emplace(RandomLetters(random, length % 40, L'a', 26) + L'.' + std::to_wstring(length),
                   RandomLetters(random, length, length % 2 == 0 ? L'a' : L'\u0430', 26));
   }
@@ -231,7 +232,7 @@ TEST(Dictionary, CountsItsEntries) {
   EXPECT_EQ(dictionary.Count(), count);
 }
 
-TEST(Dictionary, LeavesItsTextsWhereTheyAreWhileItGrows) {
+TEST(Dictionary, KeepsItsTextsAtTheirAddressesWhileItGrows) {
   constexpr std::size_t kEntries = 100'000;
   const std::vector<std::wstring> keys = OrdinaryKeys(kEntries);
   Dictionary dictionary;
@@ -247,10 +248,10 @@ TEST(Dictionary, LeavesItsTextsWhereTheyAreWhileItGrows) {
   }
 }
 
-// How much is within reason, record_table_test.cpp has.
-TEST(Dictionary, MakesRoomInItsTable) {
-  constexpr std::size_t kRoom = 301;
-  const std::vector<std::wstring> keys = OrdinaryKeys(kRoom);
+// record_table_test.cpp tests the bounds of the capacity.
+TEST(Dictionary, GrowsToTheExpectedCapacity) {
+  constexpr std::size_t kCapacity = 301;
+  const std::vector<std::wstring> keys = OrdinaryKeys(kCapacity);
   Texts texts;
   Dictionary dictionary;
   const auto add = [&](const std::wstring& key) {
@@ -260,9 +261,9 @@ TEST(Dictionary, MakesRoomInItsTable) {
   while (dictionary.Count() < 100) {
     add(keys[dictionary.Count()]);
   }
-  dictionary.Grow(kRoom);
+  dictionary.Grow(kCapacity);
   EXPECT_TRUE(Holds(dictionary, texts));
-  while (dictionary.Count() < kRoom) {
+  while (dictionary.Count() < kCapacity) {
     EXPECT_FALSE(dictionary.IsFull()) << "with " << dictionary.Count();
     add(keys[dictionary.Count()]);
   }
@@ -286,9 +287,9 @@ TEST(Dictionary, FindsKeysWhoseHashesCollide) {
   }
   EXPECT_TRUE(Holds(dictionary, all));
   dictionary.Grow(SIZE_MAX);
-  EXPECT_TRUE(Holds(dictionary, all)) << "with room for many more";
+  EXPECT_TRUE(Holds(dictionary, all)) << "after growing to the largest capacity";
   dictionary.Grow(0);
-  EXPECT_TRUE(Holds(dictionary, all)) << "with less room";
+  EXPECT_TRUE(Holds(dictionary, all)) << "after growing to the smallest capacity";
   for (const std::wstring& key : CollidingKeys()) {
     for (const std::wstring& neighbour : NeighboursOf(key)) {
       EXPECT_EQ(all.count(neighbour) == 0, FindIn(dictionary, neighbour) == nullptr);
@@ -297,7 +298,7 @@ TEST(Dictionary, FindsKeysWhoseHashesCollide) {
   }
 }
 
-TEST(Dictionary, FindsOthersBesideKeysWhoseHashesCollide) {
+TEST(Dictionary, FindsOtherKeysBesideKeysWhoseHashesCollide) {
   const std::vector<std::wstring>& keys = CollidingKeys();
   Texts texts;
   Dictionary dictionary;
@@ -312,43 +313,44 @@ TEST(Dictionary, FindsOthersBesideKeysWhoseHashesCollide) {
   EXPECT_TRUE(Holds(dictionary, texts));
 }
 
-// ---- Memory that fails
+// ---- Failing allocations
 
-struct Filling {
+struct Addition {
   const char* name;
   std::vector<std::wstring> before;
   std::wstring key;
   std::wstring text;
 };
 
-std::vector<Filling> Fillings() {
-  const std::vector<std::wstring> full = OrdinaryKeys(kFewEntries);
-  // Some of those that collide have no place, and there is room only for this many others.
-  std::vector<std::wstring> fullBesideCollidingOnes = FirstCollidingKeys(2 * kFewEntries - 8);
+std::vector<Addition> Additions() {
+  const std::vector<std::wstring> full = OrdinaryKeys(kInitialCapacity);
+  // Some of the colliding keys overflow, and the table is full.
+  std::vector<std::wstring> fullWithOverflow = FirstCollidingKeys(2 * kInitialCapacity - 8);
   for (const std::wstring& key : OrdinaryKeys(8)) {
-    fullBesideCollidingOnes.push_back(key);
+    fullWithOverflow.push_back(key);
   }
   return {
       {"the first entry", {}, L"menu.file", L"text"},
-      {"one more", {L"menu.file"}, L"menu.file.open", std::wstring(5000, L'x')},
-      {"one that is larger than a block", {L"menu.file"}, L"m", std::wstring(500'000, L'x')},
+      {"a second entry", {L"menu.file"}, L"menu.file.open", std::wstring(5000, L'x')},
+      {"an entry that is larger than a block", {L"menu.file"}, L"m", std::wstring(500'000, L'x')},
       {"a long key", {}, std::wstring(300, L'x'), L"text"},
-      {"one more than there is room for", full, L"menu.file", L"text"},
-      {"a key without a place", FirstCollidingKeys(100), CollidingKeys()[100], L"text"},
-      {"one more beside keys without a place", fullBesideCollidingOnes, L"menu.file", L"text"},
+      {"one entry more than the capacity", full, L"menu.file", L"text"},
+      {"a key that overflows", FirstCollidingKeys(100), CollidingKeys()[100], L"text"},
+      {"one entry more than the capacity, beside overflowed keys", fullWithOverflow, L"menu.file",
+       L"text"},
   };
 }
 
-TEST(Dictionary, IsAsBeforeWhereMemoryFailsToAdd) {
-  for (const Filling& filling : Fillings()) {
-    const std::wstring& key = filling.key;
-    const std::wstring& text = filling.text;
-    const Texts before = TextsOf(filling.before);
+TEST(Dictionary, AFailedAddChangesNothing) {
+  for (const Addition& addition : Additions()) {
+    const std::wstring& key = addition.key;
+    const std::wstring& text = addition.text;
+    const Texts before = TextsOf(addition.before);
     Texts after = before;
-    after.emplace(filling.key, filling.text);
+    after.emplace(addition.key, addition.text);
     for (std::size_t n = 1;; ++n) {
-      SCOPED_TRACE(testing::Message() << filling.name << ", allocation " << n);
-      const LeakCheck everythingIsGivenBack;
+      SCOPED_TRACE(testing::Message() << addition.name << ", allocation " << n);
+      const LeakCheck leakCheck;
       Dictionary dictionary;
       Fill(dictionary, before);
       bool added = false;
@@ -358,30 +360,30 @@ TEST(Dictionary, IsAsBeforeWhereMemoryFailsToAdd) {
       if (outcome == Outcome::kNoFailure) {
         EXPECT_TRUE(added);
         EXPECT_TRUE(Holds(dictionary, after));
-        EXPECT_GE(n, 2U) << "no allocation was tried";
+        EXPECT_GE(n, 2U) << "nothing was allocated";
         break;
       }
       EXPECT_TRUE(Holds(dictionary, before));
-      EXPECT_EQ(FindIn(dictionary, filling.key), nullptr);
+      EXPECT_EQ(FindIn(dictionary, addition.key), nullptr);
       EXPECT_TRUE(AddTo(dictionary, key, text));
       EXPECT_TRUE(Holds(dictionary, after));
     }
   }
 }
 
-// With less room the places of some are lost: each is then kept in memory of its own.
-TEST(Dictionary, IsAsBeforeWhereMemoryFailsToReserve) {
+// In a smaller table some keys overflow, and each of them is allocated separately.
+TEST(Dictionary, AFailedGrowChangesNothing) {
   std::vector<std::wstring> keys = FirstCollidingKeys(56);
   for (const std::wstring& key : OrdinaryKeys(1000)) {
-    const bool isNearTheFront = HashText(key) >> 60U == 0;
-    if (isNearTheFront) {
+    const bool isInFirstHomes = HashText(key) >> 60U == 0;
+    if (isInFirstHomes) {
       keys.push_back(key);
     }
   }
   const Texts texts = TextsOf(keys);
   for (std::size_t n = 1;; ++n) {
     SCOPED_TRACE(n);
-    const LeakCheck everythingIsGivenBack;
+    const LeakCheck leakCheck;
     Dictionary dictionary;
     Fill(dictionary, texts);
     dictionary.Grow(SIZE_MAX);
@@ -393,7 +395,7 @@ TEST(Dictionary, IsAsBeforeWhereMemoryFailsToReserve) {
     dictionary.Grow(SIZE_MAX);
     EXPECT_TRUE(Holds(dictionary, texts));
     if (outcome == Outcome::kNoFailure) {
-      EXPECT_GT(n, 3U) << "no place was lost";
+      EXPECT_GT(n, 3U) << "no key has overflowed";
       break;
     }
   }

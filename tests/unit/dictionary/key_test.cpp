@@ -16,10 +16,10 @@
 namespace KelmoLibs::Localize {
 namespace {
 
-// A key in memory of its own, no more than it needs.
-class Kept {
+// A stored key in memory of exactly its size.
+class KeyInMemory {
  public:
-  explicit Kept(std::wstring_view text) : memory_(new std::byte[StoredKey(text).Bytes()]) {
+  explicit KeyInMemory(std::wstring_view text) : memory_(new std::byte[StoredKey(text).Bytes()]) {
     key_ = StoredKey(text).ConstructAt(memory_.get(), text);
   }
 
@@ -38,7 +38,7 @@ std::wstring RandomText(RandomNumbers& random, std::size_t length, char32_t firs
   return text;
 }
 
-// Of each length and form, those that are alike among them.
+// Texts of all lengths and stored forms. Some differ in one character only.
 std::vector<std::wstring> ManyTexts() {
   RandomNumbers random(randomSeed);
   std::vector<std::wstring> texts = {L""};
@@ -47,9 +47,9 @@ std::vector<std::wstring> ManyTexts() {
     texts.push_back(ascii);
     for (const wchar_t other :
          {L'\0', L'\x80', L'\u00FF', L'\u0100', L'\u0161', L'\u0424', L'\uFFFF'}) {
-      for (const std::size_t place : {std::size_t{0}, length / 2, length - 1}) {
+      for (const std::size_t offset : {std::size_t{0}, length / 2, length - 1}) {
         texts.push_back(ascii);
-        texts.back()[place] = other;
+        texts.back()[offset] = other;
       }
     }
     texts.push_back(RandomText(random, length, 0x430, 32));
@@ -64,33 +64,33 @@ std::vector<std::wstring> ManyTexts() {
   return texts;
 }
 
-bool IsIt(const std::wstring& text, const StoredKey& key) {
+bool Matches(const std::wstring& text, const StoredKey& key) {
   return KeyQuery<AnyLength>(text).Matches(key);
 }
 
-TEST(Key, IsThatOfItsTextAlone) {
+TEST(Key, MatchesItsTextOnly) {
   const std::vector<std::wstring> texts = ManyTexts();
   for (const std::wstring& text : texts) {
-    const Kept kept(text);
+    const KeyInMemory stored(text);
     for (const std::wstring& other : texts) {
       if (text.size() == other.size()) {
-        ASSERT_EQ(IsIt(other, *kept), text == other)
+        ASSERT_EQ(Matches(other, *stored), text == other)
             << testing::PrintToString(text) << ", " << testing::PrintToString(other);
       }
     }
-    EXPECT_FALSE(IsIt(text + L'x', *kept));
-    EXPECT_FALSE(IsIt(text + L'\0', *kept));
+    EXPECT_FALSE(Matches(text + L'x', *stored));
+    EXPECT_FALSE(Matches(text + L'\0', *stored));
   }
 }
 
 TEST(Key, HasTheHashOfItsText) {
   for (const std::wstring& text : ManyTexts()) {
     EXPECT_EQ(KeyQuery<AnyLength>(text).Hash(), HashText(text)) << testing::PrintToString(text);
-    EXPECT_EQ((*Kept(text)).Hash(), HashText(text)) << testing::PrintToString(text);
+    EXPECT_EQ((*KeyInMemory(text)).Hash(), HashText(text)) << testing::PrintToString(text);
   }
 }
 
-TEST(Key, TakesTheFewestBytesThatHoldAllCharacters) {
+TEST(Key, UsesTheFewestBytesPerCharacter) {
   constexpr std::size_t kWide = sizeof(wchar_t);
   const struct {
     const char* name;
@@ -100,26 +100,26 @@ TEST(Key, TakesTheFewestBytesThatHoldAllCharacters) {
       {"nothing", L"", 0},
       {"ASCII", L"menu", 4},
       {"ASCII that does not end with a wide character", L"menu.", kWide == 2 ? 6 : 8},
-      {"the first of one byte", L"men\u0001", 4},
-      {"the last of one byte", L"men\u00FE", 4},
-      {"which stands for others where they are narrowed", L"men\u00FF", 8},
-      {"the first of two bytes", L"men\u0100", 8},
-      {"the last of two bytes", L"\uFFFEmenu.file", 20},
+      {"the first with one byte", L"men\u0001", 4},
+      {"the last with one byte", L"men\u00FE", 4},
+      {"U+00FF, to which other characters saturate", L"men\u00FF", 8},
+      {"the first with two bytes", L"men\u0100", 8},
+      {"the last with two bytes", L"\uFFFEmenu.file", 20},
       {"NUL", std::wstring(L"me\0u", 4), 4 * kWide},
-      {"a hundred", std::wstring(100, L'x'), 100},
+      {"a hundred characters", std::wstring(100, L'x'), 100},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
-    const StoredKey head(row.text);
-    EXPECT_EQ(head.Length(), row.text.size());
-    EXPECT_EQ(head.Bytes(), sizeof(StoredKey) + row.bytes);
+    const StoredKey key(row.text);
+    EXPECT_EQ(key.Length(), row.text.size());
+    EXPECT_EQ(key.Bytes(), sizeof(StoredKey) + row.bytes);
   }
   const std::wstring beyond = L"menu.\U0001F600";
   EXPECT_EQ(StoredKey(beyond).Bytes(), sizeof(StoredKey) + beyond.size() * kWide);
 }
 
-// What a set of keys needs: one order, whether the right one is kept or asked for.
-TEST(Key, HasAPlaceInOneOrder) {
+// A set of keys needs one order, whether the right key is stored or searched for.
+TEST(Key, IsTotallyOrdered) {
   std::vector<std::wstring> texts = ManyTexts();
   RandomNumbers random(randomSeed);
   const auto sign = [](int order) { return order < 0 ? -1 : order > 0 ? 1 : 0; };
@@ -127,9 +127,9 @@ TEST(Key, HasAPlaceInOneOrder) {
     const std::wstring& first = AnyOf(random, texts);
     const std::wstring& second = AnyOf(random, texts);
     const std::wstring& third = AnyOf(random, texts);
-    const Kept left(first);
-    const Kept middle(second);
-    const Kept right(third);
+    const KeyInMemory left(first);
+    const KeyInMemory middle(second);
+    const KeyInMemory right(third);
     const int order = sign(Compare(*left, *middle));
     ASSERT_EQ(order == 0, first == second);
     ASSERT_EQ(sign(Compare(*middle, *left)), -order);
@@ -149,12 +149,12 @@ void ExpectAsKeyOfAnyLength(const std::wstring& text, const std::vector<std::wst
   ASSERT_EQ(key.SortKey(), text);
   for (const std::wstring& other : others) {
     if (other.size() == text.size() || other.size() == text.size() + 1) {
-      ASSERT_EQ(key.Matches(*Kept(other)), text == other) << testing::PrintToString(other);
+      ASSERT_EQ(key.Matches(*KeyInMemory(other)), text == other) << testing::PrintToString(other);
     }
   }
 }
 
-TEST(Key, IsTheSameAsOneOfItsLength) {
+TEST(Key, OfEachLengthClassEqualsAKeyOfAnyLength) {
   const std::vector<std::wstring> texts = ManyTexts();
   for (const std::wstring& text : texts) {
     if (text.size() <= UpTo3::kMaxLength) {

@@ -58,13 +58,13 @@ TEST(SelectDictionary, MatchesIdsExactly) {
     const wchar_t* currentLanguage;
     const wchar_t* message;
   } rows[] = {
-      {"a loaded one", L"en", 0, L"en", nullptr},
-      {"the current one again", L"de", 0, L"de", nullptr},
+      {"a loaded id", L"en", 0, L"en", nullptr},
+      {"the current id again", L"de", 0, L"de", nullptr},
       {"another case", L"EN", -1, L"de", L"EL112. Dictionary not found\nDictionary id: EN"},
-      {"a blank behind it", L"en ", -1, L"de", L"EL112. Dictionary not found\nDictionary id: en "},
-      {"the front of an id", L"e", -1, L"de", L"EL112. Dictionary not found\nDictionary id: e"},
+      {"a blank at the end", L"en ", -1, L"de", L"EL112. Dictionary not found\nDictionary id: en "},
+      {"the beginning of an id", L"e", -1, L"de", L"EL112. Dictionary not found\nDictionary id: e"},
       {"the empty id", L"", -1, L"de", L"EL112. Dictionary not found\nDictionary id: "},
-      {"behind all ids", L"zz", -1, L"de", L"EL112. Dictionary not found\nDictionary id: zz"},
+      {"after all ids", L"zz", -1, L"de", L"EL112. Dictionary not found\nDictionary id: zz"},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
@@ -78,7 +78,7 @@ TEST(SelectDictionary, MatchesIdsExactly) {
   }
 }
 
-TEST(SelectDictionary, TakesTheEmptyIdWhereADictionaryHasIt) {
+TEST(SelectDictionary, AcceptsTheEmptyIdOfADictionary) {
   State state;
   state.dictionaries.try_emplace(L"");
   EXPECT_EQ(state.Select(L""), 0);
@@ -98,17 +98,17 @@ TEST(FindText, MatchesKeysExactly) {
       {"the empty key", L"", L"without a key", nullptr},
       {"another case", L"Menu.file", L"",
        L"EL121. Key not found in dictionary\nKey: Menu.file\nDictionary id: Menu.file"},
-      {"a blank behind it", L"menu.file ", L"",
+      {"a blank at the end", L"menu.file ", L"",
        L"EL121. Key not found in dictionary\nKey: menu.file \nDictionary id: menu.file "},
-      {"the front of a key", L"menu", L"",
+      {"the beginning of a key", L"menu", L"",
        L"EL121. Key not found in dictionary\nKey: menu\nDictionary id: menu"},
-      {"behind all keys", L"zz", L"",
+      {"after all keys", L"zz", L"",
        L"EL121. Key not found in dictionary\nKey: zz\nDictionary id: zz"},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
     State state;
-    for (int repeat = 0; repeat < 2; ++repeat) {  // asking again lists nothing more
+    for (int repeat = 0; repeat < 2; ++repeat) {  // the repeated lookup lists nothing
       EXPECT_STREQ(state.Find(row.key), row.text);
       ASSERT_EQ(state.errors.Count(), row.message != nullptr ? 1 : 0);
     }
@@ -118,7 +118,7 @@ TEST(FindText, MatchesKeysExactly) {
   }
 }
 
-TEST(FindText, TakesNullForTheEmptyKey) {
+TEST(FindText, TreatsNullAsTheEmptyKey) {
   State state;
   EXPECT_STREQ(FindText(nullptr, state.currentLanguage, state.errors), L"without a key");
   EXPECT_EQ(state.Select(L"en"), 0);
@@ -127,22 +127,22 @@ TEST(FindText, TakesNullForTheEmptyKey) {
   EXPECT_STREQ(state.errors.At(0), L"EL121. Key not found in dictionary\nKey: \nDictionary id: ");
 }
 
-// Each key ends where its memory does, which the sanitizer watches.
+// The memory of a key ends with the key, so that the sanitizer notices a read behind it.
 TEST(FindText, FindsAndMissesKeysOfEveryLength) {
-  constexpr std::size_t kLongestKey = 80;
+  constexpr std::size_t kMaxKeyLength = 80;
   RandomNumbers random(randomSeed);
   Texts texts;
   std::vector<std::wstring> missing;
-  for (std::size_t length = 2; length <= kLongestKey; ++length) {
+  for (std::size_t length = 2; length <= kMaxKeyLength; ++length) {
     for (const wchar_t first : {L'a', L'\u0430', L'\u4E00', L'\uD000'}) {
       std::wstring key;
       while (key.size() < length) {
         key += static_cast<wchar_t>(static_cast<int>(first) + random.Below(26));
       }
       texts.emplace(key, L"text of " + key);
-      for (const std::size_t place : {std::size_t{0}, length / 2, length - 1}) {
+      for (const std::size_t offset : {std::size_t{0}, length / 2, length - 1}) {
         missing.push_back(key);
-        missing.back()[place] = L'#';
+        missing.back()[offset] = L'#';
       }
     }
   }
@@ -154,8 +154,8 @@ TEST(FindText, FindsAndMissesKeysOfEveryLength) {
   Fill(state.dictionaries, {{L"all", texts}});
   ASSERT_EQ(state.Select(L"all"), 0);
   const auto find = [&state](const std::wstring& key) {
-    const std::vector<wchar_t> alone(key.c_str(), key.c_str() + key.size() + 1);
-    return FindText(alone.data(), state.currentLanguage, state.errors);
+    const std::vector<wchar_t> copy(key.c_str(), key.c_str() + key.size() + 1);
+    return FindText(copy.data(), state.currentLanguage, state.errors);
   };
   for (const auto& [key, text] : texts) {
     ASSERT_EQ(find(key), text);
@@ -177,8 +177,7 @@ TEST(FindText, FindsAndMissesKeysOfEveryLength) {
   }
 }
 
-// The key of a message may have the hash of another one.
-TEST(FindText, ListsEachOfManyKeysOfOneHash) {
+TEST(FindText, ListsAllMissingKeysWhoseHashesCollide) {
   State state;
   for (int repeat = 0; repeat < 2; ++repeat) {
     for (const std::wstring& key : CollidingKeys()) {
@@ -188,7 +187,7 @@ TEST(FindText, ListsEachOfManyKeysOfOneHash) {
   ASSERT_EQ(static_cast<std::size_t>(state.errors.Count()), CollidingKeys().size());
 }
 
-TEST(FindText, ListsTheCurrentIdWhenNoDictionaryHasIt) {
+TEST(FindText, ListsTheCurrentIdIfNoDictionaryHasIt) {
   for (const wchar_t* const id : {L"", L"fr"}) {
     SCOPED_TRACE(testing::PrintToString(id));
     State state;
@@ -200,13 +199,13 @@ TEST(FindText, ListsTheCurrentIdWhenNoDictionaryHasIt) {
   }
 }
 
-TEST(FindText, GivesAStoredEmptyTextAnAddressOfItsOwn) {
+TEST(FindText, AStoredEmptyTextHasItsOwnAddress) {
   State state;
   EXPECT_NE(state.Find(L"empty"), emptyText);
   EXPECT_EQ(state.Find(L"missing"), emptyText);
 }
 
-TEST(FindText, AllocatesNothingWhenTheKeyIsThere) {
+TEST(FindText, AllocatesNothingIfTheKeyExists) {
   State state;
   for (const std::wstring& key : {std::wstring(L"menu.file"), kLongKey}) {
     const std::size_t before = allocation_probe::Count();
@@ -223,33 +222,33 @@ TEST(SelectDictionary, AllocatesAtMostTheCopyOfTheId) {
   EXPECT_LE(allocation_probe::Count(), before + 1);
 }
 
-TEST(SelectDictionary, KeepsTheSelectionWhenMemoryFails) {
+TEST(SelectDictionary, KeepsTheSelectionIfMemoryRunsOut) {
   State state;
   EXPECT_EQ(CallWithFailingAllocation(1, [&] { state.Select(kLongId); }), Outcome::kThrew);
   EXPECT_EQ(state.currentLanguage.id, L"de");
   EXPECT_EQ(state.Select(kLongId), 0);
 }
 
-TEST(SelectDictionary, PassesAFailureToListAMessageOn) {
+TEST(SelectDictionary, PassesOnAFailureToListAMessage) {
   for (std::size_t n = 1;; ++n) {
-    const LeakCheck everythingIsGivenBack;
+    const LeakCheck leakCheck;
     State state;
     const Outcome outcome = CallWithFailingAllocation(n, [&] { state.Select(L"none"); });
     EXPECT_NE(outcome, Outcome::kReturned);
     EXPECT_EQ(state.currentLanguage.id, L"de");
     EXPECT_EQ(state.errors.Count(), outcome == Outcome::kThrew ? 0 : 1);
     if (outcome == Outcome::kNoFailure) {
-      EXPECT_GE(n, 2U) << "no allocation was tried";
+      EXPECT_GE(n, 2U) << "nothing was allocated";
       break;
     }
   }
 }
 
-TEST(FindText, PassesAFailureToListAMessageOn) {
+TEST(FindText, PassesOnAFailureToListAMessage) {
   for (const wchar_t* const current : {L"de", L"none"}) {
     SCOPED_TRACE(testing::PrintToString(current));
     for (std::size_t n = 1;; ++n) {
-      const LeakCheck everythingIsGivenBack;
+      const LeakCheck leakCheck;
       State state;
       if (state.Select(current) != 0) {
         state.currentLanguage = {current, nullptr};
@@ -259,7 +258,7 @@ TEST(FindText, PassesAFailureToListAMessageOn) {
       EXPECT_NE(outcome, Outcome::kReturned);
       EXPECT_EQ(state.errors.Count(), outcome == Outcome::kThrew ? 0 : 1);
       if (outcome == Outcome::kNoFailure) {
-        EXPECT_GE(n, 2U) << "no allocation was tried";
+        EXPECT_GE(n, 2U) << "nothing was allocated";
         break;
       }
     }
