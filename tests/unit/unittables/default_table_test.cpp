@@ -29,7 +29,8 @@ using Phyval::UnitCatalogue;
 
 // ---- The table itself
 
-// Line ends apart. Cyrillic as UTF-16 says it, not as this file would: the bytes are the test.
+// Without line ends. Cyrillic letters as escapes, so that the test does not depend on the encoding
+// of this file.
 const std::wstring kVersion =
     L"//\u0412\u0435\u0440\u0441\u0438\u044F \u0444\u0430\u0439\u043B\u0430 \u043E\u0442 "
     L"21.07.2020";
@@ -61,20 +62,20 @@ std::wstring WholeText(const wchar_t* lineEnd) {
   return text;
 }
 
-TEST(DefaultTable, IsTheseTenLines) {
+TEST(DefaultTable, HasTheseTenLines) {
   const std::string bytes = ReadProjectFile("resources/default_unit_table.txt");
   EXPECT_EQ(bytes.size(), 700U);
   EXPECT_EQ(bytes.substr(0, 2), "\xFF\xFE");
   EXPECT_EQ(DecodeUnitTable(bytes), WholeText(L"\r\n"));
 }
 
-TEST(DefaultTable, IsInTheLibraryByteForByte) {
+TEST(DefaultTable, IsEmbeddedByteForByte) {
   const EmbeddedTable table = FindEmbeddedUnitTable();
   ASSERT_EQ(table.status, EmbeddedTable::Status::kFound);
   EXPECT_EQ(table.bytes, ReadProjectFile("resources/default_unit_table.txt"));
 }
 
-TEST(DecodeUnitTable, TakesCodeUnitsUpToTheFirstZero) {
+TEST(DecodeUnitTable, DecodesUpToTheFirstZero) {
   const struct {
     const char* name;
     std::string bytes;
@@ -83,11 +84,11 @@ TEST(DecodeUnitTable, TakesCodeUnitsUpToTheFirstZero) {
       {"nothing", "", L""},
       {"the low byte first", "\x3C\x04"s, L"\u043C"},
       {"a byte-order mark stays", "\xFF\xFEm\0"s, L"\uFEFFm"},
-      {"a zero ends it", "a\0\0\0b\0"s, L"a"},
-      {"a zero byte alone does not", "a\0\0\x01"s, L"a\u0100"},
-      {"half a unit at the end is none", "a\0b"s, L"a"},
-      {"the last of the bytes", "a\0b\0"s, L"ab"},
-      {"a surrogate pair is two", "\x3D\xD8\x00\xDE"s,
+      {"a zero code unit ends it", "a\0\0\0b\0"s, L"a"},
+      {"a zero byte does not end it", "a\0\0\x01"s, L"a\u0100"},
+      {"half a code unit at the end is ignored", "a\0b"s, L"a"},
+      {"without a zero", "a\0b\0"s, L"ab"},
+      {"a surrogate pair is two code units", "\x3D\xD8\x00\xDE"s,
        std::wstring{wchar_t{0xD83D}, wchar_t{0xDE00}}},
   };
   for (const auto& row : rows) {
@@ -96,9 +97,9 @@ TEST(DecodeUnitTable, TakesCodeUnitsUpToTheFirstZero) {
   }
 }
 
-// ---- Into the catalogue
+// ---- Reading it into the catalogue
 
-TEST(ReadUnitTable, TakesLinesWithExactlyFourFields) {
+TEST(ReadUnitTable, AddsLinesWithExactlyFourFields) {
   const struct {
     const char* name;
     std::wstring text;
@@ -109,22 +110,22 @@ TEST(ReadUnitTable, TakesLinesWithExactlyFourFields) {
       {"line ends are LF, and a CR stays as a blank",
        L"1 1 a b\r\n2 2 c d\n",
        {{1, 1, L"a", L"b "}, {2, 2, L"c", L"d"}}},
-      {"a code that is no number", L"abc 1 a b", {{0, 1, L"a", L"b"}}},
+      {"a code without digits", L"abc 1 a b", {{0, 1, L"a", L"b"}}},
       {"a code that begins with digits", L"12abc 1 a b", {{12, 1, L"a", L"b"}}},
-      {"a factor that is no number", L"1 abc a b", {{1, 0, L"a", L"b"}}},
+      {"a factor without digits", L"1 abc a b", {{1, 0, L"a", L"b"}}},
       {"a code twice", L"1 1 a b\n1 2 c d", {{1, 1, L"a", L"b"}, {1, 2, L"c", L"d"}}},
-      {"a quantity like any other", L"10000 0.0 L length", {{10000, 0, L"L", L"length"}}},
+      {"a quantity", L"10000 0.0 L length", {{10000, 0, L"L", L"length"}}},
       {"a code beyond 32 bits", L"9999999999 1 a b", {{2147483647, 1, L"a", L"b"}}},
       {"without a name", L"1 1 a\n2 2 c d", {{2, 2, L"c", L"d"}}},
       {"without a symbol or a factor", L"1 1\n1 a b\n2 2 c d", {{2, 2, L"c", L"d"}}},
       {"a name of two words", L"1 1 a square meter\n2 2 c d", {{2, 2, L"c", L"d"}}},
       {"two words joined by a comment", L"1 1 a square//meter", {{1, 1, L"a", L"square"}}},
       {"comments, empty lines and blanks", L"//1 1 a b\n\n \t\n\r\n2 2 c d", {{2, 2, L"c", L"d"}}},
-      {"a byte-order mark in front of a row is part of its code",
+      {"a byte-order mark before a row is part of its code",
        L"\uFEFF"
        L"1 1 a b\n2 2 c d",
        {{0, 1, L"a", L"b"}, {2, 2, L"c", L"d"}}},
-      {"a NUL in a name is a blank, and so makes two words",
+      {"a NUL in a name is a blank and makes two words",
        L"1 1 a b\0c\n2 2 c d"s,
        {{2, 2, L"c", L"d"}}},
   };
@@ -136,13 +137,13 @@ TEST(ReadUnitTable, TakesLinesWithExactlyFourFields) {
   }
 }
 
-TEST(ReadUnitTable, AppendsToWhatIsThere) {
+TEST(ReadUnitTable, AppendsToTheCatalogue) {
   UnitCatalogue catalogue = {{5, 1.0, L"s", L"n"}};
   ReadUnitTable(L"5 2.0 t o", catalogue);
   EXPECT_EQ(RowsOf(catalogue), (UnitRows{{5, 1.0, L"s", L"n"}, {5, 2.0, L"t", L"o"}}));
 }
 
-TEST(LoadDefaultUnitTable, FillsTheCatalogueAnewWhateverItHeld) {
+TEST(LoadDefaultUnitTable, ReplacesTheCatalogue) {
   for (UnitCatalogue catalogue :
        {BuiltInUnits(), UnitCatalogue(), UnitCatalogue(1000, {10001, 5.0, L"x", L"y"})}) {
     for (int repeat = 0; repeat < 2; ++repeat) {
@@ -152,7 +153,7 @@ TEST(LoadDefaultUnitTable, FillsTheCatalogueAnewWhateverItHeld) {
   }
 }
 
-TEST(LoadDefaultUnitTable, LosesTheUnitsWithTwoWordsInTheirNames) {
+TEST(LoadDefaultUnitTable, OmitsUnitsWithTwoWordsInTheirNames) {
   UnitCatalogue catalogue;
   ASSERT_EQ(LoadDefaultUnitTable(false, catalogue), 0);
   EXPECT_EQ(FindUnit(catalogue, 20001), nullptr);
@@ -163,8 +164,8 @@ TEST(LoadDefaultUnitTable, LosesTheUnitsWithTwoWordsInTheirNames) {
   EXPECT_EQ(FindUnit(catalogue, L"\u043C"), FindUnit(catalogue, 10001));
 }
 
-// Each failure leaves what was read before it, and nothing of what was there.
-TEST(LoadDefaultUnitTable, PassesAFailureOfMemoryOnAndTheOldRowsAreGone) {
+// After a failure the catalogue has the rows that were read before it, and none of the old rows.
+TEST(LoadDefaultUnitTable, PassesOnABadAllocAndRemovesTheOldRows) {
   const ScratchFolder folder;
   const ExportPlace place(folder);
   bool sawNone = false;
@@ -172,7 +173,7 @@ TEST(LoadDefaultUnitTable, PassesAFailureOfMemoryOnAndTheOldRowsAreGone) {
   std::size_t n = 1;
   for (;; ++n) {
     SCOPED_TRACE(testing::Message() << "allocation " << n << " fails");
-    const LeakCheck everythingIsGivenBack;
+    const LeakCheck leakCheck;
     std::filesystem::remove(ExportPlace::kFile);
     UnitCatalogue catalogue(1, {10001, 5.0, L"x", L"y"});
     const Outcome outcome =
@@ -188,7 +189,7 @@ TEST(LoadDefaultUnitTable, PassesAFailureOfMemoryOnAndTheOldRowsAreGone) {
     sawNone |= rows.empty();
     sawSome |= !rows.empty();
     if (!rows.empty()) {
-      EXPECT_EQ(ExportPlace::Bytes(), ExportedDefaultTable()) << "it is written first";
+      EXPECT_EQ(ExportPlace::Bytes(), ExportedDefaultTable()) << "the file is written first";
     }
     EXPECT_EQ(LoadDefaultUnitTable(false, catalogue), 0);
     EXPECT_EQ(RowsOf(catalogue), kDefaultUnits);
@@ -197,9 +198,9 @@ TEST(LoadDefaultUnitTable, PassesAFailureOfMemoryOnAndTheOldRowsAreGone) {
   EXPECT_TRUE(sawSome);
 }
 
-// ---- Out to a file
+// ---- Exporting it to a file
 
-TEST(ExportedUnitTable, IsUtf8WithACrInFrontOfEachLf) {
+TEST(ExportedUnitTable, IsUtf8WithACrBeforeEachLf) {
   const struct {
     const char* name;
     std::wstring text;
@@ -219,7 +220,7 @@ TEST(ExportedUnitTable, IsUtf8WithACrInFrontOfEachLf) {
   }
 }
 
-TEST(ExportedUnitTable, OfTheDefaultTableIsTheFileThatHostsWrite) {
+TEST(ExportedUnitTable, OfTheDefaultTableEqualsTheExportedFile) {
   const std::string bytes = ExportedUnitTable(WholeText(L"\r\n"));
   EXPECT_EQ(bytes.size(), 433U);
   EXPECT_EQ(bytes, ExportedDefaultTable());

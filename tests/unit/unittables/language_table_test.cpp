@@ -70,17 +70,17 @@ struct File {
 
 TEST_F(LanguageTable, ReadsEveryFileAsWritten) {
   const std::wstring em = L"\u043C";                      // Cyrillic
-  const std::wstring metr = L"\u043C\u0435\u0442\u0440";  // its unit
-  const std::wstring halves = sizeof(wchar_t) == 2 ? L"" : L"\U0001F600";
+  const std::wstring metr = L"\u043C\u0435\u0442\u0440";  // meter
+  const std::wstring emoji = sizeof(wchar_t) == 2 ? L"" : L"\U0001F600";
   const File files[] = {
-      {"a unit, and its code once more",
+      {"a unit, and its code again",
        "ru\tRussian\n10001\t\xD0\xBC\t\xD0\xBC\xD0\xB5\xD1\x82\xD1\x80\n10001\tm\tmeter\n",
        0,
        {{L"ru", {{10001, {em, metr}}}}},
        {}},
       {"CR LF", "de German\r\n1 m Meter\r\n", 0, {{L"de", {{1, {L"m", L"Meter"}}}}}, {}},
       {"no line end at the end", "de German\n1 m Meter", 0, {{L"de", {{1, {L"m", L"Meter"}}}}}, {}},
-      {"a header alone", "de German", 0, {{L"de", {}}}, {}},
+      {"only a header", "de German", 0, {{L"de", {}}}, {}},
       {"a header with a comment", "de German // one\n", 0, {{L"de", {}}}, {}},
       {"a name of two words",
        "de German\n10001\tm2\tsquare meter\n",
@@ -99,19 +99,19 @@ TEST_F(LanguageTable, ReadsEveryFileAsWritten) {
        0,
        {{L"de", {{2, {L"n", L"name"}}}}},
        {L"//comment"}},
-      {"a comment behind a unit",
+      {"a comment after a unit",
        "de German\n2 n name // comment\n",
        0,
        {{L"de", {{2, {L"n", L"name "}}}}},
        {}},
-      {"a comment that cuts a line short",
+      {"a comment that leaves two fields",
        "de German\n2 n // name\n",
        0,
        {{L"de", {}}},
        {L"2 n // name"}},
       {"empty lines", "de German\n\n\r\n1 m Meter\n\n", 0, {{L"de", {{1, {L"m", L"Meter"}}}}}, {}},
       {"a line of blanks is not empty", "de German\n \t\n", 0, {{L"de", {}}}, {L" \t"}},
-      {"nor is one of a CR", "de German\n\r\r\n", 0, {{L"de", {}}}, {L"\r"}},
+      {"a line of a CR is not empty", "de German\n\r\r\n", 0, {{L"de", {}}}, {L"\r"}},
       {"a code without digits",
        "de German\nabc m Meter\n",
        0,
@@ -123,12 +123,12 @@ TEST_F(LanguageTable, ReadsEveryFileAsWritten) {
        {{L"de",
          {{-5, {L"b", L"B"}}, {7, {L"e", L"E"}}, {12, {L"a", L"A"}}, {2147483647, {L"c", L"C"}}}}},
        {}},
-      {"a line at fault twice is listed once",
+      {"an invalid line twice is listed once",
        "de German\n1 m\n1 m\n1  m\n",
        0,
        {{L"de", {}}},
        {L"1 m", L"1  m"}},
-      {"control characters are blanks in fields and stand in messages",
+      {"control characters are blanks in fields and stay in messages",
        "de German\n1\x01m\x02name\n2\x01m\n",
        0,
        {{L"de", {{1, {L"m", L"name"}}}}},
@@ -137,7 +137,7 @@ TEST_F(LanguageTable, ReadsEveryFileAsWritten) {
       {"a character beyond U+FFFF is two blanks on Windows and one character on Linux",
        "de German\n1 m n \xF0\x9F\x98\x80\n",
        0,
-       {{L"de", {{1, {L"m", halves.empty() ? L"n   " : L"n " + halves}}}}},
+       {{L"de", {{1, {L"m", emoji.empty() ? L"n   " : L"n " + emoji}}}}},
        {}},
       {"a byte-order mark is the beginning of the key",
        "\xEF\xBB\xBFru Russian\n1 m M\n",
@@ -187,19 +187,19 @@ TEST_F(LanguageTable, TheEndOfFileCharacterEndsAFileOnWindowsOnly) {
   EXPECT_EQ(messages_.Count(), 0);
 }
 
-TEST_F(LanguageTable, AMessageHoldsItsLineAsItStands) {
+TEST_F(LanguageTable, AMessageHasTheUnchangedLine) {
   EXPECT_EQ(WriteAndLoad(L"x.txt", "de German\n 2\0m\t\n"s), 0);
   ASSERT_EQ(messages_.Count(), 1);
   const std::wstring expected = BadLine(L" 2\0m\t"s, L"x.txt");
   EXPECT_EQ(std::wstring(messages_.At(0), expected.size()), expected);
 }
 
-// ---- Bytes that are not UTF-8 end the file; what stands in front of them in their line is a line.
+// ---- Invalid UTF-8 ends the file; the characters before it in its line are the last line.
 
-TEST_F(LanguageTable, AFaultInTheHeaderLeavesWhatStandsInFrontOfIt) {
-  for (const InvalidUtf8& fault : kInvalidUtf8) {
-    SCOPED_TRACE(fault.name);
-    const std::string rest = std::string(fault.bytes) + " rest\n1 m Meter\n";
+TEST_F(LanguageTable, AnInvalidSequenceTruncatesTheHeader) {
+  for (const InvalidUtf8& invalid : kInvalidUtf8) {
+    SCOPED_TRACE(invalid.name);
+    const std::string rest = std::string(invalid.bytes) + " rest\n1 m Meter\n";
     table_.clear();
     messages_.Clear();
     EXPECT_EQ(WriteAndLoad(L"x.txt", rest), -2);
@@ -212,12 +212,12 @@ TEST_F(LanguageTable, AFaultInTheHeaderLeavesWhatStandsInFrontOfIt) {
   }
 }
 
-TEST_F(LanguageTable, AFaultInAUnitCutsItsLineAndTheRestOfTheFile) {
+TEST_F(LanguageTable, AnInvalidSequenceTruncatesAUnitAndEndsTheFile) {
   const struct {
-    const char* front;
+    const char* line;
     LocalizedUnits units;
     Messages badLines;
-  } cuts[] = {
+  } prefixes[] = {
       {"", {}, {}},
       {"1", {}, {L"1"}},
       {"1 m", {}, {L"1 m"}},
@@ -225,18 +225,18 @@ TEST_F(LanguageTable, AFaultInAUnitCutsItsLineAndTheRestOfTheFile) {
       {"1 m na", {{1, {L"m", L"na"}}}, {}},
       {"1 m name ", {{1, {L"m", L"name "}}}, {}},
   };
-  for (const InvalidUtf8& fault : kInvalidUtf8) {
-    for (const auto& cut : cuts) {
+  for (const InvalidUtf8& invalid : kInvalidUtf8) {
+    for (const auto& prefix : prefixes) {
       SCOPED_TRACE(testing::Message()
-                   << fault.name << " behind " << testing::PrintToString(cut.front));
+                   << invalid.name << " after " << testing::PrintToString(prefix.line));
       table_.clear();
       messages_.Clear();
-      EXPECT_EQ(WriteAndLoad(L"x.txt", "de German\n" + std::string(cut.front) +
-                                           std::string(fault.bytes) + " x\n2 n name\n"),
+      EXPECT_EQ(WriteAndLoad(L"x.txt", "de German\n" + std::string(prefix.line) +
+                                           std::string(invalid.bytes) + " x\n2 n name\n"),
                 0);
-      EXPECT_EQ(table_, (LocalizedUnitTable{{L"de", cut.units}}));
+      EXPECT_EQ(table_, (LocalizedUnitTable{{L"de", prefix.units}}));
       Messages expected;
-      for (const std::wstring& line : cut.badLines) {
+      for (const std::wstring& line : prefix.badLines) {
         expected.push_back(BadLine(line, L"x.txt"));
       }
       EXPECT_EQ(ReadAll(messages_), expected);
@@ -244,9 +244,9 @@ TEST_F(LanguageTable, AFaultInAUnitCutsItsLineAndTheRestOfTheFile) {
   }
 }
 
-// ---- Files that are not there
+// ---- Missing files
 
-TEST_F(LanguageTable, AFileThatIsNotThereIsListedOnceAndChangesNothing) {
+TEST_F(LanguageTable, AMissingFileIsListedOnceAndChangesNothing) {
   table_ = {{L"de", {{1, {L"m", L"Meter"}}}}};
   const LocalizedUnitTable before = table_;
   folder_.Write(L"folder\\de-val.txt", "de German\n");
@@ -258,7 +258,7 @@ TEST_F(LanguageTable, AFileThatIsNotThereIsListedOnceAndChangesNothing) {
   EXPECT_EQ(ReadAll(messages_), (Messages{NotFound(L"LANG/de-val.txt"), NotFound(L"folder")}));
 }
 
-TEST_F(LanguageTable, FolderAndNameAreJoinedByOneBackslashAsTheyStand) {
+TEST_F(LanguageTable, OneBackslashJoinsFolderAndName) {
   folder_.Write(L"LANG\\de-val.txt", "de German\n1\n");
   const std::wstring folder = folder_.HostPath();
   EXPECT_EQ(LoadLanguageUnitTable(folder + L"\\", L"LANG/de-val.txt", table_, messages_), 0);
@@ -285,7 +285,7 @@ TEST_F(LanguageTable, AddsLanguagesAndCodesAndReplacesNothing) {
   EXPECT_EQ(messages_.Count(), 0);
 }
 
-TEST_F(LanguageTable, AFileThatFailsLeavesTheOthersAlone) {
+TEST_F(LanguageTable, AnInvalidFileChangesNothing) {
   EXPECT_EQ(WriteAndLoad(L"one.txt", "de German\n1 m Meter\n"), 0);
   EXPECT_EQ(WriteAndLoad(L"two.txt", "de\n2 n name\n"), -2);
   EXPECT_EQ(WriteAndLoad(L"three.txt", "de German\n2\n3 o name\n"), 0);
@@ -293,7 +293,7 @@ TEST_F(LanguageTable, AFileThatFailsLeavesTheOthersAlone) {
   EXPECT_EQ(ReadAll(messages_), (Messages{NotFound(L"two.txt"), BadLine(L"2", L"three.txt")}));
 }
 
-// The file that docs/formats.md shows.
+// docs/formats.md shows this file.
 TEST_F(LanguageTable, TheWorkedExampleLoadsAsDocumented) {
   const std::wstring data = L"" KELMO_SOURCE_FOLDER "/tests/data/unittables";
   EXPECT_EQ(LoadLanguageUnitTable(data, L"worked_example.txt", table_, messages_), 0);
@@ -308,7 +308,7 @@ TEST_F(LanguageTable, TheWorkedExampleLoadsAsDocumented) {
                       L"EV101. Error parse string.\nString: 40001\t\u00B0" + file}));
 }
 
-TEST_F(LanguageTable, TheTablesOfTheExamplesAreWhole) {
+TEST_F(LanguageTable, TheTablesOfTheExamplesAreComplete) {
   const std::wstring examples = L"" KELMO_SOURCE_FOLDER "/examples";
   for (const wchar_t* const language : {L"en", L"de", L"ru"}) {
     EXPECT_EQ(LoadLanguageUnitTable(examples, LanguageUnitTableName(language), table_, messages_),
@@ -349,8 +349,8 @@ TEST_F(LanguageTable, ALineOfTenMegabytesIsListedWhole) {
   EXPECT_EQ(table_[L"de"][2].name, L"name");
 }
 
-TEST_F(LanguageTable, AFileIsNotHeldManyTimesOver) {
-  // Words of one letter: as views they would take eight times the file.
+TEST_F(LanguageTable, AllocatesLittleMoreThanTheFileAndItsWideText) {
+  // Words of one letter: views of them would have eight times the size of the file.
   std::string words;
   for (int i = 0; i < 1'000'000; ++i) {
     words += "w ";
@@ -361,7 +361,7 @@ TEST_F(LanguageTable, AFileIsNotHeldManyTimesOver) {
     allocation_probe::ResetPeak();
     const std::size_t before = allocation_probe::LiveBytes();
     Load(L"x.txt");
-    // The bytes, one wide text of them, and what is kept: the name, or nothing.
+    // The bytes, their wide text, and the stored name.
     EXPECT_LE(allocation_probe::PeakBytes() - before,
               bytes.size() * (1 + 2 * sizeof(wchar_t)) + 100'000);
   }
@@ -369,7 +369,7 @@ TEST_F(LanguageTable, AFileIsNotHeldManyTimesOver) {
 
 // ---- Memory
 
-// Long enough that each needs memory of its own.
+// Too long to be stored without an allocation.
 const std::wstring kFile = L"a.table.that.needs.memory.of.its.own.txt";
 const std::wstring kLanguage = L"a.language.that.needs.memory.of.its.own";
 const std::wstring kSymbol = L"a.symbol.that.needs.memory.of.its.own";
@@ -390,9 +390,9 @@ class LanguageTableWithoutMemory : public LanguageTable {
   const LocalizedUnitTable whole_ = {{kLanguage, {{1, unit_}, {2, unit_}}}};
   const std::wstring failed_ = L"EL111. Dictionary loading error\nDictionary: " + PathOf(kFile);
 
-  // What one failure leaves: the messages tell whose it was.
-  const char* WhereItFailed(std::int32_t status, const LocalizedUnitTable& table,
-                            const Messages& messages) const {
+  // Finds the failed step by the messages, and checks the status and the table after it.
+  const char* FailedStep(std::int32_t status, const LocalizedUnitTable& table,
+                         const Messages& messages) const {
     if (messages == Messages{NotFound(kFile)}) {
       EXPECT_EQ(status, -2);
       EXPECT_EQ(table, (LocalizedUnitTable{}));
@@ -416,15 +416,15 @@ class LanguageTableWithoutMemory : public LanguageTable {
     EXPECT_EQ(messages, (Messages{failed_}));
     EXPECT_EQ(status, -1);
     if (table.empty()) {
-      return "the loading, before the language is there";
+      return "the load, before the language is added";
     }
     EXPECT_TRUE(table == (LocalizedUnitTable{{kLanguage, {}}}) ||
                 table == (LocalizedUnitTable{{kLanguage, {{1, unit_}}}}));
-    return "the loading, before the short line is listed";
+    return "the load, before the short line is listed";
   }
 };
 
-TEST_F(LanguageTableWithoutMemory, AFailureIsOfTheHeaderOrOfItsLineOrOfTheLoading) {
+TEST_F(LanguageTableWithoutMemory, AFailureConcernsTheHeaderOrOneLineOrTheLoad) {
   const std::wstring folder = folder_.HostPath();
   std::set<std::string> seen;
   std::size_t n = 1;
@@ -432,7 +432,7 @@ TEST_F(LanguageTableWithoutMemory, AFailureIsOfTheHeaderOrOfItsLineOrOfTheLoadin
     SCOPED_TRACE(testing::Message() << "allocation " << n << " fails");
     const char* failed = nullptr;
     {
-      const LeakCheck everythingIsGivenBack;
+      const LeakCheck leakCheck;
       LocalizedUnitTable table;
       ErrorList messages;
       std::int32_t status = 0;
@@ -441,7 +441,7 @@ TEST_F(LanguageTableWithoutMemory, AFailureIsOfTheHeaderOrOfItsLineOrOfTheLoadin
       constexpr std::size_t kPath = 1;
       EXPECT_EQ(outcome == Outcome::kThrew, n == kPath) << "without a path there is no message";
       if (outcome == Outcome::kReturned) {
-        failed = WhereItFailed(status, table, ReadAll(messages));
+        failed = FailedStep(status, table, ReadAll(messages));
       }
       EXPECT_EQ(LoadLanguageUnitTable(folder, kFile, table, messages), 0) << "afterwards";
       EXPECT_EQ(table, whole_);
@@ -454,10 +454,10 @@ TEST_F(LanguageTableWithoutMemory, AFailureIsOfTheHeaderOrOfItsLineOrOfTheLoadin
   EXPECT_EQ(seen.size(), 6U) << testing::PrintToString(seen);
 }
 
-TEST_F(LanguageTableWithoutMemory, TheHostIsToldWhenNotEvenAMessageCanBeKept) {
+TEST_F(LanguageTableWithoutMemory, ThrowsIfAMessageCannotBeStored) {
   for (std::size_t n = 1;; ++n) {
-    SCOPED_TRACE(testing::Message() << "allocation " << n << " and all behind it fail");
-    const LeakCheck everythingIsGivenBack;
+    SCOPED_TRACE(testing::Message() << "allocation " << n << " and all later ones fail");
+    const LeakCheck leakCheck;
     LocalizedUnitTable table;
     ErrorList messages;
     const std::wstring folder = folder_.HostPath();
@@ -473,9 +473,9 @@ TEST_F(LanguageTableWithoutMemory, TheHostIsToldWhenNotEvenAMessageCanBeKept) {
   }
 }
 
-// Memory for so many bytes and no more: a line that does not fit is listed like one that is no unit,
-// until not even that fits.
-TEST_F(LanguageTableWithoutMemory, WithinALimitEachLineIsAUnitOrAMessageUntilTheLoadingFails) {
+// With a limit of the allocated bytes. A unit that does not fit is listed like an invalid line. If
+// the message does not fit either, the load fails.
+TEST_F(LanguageTableWithoutMemory, EachLineIsAUnitOrAMessageUntilTheLoadFails) {
   constexpr std::int32_t kUnits = 60;
   constexpr std::size_t kStep = 501;
   const std::wstring folder = folder_.HostPath();
@@ -489,18 +489,18 @@ TEST_F(LanguageTableWithoutMemory, WithinALimitEachLineIsAUnitOrAMessageUntilThe
   folder_.Write(kFile, bytes);
   const LocalizedUnit older = {L"an older symbol that needs memory",
                                L"and its name, which does too"};
-  bool seen[4] = {};  // each status, and that it threw
+  bool seen[4] = {};  // each status, and an exception
   int changes = 0;
-  std::size_t kept = 0;
-  for (std::size_t more = 0; kept < kUnits; more += kStep) {
+  std::size_t unitCount = 0;
+  for (std::size_t more = 0; unitCount < kUnits; more += kStep) {
     SCOPED_TRACE(testing::Message() << more << " bytes");
-    ASSERT_LT(more, 1'000'000U) << "it never fits";
-    const LeakCheck everythingIsGivenBack;
+    ASSERT_LT(more, 1'000'000U) << "the file never fits";
+    const LeakCheck leakCheck;
     LocalizedUnitTable table = {{L"older", {{1, older}}}};
     ErrorList messages;
     messages.Append(UnknownDictionaryMessage(L"older"));
     const wchar_t* const olderName = table[L"older"][1].name.c_str();
-    const std::size_t most = allocation_probe::LiveBytes() + more;
+    const std::size_t maxBytes = allocation_probe::LiveBytes() + more;
     allocation_probe::ResetPeak();
     constexpr std::int32_t kThrew = 1;
     std::int32_t status = kThrew;
@@ -513,7 +513,7 @@ TEST_F(LanguageTableWithoutMemory, WithinALimitEachLineIsAUnitOrAMessageUntilThe
       }
     }
     seen[status + 2] = true;
-    EXPECT_LE(allocation_probe::PeakBytes(), most);
+    EXPECT_LE(allocation_probe::PeakBytes(), maxBytes);
     EXPECT_EQ(table[L"older"][1].name.c_str(), olderName);
     EXPECT_EQ(table[L"older"], (LocalizedUnits{{1, older}}));
 
@@ -523,7 +523,7 @@ TEST_F(LanguageTableWithoutMemory, WithinALimitEachLineIsAUnitOrAMessageUntilThe
       EXPECT_EQ(units, LocalizedUnits{});
       expected.push_back(NotFound(kFile));
     } else {
-      // Up to the line that ends the loading each is a unit, or a message in its place.
+      // Each line up to the failure is a unit or a message.
       const Messages listed = ReadAll(messages);
       for (std::int32_t code = 1; code <= kUnits; ++code) {
         const std::wstring& line = lines[static_cast<std::size_t>(code) - 1];
@@ -535,7 +535,7 @@ TEST_F(LanguageTableWithoutMemory, WithinALimitEachLineIsAUnitOrAMessageUntilThe
                                    listed[expected.size()] == BadLine(line, kFile))) {
           expected.push_back(BadLine(line, kFile));
         } else {
-          EXPECT_EQ(units.upper_bound(code), units.end()) << "read on behind a failure";
+          EXPECT_EQ(units.upper_bound(code), units.end()) << "a unit after the failure";
           break;
         }
       }
@@ -544,8 +544,8 @@ TEST_F(LanguageTableWithoutMemory, WithinALimitEachLineIsAUnitOrAMessageUntilThe
       }
     }
     EXPECT_EQ(ReadAll(messages), expected);
-    changes += units.size() != kept ? 1 : 0;
-    kept = units.size();
+    changes += units.size() != unitCount ? 1 : 0;
+    unitCount = units.size();
 
     EXPECT_EQ(LoadLanguageUnitTable(folder, kFile, table, messages), 0) << "afterwards";
     EXPECT_EQ(table[kLanguage].size(), static_cast<std::size_t>(kUnits));

@@ -19,39 +19,39 @@ using namespace std::string_literals;
 
 using Fields = std::vector<std::wstring>;
 
-TEST(SplitText, GivesWhatStandsBetweenTheDelimiters) {
+TEST(SplitText, ReturnsThePartsBetweenTheDelimiters) {
   const struct {
     const char* name;
     std::wstring text;
     std::wstring delimiter;
-    Fields pieces;
+    Fields parts;
   } rows[] = {
-      {"two lines and an end", L"a\nb\n", L"\n", {L"a", L"b", L""}},
-      {"no end behind the last line", L"a\nb", L"\n", {L"a", L"b"}},
+      {"two lines, each with an LF", L"a\nb\n", L"\n", {L"a", L"b", L""}},
+      {"no LF after the last line", L"a\nb", L"\n", {L"a", L"b"}},
       {"no delimiter", L"a line", L"\n", {L"a line"}},
       {"nothing", L"", L"\n", {L""}},
-      {"a delimiter alone", L"\n", L"\n", {L"", L""}},
-      {"empty pieces", L"\na\n\nb", L"\n", {L"", L"a", L"", L"b"}},
+      {"only a delimiter", L"\n", L"\n", {L"", L""}},
+      {"empty parts", L"\na\n\nb", L"\n", {L"", L"a", L"", L"b"}},
       {"a CR stays", L"a\r\nb\r\n", L"\n", {L"a\r", L"b\r", L""}},
       {"a byte-order mark stays", L"\uFEFF//\na", L"\n", {L"\uFEFF//", L"a"}},
       {"a NUL stays", L"a\0b\nc"s, L"\n", {L"a\0b"s, L"c"}},
-      {"a delimiter of two", L"a--b---c--", L"--", {L"a", L"b", L"-c", L""}},
+      {"a delimiter of two characters", L"a--b---c--", L"--", {L"a", L"b", L"-c", L""}},
       {"a part of a delimiter", L"a-b", L"--", {L"a-b"}},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
-    const std::vector<std::wstring_view> pieces = SplitText(row.text, row.delimiter);
-    EXPECT_EQ(Fields(pieces.begin(), pieces.end()), row.pieces);
+    const std::vector<std::wstring_view> parts = SplitText(row.text, row.delimiter);
+    EXPECT_EQ(Fields(parts.begin(), parts.end()), row.parts);
   }
 }
 
-// All fields of a line, each a text of its own.
+// All fields of a line as owned texts.
 Fields FieldsOf(std::wstring line, std::int32_t count) {
   const std::vector<std::wstring_view> fields = SplitUnitLine(line, count, SIZE_MAX);
   return {fields.begin(), fields.end()};
 }
 
-TEST(SplitUnitLine, GivesTheFieldsOfALine) {
+TEST(SplitUnitLine, ReturnsTheFieldsOfALine) {
   const std::wstring about =
       L"\u043F\u0440\u0438 \u0412\u0412\u0412=0";  // a comment in Cyrillic letters
   const struct {
@@ -61,11 +61,11 @@ TEST(SplitUnitLine, GivesTheFieldsOfALine) {
     Fields fields;
   } rows[] = {
       {"tabs in runs", L"10001\t1.0\t\t\t\t\tm\t\tmeter", 4, {L"10001", L"1.0", L"m", L"meter"}},
-      {"a CR ends as a blank in the last field",
+      {"a CR becomes a blank in the last field",
        L"10001\t1.0\t\t\t\t\t\u043C\t\tmeter\r",
        4,
        {L"10001", L"1.0", L"\u043C", L"meter "}},
-      {"the blank in front of a comment stays",
+      {"the blank before a comment stays",
        L"10\t\t0.0\t\t\t\t\tL\t\tlength // " + about + L"\r",
        4,
        {L"10", L"0.0", L"L", L"length "}},
@@ -77,15 +77,12 @@ TEST(SplitUnitLine, GivesTheFieldsOfALine) {
        L"1 2 m a b c",
        4,
        {L"1", L"2", L"m", L"a b c", L"b c", L"c"}},
-      {"a tab in the name counts as a blank does",
-       L"1\t2\tm\ta\tb",
-       4,
-       {L"1", L"2", L"m", L"a\tb", L"b"}},
-      {"a blank behind a field is a separator",
+      {"a tab in the name separates words", L"1\t2\tm\ta\tb", 4, {L"1", L"2", L"m", L"a\tb", L"b"}},
+      {"a blank after a field is a separator",
        L"30001 \t0.0\t\t\t\t\tK\t\tkoefficient",
        4,
        {L"30001", L"0.0", L"K", L"koefficient"}},
-      {"separators in front are skipped", L" \t 1 2 m name", 4, {L"1", L"2", L"m", L"name"}},
+      {"leading separators are skipped", L" \t 1 2 m name", 4, {L"1", L"2", L"m", L"name"}},
       {"blanks at the end stay in the last field",
        L"1 2 m name \t ",
        4,
@@ -97,19 +94,25 @@ TEST(SplitUnitLine, GivesTheFieldsOfALine) {
       {"three fields and a CR", L"1 2 m\r", 4, {}},
       {"nothing", L"", 4, {}},
       {"blanks and tabs", L" \t \t", 4, {}},
-      {"a CR alone", L"\r", 4, {}},
-      {"a comment alone", L"//1 2 m name", 4, {}},
-      {"a comment behind blanks", L" \t// 1 2 m name", 4, {}},
-      {"a comment in the name cuts it", L"1 2 m na//me", 4, {L"1", L"2", L"m", L"na"}},
+      {"only a CR", L"\r", 4, {}},
+      {"only a comment", L"//1 2 m name", 4, {}},
+      {"a comment after blanks", L" \t// 1 2 m name", 4, {}},
+      {"a comment truncates the name", L"1 2 m na//me", 4, {L"1", L"2", L"m", L"na"}},
       {"two words joined by a comment are one name",
        L"1 2 m square//meter",
        4,
        {L"1", L"2", L"m", L"square"}},
-      {"a comment cuts the name away", L"1 2 m //name", 4, {}},
-      {"a comment cuts the row short", L"1 2// m name", 4, {}},
-      {"the first comment counts", L"1 2 m name // a // b", 4, {L"1", L"2", L"m", L"name "}},
-      {"one slash is none", L"1 2 m/s / name", 4, {L"1", L"2", L"m/s", L"/ name", L"name"}},
-      {"three slashes are one and a slash", L"1 2 m name///", 4, {L"1", L"2", L"m", L"name"}},
+      {"a comment instead of the name", L"1 2 m //name", 4, {}},
+      {"a comment after two fields", L"1 2// m name", 4, {}},
+      {"the first of two comments counts",
+       L"1 2 m name // a // b",
+       4,
+       {L"1", L"2", L"m", L"name "}},
+      {"one slash is not a comment",
+       L"1 2 m/s / name",
+       4,
+       {L"1", L"2", L"m/s", L"/ name", L"name"}},
+      {"three slashes begin a comment", L"1 2 m name///", 4, {L"1", L"2", L"m", L"name"}},
       {"a control character between slashes is a blank",
        L"1 2 m a/\x01/b",
        4,
@@ -119,8 +122,8 @@ TEST(SplitUnitLine, GivesTheFieldsOfALine) {
        L"2\x1F\x7Fm\vname\f",
        4,
        {L"1", L"2", L"m", L"name "}},
-      {"an LF is one too", L"1\n2\nm\nname", 4, {L"1", L"2", L"m", L"name"}},
-      {"a NUL is one too",
+      {"an LF is a separator", L"1\n2\nm\nname", 4, {L"1", L"2", L"m", L"name"}},
+      {"a NUL is a separator",
        L"1\0"
        L"2 m name\0"s,
        4,
@@ -129,19 +132,22 @@ TEST(SplitUnitLine, GivesTheFieldsOfALine) {
        L"\u043C \u00B0 \u05D0\u0627\u0915 \u8F9E\u66F8\uAC00",
        4,
        {L"\u043C", L"\u00B0", L"\u05D0\u0627\u0915", L"\u8F9E\u66F8\uAC00"}},
-      {"the first and the last of ASCII", L"1 2 !~ ~!", 4, {L"1", L"2", L"!~", L"~!"}},
-      {"a byte-order mark is no separator", L"\uFEFFru Russian", 2, {L"\uFEFFru", L"Russian"}},
-      {"halves of a surrogate pair are blanks",
+      {"the first and the last graphic character of ASCII",
+       L"1 2 !~ ~!",
+       4,
+       {L"1", L"2", L"!~", L"~!"}},
+      {"a byte-order mark is not a separator", L"\uFEFFru Russian", 2, {L"\uFEFFru", L"Russian"}},
+      {"surrogates are separators",
        L"1 m "s + wchar_t{0xD83D} + wchar_t{0xDE00} + L"a",
        3,
        {L"1", L"m", L"a"}},
-      {"two fields, as a header has them", L"ru\tRussian", 2, {L"ru", L"Russian"}},
+      {"two fields, as in a header", L"ru\tRussian", 2, {L"ru", L"Russian"}},
       {"a header with a third word", L"ru Russian x", 2, {L"ru", L"Russian x", L"x"}},
-      {"a header with one", L"ru", 2, {}},
-      {"three fields, as a unit has them", L"10001 m meter", 3, {L"10001", L"m", L"meter"}},
+      {"a header with one word", L"ru", 2, {}},
+      {"three fields, as in a unit", L"10001 m meter", 3, {L"10001", L"m", L"meter"}},
       {"one field", L"a b", 1, {L"a b", L"b"}},
-      {"none", L"a b", 0, {L"a b", L"b"}},
-      {"fewer than none", L"a b", -1, {L"a b", L"b"}},
+      {"no field", L"a b", 0, {L"a b", L"b"}},
+      {"a negative count", L"a b", -1, {L"a b", L"b"}},
       {"the smallest count", L"a b", INT_MIN, {L"a b", L"b"}},
       {"the largest count", L"a b", INT_MAX, {}},
   };
@@ -151,8 +157,8 @@ TEST(SplitUnitLine, GivesTheFieldsOfALine) {
   }
 }
 
-// The rule in the words of its steps, as slow as it may be.
-Fields FieldsStepByStep(const std::wstring& line, std::int32_t count) {
+// The reference: one simple step after another.
+Fields ReferenceFields(const std::wstring& line, std::int32_t count) {
   const auto isSeparator = [&line](std::size_t i) { return line[i] == L' ' || line[i] == L'\t'; };
   const auto skip = [&](std::size_t i, bool separators) {
     while (i < line.size() && isSeparator(i) == separators) {
@@ -171,8 +177,8 @@ Fields FieldsStepByStep(const std::wstring& line, std::int32_t count) {
   return static_cast<std::int64_t>(fields.size()) < count ? Fields() : fields;
 }
 
-// These show nothing: what the system calls neither graphic nor blank separates fields.
-TEST(SplitUnitLine, KeepsTheBlanksThatTheSystemKnows) {
+// Characters that the system calls neither graphic nor blank separate fields.
+TEST(SplitUnitLine, KeepsTheBlanksOfTheSystem) {
   for (const wchar_t blank : {L'\u00A0', L'\u2003'}) {  // no-break space, em space
     SCOPED_TRACE(testing::Message() << static_cast<std::int32_t>(blank));
     const std::wstring name = std::wstring(L"square") + blank + L"meter";
@@ -182,26 +188,26 @@ TEST(SplitUnitLine, KeepsTheBlanksThatTheSystemKnows) {
   }
 }
 
-TEST(SplitUnitLine, HoldsForEveryShortLine) {
+TEST(SplitUnitLine, EqualsTheReferenceOnAllShortLines) {
   constexpr std::wstring_view kAlphabet = L"a \t/";
-  constexpr std::size_t kLongest = 7;
+  constexpr std::size_t kMaxLength = 7;
   std::vector<std::wstring> lines = {L""};
   for (std::size_t next = 0; next < lines.size(); ++next) {
     const std::wstring line = lines[next];
     const std::wstring uncommented = line.substr(0, line.find(L"//"));
     for (const std::int32_t count : {1, 2, 3, 4}) {
-      ASSERT_EQ(FieldsOf(line, count), FieldsStepByStep(uncommented, count))
+      ASSERT_EQ(FieldsOf(line, count), ReferenceFields(uncommented, count))
           << testing::PrintToString(line) << ", count " << count;
     }
-    for (const wchar_t c : line.size() < kLongest ? kAlphabet : std::wstring_view()) {
+    for (const wchar_t c : line.size() < kMaxLength ? kAlphabet : std::wstring_view()) {
       lines.push_back(line + c);
     }
   }
 }
 
-// Behind its field a line goes on, and to the runtime a blank of another script may be white space that
-// leads to the next number.
-TEST(SplitUnitLine, EachEndsWithAZero) {
+// Without the zero the runtime could read past its field: it may skip a blank of another script as
+// white space, and read the next number.
+TEST(SplitUnitLine, EachFieldEndsWithAZero) {
   std::wstring line = L" 1\t\t2.5 m square meter";
   const std::vector<std::wstring_view> fields = SplitUnitLine(line, 4, 5);
   ASSERT_EQ(fields.size(), 5U);
@@ -212,20 +218,20 @@ TEST(SplitUnitLine, EachEndsWithAZero) {
   EXPECT_STREQ(fields[4].data(), L"meter");
 }
 
-TEST(SplitUnitLine, GivesNoMoreThanAreAskedFor) {
-  for (const std::size_t most : {3U, 4U, 5U, 6U}) {
+TEST(SplitUnitLine, ReturnsAtMostTheRequestedFields) {
+  for (const std::size_t maxFields : {3U, 4U, 5U, 6U}) {
     std::wstring line = L"1 m a b c";
-    const std::vector<std::wstring_view> fields = SplitUnitLine(line, 3, most);
+    const std::vector<std::wstring_view> fields = SplitUnitLine(line, 3, maxFields);
     const Fields all = {L"1", L"m", L"a b c", L"b c", L"c"};
     EXPECT_EQ(Fields(fields.begin(), fields.end()),
-              Fields(all.begin(),
-                     all.begin() + static_cast<std::ptrdiff_t>(std::min<std::size_t>(most, 5))));
+              Fields(all.begin(), all.begin() + static_cast<std::ptrdiff_t>(
+                                                    std::min<std::size_t>(maxFields, 5))));
   }
   std::wstring line = L"1 m";
   EXPECT_TRUE(SplitUnitLine(line, 3, 3).empty());
 }
 
-TEST(SplitUnitLine, ALineOfManyWordsCostsAViewForEach) {
+TEST(SplitUnitLine, AllocatesLittleForALineOfManyWords) {
   constexpr std::size_t kWords = 100'000;
   std::wstring line;
   for (std::size_t i = 0; i < kWords; ++i) {
@@ -240,7 +246,7 @@ TEST(SplitUnitLine, ALineOfManyWordsCostsAViewForEach) {
   EXPECT_LE(allocation_probe::PeakBytes() - before, 4 * kWords * sizeof(std::wstring_view));
 }
 
-TEST(SplitUnitLine, TakesControlCharactersAloneOfAsciiForSeparators) {
+TEST(SplitUnitLine, OnlyBlanksAndControlCharactersOfAsciiAreSeparators) {
   for (int code = 0; code < 0x80; ++code) {
     SCOPED_TRACE(code);
     const auto c = static_cast<wchar_t>(code);
@@ -252,7 +258,7 @@ TEST(SplitUnitLine, TakesControlCharactersAloneOfAsciiForSeparators) {
   }
 }
 
-TEST(IntegerField, IsWhatTheFieldBeginsWith) {
+TEST(IntegerField, IsTheNumberAtTheBeginningOfTheField) {
   const struct {
     const char* name;
     const wchar_t* field;
@@ -260,24 +266,24 @@ TEST(IntegerField, IsWhatTheFieldBeginsWith) {
   } rows[] = {
       {"a code", L"10001", 10001},
       {"nothing", L"", 0},
-      {"no number", L"abc", 0},
+      {"not a number", L"abc", 0},
       {"digits and more", L"12abc", 12},
       {"a fraction", L"12.9", 12},
       {"a minus sign", L"-5", -5},
       {"a plus sign", L"+5", 5},
       {"two signs", L"+-5", 0},
-      {"a sign alone", L"-", 0},
-      {"zeros in front are no octal number", L"0010", 10},
-      {"no hexadecimal number", L"0x10", 0},
-      {"a sign in front of a blank", L"- 5", 0},
+      {"only a sign", L"-", 0},
+      {"leading zeros do not make an octal number", L"0010", 10},
+      {"not a hexadecimal number", L"0x10", 0},
+      {"a sign before a blank", L"- 5", 0},
       {"the largest", L"2147483647", INT_MAX},
-      {"one more", L"2147483648", INT_MAX},
-      {"two to the power of 32, and one", L"4294967297", INT_MAX},
+      {"the largest plus one", L"2147483648", INT_MAX},
+      {"2^32 + 1", L"4294967297", INT_MAX},
       {"beyond 64 bits", L"99999999999999999999", INT_MAX},
       {"the smallest", L"-2147483648", INT_MIN},
-      {"one less", L"-2147483649", INT_MIN},
+      {"the smallest minus one", L"-2147483649", INT_MIN},
       {"far below", L"-99999999999999999999", INT_MIN},
-      {"behind a byte-order mark",
+      {"after a byte-order mark",
        L"\uFEFF"
        L"1",
        0},
@@ -300,7 +306,7 @@ TEST(IntegerField, EndsAtEveryOtherCharacter) {
   }
 }
 
-TEST(NumberField, IsWhatTheFieldBeginsWith) {
+TEST(NumberField, IsTheNumberAtTheBeginningOfTheField) {
   const struct {
     const char* name;
     const wchar_t* field;
@@ -310,10 +316,10 @@ TEST(NumberField, IsWhatTheFieldBeginsWith) {
       {"another", L"0.0273", 0.0273},
       {"an integer", L"1", 1.0},
       {"nothing", L"", 0.0},
-      {"no number", L"abc", 0.0},
+      {"not a number", L"abc", 0.0},
       {"a number and more", L"1.5m", 1.5},
       {"a decimal comma ends it", L"1,5", 1.0},
-      {"no digit in front of the point", L".5", 0.5},
+      {"no digit before the point", L".5", 0.5},
       {"an exponent", L"2.5e-3", 0.0025},
       {"a minus sign", L"-2.5", -2.5},
   };
