@@ -15,9 +15,9 @@ std::size_t peakBytes = 0;
 std::size_t untilFailure = 0;  // 0: nothing fails
 bool failingFromThenOn = false;
 bool failureHappened = false;
-std::size_t mostBytes = SIZE_MAX;
+std::size_t maxBytes = SIZE_MAX;
 
-// Lies in front of every block and remembers its size.
+// In front of every block.
 struct alignas(16) BlockHeader {
   std::size_t size;
   std::size_t unused;
@@ -40,7 +40,7 @@ bool MustFail() noexcept {
 
 void* Allocate(std::size_t size) {
   ++count;
-  if (MustFail() || liveBytes + size > mostBytes) {
+  if (MustFail() || liveBytes + size > maxBytes) {
     throw std::bad_alloc();
   }
   auto* const header = static_cast<BlockHeader*>(std::malloc(sizeof(BlockHeader) + size));
@@ -78,14 +78,14 @@ FailAllocation::~FailAllocation() { untilFailure = 0; }
 
 bool FailAllocation::Happened() const noexcept { return failureHappened; }
 
-LimitBytes::LimitBytes(std::size_t more) noexcept { mostBytes = liveBytes + more; }
-LimitBytes::~LimitBytes() { mostBytes = SIZE_MAX; }
+LimitBytes::LimitBytes(std::size_t more) noexcept { maxBytes = liveBytes + more; }
+LimitBytes::~LimitBytes() { maxBytes = SIZE_MAX; }
 
 }  // namespace allocation_probe
 
 void* operator new(std::size_t size) { return allocation_probe::Allocate(size); }
 void* operator new[](std::size_t size) { return allocation_probe::Allocate(size); }
-// As that of the standard library; a sanitizer's takes memory that is not counted here.
+// As in the standard library. Without it, a sanitizer's version would allocate uncounted memory.
 void* operator new(std::size_t size, const std::nothrow_t& /*mode*/) noexcept {
   try {
     return allocation_probe::Allocate(size);

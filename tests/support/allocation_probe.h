@@ -1,4 +1,5 @@
-// Watches every operator new of the test program: counts, measures, and makes chosen ones fail.
+// Replaces operator new of the test program: counts and measures the allocations, and lets chosen
+// ones fail.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -8,18 +9,18 @@
 
 namespace allocation_probe {
 
-/// Calls of operator new since the program began.
+/// Calls of operator new since the start of the program.
 std::size_t Count() noexcept;
 
-/// Bytes held at this moment, and the most held since the last ResetPeak.
+/// Bytes allocated now, and their maximum since the last ResetPeak.
 std::size_t LiveBytes() noexcept;
 std::size_t PeakBytes() noexcept;
 void ResetPeak() noexcept;
 
 enum class Failing { kOnce, kFromThenOn };
 
-/// While it lives, the n-th allocation from now (1 is the next) throws std::bad_alloc: that one
-/// alone, or it and all that follow.
+/// During its life the n-th allocation (1 is the next) throws std::bad_alloc: only this one, or all
+/// later ones too.
 class FailAllocation {
  public:
   explicit FailAllocation(std::size_t n, Failing failing) noexcept;
@@ -27,12 +28,12 @@ class FailAllocation {
   FailAllocation& operator=(const FailAllocation&) = delete;
   ~FailAllocation();
 
-  /// Whether an allocation has failed: false once the code under test needs fewer than n.
+  /// Whether an allocation has failed. False if the code under test needs fewer than n.
   bool Happened() const noexcept;
 };
 
-/// While it lives, an allocation that would make more bytes be held than now and `more` throws
-/// std::bad_alloc. What is given back counts for nothing, and can be had again.
+/// During its life an allocation that would exceed LiveBytes() at its start by more than `more`
+/// throws std::bad_alloc. Freed bytes can be allocated again.
 class LimitBytes {
  public:
   explicit LimitBytes(std::size_t more) noexcept;
@@ -41,7 +42,7 @@ class LimitBytes {
   ~LimitBytes();
 };
 
-/// At its end everything must be given back that was taken during its life.
+/// Fails the test if memory that was allocated during its life is not freed at its end.
 class LeakCheck {
  public:
   LeakCheck() = default;
@@ -55,8 +56,8 @@ class LeakCheck {
 
 enum class Outcome {
   kNoFailure,  // fewer than n allocations were needed
-  kReturned,   // one failed, and the call dealt with it
-  kThrew,      // one failed, and the call passed std::bad_alloc on
+  kReturned,   // an allocation failed, and the call handled it
+  kThrew,      // an allocation failed, and the call passed std::bad_alloc on
 };
 
 /// Makes `call` while its n-th allocation fails.

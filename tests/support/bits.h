@@ -1,4 +1,4 @@
-// A number as its bits, and back.
+// Converts a number to its bits, and back.
 #pragma once
 
 #include <cstdint>

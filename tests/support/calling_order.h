@@ -1,5 +1,5 @@
-// What a host does from the load of the library to its end, in the order in which hosts do it. The
-// programs that call this differ in how they came by the library.
+// The calls of a host from the load of the library to its unload, in the order that hosts use. The
+// programs that call this are linked to the library, or load it.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -9,8 +9,9 @@
 
 #include "tests/support/host_test.h"
 
-/// `Functions` has the nine under their names. `textOf(value, tolerance, code)` prints a value by the
-/// library's classes, with the symbol of its unit; it gives "none" where no unit has the code.
+/// `Functions` has the nine functions under their names. `textOf(value, tolerance, code)` is the
+/// text of a value, with the symbol of its unit, by the library's classes; "none" if no unit has
+/// the code.
 template <class Functions, class TextOf>
 void ExpectTheWholeOrder(const Functions& host, const ScratchFolder& folder, TextOf textOf) {
   folder.Write(L"LANG\\ru-val.txt", "ru\tRussian\n10001\tm\tname of the meter\n10002\n");
@@ -19,7 +20,7 @@ void ExpectTheWholeOrder(const Functions& host, const ScratchFolder& folder, Tex
   const std::wstring program = folder.HostPath();
   const std::wstring texts = program + L"\\LANG";
 
-  // Loaded: everything is there and nothing is listed.
+  // Loaded: the built-in units exist and nothing is listed.
   EXPECT_EQ(host.GetErrorsCount(), 0);
   EXPECT_STREQ(host.GetError(0), L"");
   EXPECT_EQ(textOf(2.5, 0.01, 10001), L"2.50 \u043C");
@@ -28,8 +29,8 @@ void ExpectTheWholeOrder(const Functions& host, const ScratchFolder& folder, Tex
 
   // Started.
   EXPECT_EQ(host.Init(program.c_str(), L"ru"), 0);
-  EXPECT_EQ(host.GetErrorsCount(), 0) << "the line at fault is not the host's to see";
-  EXPECT_EQ(textOf(2.5, 0.01, 10001), L"2.50 \u043C") << "the symbol of no language";
+  EXPECT_EQ(host.GetErrorsCount(), 0) << "invalid lines are not listed for the host";
+  EXPECT_EQ(textOf(2.5, 0.01, 10001), L"2.50 \u043C") << "not the symbol of a language";
   EXPECT_EQ(textOf(5, 1, 30001), L"5 K");
   EXPECT_EQ(textOf(5, 1, 20001), L"none");
 
@@ -59,16 +60,16 @@ void ExpectTheWholeOrder(const Functions& host, const ScratchFolder& folder, Tex
   host.ClearErrors();
   EXPECT_EQ(host.GetErrorsCount(), 0);
 
-  // Every call once more.
+  // The calls again.
   EXPECT_EQ(host.Init0(program.c_str()), 0);
   EXPECT_EQ(host.ExportPhyVal(), 0);
   EXPECT_EQ(host.Init(program.c_str(), L"none"), 0);
   EXPECT_EQ(host.GetErrorsCount(), 0);
   EXPECT_EQ(textOf(90, 0.5, 40001), L"90.0 \u00B0");
   EXPECT_EQ(host.UseLanguage(L"en"), 0);
-  EXPECT_EQ(host.LANG(L"menu.file"), file) << "the texts have not been touched";
+  EXPECT_EQ(host.LANG(L"menu.file"), file) << "the texts stay";
   EXPECT_EQ(host.LoadDictionary(texts.c_str(), L"en.txt"), 2);
 }
 
-/// How many starts that makes.
+/// The number of starts (Init, Init0, ExportPhyVal) in these calls.
 constexpr int kStartsOfTheWholeOrder = 4;

@@ -1,4 +1,4 @@
-// What programs of generated operations share: their results as one number, to be compared between
+// For programs with generated operations: a checksum of the results, which is compared between
 // builds.
 #pragma once
 
@@ -19,7 +19,7 @@ class Checksum {
       sum_ = (sum_ ^ ((bits >> i) & 0xFFU)) * 0x100000001B3;  // FNV-1a
     }
   }
-  /// Which bits a NaN has, its sign included, is the processor's and the compiler's choice.
+  /// All NaN count as equal: their bits and their sign depend on the processor and the compiler.
   void Add(double number) { Add(std::isnan(number) ? ~std::uint64_t{0} : BitsOf(number)); }
   void Add(bool holds) { Add(std::uint64_t{holds ? 1U : 0U}); }
   void Add(int number) { Add(static_cast<std::uint64_t>(number)); }
@@ -39,8 +39,8 @@ class Checksum {
   std::uint64_t sum_ = 0xCBF29CE484222325;
 };
 
-/// How much is generated, and from where on: --digest=N and --seed=N on the command line, or what
-/// the files that the output is compared with were made with.
+/// The number of operations and the seed: --digest=N and --seed=N on the command line, or those of
+/// the golden files.
 struct Generated {
   std::uint64_t count = 10000;
   std::uint64_t seed = 1;
@@ -54,7 +54,7 @@ struct Generated {
     }
   }
 
-  /// Prints what `count` calls of `operate` make of one checksum.
+  /// Prints the checksum of `count` calls of `operate`.
   template <class Operate>
   void Print(const char* what, Operate operate) const {
     RandomNumbers random(seed);

@@ -1,7 +1,7 @@
-// The members of the library's classes as plain functions. Each takes the address of its object first;
-// what the member takes or returns by value, it takes by address as well, the result in front of all.
-// So a test can call them in a library that it loads at run time, and make and destroy objects
-// wherever it likes.
+// The members of the library's classes as plain functions, so that a test can call them in a
+// library that it loads at run time, and construct and destroy objects anywhere. The first argument
+// is the address of the object. A Double that the member takes or returns by value is passed by its
+// address too; that of the result comes before all other arguments.
 #pragma once
 
 #include <cstring>
@@ -12,7 +12,7 @@
 #include "kelmo_localizer.h"
 #include "tests/support/loaded_library.h"
 
-/// The memory of a Double, which a host copies as it stands. `unit` is null once it is destroyed.
+/// The memory of a Double, which a host copies byte by byte. `unit` is null after the destruction.
 struct ValueMemory {
   double value;
   double absTolerance;
@@ -62,50 +62,52 @@ struct ClassMembers {
   std::function<void(ValueMemory*, ValueMemory* other)> checkBoth;  // CheckCorrect
 };
 
-/// Finds the members of a library that is loaded at run time, and calls them as this program's compiler
-/// calls members: what they take and return by value goes where that compiler puts it.
+/// Finds the members of a library that is loaded at run time. Arguments and results by value follow
+/// the calling convention of this program's compiler.
 class MembersAt {
  public:
   using AnyFunction = void();
 
-  /// `find` gives the address of an exported name.
+  /// `find` returns the address of an exported name.
   explicit MembersAt(std::function<AnyFunction*(const char* name)> find) : find_(std::move(find)) {}
 
   ClassMembers All() const {
     ClassMembers all = {};
-    Take(all.makeRow, "9ValueTypeC1EidPKwS4_", "??0ValueType", "QEAA@HNPEB_W0@Z");
-    Take(all.copyRow, "9ValueTypeC1ERKS2_", "??0ValueType", "QEAA@AEBV0123@@Z");
-    Take(all.moveRow, "9ValueTypeC1EOS2_", "??0ValueType", "QEAA@$$QEAV0123@@Z");
-    Take(all.destroyRow, "9ValueTypeD1Ev", "??1ValueType", "QEAA@XZ");
-    Take(all.sidOf, "9ValueType6GetSidEv", "?GetSid@ValueType", "QEAAHXZ");
-    Take(all.stypeOf, "9ValueType8GetStypeEv", "?GetStype@ValueType", "QEAAHXZ");
-    Take(all.fromCode, "6DoubleC1Edddi", "??0Double", "QEAA@NNNH@Z");
-    Take(all.fromText, "6DoubleC1EdddPKw", "??0Double", "QEAA@NNNPEB_W@Z");
-    Take(all.destroy, "6DoubleD1Ev", "??1Double", "QEAA@XZ");
-    Take(all.assign, "6DoubleaSERKS2_", "??4Double", "QEAAAEAV0123@AEBV0123@@Z");
-    TakeMaker(all.plus, "6DoubleplES2_", "??HDouble", "QEAA?AV0123@V0123@@Z");
-    TakeMaker(all.minus, "6DoublemiES2_", "??GDouble", "QEAA?AV0123@V0123@@Z");
-    TakeMaker(all.times, "6DoublemlEd", "??DDouble", "QEAA?AV0123@N@Z");
-    TakeMaker(all.dividedBy, "6DoubledvEd", "??KDouble", "QEAA?AV0123@N@Z");
-    Take(all.isEqual, "6DoubleeqES2_", "??8Double", "QEAA_NV0123@@Z");
-    Take(all.isLess, "6DoubleltES2_", "??MDouble", "QEAA_NV0123@@Z");
-    Take(all.isGreater, "6DoublegtES2_", "??ODouble", "QEAA_NV0123@@Z");
-    TakeMaker(all.convertTo, "6Double9ConvertToEddi", "?ConvertTo@Double", "QEAA?AV1234@NNH@Z");
-    Take(all.rounded, "6Double6ReturnEv", "?Return@Double", "QEAANXZ");
+    Bind(all.makeRow, "9ValueTypeC1EidPKwS4_", "??0ValueType", "QEAA@HNPEB_W0@Z");
+    Bind(all.copyRow, "9ValueTypeC1ERKS2_", "??0ValueType", "QEAA@AEBV0123@@Z");
+    Bind(all.moveRow, "9ValueTypeC1EOS2_", "??0ValueType", "QEAA@$$QEAV0123@@Z");
+    Bind(all.destroyRow, "9ValueTypeD1Ev", "??1ValueType", "QEAA@XZ");
+    Bind(all.sidOf, "9ValueType6GetSidEv", "?GetSid@ValueType", "QEAAHXZ");
+    Bind(all.stypeOf, "9ValueType8GetStypeEv", "?GetStype@ValueType", "QEAAHXZ");
+    Bind(all.fromCode, "6DoubleC1Edddi", "??0Double", "QEAA@NNNH@Z");
+    Bind(all.fromText, "6DoubleC1EdddPKw", "??0Double", "QEAA@NNNPEB_W@Z");
+    Bind(all.destroy, "6DoubleD1Ev", "??1Double", "QEAA@XZ");
+    Bind(all.assign, "6DoubleaSERKS2_", "??4Double", "QEAAAEAV0123@AEBV0123@@Z");
+    BindReturningDouble(all.plus, "6DoubleplES2_", "??HDouble", "QEAA?AV0123@V0123@@Z");
+    BindReturningDouble(all.minus, "6DoublemiES2_", "??GDouble", "QEAA?AV0123@V0123@@Z");
+    BindReturningDouble(all.times, "6DoublemlEd", "??DDouble", "QEAA?AV0123@N@Z");
+    BindReturningDouble(all.dividedBy, "6DoubledvEd", "??KDouble", "QEAA?AV0123@N@Z");
+    Bind(all.isEqual, "6DoubleeqES2_", "??8Double", "QEAA_NV0123@@Z");
+    Bind(all.isLess, "6DoubleltES2_", "??MDouble", "QEAA_NV0123@@Z");
+    Bind(all.isGreater, "6DoublegtES2_", "??ODouble", "QEAA_NV0123@@Z");
+    BindReturningDouble(all.convertTo, "6Double9ConvertToEddi", "?ConvertTo@Double",
+                        "QEAA?AV1234@NNH@Z");
+    Bind(all.rounded, "6Double6ReturnEv", "?Return@Double", "QEAANXZ");
     const std::string returnsText =
         "QEAA?AV?$basic_string@_WU?$char_traits@_W@std@@V?$allocator@_W@2@@std@@";
-    Take(all.toString, "6Double9to_stringB5cxx11Ev", "?to_string@Double", returnsText + "XZ");
-    Take(all.toStringWith, "6Double9to_stringB5cxx11Ew", "?to_string@Double", returnsText + "_W@Z");
-    Take(all.tolerance, "6Double1TEv", "?T@Double", "AEAANXZ");
-    Take(all.toleranceTimes, "6Double2TsEd", "?Ts@Double", "AEAANN@Z");
-    Take(all.inUnitOf, "6Double2VsEd", "?Vs@Double", "AEAANN@Z");
-    Take(all.check, "6Double12CheckCorrectEv", "?CheckCorrect@Double", "AEAAXXZ");
-    Take(all.checkBoth, "6Double12CheckCorrectES2_", "?CheckCorrect@Double", "AEAAXV1234@@Z");
+    Bind(all.toString, "6Double9to_stringB5cxx11Ev", "?to_string@Double", returnsText + "XZ");
+    Bind(all.toStringWith, "6Double9to_stringB5cxx11Ew", "?to_string@Double", returnsText + "_W@Z");
+    Bind(all.tolerance, "6Double1TEv", "?T@Double", "AEAANXZ");
+    Bind(all.toleranceTimes, "6Double2TsEd", "?Ts@Double", "AEAANN@Z");
+    Bind(all.inUnitOf, "6Double2VsEd", "?Vs@Double", "AEAANN@Z");
+    Bind(all.check, "6Double12CheckCorrectEv", "?CheckCorrect@Double", "AEAAXXZ");
+    Bind(all.checkBoth, "6Double12CheckCorrectES2_", "?CheckCorrect@Double", "AEAAXV1234@@Z");
     return all;
   }
 
  private:
-  // A Double as a member takes or returns it by value: it has a destructor, by which compilers decide.
+  // A Double as a member takes or returns it by value. Its destructor decides how compilers pass
+  // it.
   struct Passed {
     ValueMemory memory;
 
@@ -131,8 +133,8 @@ class MembersAt {
     const std::string name = std::string("_ZN9KelmoLibs8Localize6Phyval") + gnu;
 #endif
     AnyFunction* const address = find_(name.c_str());
-    // The address is the first part of a pointer to a member; the rest, if there is one, says that the
-    // object need not be adjusted.
+    // The address is the first part of a pointer to a member. The rest, if any, is 0: the object
+    // needs no adjustment.
     Member member = nullptr;
     static_assert(sizeof(address) <= sizeof(member));
     std::memcpy(&member, &address, sizeof(address));
@@ -140,7 +142,7 @@ class MembersAt {
   }
 
   template <class Result, class Memory, class... Arguments>
-  void Take(std::function<Result(Memory*, Arguments...)>& call, const char* gnu,
+  void Bind(std::function<Result(Memory*, Arguments...)>& call, const char* gnu,
             const char* microsoft, const std::string& type) const {
     using Member = Result (Memory::*)(decltype(Pass(std::declval<Arguments>()))...);
     call = [member = Find<Member>(gnu, microsoft, type)](Memory* object, Arguments... arguments) {
@@ -148,10 +150,10 @@ class MembersAt {
     };
   }
 
-  // Of a member that returns a Double by value.
+  // For a member that returns a Double by value.
   template <class... Arguments>
-  void TakeMaker(std::function<void(ValueMemory*, ValueMemory*, Arguments...)>& call,
-                 const char* gnu, const char* microsoft, const std::string& type) const {
+  void BindReturningDouble(std::function<void(ValueMemory*, ValueMemory*, Arguments...)>& call,
+                           const char* gnu, const char* microsoft, const std::string& type) const {
     using Member = Passed (ValueMemory::*)(decltype(Pass(std::declval<Arguments>()))...);
     call = [member = Find<Member>(gnu, microsoft, type)](ValueMemory* result, ValueMemory* object,
                                                          Arguments... arguments) {

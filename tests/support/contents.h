@@ -1,4 +1,4 @@
-// What dictionaries hold, said and compared as a whole.
+// Fills dictionaries, and compares their whole contents.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -14,14 +14,14 @@
 using Texts = std::map<std::wstring, std::wstring>;
 using Contents = std::map<std::wstring, Texts>;
 
-/// False: the dictionary has the key.
+/// False if the dictionary has the key already.
 inline bool AddTo(KelmoLibs::Localize::Dictionary& dictionary, std::wstring_view key,
                   std::wstring_view text) {
-  wchar_t* const place = dictionary.Add(key, text.size());
-  if (place != nullptr) {
-    *std::copy(text.begin(), text.end(), place) = L'\0';
+  wchar_t* const memory = dictionary.Add(key, text.size());
+  if (memory != nullptr) {
+    *std::copy(text.begin(), text.end(), memory) = L'\0';
   }
-  return place != nullptr;
+  return memory != nullptr;
 }
 
 inline void Fill(KelmoLibs::Localize::Dictionary& dictionary, const Texts& texts) {
@@ -43,7 +43,7 @@ inline const wchar_t* FindIn(const KelmoLibs::Localize::Dictionary& dictionary,
   return dictionary.Find(KeyQuery<AnyLength>(key));
 }
 
-/// Whether `stored` is `text`, also behind a NUL inside it.
+/// Whether `stored` equals `text`, also after a NUL inside it.
 inline bool IsText(const wchar_t* stored, const std::wstring& text) {
   for (std::size_t i = 0; i <= text.size(); ++i) {
     if (stored[i] != text.c_str()[i]) {
@@ -53,7 +53,7 @@ inline bool IsText(const wchar_t* stored, const std::wstring& text) {
   return true;
 }
 
-/// Whether `dictionary` holds these texts and no others.
+/// Whether `dictionary` has these texts and no others.
 inline testing::AssertionResult Holds(const KelmoLibs::Localize::Dictionary& dictionary,
                                       const Texts& texts) {
   for (const auto& [key, text] : texts) {
@@ -74,7 +74,7 @@ inline testing::AssertionResult Holds(const KelmoLibs::Localize::Dictionary& dic
   return testing::AssertionSuccess();
 }
 
-/// Whether `table` holds these dictionaries and no others.
+/// Whether `table` has these dictionaries and no others.
 inline testing::AssertionResult Holds(const KelmoLibs::Localize::DictionaryTable& table,
                                       const Contents& contents) {
   for (const auto& [id, texts] : contents) {
@@ -95,7 +95,7 @@ inline testing::AssertionResult Holds(const KelmoLibs::Localize::DictionaryTable
   return testing::AssertionSuccess();
 }
 
-/// What `table` holds under `keys`, which must be all that it has.
+/// The texts of `keys` in `table`. Fails the test if it has other keys.
 inline Contents ContentsOf(const KelmoLibs::Localize::DictionaryTable& table,
                            const std::vector<std::wstring>& keys) {
   Contents contents;

@@ -1,4 +1,4 @@
-// Wide text as UTF-8, written apart from the library's own code.
+// Wide text as UTF-8, independent of the library's code.
 #pragma once
 
 #include <string>

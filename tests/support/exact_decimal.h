@@ -1,4 +1,4 @@
-// The decimal expansion of a number by arithmetic on its digits, without any formatter.
+// The exact decimal text of a number, by arithmetic on its digits.
 #pragma once
 
 #include <cmath>
@@ -8,7 +8,7 @@
 
 namespace exact_decimal {
 
-/// Digits, the lowest first, times `factor`.
+/// Multiplies `digits`, the lowest first, by `factor`.
 inline void Multiply(std::string& digits, unsigned factor) {
   unsigned carry = 0;
   for (char& digit : digits) {
@@ -21,7 +21,7 @@ inline void Multiply(std::string& digits, unsigned factor) {
   }
 }
 
-/// Digits, the lowest first, plus one.
+/// Adds one to `digits`, the lowest first.
 inline void Increment(std::string& digits) {
   for (char& digit : digits) {
     if (digit != '9') {
@@ -35,7 +35,7 @@ inline void Increment(std::string& digits) {
 
 }  // namespace exact_decimal
 
-/// A finite `number` in fixed notation; what lies in the middle goes to the even digit.
+/// A finite `number` in fixed notation. Ties are rounded to the even digit.
 inline std::wstring ExactDecimal(double number, int decimals) {
   using namespace exact_decimal;
   // |number| is mantissa * 2^exponent: an integer, or mantissa * 5^k / 10^k.
@@ -53,17 +53,17 @@ inline std::wstring ExactDecimal(double number, int decimals) {
   for (int i = 0; i < exponent; ++i) {
     Multiply(digits, 2);
   }
-  int places = 0;  // digits behind the point
-  for (; places < -exponent; ++places) {
+  int fractionDigits = 0;  // digits after the point
+  for (; fractionDigits < -exponent; ++fractionDigits) {
     Multiply(digits, 5);
   }
-  for (; places < decimals; ++places) {
+  for (; fractionDigits < decimals; ++fractionDigits) {
     digits.insert(0, 1, '0');
   }
-  const auto removed = static_cast<std::size_t>(places - decimals);
-  const std::size_t least = removed + static_cast<std::size_t>(decimals) + 1;
-  if (digits.size() < least) {
-    digits.resize(least, '0');
+  const auto removed = static_cast<std::size_t>(fractionDigits - decimals);
+  const std::size_t minDigits = removed + static_cast<std::size_t>(decimals) + 1;
+  if (digits.size() < minDigits) {
+    digits.resize(minDigits, '0');
   }
   const std::string rest = digits.substr(0, removed);
   digits.erase(0, removed);

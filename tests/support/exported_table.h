@@ -1,4 +1,4 @@
-// The file that ExportPhyVal writes, while a test lasts.
+// The file that ExportPhyVal writes.
 #pragma once
 
 #include <filesystem>
@@ -7,21 +7,21 @@
 #include "tests/support/read_file.h"
 #include "tests/support/scratch_folder.h"
 
-/// What it must hold.
+/// Its expected bytes.
 inline std::string ExportedDefaultTable() {
   return ReadProjectFile("tests/data/unittables/phyval.txt");
 }
 
-/// Its place, without the file at first and at the end. The working directory is the scratch folder
-/// meanwhile: on Linux "C:" is a folder there, made here; on Windows it is the drive.
+/// During its life the working directory is the scratch folder, where on Linux "C:" is a folder; on
+/// Windows it is the drive. Removes the file at its start and at its end.
 class ExportPlace {
  public:
   explicit ExportPlace(const ScratchFolder& folder) {
     std::filesystem::current_path(folder.Path());
-    std::error_code itIsTheDrive;
-    std::filesystem::create_directory("C:", itIsTheDrive);
-    std::error_code thereIsNone;  // Windows removes no file that may only be read
-    std::filesystem::permissions(kFile, std::filesystem::perms::owner_all, thereIsNone);
+    std::error_code isDrive;
+    std::filesystem::create_directory("C:", isDrive);
+    std::error_code isMissing;  // Windows does not remove a read-only file
+    std::filesystem::permissions(kFile, std::filesystem::perms::owner_all, isMissing);
     std::filesystem::remove_all(kFile);
   }
   ExportPlace(const ExportPlace&) = delete;

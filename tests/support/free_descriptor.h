@@ -1,10 +1,10 @@
-// Whether a POSIX test program holds as many descriptors as before.
+// Shows descriptor leaks of a POSIX test program.
 #pragma once
 
 #include <fcntl.h>
 #include <unistd.h>
 
-/// The system gives the lowest number that is free.
+/// The descriptor that the next open returns: the lowest free one.
 inline int FreeDescriptor() {
   const int descriptor = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
   ::close(descriptor);

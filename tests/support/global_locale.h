@@ -1,4 +1,4 @@
-// Another global C++ locale while a test lasts.
+// Replaces the global C++ locale during a test.
 #pragma once
 
 #include <locale>
@@ -23,5 +23,5 @@ class GroupedByPoints : public std::numpunct<wchar_t> {
 };
 
 inline std::locale LocaleGroupedByPoints() {
-  return {std::locale::classic(), new GroupedByPoints};  // which the locale deletes
+  return {std::locale::classic(), new GroupedByPoints};  // the locale deletes it
 }

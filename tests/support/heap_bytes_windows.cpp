@@ -1,6 +1,6 @@
-// HeapWalk shows what is taken, block by block. That of Wine 10 shows the groups into which that system
-// puts small blocks, and neither when a block of a group is taken nor when it is freed. There the calls of
-// the C runtime are counted, which the library shares with the program.
+// HeapWalk shows each allocated block. With Wine 10 it shows groups of small blocks instead, and
+// not whether a block in a group is allocated. There the calls of the C runtime are counted, which
+// the library shares with the program.
 #include "tests/support/heap_bytes_windows.h"
 
 #include <windows.h>
@@ -49,7 +49,7 @@ bool WalkShowsEachBlock() {
   return after == before + blocks.size() * kSize;
 }
 
-// ---- What the C runtime has taken and not freed
+// ---- Bytes that the C runtime has allocated and not freed
 
 std::atomic<std::size_t> counted{0};
 
@@ -79,7 +79,7 @@ BOOL WINAPI Free(HANDLE heap, DWORD flags, LPVOID block) {
   return freed;
 }
 
-// Has `module` call `function` where it has imported `name`.
+// Replaces the imported function `name` of `module` by `function`.
 template <class Function>
 bool ReplaceImport(HMODULE module, const char* name, Function* function) {
   auto* const base = reinterpret_cast<std::byte*>(module);
@@ -110,7 +110,7 @@ bool ReplaceImport(HMODULE module, const char* name, Function* function) {
   return false;
 }
 
-// From the start of the program on: what is freed later is to have been counted.
+// Starts with the program, so that all blocks that are freed later have been counted.
 const bool counting = [] {
   const HMODULE runtime = ::GetModuleHandleW(L"msvcrt.dll");
   return runtime != nullptr && ReplaceImport(runtime, "HeapAlloc", &Allocate) &&

@@ -1,12 +1,12 @@
-// The heaps of the process: what is taken of them, and where they are.
+// The heaps of the process: allocated bytes and addresses.
 #pragma once
 
 #include <cstddef>
 #include <optional>
 #include <set>
 
-/// Bytes of the process's heaps that are taken. Nothing where they can neither be seen nor counted.
+/// Allocated bytes in the heaps of the process. Nothing if they can neither be walked nor counted.
 std::optional<std::size_t> HeapBytes();
 
-/// The mapped memory that the heaps are in.
+/// The memory regions of the heaps.
 std::set<const void*> HeapRegions();

@@ -1,5 +1,5 @@
-// What tests of the built library share: the library loaded anew for each test, through its exports
-// only, and a folder for its files.
+// The fixture of tests of the built library: loads the library for each test, calls only its
+// exports, and has a folder for files.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -54,7 +54,7 @@ class HostTest : public testing::Test {
 
   Messages ReadMessages() const { return ::ReadMessages(host_); }
 
-  // LANG(key) finds nothing, and lists just that.
+  // LANG(key) finds nothing and lists one message.
   void ExpectMissing(const std::wstring& key) const {
     host_.ClearErrors();
     EXPECT_EQ(Text(key), L"");
@@ -63,7 +63,7 @@ class HostTest : public testing::Test {
     host_.ClearErrors();
   }
 
-  // LoadDictionary(folder, fileName) finds no file, lists just that and changes nothing.
+  // LoadDictionary(folder, fileName) finds no file and lists one message.
   void ExpectNotFound(const std::wstring& folder, const std::wstring& fileName) const {
     host_.ClearErrors();
     EXPECT_EQ(host_.LoadDictionary(folder.c_str(), fileName.c_str()), -2);

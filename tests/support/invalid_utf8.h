@@ -1,5 +1,5 @@
-// Every way in which bytes are no UTF-8. Each is at fault from its first byte on, whatever
-// characters stand in front of it or follow it.
+// All kinds of invalid UTF-8. Each is invalid from its first byte, independent of the characters
+// before and after it.
 #pragma once
 
 #include <string_view>
@@ -10,7 +10,7 @@ struct InvalidUtf8 {
 };
 
 inline constexpr InvalidUtf8 kInvalidUtf8[] = {
-    // Truncated by what follows
+    // Truncated
     {"two bytes without the second", "\xC3"},
     {"three bytes without the third", "\xE2\x82"},
     {"three bytes without the second", "\xE2"},
@@ -38,7 +38,7 @@ inline constexpr InvalidUtf8 kInvalidUtf8[] = {
     {"last high surrogate", "\xED\xAF\xBF"},
     {"first low surrogate", "\xED\xB0\x80"},
     {"last low surrogate", "\xED\xBF\xBF"},
-    {"a written pair", "\xED\xA0\xBD\xED\xB8\x80"},
+    {"an encoded surrogate pair", "\xED\xA0\xBD\xED\xB8\x80"},
 
     // Beyond U+10FFFF
     {"U+110000", "\xF4\x90\x80\x80"},

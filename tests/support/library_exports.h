@@ -1,4 +1,4 @@
-// The functions of the library under the names that the header gives them, wherever the library is.
+// The functions of the library under the names of the header.
 #pragma once
 
 #include "kelmo_localizer.h"
@@ -18,7 +18,7 @@ struct LibraryExports {
   // NOLINTEND(readability-identifier-naming)
 };
 
-/// Those of the library that is loaded at run time.
+/// The functions of a library that is loaded at run time.
 inline LibraryExports ExportsOf(const LoadedLibrary& library) {
   return {library.Export<decltype(::Init)>("Init"),
           library.Export<decltype(::Init0)>("Init0"),

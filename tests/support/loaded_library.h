@@ -1,20 +1,21 @@
-// The built library in a test program that is not linked to it.
+// Loads the built library in a test program that is not linked to it.
 #pragma once
 
-/// Loaded at run time and unloaded at the end of the object's life.
+/// Loads the library, and unloads it in the destructor.
 class LoadedLibrary {
  public:
-  /// Throws std::runtime_error where it cannot be loaded.
+  /// Throws std::runtime_error if the library cannot be loaded.
   LoadedLibrary();
   LoadedLibrary(const LoadedLibrary&) = delete;
   LoadedLibrary& operator=(const LoadedLibrary&) = delete;
   ~LoadedLibrary();
 
-  /// Each start (Init, Init0, ExportPhyVal) takes a reference to the library on Windows, and none on
-  /// Linux. To be called before the end, with how many there were, or the library stays.
+  /// On Windows each start (Init, Init0, ExportPhyVal) adds a reference to the library. Call this
+  /// with the number of starts before the destructor, or the library stays loaded. Does nothing on
+  /// Linux.
   void GiveBackReferencesOf(int starts) const;
 
-  /// Whether the process holds the library, loaded by whomever.
+  /// Whether the library is loaded in this process.
   static bool IsInProcess() noexcept;
 
   template <class Function>
@@ -24,7 +25,7 @@ class LoadedLibrary {
 
  private:
   using AnyFunction = void();
-  AnyFunction* Address(const char* name) const;  // throws std::runtime_error where there is none
+  AnyFunction* Address(const char* name) const;  // throws std::runtime_error if there is none
 
   void* handle_;
 };

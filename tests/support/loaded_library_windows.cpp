@@ -7,7 +7,7 @@
 
 namespace {
 
-// From beside the test program, under the name that the library must have.
+// In the folder of the test program, under the required name.
 constexpr const wchar_t* kLibrary = L"kelmo_Mestrel_Localizer.dll";
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The units of the library that is loaded at run time, by its classes.
+// The units of a library that is loaded at run time.
 #pragma once
 
 #include <string>
@@ -9,7 +9,7 @@ class LoadedUnits {
  public:
   explicit LoadedUnits(const LoadedLibrary& library) : members_(MembersOf(library)) {}
 
-  /// A value made by the library while this object lives; `unit` is what it found.
+  /// A value that the library constructs; it is destroyed with this object.
   class Value {
    public:
     Value(const LoadedUnits& units, double value, double tolerance, int code)
@@ -30,7 +30,7 @@ class LoadedUnits {
     ValueMemory memory_ = {};
   };
 
-  /// The row of `code`, null where there is none.
+  /// The row of `code`, or null.
   const KelmoLibs::Localize::Phyval::ValueType* Find(int code) const {
     return Value(*this, 1, 1, code).Unit();
   }

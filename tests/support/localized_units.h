@@ -1,4 +1,4 @@
-// Localized units compared and shown by tests.
+// Comparison and printing of localized units in tests.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// The text of NaN: the runtime says whether it has a sign, and whether it names the kind of NaN.
+// Texts of NaN. The runtime decides whether they have a sign and name the kind of NaN.
 #pragma once
 
 #include <array>
@@ -9,8 +9,8 @@
 
 #include "tests/support/bits.h"
 
-/// "nan" for each text that this program's runtime has for NaN, such as "-nan" or "-nan(ind)"; any other
-/// text as it is.
+/// "nan" for each text of NaN in this program's runtime, such as "-nan" or "-nan(ind)". Other texts
+/// stay unchanged.
 inline std::wstring WithOneNaN(const std::wstring& text) {
   if (text.find(L"nan") == std::wstring::npos) {
     return text;

@@ -1,4 +1,4 @@
-// A table of a page, for a test that holds it to be true.
+// Reads a table of a page, for a test that checks it.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -1,49 +1,49 @@
-// The private members of Double, which the library exports as well. An explicit instantiation may
-// name what is private; the friend hands its address on.
+// Access to the private members of Double, which the library exports too. An explicit instantiation
+// may name a private member; the friend function returns its address.
 #pragma once
 
 #include "kelmo_localizer.h"
 
-// In each file on its own: nothing may be instantiated twice in a program.
+// An unnamed namespace, because a program may instantiate each template only once.
 namespace {  // NOLINT(cert-dcl59-cpp, google-build-namespaces)
 namespace private_members {
 
 using KelmoLibs::Localize::Phyval::Double;
 
-template <class Of, typename Of::Member member>
-struct Opened {
-  friend typename Of::Member AddressOf(Of /*which*/) { return member; }
+template <class Tag, typename Tag::Member member>
+struct Exposed {
+  friend typename Tag::Member AddressOf(Tag /*which*/) { return member; }
 };
 
 struct OfT {
   using Member = double (Double::*)();
   friend Member AddressOf(OfT /*which*/);
 };
-template struct Opened<OfT, &Double::T>;
+template struct Exposed<OfT, &Double::T>;
 
 struct OfTs {
   using Member = double (Double::*)(double);
   friend Member AddressOf(OfTs /*which*/);
 };
-template struct Opened<OfTs, &Double::Ts>;
+template struct Exposed<OfTs, &Double::Ts>;
 
 struct OfVs {
   using Member = double (Double::*)(double);
   friend Member AddressOf(OfVs /*which*/);
 };
-template struct Opened<OfVs, &Double::Vs>;
+template struct Exposed<OfVs, &Double::Vs>;
 
 struct OfCheck {
   using Member = void (Double::*)();
   friend Member AddressOf(OfCheck /*which*/);
 };
-template struct Opened<OfCheck, &Double::CheckCorrect>;
+template struct Exposed<OfCheck, &Double::CheckCorrect>;
 
 struct OfCheckBoth {
   using Member = void (Double::*)(Double);
   friend Member AddressOf(OfCheckBoth /*which*/);
 };
-template struct Opened<OfCheckBoth, &Double::CheckCorrect>;
+template struct Exposed<OfCheckBoth, &Double::CheckCorrect>;
 
 }  // namespace private_members
 

@@ -1,5 +1,5 @@
-// Repeatable random numbers: the same on every system, which the distributions of the standard
-// library are not.
+// Repeatable random numbers. They are equal on all systems, unlike the distributions of the
+// standard library.
 #pragma once
 
 #include <algorithm>
@@ -11,24 +11,23 @@
 
 #include "tests/support/bits.h"
 
-/// Where random tests begin: --seed=N on the command line, or a fixed number (test_main.cpp).
+/// The seed of random tests: --seed=N on the command line, or a fixed number (test_main.cpp).
 extern std::uint64_t randomSeed;
 
-/// How often a test that can go on for ever does what it does: --rounds=N on the command line, or
-/// `usually`.
-std::uint64_t Rounds(std::uint64_t usually);
+/// The number of rounds of a random test: --rounds=N on the command line, or `defaultRounds`.
+std::uint64_t Rounds(std::uint64_t defaultRounds);
 
 class RandomNumbers {
  public:
   explicit RandomNumbers(std::uint64_t seed) : engine_(seed) {}
 
-  /// Numbers that somebody else has chosen, a fuzzer: `choices`, as long as there are some.
+  /// Numbers that a fuzzer has chosen: the bytes of `choices`.
   explicit RandomNumbers(std::string_view choices) : choices_(choices) {}
   bool HasChoices() const { return !choices_.empty(); }
 
   std::uint64_t Bits() { return HasChoices() ? Choose(sizeof(std::uint64_t)) : engine_(); }
 
-  /// 0 to below - 1. Of the choices it takes no more bytes than it needs: a fuzzer that changes one
+  /// 0 to below - 1. Uses as few bytes of the choices as possible: if a fuzzer changes a byte, it
   /// changes one number.
   int Below(int below) {
     const std::size_t needed = below <= 0x100 ? 1U : below <= 0x10000 ? 2U : 4U;
@@ -36,13 +35,15 @@ class RandomNumbers {
     return static_cast<int>(bits % static_cast<unsigned>(below));
   }
 
-  /// 0 to below 1, in steps of 2^-53.
+  /// 0 or more and less than 1, in steps of 2^-53.
   double Fraction() { return static_cast<double>(Bits() >> 11U) * 0x1p-53; }
 
-  /// Any finite number whose magnitude is from 2^least to below 2^most; positive or negative.
-  double OfMagnitude(int least, int most) {
+  /// A finite number, positive or negative, whose magnitude is at least 2^minExponent and less than
+  /// 2^maxExponent.
+  double OfMagnitude(int minExponent, int maxExponent) {
     constexpr std::uint64_t kSignAndFraction = 0x800FFFFFFFFFFFFF;
-    const auto exponent = static_cast<unsigned>(1023 + least + Below(most - least));
+    const auto exponent =
+        static_cast<unsigned>(1023 + minExponent + Below(maxExponent - minExponent));
     const std::uint64_t bits = (Bits() & kSignAndFraction) | (std::uint64_t{exponent} << 52U);
     return NumberOf(bits);
   }

@@ -1,4 +1,4 @@
-// Everything that a byte source or an error list holds, for a comparison of the whole.
+// The whole contents of a byte source or an error list.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +9,7 @@
 #include "frame/messages.h"
 #include "text/byte_source.h"
 
-/// Reads to the end through a buffer of `bufferBytes`.
+/// Reads to the end with a buffer of `bufferBytes`.
 inline std::string ReadAll(KelmoLibs::Localize::ByteSource& source, std::size_t bufferBytes) {
   std::string buffer(bufferBytes, '#');
   std::string all;

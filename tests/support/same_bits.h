@@ -1,4 +1,4 @@
-// Numbers compared to the last bit: 0 and -0 differ, and NaN is itself.
+// Compares numbers by their bits: 0 and -0 differ, and a NaN equals itself.
 #pragma once
 
 #include <gtest/gtest.h>

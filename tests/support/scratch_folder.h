@@ -1,4 +1,4 @@
-// A folder of a test's own, below the working directory of the test program, empty at first and
+// A folder for one test, below the working directory of the test program. It is empty at first and
 // removed at the end.
 #pragma once
 
@@ -6,10 +6,11 @@
 #include <string>
 #include <string_view>
 
-/// `name` with backslashes between its folders, as the test program opens it.
+/// The path of `name`, which has backslashes between its folders, for this system.
 std::filesystem::path PortablePath(std::wstring_view name);
 
-/// Writes a file of exactly these bytes; its folders are made. Throws where it cannot be written.
+/// Creates the folders of `file` and writes exactly these bytes. Throws std::runtime_error if it
+/// cannot.
 void WriteFile(const std::filesystem::path& file, std::string_view bytes);
 
 class ScratchFolder {
@@ -22,11 +23,11 @@ class ScratchFolder {
 
   const std::filesystem::path& Path() const noexcept { return path_; }
 
-  /// The path as a host passes it: relative, with backslashes.
+  /// The path for a call of a host: relative, with backslashes.
   std::wstring HostPath() const;
 
-  /// Writes a file of exactly these bytes; `name` may hold folders, with backslashes; they are
-  /// made.
+  /// Writes a file of exactly these bytes. `name` may have folders, with backslashes; they are
+  /// created.
   void Write(std::wstring_view name, std::string_view bytes) const;
 
  private:

@@ -1,5 +1,5 @@
-// A byte source that a test writes down: its bytes, how many come at a time, what it says of its
-// size. It fails the test that reads on after the end.
+// A byte source with given bytes, size of chunks and size hint. Fails a test that reads after the
+// end.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -15,16 +15,16 @@
 
 class StringSource final : public KelmoLibs::Localize::ByteSource {
  public:
-  explicit StringSource(std::string bytes, std::size_t pieceBytes = SIZE_MAX,
+  explicit StringSource(std::string bytes, std::size_t chunkBytes = SIZE_MAX,
                         std::optional<std::size_t> sizeHint = std::nullopt)
       : bytes_(std::move(bytes)),
-        pieceBytes_(pieceBytes),
+        chunkBytes_(chunkBytes),
         sizeHint_(sizeHint.value_or(bytes_.size())) {}
 
   std::size_t Read(char* buffer, std::size_t size) override {
     EXPECT_FALSE(ended_) << "read again after the end";
     ++readCalls_;
-    const std::size_t count = bytes_.copy(buffer, std::min(size, pieceBytes_), position_);
+    const std::size_t count = bytes_.copy(buffer, std::min(size, chunkBytes_), position_);
     position_ += count;
     ended_ = count == 0;
     return count;
@@ -37,7 +37,7 @@ class StringSource final : public KelmoLibs::Localize::ByteSource {
 
  private:
   std::string bytes_;
-  std::size_t pieceBytes_;
+  std::size_t chunkBytes_;
   std::size_t sizeHint_;
   std::size_t position_ = 0;
   std::size_t readCalls_ = 0;

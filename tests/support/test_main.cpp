@@ -11,9 +11,9 @@ std::uint64_t randomSeed = 20261120;
 
 namespace {
 
-std::uint64_t givenRounds = 0;  // none
+std::uint64_t givenRounds = 0;  // not given
 
-bool TakeNumber(const char* argument, const char* name, std::uint64_t& number) {
+bool ReadNumber(const char* argument, const char* name, std::uint64_t& number) {
   const std::size_t length = std::strlen(name);
   if (std::strncmp(argument, name, length) != 0) {
     return false;
@@ -24,16 +24,17 @@ bool TakeNumber(const char* argument, const char* name, std::uint64_t& number) {
 
 }  // namespace
 
-std::uint64_t Rounds(std::uint64_t usually) { return givenRounds != 0 ? givenRounds : usually; }
+std::uint64_t Rounds(std::uint64_t defaultRounds) {
+  return givenRounds != 0 ? givenRounds : defaultRounds;
+}
 
-// Beside GoogleTest's own arguments: --seed=N, for tests with random numbers, and --rounds=N, for those
-// that run longer on request.
+// Arguments beside those of GoogleTest: --seed=N for random tests, and --rounds=N for their length.
 int main(int argumentCount, char** arguments) {
   TurnOffErrorDialogs();
   testing::InitGoogleTest(&argumentCount, arguments);
   for (int i = 1; i < argumentCount; ++i) {
-    if (!TakeNumber(arguments[i], "--seed=", randomSeed) &&
-        !TakeNumber(arguments[i], "--rounds=", givenRounds)) {
+    if (!ReadNumber(arguments[i], "--seed=", randomSeed) &&
+        !ReadNumber(arguments[i], "--rounds=", givenRounds)) {
       std::printf("unknown argument: %s\n", arguments[i]);
       return 2;
     }

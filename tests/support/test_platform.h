@@ -1,4 +1,4 @@
-// What the tests ask of the operating system, answered in test_platform_windows.cpp and
+// Questions of the tests about the system, answered in test_platform_windows.cpp and
 // test_platform_posix.cpp.
 #pragma once
 
@@ -8,41 +8,41 @@
 #include <functional>
 #include <optional>
 
-/// Whether a file in text mode ends at a 0x1A byte.
+/// Whether a file in text mode ends at the byte 0x1A.
 extern const bool textModeEndsAtControlZ;
 
-/// Whether the library prints by the global C++ locale of the host: on Windows its static runtime
-/// has one of its own.
+/// Whether the library uses the global C++ locale of the host. On Windows it has its own static
+/// runtime, with its own global locale.
 extern const bool librarySharesTheGlobalLocale;
 
-/// The system's own answer of what is shown or is a blank of any kind; every other character of a unit
+/// Whether the system classifies `character` as graphic or blank. Every other character of a unit
 /// table counts as a space.
 bool SystemTakesForGraphicOrBlank(wchar_t character);
 
-/// Whether a sanitizer or the like makes the program another one: slower, larger.
+/// Whether the program is built with sanitizers or coverage, which make it slower and larger.
 extern const bool instrumented;
 
-/// Bytes of memory that can be had without driving anything else out.
+/// Bytes of memory that can be allocated without swapping.
 std::uint64_t AvailableMemory();
 
-/// The handle (on Linux the descriptor) that the process would get next: the lowest that is free.
+/// The lowest free handle (on Linux: descriptor), which the process would get next.
 std::uintptr_t NextHandle();
 
-/// What the process holds of everything that may be left behind, whoever took it.
+/// The resources of the process that a library may leak.
 struct Footprint {
   std::size_t heapBytes;
   std::size_t mappedBytes;  // on Windows without the heaps
   std::uintptr_t nextHandle;
-  std::uintptr_t nextThreadSlot;  // of thread-local storage: the lowest that is free
+  std::uintptr_t nextThreadSlot;  // the lowest free slot of thread-local storage
 };
 
-/// Nothing where a sanitizer or the like keeps things of its own.
+/// Nothing if it cannot be measured, for example with a sanitizer.
 std::optional<Footprint> MeasureFootprint();
 
-/// Whether `work` returns within `time`. If not, it is ended by force, on Linux in a process of its own
-/// and on Windows in a thread: it must hold no lock then. Throws std::runtime_error where the process
-/// has crashed.
+/// Whether `work` returns within `time`. If not, it is terminated: it runs in a child process on
+/// Linux and in a thread on Windows, and must not hold a lock then. Throws std::runtime_error if
+/// the child process crashes.
 bool ReturnsWithin(std::chrono::milliseconds time, const std::function<void()>& work);
 
-/// A crash must end the test program, not wait for somebody to close a window.
+/// A crash ends the test program, instead of a wait for a user who closes a window.
 void TurnOffErrorDialogs();

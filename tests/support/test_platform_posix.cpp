@@ -26,14 +26,14 @@ const bool instrumented = false;
 
 namespace {
 
-// The number in a file of the system, or `otherwise`.
-std::uint64_t NumberIn(const char* file, std::uint64_t otherwise) {
+// The number in a file of the system, or `defaultNumber`.
+std::uint64_t NumberIn(const char* file, std::uint64_t defaultNumber) {
   std::uint64_t number = 0;
-  return std::ifstream(file) >> number ? number : otherwise;
+  return std::ifstream(file) >> number ? number : defaultNumber;
 }
 
-// What this program has mapped. /proc/self/statm has the sum, but under an emulator that is the sum of
-// the emulator's own mappings.
+// Mapped bytes of this program. /proc/self/statm has the sum too, but with an emulator it is the
+// sum of the emulator's mappings.
 std::optional<std::size_t> MappedBytes() {
   std::ifstream mappings("/proc/self/maps");
   std::size_t bytes = 0;
@@ -42,29 +42,29 @@ std::optional<std::size_t> MappedBytes() {
   char dash = 0;
   for (std::string rest;
        mappings >> std::hex >> begin >> dash >> end && std::getline(mappings, rest);) {
-    // A page of the kernel, which counts for no process.
-    const bool isKernels = rest.find("[vsyscall]") != std::string::npos;
-    bytes += isKernels ? 0 : end - begin;
+    // A page of the kernel, which belongs to no process.
+    const bool isKernelPage = rest.find("[vsyscall]") != std::string::npos;
+    bytes += isKernelPage ? 0 : end - begin;
   }
   return bytes > 0 ? std::optional(bytes) : std::nullopt;
 }
 
 }  // namespace
 
-// Of the machine, and of the container that the program may run in.
+// The minimum of the machine and of the container in which the program may run.
 std::uint64_t AvailableMemory() {
-  std::uint64_t ofMachine = 0;
+  std::uint64_t available = 0;
   std::ifstream memory("/proc/meminfo");
   for (std::string word; memory >> word;) {
     if (word == "MemAvailable:") {
-      memory >> ofMachine;
-      ofMachine *= 1024;
+      memory >> available;
+      available *= 1024;
       break;
     }
   }
-  const std::uint64_t most = NumberIn("/sys/fs/cgroup/memory.max", UINT64_MAX);
+  const std::uint64_t maxBytes = NumberIn("/sys/fs/cgroup/memory.max", UINT64_MAX);
   const std::uint64_t used = NumberIn("/sys/fs/cgroup/memory.current", 0);
-  return std::min(ofMachine, most > used ? most - used : 0);
+  return std::min(available, maxBytes > used ? maxBytes - used : 0);
 }
 
 bool SystemTakesForGraphicOrBlank(wchar_t character) {
@@ -118,7 +118,7 @@ bool ReturnsWithin(std::chrono::milliseconds time, const std::function<void()>& 
     std::this_thread::sleep_for(std::chrono::milliseconds(1));
   }
   if (ended != child || !WIFEXITED(status) || WEXITSTATUS(status) != 0) {
-    throw std::runtime_error("a call has crashed, or its process could not be made");
+    throw std::runtime_error("a call has crashed, or its process could not be created");
   }
   return true;
 }

@@ -17,7 +17,7 @@ bool SystemTakesForGraphicOrBlank(wchar_t character) {
 
 namespace {
 
-// Besides the heaps, which may grow by far more than what is taken of them.
+// Without the heaps, which may grow by far more than their allocated bytes.
 std::size_t MappedBytes() {
   const std::set<const void*> heaps = HeapRegions();
   std::size_t bytes = 0;
@@ -69,7 +69,7 @@ bool ReturnsWithin(std::chrono::milliseconds time, const std::function<void()>& 
   std::function<void()> copy = work;
   HANDLE thread = ::CreateThread(nullptr, 0, Run, &copy, 0, nullptr);
   if (thread == nullptr) {
-    throw std::runtime_error("a thread could not be made");
+    throw std::runtime_error("a thread could not be created");
   }
   const bool returns =
       ::WaitForSingleObject(thread, static_cast<DWORD>(time.count())) == WAIT_OBJECT_0;

@@ -1,4 +1,4 @@
-// Rows of units as a test writes them down, for a comparison of the whole.
+// Rows of units, for comparisons of whole catalogues.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -36,7 +36,7 @@ inline UnitRows RowsOf(const std::vector<KelmoLibs::Localize::Phyval::ValueType>
   return rows;
 }
 
-/// What the catalogue holds when the library is loaded.
+/// The catalogue after the load of the library.
 inline const UnitRows kBuiltInUnits = {
     {10, 0.0, L"L", L"length"},
     {10001, 1.0, L"\u043C", L"meter"},  // Cyrillic em
@@ -49,7 +49,7 @@ inline const UnitRows kBuiltInUnits = {
     {40002, 57.29577951308232, L"rad", L"radian "},
 };
 
-/// And once it is started.
+/// The catalogue after a start.
 inline const UnitRows kDefaultUnits = {
     {10, 0.0, L"L", L"length "},
     {10001, 1.0, L"\u043C", L"meter "},  // Cyrillic em

@@ -1,4 +1,4 @@
-// What a change to the user's locale costs on this system.
+// Memory that a switch to the user's locale leaks on this system.
 #pragma once
 
 #include <algorithm>
@@ -9,13 +9,13 @@
 
 #include "tests/support/test_platform.h"
 
-/// Bytes that the system's own setlocale leaves behind each time a program takes on the user's
-/// locale and goes back, as to_string() does. Wine 10 leaves the name of a locale: 12.
+/// Bytes that the system's setlocale leaks each time a program switches to the user's locale and
+/// back, as to_string() does. Wine 10 leaks the name of a locale: 12.
 inline std::size_t BytesLeftByTheUsersLocale() {
   constexpr int kTimes = 100;
   std::optional<Footprint> before;
   for (int time = 0; time <= kTimes; ++time) {
-    if (time == 1) {  // what is taken once and kept has been taken
+    if (time == 1) {  // after the allocations that are made once
       before = MeasureFootprint();
     }
     std::setlocale(LC_ALL, "");
@@ -25,6 +25,6 @@ inline std::size_t BytesLeftByTheUsersLocale() {
   if (!before || !after) {
     return 0;
   }
-  const auto left = static_cast<std::int64_t>(after->heapBytes - before->heapBytes);
-  return static_cast<std::size_t>(std::max<std::int64_t>(left / kTimes, 0));
+  const auto leaked = static_cast<std::int64_t>(after->heapBytes - before->heapBytes);
+  return static_cast<std::size_t>(std::max<std::int64_t>(leaked / kTimes, 0));
 }
