@@ -1,5 +1,5 @@
-# Runs a program and compares what it prints with a file, to the byte; of a Windows program, which prints in text mode, all
-# but the line ends.
+# Runs a program and compares its output with a golden file byte by byte. Line ends are ignored for a Windows program,
+# which prints in text mode.
 #   cmake -D COMMAND=program;arguments -D EXPECTED=file -D OUTPUT=file [-D STATUS=number] -P check_output.cmake
 
 execute_process(COMMAND ${COMMAND} OUTPUT_FILE ${OUTPUT} RESULT_VARIABLE result)
@@ -15,9 +15,9 @@ if(expected STREQUAL "")
   message(FATAL_ERROR "${EXPECTED} is empty: a program that does nothing would print that")
 endif()
 if("${COMMAND}" MATCHES "\\.exe(;|$)")
-  set(but_line_ends --ignore-eol)
+  set(ignore_eol --ignore-eol)
 endif()
-execute_process(COMMAND ${CMAKE_COMMAND} -E compare_files ${but_line_ends} ${OUTPUT} ${EXPECTED} RESULT_VARIABLE result)
+execute_process(COMMAND ${CMAKE_COMMAND} -E compare_files ${ignore_eol} ${OUTPUT} ${EXPECTED} RESULT_VARIABLE result)
 if(NOT result STREQUAL "0")
   message(FATAL_ERROR "${COMMAND} printed\n${output}\nbut ${EXPECTED} says\n${expected}")
 endif()

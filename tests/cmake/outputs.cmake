@@ -1,4 +1,4 @@
-# A program prints what it is said to print, from the top folder as a user runs it. `expected` is a file below tests/data.
+# A program runs in the top folder, as a user runs it, and prints the golden file `expected`, a file below tests/data.
 function(kelmo_add_output_test name command expected)
   add_test(NAME ${name}_output
     COMMAND ${CMAKE_COMMAND} -D "COMMAND=${command}" -D EXPECTED=${PROJECT_SOURCE_DIR}/tests/data/${expected}

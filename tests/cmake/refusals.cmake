@@ -1,5 +1,5 @@
-# A check refuses what is false, with its own complaint: one thing at a time (tests/checkers/refusals.py). Once for each
-# system, with the words of GCC and GNU's tools: no other build changes what they see.
+# A check refuses falsified inputs, one at a time, each with its own complaint (tests/checkers/refusals.py). Runs in one
+# build for each system: it depends on the messages of GCC and GNU's tools, and other builds see the same inputs.
 #   kelmo_add_refusals(checked [SLOW] argument...)
 function(kelmo_add_refusals checked)
   if(NOT (project_checks AND CMAKE_BUILD_TYPE STREQUAL "Release" AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU"))
