@@ -27,7 +27,7 @@ TEST(UnitCatalogue, FindsTheFirstUnitWithACode) {
       {-10001, 1.0, L"n", L"negative"},  {10001, 1.0, L"m", L"first"},
       {10001, 2.0, L"m", L"second"},     {100, 1.0, L"h", L"of the quantity 0"},
       {INT_MAX, 1.0, L"x", L"largest"},  {99, 1.0, L"q", L"quantity"},
-      {101, 1.0, L"i", L"one more"}, {0, 0.0, L"z", L"zero"},
+      {101, 1.0, L"i", L"one more"},     {0, 0.0, L"z", L"zero"},
       {INT_MIN, 1.0, L"s", L"smallest"},
   };
   const struct {

@@ -262,8 +262,9 @@ TEST(Utf8, FindsEveryInvalidSequenceAtEveryOffset) {
   }
 }
 
-// Each text is in memory of its own, of exactly its size: sanitizers and valgrind see a byte too many.
-TEST(Utf8, ReadsNoByteBehindATextOfAnyLength) {
+// Each text is in memory of exactly its size, so that sanitizers and valgrind notice a read after
+// it.
+TEST(Utf8, ReadsNoByteAfterTheText) {
   for (const char* const filling : {"a", "\xC3\xA4", "\xE2\x82\xAC", "\xF0\x9F\x98\x80"}) {
     const std::string_view character(filling);
     for (std::size_t length = 0; length < 72; ++length) {
