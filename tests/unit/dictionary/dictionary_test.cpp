@@ -107,7 +107,7 @@ TEST(Dictionary, FindsAKeyByAnyCopyOfIt) {
   Dictionary dictionary;
   Fill(dictionary, TextsOf(keys));
   for (const std::wstring& key : keys) {
-    // The memory of the copy ends with the key, so that the sanitizer notices a read behind it.
+    // The memory of the copy ends with the key, so that the sanitizer notices a read after it.
     const std::vector<wchar_t> copy(key.begin(), key.end());
     const std::wstring surrounded = L"##" + key + L"##";
     const wchar_t* const text = FindIn(dictionary, key);

@@ -127,7 +127,7 @@ TEST(FindText, TreatsNullAsTheEmptyKey) {
   EXPECT_STREQ(state.errors.At(0), L"EL121. Key not found in dictionary\nKey: \nDictionary id: ");
 }
 
-// The memory of a key ends with the key, so that the sanitizer notices a read behind it.
+// The memory of a key ends with the key, so that the sanitizer notices a read after it.
 TEST(FindText, FindsAndMissesKeysOfEveryLength) {
   constexpr std::size_t kMaxKeyLength = 80;
   RandomNumbers random(randomSeed);

@@ -152,7 +152,7 @@ TEST(HashText, DependsOnEveryCharacterAndOnTheLength) {
   }
 }
 
-// The memory of a text ends with the text, so that the sanitizer notices a read behind it.
+// The memory of a text ends with the text, so that the sanitizer notices a read after it.
 TEST(HashText, DependsOnTheTextOnly) {
   RandomNumbers random(randomSeed);
   for (std::size_t length = 0; length <= kMaxLength; ++length) {
