@@ -29,7 +29,7 @@ struct LinkedFunctions {
 
 TEST(CallingOrder, OfAHostThatIsLinkedToTheLibrary) {
   const ScratchFolder folder;
-  ExpectTheWholeOrder(LinkedFunctions(), folder, [](double value, double tolerance, int code) {
+  ExpectWholeCallOrder(LinkedFunctions(), folder, [](double value, double tolerance, int code) {
     Double made(value, tolerance, 0, code);
     return made.unit == nullptr ? L"none" : made.to_string(L'.') + L" " + made.unit->symbol;
   });

@@ -176,8 +176,8 @@ TEST(DoubleText, WhatIsNotFinite) {
   EXPECT_EQ(Double(1e308, 0.1, 0, 10001).Return(), kInfinity) << "the product overflows";
   EXPECT_EQ(Double(kInfinity, 1, 0, 10001).to_string(L','), L"inf");
   EXPECT_EQ(Double(-kInfinity, 1, 0, 10001).to_string(), L"-inf");
-  EXPECT_EQ(WithOneNaN(Double(kNaN, 1, 0, 10001).to_string(L',')), L"nan");
-  EXPECT_EQ(WithOneNaN(Double(kNaN, 1, 0, 10001).to_string()), L"nan");
+  EXPECT_EQ(NormalizeNaN(Double(kNaN, 1, 0, 10001).to_string(L',')), L"nan");
+  EXPECT_EQ(NormalizeNaN(Double(kNaN, 1, 0, 10001).to_string()), L"nan");
 }
 
 TEST(DoubleText, MayHave320Characters) {

@@ -308,7 +308,7 @@ TEST_F(EndToEnd, NullCountsAsTheEmptyTextWhenStarting) {
   EXPECT_EQ(host_.Init(nullptr, L"ru"), 0);
   EXPECT_EQ(host_.Init(L".", nullptr), 0);
   EXPECT_EQ(host_.Init0(nullptr), 0);
-  library_.GiveBackReferencesOf(4);
+  library_.ReleaseReferencesOfStarts(4);
   EXPECT_EQ(host_.GetErrorsCount(), 0);
 }
 

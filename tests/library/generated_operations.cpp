@@ -178,7 +178,7 @@ void AddUnit(const Double& value, Checksum& checksum) {
 }
 
 void AddPrinted(const std::wstring& text, Checksum& checksum) {
-  checksum.AddText(WithOneNaN(text));
+  checksum.AddText(NormalizeNaN(text));
 }
 
 // Rounding ends with the tolerances that are positive and finite, or NaN.

@@ -40,7 +40,7 @@ TEST(Module, HasAReferenceMoreAfterEachStart) {
       }
       // One reference for the load, one for each start. Until the last has gone, all is as it was.
       for (int i = 0; i < starts; ++i) {
-        library.GiveBackReferencesOf(1);
+        library.ReleaseReferencesOfStarts(1);
         ASSERT_TRUE(LoadedLibrary::IsInProcess());
         EXPECT_EQ(host.GetErrorsCount(), 1);
         EXPECT_EQ(host.LANG(L"key"), text);
@@ -64,7 +64,7 @@ TEST(Module, StaysWhereItIsIfTheReferencesOfStartsAreNotGivenBack) {
   {
     const LoadedLibrary again;
     EXPECT_EQ(ExportsOf(again).GetErrorsCount(), 1) << "the same one";
-    again.GiveBackReferencesOf(2);
+    again.ReleaseReferencesOfStarts(2);
   }
   EXPECT_FALSE(LoadedLibrary::IsInProcess());
 }
@@ -204,7 +204,7 @@ TEST(Module, ExportsItsTableInPiecesAndStopsWhereTheDiskIsFull) {
   EXPECT_EQ(host.ExportPhyVal(), 0);
   EXPECT_EQ(ExportPlace::Bytes(), "");
   Replace(place, write);
-  library.GiveBackReferencesOf(2);
+  library.ReleaseReferencesOfStarts(2);
 }
 
 }  // namespace

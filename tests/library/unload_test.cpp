@@ -56,7 +56,7 @@ void LoadUseAndUnload(const ScratchFolder& folder) {
   ASSERT_EQ(meter->name, L"meter ");
   ASSERT_EQ(LoadedUnits(library).Find(20001), nullptr);
   UseValues(library);
-  library.GiveBackReferencesOf(3);
+  library.ReleaseReferencesOfStarts(3);
 }
 
 TEST(Unload, EndsTheWholeOrderOfAHostAndTheNextBeginsAfresh) {
@@ -64,13 +64,13 @@ TEST(Unload, EndsTheWholeOrderOfAHostAndTheNextBeginsAfresh) {
   for (int life = 0; life < 2; ++life) {
     {
       const LoadedLibrary library;
-      ExpectTheWholeOrder(
+      ExpectWholeCallOrder(
           ExportsOf(library), folder, [&library](double value, double tolerance, int code) {
             const LoadedUnits units(library);
             LoadedUnits::Value made(units, value, tolerance, code);
             return made.Unit() == nullptr ? L"none" : made.Text(L'.') + L" " + made.Unit()->symbol;
           });
-      library.GiveBackReferencesOf(kStartsOfTheWholeOrder);
+      library.ReleaseReferencesOfStarts(kStartsOfWholeCallOrder);
     }
     ASSERT_FALSE(LoadedLibrary::IsInProcess());
   }
@@ -83,7 +83,7 @@ TEST(Unload, LeavesNothingBehindHoweverOften) {
   folder.Write(L"LANG\\ru-val.txt",
                "ru Russian\n10001 m a long name of the \xCE\xBC unit\n10002\n");
   constexpr int kWarmUp = 100;
-  const std::size_t leftByTheSystem = 2 * BytesLeftByTheUsersLocale();  // two texts in each life
+  const std::size_t leftByTheSystem = 2 * BytesLeakedByUserLocale();  // two texts in each life
   const auto cycles = static_cast<int>(Rounds(1200));  // more than Windows has thread-local slots
   std::optional<Footprint> before;
   for (int cycle = 0; cycle < kWarmUp + cycles; ++cycle) {

@@ -752,14 +752,14 @@ void CallSequence::UseAValue() {
       Tell([&] { return "to_string, and Return, of " + Told(modelled); });
       calls_ += 2;
       const std::string locale = std::setlocale(LC_ALL, nullptr);
-      const std::wstring text = WithOneNaN(members.toString(&real));
+      const std::wstring text = NormalizeNaN(members.toString(&real));
       if (text != model_.ToString(modelled)) {
         throw Disagreement(::Told("to_string()", ::Told(text), ::Told(model_.ToString(modelled))));
       }
       if (locale != std::setlocale(LC_ALL, nullptr)) {
         throw Disagreement("to_string() leaves another locale");
       }
-      const std::wstring other = WithOneNaN(members.toStringWith(&real, separator));
+      const std::wstring other = NormalizeNaN(members.toStringWith(&real, separator));
       if (other != model_.ToString(modelled, separator)) {
         throw Disagreement(::Told("to_string(separator)", ::Told(other),
                                   ::Told(model_.ToString(modelled, separator))));

@@ -94,7 +94,7 @@ std::pair<std::wstring, std::wstring> SplitDictionaryLine(const std::wstring& li
 
 std::vector<std::wstring> SplitUnitLine(std::wstring line, std::size_t count) {
   for (wchar_t& c : line) {
-    if (!SystemTakesForGraphicOrBlank(c)) {
+    if (!SystemSaysGraphicOrBlank(c)) {
       c = L' ';
     }
   }

@@ -115,7 +115,7 @@ class LongLife {
         // Room for the longest list of messages is kept by both: it may have come late. One call
         // of 32, at most, prints under the user's locale.
         EXPECT_LT(after_->heapBytes,
-                  before_->heapBytes + 65536 + BytesLeftByTheUsersLocale() * life_.Calls() / 32);
+                  before_->heapBytes + 65536 + BytesLeakedByUserLocale() * life_.Calls() / 32);
       }
       EXPECT_LT(after_->nextHandle, before_->nextHandle + 100);
       EXPECT_LE(after_->nextThreadSlot, before_->nextThreadSlot);

@@ -73,7 +73,7 @@ wchar_t InAUnitTable(wchar_t c) {
   if (c == L'/') {
     return c;
   }
-  return SystemTakesForGraphicOrBlank(c) ? kOther : L'c';
+  return SystemSaysGraphicOrBlank(c) ? kOther : L'c';
 }
 
 // A run of the same kind that has no character of its own is told once.

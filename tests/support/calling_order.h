@@ -13,7 +13,7 @@
 /// text of a value, with the symbol of its unit, by the library's classes; "none" if no unit has
 /// the code.
 template <class Functions, class TextOf>
-void ExpectTheWholeOrder(const Functions& host, const ScratchFolder& folder, TextOf textOf) {
+void ExpectWholeCallOrder(const Functions& host, const ScratchFolder& folder, TextOf textOf) {
   folder.Write(L"LANG\\ru-val.txt", "ru\tRussian\n10001\tm\tname of the meter\n10002\n");
   folder.Write(L"LANG\\en.txt", "en English\nmenu.file\tFile\nmenu.exit\tExit\n");
   folder.Write(L"LANG\\de.txt", "de Deutsch\nmenu.file\tDatei\nmenu.file\tnoch einmal\n");
@@ -72,4 +72,4 @@ void ExpectTheWholeOrder(const Functions& host, const ScratchFolder& folder, Tex
 }
 
 /// The number of starts (Init, Init0, ExportPhyVal) in these calls.
-constexpr int kStartsOfTheWholeOrder = 4;
+constexpr int kStartsOfWholeCallOrder = 4;

@@ -45,7 +45,7 @@ class HostTest : public testing::Test {
     ++starts_;
     return host_.ExportPhyVal();
   }
-  void TearDown() override { library_.GiveBackReferencesOf(starts_); }
+  void TearDown() override { library_.ReleaseReferencesOfStarts(starts_); }
 
   std::wstring PathOf(const std::wstring& fileName) const {
     return folder_.HostPath() + L'\\' + fileName;

@@ -13,7 +13,7 @@ class LoadedLibrary {
   /// On Windows each start (Init, Init0, ExportPhyVal) adds a reference to the library. Call this
   /// with the number of starts before the destructor, or the library stays loaded. Does nothing on
   /// Linux.
-  void GiveBackReferencesOf(int starts) const;
+  void ReleaseReferencesOfStarts(int starts) const;
 
   /// Whether the library is loaded in this process.
   static bool IsInProcess() noexcept;

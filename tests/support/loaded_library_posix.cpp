@@ -13,7 +13,7 @@ LoadedLibrary::LoadedLibrary() : handle_(::dlopen(KELMO_LIBRARY_FILE, RTLD_NOW |
 
 LoadedLibrary::~LoadedLibrary() { ::dlclose(handle_); }
 
-void LoadedLibrary::GiveBackReferencesOf(int /*starts*/) const {}
+void LoadedLibrary::ReleaseReferencesOfStarts(int /*starts*/) const {}
 
 bool LoadedLibrary::IsInProcess() noexcept {
   void* const handle = ::dlopen(KELMO_LIBRARY_FILE, RTLD_NOW | RTLD_NOLOAD);

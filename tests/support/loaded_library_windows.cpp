@@ -20,7 +20,7 @@ LoadedLibrary::LoadedLibrary() : handle_(::LoadLibraryW(kLibrary)) {
 
 LoadedLibrary::~LoadedLibrary() { ::FreeLibrary(static_cast<HMODULE>(handle_)); }
 
-void LoadedLibrary::GiveBackReferencesOf(int starts) const {
+void LoadedLibrary::ReleaseReferencesOfStarts(int starts) const {
   for (int i = 0; i < starts; ++i) {
     ::FreeLibrary(static_cast<HMODULE>(handle_));
   }

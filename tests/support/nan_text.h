@@ -11,7 +11,7 @@
 
 /// "nan" for each text of NaN in this program's runtime, such as "-nan" or "-nan(ind)". Other texts
 /// stay unchanged.
-inline std::wstring WithOneNaN(const std::wstring& text) {
+inline std::wstring NormalizeNaN(const std::wstring& text) {
   if (text.find(L"nan") == std::wstring::npos) {
     return text;
   }

@@ -17,7 +17,7 @@ extern const bool librarySharesTheGlobalLocale;
 
 /// Whether the system classifies `character` as graphic or blank. Every other character of a unit
 /// table counts as a space.
-bool SystemTakesForGraphicOrBlank(wchar_t character);
+bool SystemSaysGraphicOrBlank(wchar_t character);
 
 /// Whether the program is built with sanitizers or coverage, which make it slower and larger.
 extern const bool instrumented;

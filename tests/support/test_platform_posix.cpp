@@ -67,7 +67,7 @@ std::uint64_t AvailableMemory() {
   return std::min(available, maxBytes > used ? maxBytes - used : 0);
 }
 
-bool SystemTakesForGraphicOrBlank(wchar_t character) {
+bool SystemSaysGraphicOrBlank(wchar_t character) {
   static const locale_t unicode = ::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
   if (unicode == nullptr) {
     std::abort();

@@ -11,7 +11,7 @@ const bool textModeEndsAtControlZ = true;
 const bool librarySharesTheGlobalLocale = false;
 const bool instrumented = false;
 
-bool SystemTakesForGraphicOrBlank(wchar_t character) {
+bool SystemSaysGraphicOrBlank(wchar_t character) {
   return std::iswgraph(character) != 0 || std::iswblank(character) != 0;
 }
 

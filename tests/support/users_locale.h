@@ -11,7 +11,7 @@
 
 /// Bytes that the system's setlocale leaks each time a program switches to the user's locale and
 /// back, as to_string() does. Wine 10 leaks the name of a locale: 12.
-inline std::size_t BytesLeftByTheUsersLocale() {
+inline std::size_t BytesLeakedByUserLocale() {
   constexpr int kTimes = 100;
   std::optional<Footprint> before;
   for (int time = 0; time <= kTimes; ++time) {
