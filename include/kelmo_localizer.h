@@ -154,13 +154,14 @@ KELMO_LOCALIZER_API int32_t ExportPhyVal(void);
  *         -2         The file cannot be opened, or is not a regular file. "EL111. Dictionary file
  *                    not found" is listed; nothing else changes.
  *         -1         The loading failed (no memory). "EL111. Dictionary loading error" is listed;
- *                    everything that was read before stays (docs/host_guide.md).
+ *                    everything that was read before stays (docs/messages.md).
  *
  * Lists    "EL101. Key already declared." for each key that the dictionary already had.
  * Throws   std::bad_alloc if the path or the message of the failure cannot be stored; the entries
  *          that were read stay.
  * Cost     Linear in the file. Memory during the call, beside the stored texts and one message: at
- *          most twice the bytes of the file, once the longest key as wide text, and small buffers.
+ *          most twice the bytes of the file (three times, if the system reports no size), twice the
+ *          longest key as wide text, and small buffers.
  */
 KELMO_LOCALIZER_API int32_t LoadDictionary(const wchar_t* folder, const wchar_t* fileName);
 

@@ -16,7 +16,8 @@ namespace KelmoLibs::Localize {
 /// text: the characters before it in its line, if any, are the last line.
 ///
 /// Memory: a small source is read whole, a large one in chunks; the buffer grows for a line that is
-/// longer than a chunk. It never takes more than twice the bytes of the source.
+/// longer than a chunk. It never takes more than twice the bytes of the source, if SizeHint is
+/// right.
 class LineReader {
  public:
   /// Precondition: `source` outlives the reader.
