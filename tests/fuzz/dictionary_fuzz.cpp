@@ -1,5 +1,5 @@
-// A dictionary file of any bytes, loaded twice through the exports: what comes of it, and what then is
-// answered to all of its keys and to keys that it has not.
+// Loads a dictionary file of any bytes twice through the exports, and compares the state afterwards
+// and the texts of all of its keys and of missing keys.
 #include <string>
 
 #include "tests/fuzz/fuzz_target.h"

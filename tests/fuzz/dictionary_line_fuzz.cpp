@@ -1,4 +1,4 @@
-// A line of a dictionary of any bytes. Which of them are text has been decided by then.
+// Splits a dictionary line of any bytes into key and text. The library splits before it decodes.
 #include <string>
 
 #include "dictionary/dictionary_line.h"
@@ -8,7 +8,7 @@
 
 namespace {
 
-// Byte by byte: all that is looked for is ASCII.
+// Byte by byte: the separators are ASCII.
 std::wstring Widened(std::string_view bytes) {
   std::wstring text;
   for (const char c : bytes) {

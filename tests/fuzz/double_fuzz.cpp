@@ -1,4 +1,4 @@
-// Values: made, converted, computed with, compared and printed, in any order and of any numbers.
+// Creates, converts, computes, compares and prints values of any numbers in any order.
 #include "tests/fuzz/fuzz_target.h"
 #include "tests/fuzz/working_folder.h"
 #include "tests/model/call_sequence.h"

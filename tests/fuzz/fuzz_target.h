@@ -1,9 +1,9 @@
-// A fuzz target: one function, linked either with the fuzzer (libfuzzer_main.cpp) or with a program
-// that plays what a folder holds (replay_main.cpp).
+// A fuzz target: one function, linked with the fuzzer (libfuzzer_main.cpp) or with a program that
+// replays the files of a folder (replay_main.cpp).
 #pragma once
 
 #include <string_view>
 
-/// Lets the library work on `bytes`, which may be anything, and compares what it does with what it
-/// should do. Throws where that differs. The working directory is this target's alone.
+/// Passes `bytes`, which may be anything, to the library and compares the results with the expected
+/// ones. Throws if they differ. No other process uses the working directory.
 void CheckWith(std::string_view bytes);

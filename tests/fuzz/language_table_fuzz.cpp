@@ -1,5 +1,5 @@
-// The table of a language of any bytes, loaded at a start: as the host names it, and under the name for
-// hosts that name none.
+// Loads a language's unit table of any bytes at start-up: through Init, which names the language,
+// and through Init0, which uses the fixed file name.
 #include <string>
 
 #include "tests/fuzz/fuzz_target.h"

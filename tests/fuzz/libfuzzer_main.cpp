@@ -1,4 +1,5 @@
-// What libFuzzer calls. A difference ends the program like a crash: libFuzzer then keeps the bytes.
+// The function that libFuzzer calls. A difference ends the program with an exception; libFuzzer
+// then saves the bytes as for a crash.
 #include <cstddef>
 #include <cstdint>
 

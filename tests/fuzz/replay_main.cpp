@@ -1,5 +1,6 @@
-// Plays the files of a folder through a fuzz target, without a fuzzer: what was found once stays found. The folder is
-// named from the top folder of the project, whose name an argument on Windows may not be able to hold.
+// Replays the files of a folder through a fuzz target, without a fuzzer, so that no earlier finding
+// returns. The argument is relative to the project's top folder: the full path may not fit into the
+// code page of an argument on Windows.
 #include <algorithm>
 #include <exception>
 #include <filesystem>
@@ -24,7 +25,7 @@ int main(int argumentCount, char** arguments) {
   std::sort(files.begin(), files.end());
   int differences = 0;
   for (const std::filesystem::path& file : files) {
-    std::cerr << file.filename().u8string() << '\r';  // the last word of a crash
+    std::cerr << file.filename().u8string() << '\r';  // names the file if it crashes
     try {
       CheckWith(ReadFile(file));
     } catch (const std::exception& difference) {

@@ -1,4 +1,4 @@
-// Calls of everything, in any order, with files of any content.
+// Calls all functions and members in any order, with files of any content.
 #include <clocale>
 
 #include "tests/fuzz/fuzz_target.h"

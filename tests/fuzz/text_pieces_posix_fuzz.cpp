@@ -1,4 +1,4 @@
-// A text file that comes in pieces of any length: the lines are those of the whole.
+// Reads a text file in chunks of many lengths: the lines are those of the whole file.
 #include <algorithm>
 #include <memory>
 #include <optional>
@@ -16,15 +16,15 @@ using namespace KelmoLibs::Localize;
 
 namespace {
 
-// Gives one byte, two, three and so on up to as many as are told, and then one again.
-class PieceSource final : public ByteSource {
+// Chunks of 1, 2, 3 and so on up to `maxChunk` bytes, then again from 1.
+class ChunkSource final : public ByteSource {
  public:
-  PieceSource(std::string_view bytes, std::size_t longest, std::size_t sizeHint)
-      : bytes_(bytes), longest_(longest), sizeHint_(sizeHint) {}
+  ChunkSource(std::string_view bytes, std::size_t maxChunk, std::size_t sizeHint)
+      : bytes_(bytes), maxChunk_(maxChunk), sizeHint_(sizeHint) {}
 
   std::size_t Read(char* buffer, std::size_t size) override {
-    piece_ = piece_ % longest_ + 1;
-    const std::size_t count = bytes_.copy(buffer, std::min(size, piece_));
+    chunk_ = chunk_ % maxChunk_ + 1;
+    const std::size_t count = bytes_.copy(buffer, std::min(size, chunk_));
     bytes_.remove_prefix(count);
     return count;
   }
@@ -33,22 +33,22 @@ class PieceSource final : public ByteSource {
 
  private:
   std::string_view bytes_;
-  std::size_t longest_;
+  std::size_t maxChunk_;
   std::size_t sizeHint_;
-  std::size_t piece_ = 0;
+  std::size_t chunk_ = 0;
 };
 
 }  // namespace
 
-// The first byte says how long the pieces are, the second what the source tells of its size.
+// The first byte is the length of the largest chunk minus one, the second the source's size hint.
 void CheckWith(std::string_view bytes) {
   if (bytes.size() < 2) {
     return;
   }
-  const std::size_t longest = std::size_t{1} + static_cast<unsigned char>(bytes[0]);
+  const std::size_t maxChunk = std::size_t{1} + static_cast<unsigned char>(bytes[0]);
   const std::size_t sizeHint = static_cast<unsigned char>(bytes[1]);
   bytes.remove_prefix(2);
-  CrLfSource source(std::make_unique<PieceSource>(bytes, longest, sizeHint));
+  CrLfSource source(std::make_unique<ChunkSource>(bytes, maxChunk, sizeHint));
   LineReader reader(source);
   for (const std::wstring& expected : model::LinesOf(std::string(bytes))) {
     const std::optional<std::string_view> line = reader.Next();
@@ -57,6 +57,6 @@ void CheckWith(std::string_view bytes) {
     }
   }
   if (reader.Next()) {
-    throw Disagreement("a line too many");
+    throw Disagreement("the number of lines");
   }
 }

@@ -1,4 +1,5 @@
-// The whole default unit table of any bytes: the rows that it gives, and the file that shows it.
+// Reads a default unit table of any bytes: its text, its rows, and the file that ExportPhyVal
+// writes.
 #include <cwchar>
 #include <string>
 #include <vector>
@@ -59,6 +60,6 @@ void CheckWith(std::string_view bytes) {
     throw Disagreement("the rows of the table");
   }
   if (ExportedUnitTable(text) != FileOf(text)) {
-    throw Disagreement("the file that shows the table");
+    throw Disagreement("the exported file");
   }
 }
