@@ -1,5 +1,5 @@
-// The whole order of a host that is linked to the library at load time; unload_test.cpp has that of
-// one that loads it.
+// All calls of a host in their usual order. This host is linked to the library at load time; that
+// of unload_test.cpp loads the library at run time.
 
 #include "tests/support/calling_order.h"
 
@@ -27,7 +27,7 @@ struct LinkedFunctions {
 };
 // NOLINTEND(readability-identifier-naming)
 
-TEST(CallingOrder, OfAHostThatIsLinkedToTheLibrary) {
+TEST(CallingOrder, WorksInAHostLinkedAtLoadTime) {
   const ScratchFolder folder;
   ExpectWholeCallOrder(LinkedFunctions(), folder, [](double value, double tolerance, int code) {
     Double made(value, tolerance, 0, code);

@@ -1,4 +1,4 @@
-// What holds for every value, tried on random ones, through the exports.
+// Properties of every value, tested through the exports with random values.
 
 #include <gtest/gtest.h>
 
@@ -18,9 +18,9 @@ using KelmoLibs::Localize::Phyval::Double;
 namespace {
 
 constexpr int kValues = 20000;
-constexpr double kEpsilon = 0x1p-53;  // of one rounding, relative
+constexpr double kEpsilon = 0x1p-53;  // relative error of one rounding
 
-// To be converted into each other.
+// Units that convert into each other.
 struct Units {
   int from;
   int to;
@@ -31,14 +31,14 @@ class DoubleProperties : public testing::Test {
  protected:
   static void SetUpTestSuite() { std::cout << "--seed=" << randomSeed << '\n'; }
 
-  // Repeats a failure.
+  // Prints the seed that repeats a failure.
   testing::ScopedTrace seedTrace_{__FILE__, __LINE__,
                                   testing::Message() << "--seed=" << randomSeed};
   RandomNumbers random_{randomSeed};
 };
 
-// Each way is a product, a quotient, and a sum with 0 that rounds nothing.
-TEST_F(DoubleProperties, ThereAndBackIsWithinOneRoundingOfEachStep) {
+// Each conversion is a product, a quotient, and a sum with 0, which rounds nothing.
+TEST_F(DoubleProperties, RoundTripIsWithinOneRoundingPerStep) {
   for (int i = 0; i < kValues; ++i) {
     const Units& units = kUnits[random_.Below(4)];
     const double number = random_.OfMagnitude(-900, 900);
@@ -52,11 +52,11 @@ TEST_F(DoubleProperties, ThereAndBackIsWithinOneRoundingOfEachStep) {
   }
 }
 
-TEST_F(DoubleProperties, OneOfTwoValuesAtMostIsBelowTheOther) {
+TEST_F(DoubleProperties, ExactlyOneOfLessEqualAndGreaterHolds) {
   for (int i = 0; i < kValues; ++i) {
     const Units& units = kUnits[random_.Below(4)];
     Double a(random_.OfMagnitude(-50, 50), 1, 0, units.from);
-    // Far, near, or as near as it gets.
+    // A distant value, a neighbour or the same.
     Double b = a.ConvertTo(1, 0, units.to);
     switch (random_.Below(4)) {
       case 0:
@@ -78,7 +78,7 @@ TEST_F(DoubleProperties, OneOfTwoValuesAtMostIsBelowTheOther) {
   }
 }
 
-TEST_F(DoubleProperties, SumAndDifferenceAreThoseOfTheConvertedValue) {
+TEST_F(DoubleProperties, SumAndDifferenceUseTheConvertedValue) {
   for (int i = 0; i < kValues; ++i) {
     const Units& units = kUnits[random_.Below(4)];
     Double a(random_.OfMagnitude(-50, 50), 0.5, 0.25, units.from);
@@ -92,7 +92,7 @@ TEST_F(DoubleProperties, SumAndDifferenceAreThoseOfTheConvertedValue) {
   }
 }
 
-// Finite values whose tolerance is from 1e-9 to 1e9.
+// For finite values with a tolerance from 1e-9 to 1e9.
 TEST_F(DoubleProperties, TextsShowTheRoundedNumberToItsLastDigit) {
   for (int i = 0; i < kValues; ++i) {
     const double tolerance = std::pow(10, 18 * random_.Fraction() - 9);
@@ -109,13 +109,14 @@ TEST_F(DoubleProperties, TextsShowTheRoundedNumberToItsLastDigit) {
     const int decimals =
         point == std::wstring::npos ? 0 : static_cast<int>(text.size() - point - 1);
     ASSERT_EQ(text, ExactDecimal(rounded, decimals)) << std::hexfloat << number << ' ' << t;
-    ASSERT_EQ(value.to_string(), text) << "but for the separator, which is a point here";
+    ASSERT_EQ(value.to_string(), text) << "the user's separator is a point here";
     std::wstring withComma = text;
     if (decimals > 0) {
       withComma[point] = L',';
     }
     ASSERT_EQ(value.to_string(L','), withComma);
-    // As many decimals as make a whole number of the tolerance; one power less for the rounding.
+    // The decimals scale the tolerance up to at least 1. The rounding step is one power of ten
+    // larger, unless the scaled tolerance is exactly 1.
     int expected = 0;
     double scaled = t;
     for (; scaled < 1; scaled *= 10) {
@@ -131,7 +132,7 @@ TEST_F(DoubleProperties, TextsShowTheRoundedNumberToItsLastDigit) {
   }
 }
 
-// Texts of any length, also where no stream and no runtime may be trusted to give every digit.
+// Also for lengths at which streams and runtimes may lose digits.
 TEST_F(DoubleProperties, LongTextsHaveEveryDigit) {
   for (int i = 0; i < 200; ++i) {
     Double value(random_.OfMagnitude(60, 1000), 1, 0, 10001);
@@ -141,7 +142,7 @@ TEST_F(DoubleProperties, LongTextsHaveEveryDigit) {
   }
 }
 
-TEST(ExactDecimal, IsRight) {
+TEST(ExactDecimal, PrintsKnownNumbers) {
   EXPECT_EQ(ExactDecimal(0, 0), L"0");
   EXPECT_EQ(ExactDecimal(-0.0, 2), L"-0.00");
   EXPECT_EQ(ExactDecimal(1234.5, 2), L"1234.50");

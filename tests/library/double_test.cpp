@@ -1,5 +1,5 @@
-// The number with tolerances and a unit, through the exports: units, arithmetic, comparison,
-// conversion. What it prints: double_text_test.cpp.
+// The number with tolerances and a unit, through the exports: units, arithmetic, comparison and
+// conversion. double_text_test.cpp tests its text.
 
 #include <gtest/gtest.h>
 
@@ -88,13 +88,13 @@ TEST(DoubleUnit, IsFoundByNameOrSymbol) {
       {"a name", L"inch", 10002},
       {"a symbol", L"in", 10002},
       {"the meter's symbol, a Cyrillic em", L"\u043C", 10001},
-      {"the Latin letter is not it", L"m", 0},
+      {"the Latin letter", L"m", 0},
       {"the meter's name", L"meter", 10001},
       {"two words", L"square meter", 20001},
       {"the area's symbol has the Latin letter", L"m2", 20001},
-      {"not with the Cyrillic one", L"\u043C2", 0},
+      {"the same with the Cyrillic letter", L"\u043C2", 0},
       {"percent sign", L"%", 30001},
-      {"the name as it is spelled", L"koefficient", 30001},
+      {"the name in the table's spelling", L"koefficient", 30001},
       {"degree sign", L"\u00B0", 40001},
       {"degree", L"degree", 40001},
       {"the radian's symbol", L"rad", 40002},
@@ -131,8 +131,8 @@ TEST(DoubleUnit, IsTheLibrarysRowWithItsFields) {
   EXPECT_EQ(byCode.unit->GetSid(), 2);
 }
 
-// Nine rows in a fixed order, quantities among them: what a host sees that steps through them.
-TEST(DoubleUnit, RowsLieInTheOrderOfTheTable) {
+// Nine rows in a fixed order, including quantities. A host can step through them with a pointer.
+TEST(DoubleUnit, RowsAreInTheOrderOfTheTable) {
   const ValueType* const meter = Double(1, 0, 0, 10001).unit;
   ASSERT_NE(meter, nullptr);
   const int codes[] = {10, 10001, 10002, 20, 20001, 30001, 40, 40001, 40002};
@@ -141,7 +141,7 @@ TEST(DoubleUnit, RowsLieInTheOrderOfTheTable) {
   }
 }
 
-// Hosts can reach the rows, so that each lookup looks at them as they stand.
+// Hosts can write to the rows, so each lookup reads their current fields.
 class ChangedRow : public testing::Test {
  protected:
   ChangedRow() : meter_(Double(1, 0, 0, 10001).unit), inch_(Double(1, 0, 0, 10002).unit) {}
@@ -157,7 +157,7 @@ class ChangedRow : public testing::Test {
   ValueType* inch_;
 };
 
-TEST_F(ChangedRow, IsFoundAsItStands) {
+TEST_F(ChangedRow, IsFoundByItsNewFields) {
   meter_->code = 10007;
   meter_->symbol = L"M";
   EXPECT_EQ(Double(1, 0, 0, 10001).unit, nullptr);
@@ -175,13 +175,13 @@ TEST_F(ChangedRow, GivesItsFactorToTheNextConversion) {
   ExpectValue(meters + Double(1, 0, 0, 10002), 0.0273 / 0.5 + 1, 0, 0, 10001);
 }
 
-TEST_F(ChangedRow, WithAnEqualFactorIsAnotherUnitStill) {
+TEST_F(ChangedRow, WithAnEqualFactorIsStillAnotherUnit) {
   inch_->factor = 1;
   ExpectValue(Double(2, 0.1, 0.2, 10001).ConvertTo(3, 4, 10002), 2, 3, 4, 10002);
 }
 
-// The result of every operation has the first row with the code, not the operand's own.
-TEST_F(ChangedRow, WithTheCodeOfAnEarlierOneGivesWayToItInResults) {
+// The result of every operation has the first row with the code, not the operand's row.
+TEST_F(ChangedRow, IsReplacedInResultsByAnEarlierRowWithItsCode) {
   Double inches(3, 0.5, 0.01, L"in");
   inch_->code = 10001;
   ASSERT_EQ(inches.unit, inch_);
@@ -192,7 +192,7 @@ TEST_F(ChangedRow, WithTheCodeOfAnEarlierOneGivesWayToItInResults) {
   EXPECT_EQ(inches.ConvertTo(0, 0, 10001).unit, inch_) << "an unchanged copy";
 }
 
-// ---- Copies and the end of an object
+// ---- Copies and destruction
 
 TEST(Double, CopiesAreEqualFieldByField) {
   Double source(1.5, 0.25, 0.125, 10002);
@@ -215,7 +215,7 @@ TEST(Double, CopiesAMissingUnitAsWell) {
   EXPECT_EQ(Double(none).unit, nullptr);
 }
 
-TEST(Double, LeavesNullInItsMemoryAndItsNumbersAsTheyWere) {
+TEST(Double, DestructorClearsTheUnitAndKeepsTheNumbers) {
   alignas(Double) unsigned char memory[sizeof(Double)];
   auto* const value = new (memory) Double(1.5, 0.25, 0.125, 10001);
   ASSERT_NE(value->unit, nullptr);
@@ -265,8 +265,8 @@ TEST(Double, DividesByZero) {
   EXPECT_EQ(CodeOf(undefined), 10001);
 }
 
-// Each operand tells the required order of steps from at least one other: (other's factor * value)
-// / own factor, without a shortcut between equal units, a ratio of factors, a reciprocal.
+// The required steps are (other's factor * value) / own factor. Each row excludes at least one
+// other way: a shortcut between equal units, a ratio of the factors, a reciprocal.
 TEST(Double, ConvertsByTheProductFirstAndThenTheQuotient) {
   const struct {
     double value;
@@ -318,14 +318,14 @@ TEST(Double, ComparesInTheLeftUnit) {
     const char* name;
     Double left;
     Double right;
-    int order;  // of left to right; 2: none
+    int order;  // of left to right; 2: unordered
   } rows[] = {
       {"equal across units", {0.0273, 0, 0, 10001}, {1, 0, 0, 10002}, 0},
       {"below", {0.0272, 0, 0, 10001}, {1, 0, 0, 10002}, -1},
       {"above", {0.0274, 0, 0, 10001}, {1, 0, 0, 10002}, 1},
       {"one last digit below", {0.027299999999999998, 0, 0, 10001}, {1, 0, 0, 10002}, -1},
       {"one last digit above", {0.027300000000000005, 0, 0, 10001}, {1, 0, 0, 10002}, 1},
-      {"tolerances have no part", {1, 100, 10, 10001}, {2, 100, 10, 10001}, -1},
+      {"tolerances do not count", {1, 100, 10, 10001}, {2, 100, 10, 10001}, -1},
       {"equal with other tolerances", {1, 100, 10, 10001}, {1, 0, 0, 10001}, 0},
       {"zero and the smallest number", {0.0, 0, 0, 10001}, {5e-324, 0, 0, 10001}, -1},
       {"zero and minus zero", {0.0, 0, 0, 10001}, {-0.0, 0, 0, 10001}, 0},
@@ -352,7 +352,7 @@ TEST(Double, ConvertsToAnotherUnitWithTheTolerancesGiven) {
   ExpectValue(angle, 90, 0.5, 0.25, 40001);
   ExpectValue(Double(1, 0, 0, 10002).ConvertTo(0.0001, 0.5, 10001), 0.0273, 0.0001, 0.5, 10001);
   ExpectValue(Double(1, 0, 0, 10001).ConvertTo(0, 0, 10002), 36.63003663003663, 0, 0, 10002);
-  // What is added to the converted value is 0, which turns -0 into 0.
+  // Adding 0 to the converted value turns -0 into 0.
   ExpectValue(Double(-0.0, 0, 0, 10002).ConvertTo(0, 0, 10001), 0.0, 0, 0, 10001);
 }
 
@@ -362,7 +362,7 @@ TEST(Double, ConvertsToItsOwnUnitByAnUnchangedCopyWithItsOwnTolerances) {
   ExpectValue(Double(-0.0, 0.01, 0.5, 10002).ConvertTo(3, 4, 10002), -0.0, 0.01, 0.5, 10002);
 }
 
-// ---- What is refused
+// ---- Refused operands
 
 TEST(Double, RefusesOperandsThatDoNotFit) {
   const Double meter(1, 0.5, 0.25, 10001);
@@ -377,9 +377,9 @@ TEST(Double, RefusesOperandsThatDoNotFit) {
   } rows[] = {
       {"two quantities", meter, degree, kOtherQuantity},
       {"two quantities, the other way round", degree, meter, kOtherQuantity},
-      {"nothing on the right", meter, none, kNoUnit},
-      {"nothing on the left", none, meter, kNoUnit},
-      {"nothing on either side", none, none, kNoUnit},
+      {"no unit on the right", meter, none, kNoUnit},
+      {"no unit on the left", none, meter, kNoUnit},
+      {"no unit on either side", none, none, kNoUnit},
       {"two units of one quantity", meter, inch, "nothing was thrown"},
   };
   for (const auto& row : rows) {
@@ -407,14 +407,14 @@ TEST(Double, RefusesToScaleWithoutAUnit) {
   EXPECT_EQ(Refusal([&] { CheckCorrect(one); }), "nothing was thrown");
 }
 
-TEST(Double, RefusesToConvertToWhatIsNoUnitOrOfAnotherQuantity) {
+TEST(Double, RefusesToConvertToNoUnitOrAnotherQuantity) {
   const struct {
     const char* name;
     int code;
     const char* refusal;
   } rows[] = {
       {"another quantity", 40001, kOtherQuantity},
-      {"a quantity in the place of a unit", 10, kNoUnit},
+      {"a quantity instead of a unit", 10, kNoUnit},
       {"the same in its long form", 10000, kNoUnit},
       {"unknown", 99999, kNoUnit},
       {"negative", -1, kNoUnit},
@@ -427,7 +427,7 @@ TEST(Double, RefusesToConvertToWhatIsNoUnitOrOfAnotherQuantity) {
   }
 }
 
-TEST(Double, TakesItsQuantitiesFromTheCodesAlone) {
+TEST(Double, DeterminesQuantitiesFromCodesOnly) {
   ValueType zero1(100, 1.0, L"", L"");
   ValueType zero2(999, 2.0, L"", L"");
   Double left(1, 0, 0, 10001);
@@ -445,7 +445,7 @@ TEST(Double, TakesItsQuantitiesFromTheCodesAlone) {
 
 // ---- The private members, exported as well
 
-TEST(DoublePrivate, ToleranceIsTheRelativePartAndTheAbsoluteOne) {
+TEST(DoublePrivate, ToleranceIsTheSumOfBothParts) {
   const struct {
     const char* name;
     double value;
@@ -456,8 +456,8 @@ TEST(DoublePrivate, ToleranceIsTheRelativePartAndTheAbsoluteOne) {
       {"absolute", 1234.5678, 0.01, 0, 0.01},
       {"relative", 1234.5678, 0, 0.001, 1.2345678},
       {"both", 100, 0.5, 0.01, 1.5},
-      {"a negative value makes it smaller", -100, 1.5, 0.01, 0.5},
-      {"and negative", -5, 0, 0.01, -0.05},
+      {"smaller with a negative value", -100, 1.5, 0.01, 0.5},
+      {"negative with a negative value", -5, 0, 0.01, -0.05},
       {"product and sum are rounded one after the other", 28.417, 0.319, 0.047, 1.654599},
       {"the same, up", 325.818, 0.511, 0.015, 5.39827},
       {"the same, down", 162.023, 0.715, 0.076, 13.028747999999998},

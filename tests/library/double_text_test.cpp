@@ -1,5 +1,5 @@
-// What a value prints and returns rounded, through the exports. The separator of the user's
-// settings: regional_settings_test.cpp.
+// The text and the rounded number of a value, through the exports. regional_settings_test.cpp tests
+// the separator of the user's settings.
 
 #include <gtest/gtest.h>
 
@@ -36,8 +36,8 @@ struct Row {
   std::wstring text;  // with a point
 };
 
-// Both texts and Return, and that none of them changes the value, which has a unit or not. The
-// program's own locale is the classic one, the user's has a point (CMakeLists.txt).
+// Compares both texts and Return, with and without a unit. None of them may change the value. The
+// program's locale is the classic one, the user's has a point (CMakeLists.txt).
 void ExpectRows(std::initializer_list<Row> rows) {
   for (const Row& row : rows) {
     SCOPED_TRACE(row.name);
@@ -58,7 +58,7 @@ void ExpectRows(std::initializer_list<Row> rows) {
   }
 }
 
-TEST(DoubleText, ShowsWhatTheToleranceJustifies) {
+TEST(DoubleText, ShowsTheDigitsThatTheToleranceJustifies) {
   ExpectRows({
       {"absolute 0.01", 1234.5678, 0.01, 0, 1234.57, L"1234.57"},
       {"relative: tens", 1234.5678, 0, 0.001, 1230, L"1230"},
@@ -89,7 +89,7 @@ TEST(DoubleText, ShowsWhatTheToleranceJustifies) {
   });
 }
 
-TEST(DoubleText, IsTheOneOfItsPage) {
+TEST(DoubleText, AgreesWithItsPage) {
   const std::vector<Cells> rows = TableOfPage("values.md", "`value`");
   EXPECT_EQ(rows.size(), 20U);
   for (const Cells& row : rows) {
@@ -111,7 +111,7 @@ TEST(DoubleText, RoundsToTheNearestIntegerInEveryBuild) {
       {"one and a half", 1.5, 1, 0, 2, L"2"},
       {"below one and a half", 1.4999999999999998, 1, 0, 1, L"1"},
       {"minus zero keeps its sign", -0.0, 1, 0, -0.0, L"-0"},
-      {"what rounds to zero keeps its sign", -0.3, 1, 0, -0.0, L"-0"},
+      {"a value rounded to zero keeps its sign", -0.3, 1, 0, -0.0, L"-0"},
       {"the smallest number", kDenormal, 1, 0, 0, L"0"},
       {"the largest with a half", 4503599627370495.5, 1, 0, 4503599627370496, L"4503599627370496"},
       {"the same, negative", -4503599627370495.5, 1, 0, -4503599627370496, L"-4503599627370496"},
@@ -122,7 +122,7 @@ TEST(DoubleText, RoundsToTheNearestIntegerInEveryBuild) {
   });
 }
 
-// All digits of 1e300, whatever the length.
+// All digits of 1e300.
 const std::wstring kDigitsOf1e300 =
     L"100000000000000005250476025520442024870446858110815915491585411551180245798890819578637137"
     L"508044786404370444383288387817694252323536043057564479218478670698284838720092657580373783"
@@ -143,8 +143,8 @@ TEST(DoubleText, PrintsEveryDigit) {
   });
 }
 
-// Beyond nine powers of ten the counters wrap, and that stays.
-TEST(DoubleText, TolerancesBeyondNinePowersOfTen) {
+// Beyond nine powers of ten the counters wrap around. Hosts rely on the results.
+TEST(DoubleText, OverflowsBeyondNinePowersOfTen) {
   ExpectRows({
       {"1e-10: up is 1410065408", 2.0 / 3, 1e-10, 0, 0.6666666664302711, L"0.666666666"},
       {"1e-12: up is 1316134912", 2.0 / 3, 1e-12, 0, 0.6666666631209309, L"0.666666663"},
@@ -160,12 +160,11 @@ TEST(DoubleText, TolerancesBeyondNinePowersOfTen) {
       {"1e25: down is 1241513984", 1e9, 1e25, 0, 1241513984, L"1241513984"},
       {"2e11: down is -727379968", 123456789012.0, 2e11, 0, 123654594560.0, L"123654594560"},
       {"negative value, negative down", -1e12, 2e11, 0, -1000147456000.0, L"-1000147456000"},
-      {"what rounds to zero by a negative down", 1, 2e11, 0, 0, L"0"},
+      {"rounded to zero by a negative down", 1, 2e11, 0, 0, L"0"},
   });
 }
 
-// What is not finite prints as the system prints it.
-TEST(DoubleText, WhatIsNotFinite) {
+TEST(DoubleText, ShowsNonFiniteNumbersAsTheSystemDoes) {
   EXPECT_EQ(Double(12.6, kNaN, 0, 10001).Return(), 13) << "a tolerance of NaN gives whole units";
   EXPECT_EQ(Double(12.6, kNaN, 0, 10001).to_string(L','), L"13");
   EXPECT_EQ(Double(12.6, kNaN, 0, 10001).to_string(), L"13");
@@ -195,7 +194,7 @@ TEST(DoubleText, TakesAnySeparator) {
   EXPECT_EQ(value.to_string(L'\0'),
             L"1234\0"
             L"57"s);
-  constexpr auto kBeyond16Bits = static_cast<wchar_t>(0x1F600);  // where wchar_t is
+  constexpr auto kBeyond16Bits = static_cast<wchar_t>(0x1F600);  // if wchar_t has 32 bits
   EXPECT_EQ(value.to_string(kBeyond16Bits), L"1234"s + kBeyond16Bits + L"57");
   EXPECT_EQ(Double(7, 1, 0, 10001).to_string(L'x'), L"7"s) << "without decimals there is none";
 }
@@ -216,9 +215,9 @@ TEST(DoubleText, ShowsTheGroupingOfTheGlobalLocaleAndReplacesOnlyPoints) {
     if (librarySharesTheGlobalLocale) {
       EXPECT_EQ(value.to_string(L';'), L"1;234;567!89");
     } else {
-      EXPECT_EQ(value.to_string(L';'), L"1234567;89") << "the library has one of its own";
+      EXPECT_EQ(value.to_string(L';'), L"1234567;89") << "the library has its own global locale";
     }
-    EXPECT_EQ(value.to_string(), L"1234567.89") << "which is not its business";
+    EXPECT_EQ(value.to_string(), L"1234567.89") << "not affected by the global locale";
     EXPECT_EQ(value.Return(), 1234567.89);
   }
   EXPECT_EQ(value.to_string(L';'), L"1234567;89");
@@ -250,7 +249,7 @@ TEST(DoubleText, CallsDoNotReturnWithoutAPositiveFiniteTolerance) {
   }
   Double value(1, 1, 0, 10001);
   EXPECT_TRUE(ReturnsWithin(50 * kMoment, [&value] { value.to_string(); }))
-      << "the others would not be seen to return";
+      << "ReturnsWithin never sees a call return";
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The built library through its exports only. Each test loads it anew and unloads it at its end.
+// The built library through its exports only. Each test loads and unloads the library.
 
 #include <gtest/gtest.h>
 
@@ -20,7 +20,7 @@ class EndToEnd : public HostTest {};
 
 // ---- Loading
 
-// The dictionaries that the pages show.
+// The dictionaries shown in the pages.
 std::wstring PageDictionaries() { return L"" KELMO_SOURCE_FOLDER "/tests/data/dictionary"; }
 
 TEST_F(EndToEnd, TheWorkedExampleLoadsAsDocumented) {
@@ -39,7 +39,7 @@ TEST_F(EndToEnd, TheWorkedExampleLoadsAsDocumented) {
   EXPECT_EQ(host_.UseLanguage(L"fr"), 0);
 }
 
-TEST_F(EndToEnd, TheDictionaryOfTheReadmeLoadsAsItSays) {
+TEST_F(EndToEnd, TheDictionaryOfTheReadmeLoadsAsDocumented) {
   EXPECT_EQ(host_.LoadDictionary(PageDictionaries().c_str(), L"readme.txt"), 0);
   EXPECT_EQ(Text(L"pump.start"), L"Pumpe einschalten");
   EXPECT_EQ(Text(L"pump.stop"), L"Pumpe ausschalten");
@@ -70,7 +70,7 @@ TEST_F(EndToEnd, LoadingAFileAgainListsEachKeyOnce) {
 
 TEST_F(EndToEnd, AHeaderAloneMakesAnEmptyDictionary) {
   EXPECT_EQ(WriteAndLoad(L"en.txt", "en"), 0);
-  ExpectMissing(L"key");  // a missing key, not a missing dictionary: it is current
+  ExpectMissing(L"key");  // a missing key, not a missing dictionary: the new one is current
   EXPECT_EQ(host_.UseLanguage(L"en"), 0);
 }
 
@@ -138,7 +138,7 @@ TEST_F(EndToEnd, TextsKeepEveryCharacterButTheBlanksAroundThem) {
 
 TEST_F(EndToEnd, ANulIsPartOfTextsAndMessages) {
   EXPECT_EQ(WriteAndLoad(L"en.txt", "en\nkey te\0xt\na\0b one\na\0c two\na\0b three\n"s), 1);
-  // A zero-terminated text shows what stands in front of the NUL, the whole of it is there.
+  // A host that stops at the NUL sees only the first part, but the whole text is in memory.
   const wchar_t* const text = host_.LANG(L"key");
   EXPECT_EQ(std::wstring(text, 5), L"te\0xt"s);
   const wchar_t* const message = host_.GetError(0);
@@ -173,8 +173,8 @@ TEST_F(EndToEnd, TheEndOfFileCharacterEndsAFileOnWindowsOnly) {
 }
 
 TEST_F(EndToEnd, LinesLongerThanAnyBufferLoad) {
-  // Characters of two bytes at odd offsets, and line ends of two bytes, so that every way of
-  // cutting the file into pieces cuts some in two.
+  // Characters of two bytes at odd offsets and line ends of two bytes: whatever the size of the
+  // chunks in which the file is read, some of them span two chunks.
   std::string bytes = "en\r\n";
   std::wstring longText;
   for (int i = 0; i < 300000; ++i) {
@@ -196,7 +196,7 @@ TEST_F(EndToEnd, LinesLongerThanAnyBufferLoad) {
   EXPECT_EQ(host_.GetErrorsCount(), 0);
 }
 
-TEST_F(EndToEnd, AHundredThousandEntriesAndAsManyMessages) {
+TEST_F(EndToEnd, AHundredThousandEntriesAndMessagesAreKept) {
   constexpr std::int32_t kCount = 100000;
   std::string bytes = "en\r\n";
   for (std::int32_t i = 0; i < kCount; ++i) {
@@ -224,7 +224,7 @@ TEST_F(EndToEnd, FolderAndFileNamesMayHoldAnyScriptAndBlanks) {
             (Messages{L"EL101. Key already declared.\nKey: key\nDictionary: " + PathOf(name)}));
 }
 
-TEST_F(EndToEnd, FolderAndFileNameAreJoinedAsTheyStand) {
+TEST_F(EndToEnd, FolderAndFileNameAreJoinedUnchanged) {
   folder_.Write(L"en.txt", "en\n");
   const std::wstring folder = folder_.HostPath();
   EXPECT_EQ(host_.LoadDictionary((folder + L"\\").c_str(), L"en.txt"), 0);
@@ -248,7 +248,7 @@ TEST_F(EndToEnd, AMissingFileIsListedOnceAndChangesNothing) {
 
 // ---- Start-up
 
-TEST_F(EndToEnd, StartingGivesZeroWhateverTheFilesAreAndListsNothing) {
+TEST_F(EndToEnd, StartingReturnsZeroWithAnyFilesAndListsNothing) {
   folder_.Write(L"LANG\\ru-val.txt", "ru Russian\n10001 m name\n");
   folder_.Write(L"LANG\\bad-val.txt", "no header\nno unit\n");
   folder_.Write(L"lang-val.text", "neutral Neutral\nno unit\n");
@@ -262,7 +262,7 @@ TEST_F(EndToEnd, StartingGivesZeroWhateverTheFilesAreAndListsNothing) {
   EXPECT_EQ(ReadMessages(), (Messages{}));
 }
 
-TEST_F(EndToEnd, StartingLeavesTextsAndMessagesAlone) {
+TEST_F(EndToEnd, StartingKeepsTextsAndMessages) {
   EXPECT_EQ(WriteAndLoad(L"en.txt", "en\nkey text\n"), 0);
   EXPECT_EQ(WriteAndLoad(L"de.txt", "de\nkey Wort\nkey again\n"), 1);
   EXPECT_EQ(host_.UseLanguage(L"en"), 0);
@@ -278,12 +278,12 @@ TEST_F(EndToEnd, StartingLeavesTextsAndMessagesAlone) {
   EXPECT_EQ(Text(L"key"), L"Wort");
 }
 
-TEST_F(EndToEnd, EveryStartPutsTheSameUnitsInThePlaceOfTheOldOnes) {
+TEST_F(EndToEnd, EveryStartReplacesTheUnitsWithTheDefaults) {
   const LoadedUnits units(library_);
   const auto expectDefaultUnits = [&units] {
     for (const UnitRow& row : kDefaultUnits) {
       if (row.code < 100) {
-        EXPECT_EQ(units.Find(row.code), nullptr) << "a quantity";
+        EXPECT_EQ(units.Find(row.code), nullptr) << "a quantity, not a unit";
         continue;
       }
       const auto* const unit = units.Find(row.code);
@@ -314,7 +314,7 @@ TEST_F(EndToEnd, NullCountsAsTheEmptyTextWhenStarting) {
 
 // ---- Selection and lookup
 
-TEST_F(EndToEnd, NothingIsThereRightAfterTheLoad) {
+TEST_F(EndToEnd, EverythingIsEmptyAfterTheLoad) {
   EXPECT_EQ(host_.GetErrorsCount(), 0);
   EXPECT_STREQ(host_.GetError(0), L"");
   EXPECT_STREQ(host_.LANG(L"key"), L"");
@@ -443,10 +443,10 @@ TEST_F(EndToEnd, ClearErrorsEmptiesTheListAndNothingElse) {
   EXPECT_EQ(host_.GetErrorsCount(), 0);
   EXPECT_STREQ(host_.GetError(0), L"");
   EXPECT_EQ(Text(L"key"), L"text");
-  EXPECT_EQ(Load(L"en.txt"), 1);  // listed anew
+  EXPECT_EQ(Load(L"en.txt"), 1);  // the message is listed again
 }
 
-TEST_F(EndToEnd, NothingClearsTheListButClearErrors) {
+TEST_F(EndToEnd, OnlyClearErrorsClearsTheList) {
   host_.UseLanguage(L"none");
   EXPECT_EQ(WriteAndLoad(L"en.txt", "en\nkey text\nkey again\n"), 2);
   host_.UseLanguage(L"en");

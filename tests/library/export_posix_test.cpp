@@ -1,5 +1,5 @@
-// The file that ExportPhyVal writes, as only a POSIX system has it: a path below the working
-// directory, full disks, pipes.
+// The file that ExportPhyVal writes, in cases that only POSIX systems have: a path below the
+// working directory, full disks, pipes.
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -26,7 +26,7 @@ namespace fs = std::filesystem;
 
 class ExportPosix : public HostTest {
  protected:
-  // The catalogue is rebuilt, whatever becomes of the file.
+  // The catalogue is rebuilt even if the file cannot be written.
   void ExpectTheExportToSucceed() {
     ASSERT_EQ(ExportPhyVal(), 0);
     const LoadedUnits units(library_);
@@ -42,13 +42,13 @@ class ExportPosix : public HostTest {
 TEST_F(ExportPosix, NeedsAFolderThatIsNamedLikeADrive) {
   fs::remove("C:");
   ExpectTheExportToSucceed();
-  EXPECT_TRUE(fs::is_empty(".")) << "neither the folder nor a file of another name";
+  EXPECT_TRUE(fs::is_empty(".")) << "the library must not create the folder or another file";
   fs::create_directory("C:");
   ExpectTheExportToSucceed();
   EXPECT_EQ(ExportPlace::Bytes(), ExportedDefaultTable());
 }
 
-TEST_F(ExportPosix, ToAFullDiskSaysNothing) {
+TEST_F(ExportPosix, SucceedsOnAFullDisk) {
   ASSERT_EQ(::access("/dev/full", W_OK), 0);
   fs::create_symlink("/dev/full", ExportPlace::kFile);
   ExpectTheExportToSucceed();
@@ -62,10 +62,10 @@ TEST_F(ExportPosix, FollowsALinkToAFile) {
   EXPECT_EQ(ReadFile("target"), ExportedDefaultTable());
 }
 
-TEST_F(ExportPosix, LeavesAPipeAlone) {
+TEST_F(ExportPosix, WritesNothingToAPipe) {
   ASSERT_EQ(::mkfifo("pipe", 0600), 0);
   fs::create_symlink("../pipe", ExportPlace::kFile);
-  ExpectTheExportToSucceed();  // and does not wait for a reader
+  ExpectTheExportToSucceed();  // it must not wait for a reader
   const int reader = ::open("pipe", O_RDONLY | O_NONBLOCK);
   ASSERT_GE(reader, 0);
   ExpectTheExportToSucceed();
@@ -87,11 +87,11 @@ TEST_F(ExportPosix, WritesToADevice) {
   ::close(terminal);
 }
 
-TEST_F(ExportPosix, WritesAsFarAsItGets) {
+TEST_F(ExportPosix, WritesUpToTheFileSizeLimit) {
   EXPECT_EQ(ExitCodeOf(StartChild([this] {
               ::signal(SIGXFSZ, SIG_IGN);
-              const struct rlimit few = {100, 100};
-              if (::setrlimit(RLIMIT_FSIZE, &few) != 0) {
+              const struct rlimit limit = {100, 100};
+              if (::setrlimit(RLIMIT_FSIZE, &limit) != 0) {
                 return 2;
               }
               ExpectTheExportToSucceed();
@@ -101,13 +101,13 @@ TEST_F(ExportPosix, WritesAsFarAsItGets) {
   EXPECT_EQ(ExportPlace::Bytes(), ExportedDefaultTable().substr(0, 100));
 }
 
-TEST_F(ExportPosix, LetsTheFileGo) {
+TEST_F(ExportPosix, ClosesTheFile) {
   const int before = FreeDescriptor();
   ExpectTheExportToSucceed();
   EXPECT_EQ(FreeDescriptor(), before);
 }
 
-TEST_F(ExportPosix, MakesAFileForAllButWhatTheMaskTakesAway) {
+TEST_F(ExportPosix, CreatesTheFileWithThePermissionsOfTheMask) {
   const struct {
     mode_t mask;
     mode_t mode;
@@ -123,7 +123,7 @@ TEST_F(ExportPosix, MakesAFileForAllButWhatTheMaskTakesAway) {
   }
 }
 
-TEST_F(ExportPosix, ToAFileThatMayOnlyBeReadSaysNothing) {
+TEST_F(ExportPosix, SucceedsIfTheFileIsReadOnly) {
   std::ofstream(ExportPlace::kFile) << "old";
   fs::permissions(ExportPlace::kFile, fs::perms::owner_read);
   constexpr int kSkipped = 2;
@@ -135,17 +135,17 @@ TEST_F(ExportPosix, ToAFileThatMayOnlyBeReadSaysNothing) {
     return HasFailure() ? 1 : 0;
   }));
   if (result == kSkipped) {
-    GTEST_SKIP() << "no other user to be";
+    GTEST_SKIP() << "cannot become another user";
   }
   EXPECT_EQ(result, 0);
   EXPECT_EQ(ExportPlace::Bytes(), "old");
 }
 
-// A host that has used up its descriptors has its units all the same: the table is in memory, and
-// what characters are is known without the system's files.
+// A host without free descriptors gets its units nevertheless: the table is in memory, and the
+// classes of characters come from no file.
 TEST_F(ExportPosix, StartingNeedsNoFile) {
   if (!MeasureFootprint()) {
-    GTEST_SKIP() << "a sanitizer needs descriptors of its own";
+    GTEST_SKIP() << "the sanitizer itself needs descriptors";
   }
   EXPECT_EQ(ExitCodeOf(StartChild([this] {
               const struct rlimit none = {0, 0};

@@ -1,4 +1,4 @@
-// The file that ExportPhyVal writes, by the built library.
+// The file that ExportPhyVal of the built library writes.
 
 #include <gtest/gtest.h>
 
@@ -36,7 +36,7 @@ TEST_F(Export, OfAFreshLibraryIsTheWholeTable) {
   ExpectTheUnitsToBeThere();
 }
 
-TEST_F(Export, IsTheSameAgainAndAfterAStart) {
+TEST_F(Export, IsTheSameEachTimeAndAfterAStart) {
   EXPECT_EQ(ExportPhyVal(), 0);
   EXPECT_EQ(ExportPhyVal(), 0);
   EXPECT_EQ(ExportPlace::Bytes(), ExportedDefaultTable());
@@ -53,14 +53,14 @@ TEST_F(Export, ReplacesALongerFile) {
   EXPECT_EQ(ExportPlace::Bytes(), ExportedDefaultTable());
 }
 
-TEST_F(Export, SaysNothingWhereTheFileCannotBeOpened) {
+TEST_F(Export, SucceedsIfTheFileCannotBeOpened) {
   fs::create_directory(ExportPlace::kFile);
   EXPECT_EQ(ExportPhyVal(), 0);
   EXPECT_TRUE(fs::is_directory(ExportPlace::kFile));
   ExpectTheUnitsToBeThere();
 }
 
-TEST_F(Export, SharesTheFileWithThoseWhoReadAndWriteIt) {
+TEST_F(Export, WritesAFileThatIsOpenElsewhere) {
   std::fstream reader(ExportPlace::kFile, std::ios::in | std::ios::out | std::ios::trunc);
   ASSERT_TRUE(reader.is_open());
   EXPECT_EQ(ExportPhyVal(), 0);
@@ -73,7 +73,7 @@ TEST_F(Export, IsTheSameUnderEveryGlobalLocale) {
   EXPECT_EQ(ExportPlace::Bytes(), ExportedDefaultTable());
 }
 
-TEST_F(Export, LetsTheFileGo) {
+TEST_F(Export, ClosesTheFile) {
   EXPECT_EQ(ExportPhyVal(), 0);
   EXPECT_TRUE(fs::remove(ExportPlace::kFile)) << "on Windows an open file cannot be removed";
 }

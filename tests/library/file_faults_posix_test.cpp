@@ -1,4 +1,4 @@
-// Files at fault as only a POSIX system has them: without permission, pipes, devices.
+// Faulty files that only POSIX systems have: without permission, pipes, devices.
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -17,20 +17,20 @@ namespace fs = std::filesystem;
 
 class FileFaultsPosix : public HostTest {};
 
-TEST_F(FileFaultsPosix, FilesAndFoldersWithoutPermission) {
+TEST_F(FileFaultsPosix, FilesAndFoldersWithoutPermissionAreNotFound) {
   constexpr int kSkipped = 2;
   folder_.Write(L"open.txt", "en\nkey text\n");
   folder_.Write(L"closed.txt", "de\n");
   folder_.Write(L"closed\\de.txt", "de\n");
   fs::permissions(folder_.Path() / "closed.txt", fs::perms::none);
   fs::permissions(folder_.Path() / "closed", fs::perms::none);
-  // No permission keeps root out: in a child process it becomes another user first.
+  // Root may open every file, so a child process becomes another user first.
   const int result = ExitCodeOf(StartChild([this] {
     if (!StopBeingRoot()) {
       return kSkipped;
     }
     if (::open((folder_.Path() / "open.txt").c_str(), O_RDONLY) < 0) {
-      return kSkipped;  // that user has no way into this folder
+      return kSkipped;  // that user may not enter this folder
     }
     EXPECT_EQ(Load(L"open.txt"), 0);
     ExpectNotFound(folder_.HostPath(), L"closed.txt");
@@ -45,7 +45,7 @@ TEST_F(FileFaultsPosix, FilesAndFoldersWithoutPermission) {
   EXPECT_EQ(result, 0);
 }
 
-TEST_F(FileFaultsPosix, WhatIsNoRegularFile) {
+TEST_F(FileFaultsPosix, OnlyRegularFilesAreFound) {
   folder_.Write(L"en.txt", "en\n");
   ASSERT_EQ(::mkfifo((folder_.Path() / "pipe").c_str(), 0600), 0);
   fs::create_symlink("pipe", folder_.Path() / "link to the pipe");
@@ -64,7 +64,7 @@ TEST_F(FileFaultsPosix, WhatIsNoRegularFile) {
   EXPECT_EQ(Load(L"link.txt"), 0) << "a link to a file is that file";
 }
 
-TEST_F(FileFaultsPosix, TheLongestPathThatTheSystemTakes) {
+TEST_F(FileFaultsPosix, TheLongestPathOfTheSystemLoads) {
   const std::wstring folder = folder_.HostPath();
   const std::wstring step = L"\\" + std::wstring(200, L'f');
   std::wstring inner;
@@ -74,18 +74,18 @@ TEST_F(FileFaultsPosix, TheLongestPathThatTheSystemTakes) {
   folder_.Write(inner.substr(1) + L"\\en.txt", "en\nkey text\n");
   EXPECT_EQ(host_.LoadDictionary((folder + inner).c_str(), L"en.txt"), 0);
   EXPECT_EQ(Text(L"key"), L"text");
-  const std::wstring detour =
-      L"\\." + std::wstring(4096, L'\\');  // the same folder, too long a path
+  // Leads to the same folder, but makes the path too long.
+  const std::wstring detour = L"\\." + std::wstring(4096, L'\\');
   ExpectNotFound(folder + inner + detour, L"en.txt");
 }
 
-TEST_F(FileFaultsPosix, AFileWhoseReadingFails) {
-  // Nothing is mapped at address 0: this regular file opens, and reading its front fails.
+TEST_F(FileFaultsPosix, AFileThatCannotBeReadLoadsAsEmpty) {
+  // Nothing is mapped at address 0: opening this regular file succeeds, reading its start fails.
   if (::access("/proc/self/mem", R_OK) != 0) {
     GTEST_SKIP() << "no /proc here";
   }
   EXPECT_EQ(WriteAndLoad(L"en.txt", "en\nkey text\n"), 0);
-  EXPECT_EQ(host_.LoadDictionary(L"\\proc\\self", L"mem"), 0) << "what cannot be read is not there";
+  EXPECT_EQ(host_.LoadDictionary(L"\\proc\\self", L"mem"), 0) << "it counts as an empty file";
   EXPECT_EQ(Text(L"key"), L"text");
 }
 

@@ -1,5 +1,5 @@
-// Files and names that are not what they should be, through the exports of the built library.
-// file_faults_posix_test.cpp and file_faults_windows_test.cpp hold what only one system has.
+// Faulty files and names, through the exports of the built library. Cases that only one system has
+// are in file_faults_posix_test.cpp and file_faults_windows_test.cpp.
 
 #include <gtest/gtest.h>
 
@@ -15,10 +15,10 @@ class FileFaults : public HostTest {};
 
 // ---- Bytes that are not UTF-8
 
-// What a line is worth when the bytes at fault stand behind `front` in it.
+// The entry that remains of a line in which invalid bytes follow `front`.
 struct CutLine {
   const char* front;
-  const wchar_t* key;  // null: the line is not there at all
+  const wchar_t* key;  // null: no entry remains
   const wchar_t* text;
 };
 
@@ -30,7 +30,7 @@ TEST_F(FileFaults, AnInvalidSequenceInAnEntryCutsItsLineAndTheRestOfTheFile) {
       {"k\xC3\xA4", L"k\u00E4", L""},
       {"k\xC3\xA4y", L"k\u00E4y", L""},
       {"k\xC3\xA4y ", L"k\u00E4y", L""},
-      {"k\xC3\xA4y  ", L"k\u00E4y", L" "},  // a text of blanks alone is kept
+      {"k\xC3\xA4y  ", L"k\u00E4y", L" "},  // a text of only blanks is kept
       {"k\xC3\xA4y  a", L"k\u00E4y", L"a"},
       {"k\xC3\xA4y  a ", L"k\u00E4y", L"a"},
       {"k\xC3\xA4y  a \xE2\x82\xAC", L"k\u00E4y", L"a \u20AC"},
@@ -63,7 +63,7 @@ TEST_F(FileFaults, AnInvalidSequenceInAnEntryCutsItsLineAndTheRestOfTheFile) {
   }
 }
 
-TEST(HeaderFaults, AnInvalidSequenceInTheHeaderLeavesWhatOfTheIdStandsInFrontOfIt) {
+TEST(HeaderFaults, AnInvalidSequenceInTheHeaderCutsTheId) {
   const ScratchFolder folder;
   const std::string line = "d\xC3\xA4 Deutsch";
   const CutLine cuts[] = {
@@ -77,7 +77,7 @@ TEST(HeaderFaults, AnInvalidSequenceInTheHeaderLeavesWhatOfTheIdStandsInFrontOfI
     for (const CutLine& cut : cuts) {
       SCOPED_TRACE(testing::Message()
                    << fault.name << " behind " << testing::PrintToString(cut.front));
-      const LoadedLibrary library;  // anew for each: nothing is current
+      const LoadedLibrary library;  // a new one for each row, without a current dictionary
       const LibraryExports host = ExportsOf(library);
       const std::string front = cut.front;
       folder.Write(L"file.txt",
@@ -91,7 +91,7 @@ TEST(HeaderFaults, AnInvalidSequenceInTheHeaderLeavesWhatOfTheIdStandsInFrontOfI
   }
 }
 
-TEST_F(FileFaults, AnInvalidSequenceInFrontOfEverythingChangesNothing) {
+TEST_F(FileFaults, AnInvalidSequenceAtTheStartChangesNothing) {
   EXPECT_EQ(WriteAndLoad(L"en.txt", "en\nkey text\n"), 0);
   for (const InvalidUtf8& fault : kInvalidUtf8) {
     SCOPED_TRACE(fault.name);
@@ -104,11 +104,11 @@ TEST_F(FileFaults, AnInvalidSequenceInFrontOfEverythingChangesNothing) {
 
 // ---- Lines of 10 MB
 
-constexpr std::size_t kLong = 10'000'000;
+constexpr std::size_t kTenMegabytes = 10'000'000;
 
-TEST_F(FileFaults, AnIdOfTenMegabytes) {
-  const std::wstring id(kLong, L'd');
-  EXPECT_EQ(WriteAndLoad(L"file.txt", std::string(kLong, 'd') + " word\nkey text\n"), 0);
+TEST_F(FileFaults, AnIdOfTenMegabytesLoads) {
+  const std::wstring id(kTenMegabytes, L'd');
+  EXPECT_EQ(WriteAndLoad(L"file.txt", std::string(kTenMegabytes, 'd') + " word\nkey text\n"), 0);
   EXPECT_EQ(Text(L"key"), L"text");
   EXPECT_EQ(host_.UseLanguage(id.c_str()), 0);
   EXPECT_EQ(host_.UseLanguage((id + L"d").c_str()), -1);
@@ -116,9 +116,9 @@ TEST_F(FileFaults, AnIdOfTenMegabytes) {
   EXPECT_TRUE(host_.GetError(0) == L"EL112. Dictionary not found\nDictionary id: d" + id);
 }
 
-TEST_F(FileFaults, AKeyOfTenMegabytes) {
-  const std::wstring key(kLong, L'k');
-  const std::string line = std::string(kLong, 'k') + " text\n";
+TEST_F(FileFaults, AKeyOfTenMegabytesLoads) {
+  const std::wstring key(kTenMegabytes, L'k');
+  const std::string line = std::string(kTenMegabytes, 'k') + " text\n";
   EXPECT_EQ(WriteAndLoad(L"file.txt", "en\n" + line + line + "last text\n"), 1);
   EXPECT_TRUE(host_.GetError(0) == L"EL101. Key already declared.\nKey: " + key +
                                        L"\nDictionary: " + PathOf(L"file.txt"));
@@ -130,53 +130,54 @@ TEST_F(FileFaults, AKeyOfTenMegabytes) {
               L"EL121. Key not found in dictionary\nKey: k" + key + L"\nDictionary id: k" + key);
 }
 
-TEST_F(FileFaults, TextsOfTenMegabytes) {
+TEST_F(FileFaults, TextsOfTenMegabytesLoad) {
   std::string twoBytes;
   std::wstring letters;
-  for (std::size_t i = 0; i < kLong / 2; ++i) {
+  for (std::size_t i = 0; i < kTenMegabytes / 2; ++i) {
     twoBytes += "\xC3\xA4";
     letters += L'\u00E4';
   }
-  EXPECT_EQ(WriteAndLoad(L"file.txt", "en\nascii " + std::string(kLong, 't') +
+  EXPECT_EQ(WriteAndLoad(L"file.txt", "en\nascii " + std::string(kTenMegabytes, 't') +
                                           "\r\n"
                                           "wide " +
-                                          twoBytes + "\r\nblanks " + std::string(kLong, ' ') +
-                                          "\r\nlast text"),
+                                          twoBytes + "\r\nblanks " +
+                                          std::string(kTenMegabytes, ' ') + "\r\nlast text"),
             0);
-  EXPECT_TRUE(Text(L"ascii") == std::wstring(kLong, L't'));
+  EXPECT_TRUE(Text(L"ascii") == std::wstring(kTenMegabytes, L't'));
   EXPECT_TRUE(Text(L"wide") == letters);
-  EXPECT_TRUE(Text(L"blanks") == std::wstring(kLong, L' '));
+  EXPECT_TRUE(Text(L"blanks") == std::wstring(kTenMegabytes, L' '));
   EXPECT_EQ(Text(L"last"), L"text");
   EXPECT_EQ(host_.GetErrorsCount(), 0);
 }
 
-TEST_F(FileFaults, TenMegabytesThatEndInAFault) {
-  EXPECT_EQ(WriteAndLoad(L"file.txt", "en\nkey " + std::string(kLong, 't') + "\xFF\nlast text\n"),
-            0);
-  EXPECT_TRUE(Text(L"key") == std::wstring(kLong, L't'));
+TEST_F(FileFaults, TenMegabytesBeforeAnInvalidByteLoad) {
+  EXPECT_EQ(
+      WriteAndLoad(L"file.txt", "en\nkey " + std::string(kTenMegabytes, 't') + "\xFF\nlast text\n"),
+      0);
+  EXPECT_TRUE(Text(L"key") == std::wstring(kTenMegabytes, L't'));
   ExpectMissing(L"last");
 }
 
-TEST_F(FileFaults, TenMegabytesOfLineEnds) {
-  EXPECT_EQ(WriteAndLoad(L"file.txt", "en\n" + std::string(kLong, '\n') + "key text\n"), 0);
+TEST_F(FileFaults, TenMegabytesOfLineEndsLoad) {
+  EXPECT_EQ(WriteAndLoad(L"file.txt", "en\n" + std::string(kTenMegabytes, '\n') + "key text\n"), 0);
   EXPECT_EQ(Text(L"key"), L"text");
 }
 
 // ---- Permissions
 
-TEST_F(FileFaults, AFileThatMayOnlyBeReadLoads) {
+TEST_F(FileFaults, AReadOnlyFileLoads) {
   folder_.Write(L"en.txt", "en\nkey text\n");
   const std::filesystem::path file = folder_.Path() / "en.txt";
   constexpr auto kAllMayRead = std::filesystem::perms{0444};
   std::filesystem::permissions(file, kAllMayRead);
   EXPECT_EQ(Load(L"en.txt"), 0);
   EXPECT_EQ(Text(L"key"), L"text");
-  std::filesystem::permissions(file, std::filesystem::perms::owner_all);  // else Windows keeps it
+  std::filesystem::permissions(file, std::filesystem::perms::owner_all);  // for deleting on Windows
 }
 
 // ---- Names
 
-TEST_F(FileFaults, NamesOfThirtyTwoThousandCharacters) {
+TEST_F(FileFaults, NamesOfThirtyTwoThousandCharactersAreNotFound) {
   const std::wstring longName(32000, L'n');
   std::wstring manyFolders = folder_.HostPath();
   while (manyFolders.size() < 32000) {
@@ -190,8 +191,8 @@ TEST_F(FileFaults, NamesOfThirtyTwoThousandCharacters) {
   ExpectNotFound(std::wstring(32000, L'\\'), L"no such file.txt");
 }
 
-TEST_F(FileFaults, LoneSurrogatesInNames) {
-  folder_.Write(L"_", "en\n");  // what a lossy conversion might make of them
+TEST_F(FileFaults, NamesWithLoneSurrogatesAreNotFound) {
+  folder_.Write(L"_", "en\n");  // possible results of a lossy conversion
   folder_.Write(L"\uFFFD", "en\n");
   const std::wstring folder = folder_.HostPath();
   for (const wchar_t surrogate :
@@ -201,10 +202,10 @@ TEST_F(FileFaults, LoneSurrogatesInNames) {
     ExpectNotFound(folder, std::wstring(L"file") + surrogate + L".txt");
     ExpectNotFound(folder + L"\\" + surrogate, L"en.txt");
   }
-  ExpectNotFound(folder, {wchar_t{0xDE00}, wchar_t{0xD83D}});  // a pair the wrong way round
+  ExpectNotFound(folder, {wchar_t{0xDE00}, wchar_t{0xD83D}});  // a pair in the wrong order
 }
 
-TEST_F(FileFaults, NamesThatStandForNoFile) {
+TEST_F(FileFaults, NamesThatAreNoFilesAreNotFound) {
   folder_.Write(L"folder\\en.txt", "en\n");
   for (const wchar_t* const fileName :
        {L"", L".", L"..", L"folder", L"folder\\", L"folder\\..", L"folder\\en.txt\\",

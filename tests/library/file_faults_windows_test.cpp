@@ -1,4 +1,4 @@
-// Files at fault as only Windows has them: held by another without sharing, devices, pipes.
+// Faulty files that only Windows has: opened elsewhere without sharing, devices, pipes.
 
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -11,7 +11,7 @@ namespace {
 
 class FileFaultsWindows : public HostTest {};
 
-TEST_F(FileFaultsWindows, AFileThatAnotherHoldsWithoutSharing) {
+TEST_F(FileFaultsWindows, AFileOpenedWithoutSharingIsNotFound) {
   EXPECT_EQ(WriteAndLoad(L"en.txt", "en\nkey text\n"), 0);
   folder_.Write(L"held.txt", "de\nkey Wort\n");
   HANDLE holder = ::CreateFileW((folder_.Path() / "held.txt").c_str(), GENERIC_READ | GENERIC_WRITE,
@@ -24,23 +24,23 @@ TEST_F(FileFaultsWindows, AFileThatAnotherHoldsWithoutSharing) {
   EXPECT_EQ(Text(L"key"), L"Wort");
 }
 
-TEST_F(FileFaultsWindows, AFileThatAnotherLetsNobodyWriteLoads) {
+TEST_F(FileFaultsWindows, AFileSharedForReadingOnlyLoads) {
   folder_.Write(L"en.txt", "en\nkey text\n");
   HANDLE reader = ::CreateFileW((folder_.Path() / "en.txt").c_str(), GENERIC_READ, FILE_SHARE_READ,
                                 nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
   ASSERT_NE(reader, INVALID_HANDLE_VALUE);
-  EXPECT_EQ(Load(L"en.txt"), 0) << "opened for more than reading";
+  EXPECT_EQ(Load(L"en.txt"), 0) << "the library must open it for reading only";
   ::CloseHandle(reader);
 }
 
-TEST_F(FileFaultsWindows, DevicesAreNoFiles) {
+TEST_F(FileFaultsWindows, DevicesAreNotFound) {
   for (const wchar_t* const device : {L"NUL", L"CON", L"CONIN$"}) {
     SCOPED_TRACE(testing::PrintToString(device));
     ExpectNotFound(L"\\\\.", device);
   }
 }
 
-TEST_F(FileFaultsWindows, APipeIsNoFile) {
+TEST_F(FileFaultsWindows, APipeIsNotFound) {
   HANDLE pipe = ::CreateNamedPipeW(L"\\\\.\\pipe\\kelmo_localizer_test", PIPE_ACCESS_DUPLEX,
                                    PIPE_TYPE_BYTE | PIPE_WAIT, 1, 4096, 4096, 0, nullptr);
   ASSERT_NE(pipe, INVALID_HANDLE_VALUE);

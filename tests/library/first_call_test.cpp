@@ -1,5 +1,5 @@
 // Each function as the first call of a fresh process, in a host that is linked to the library at
-// load time. CTest runs every test of this program in a process of its own.
+// load time. CTest runs every test of this program in its own process.
 
 #include <gtest/gtest.h>
 
@@ -13,10 +13,10 @@ using KelmoLibs::Localize::Phyval::ValueType;
 
 namespace {
 
-// Made before the program's own first line: the units are there by then.
+// Constructed before main: the library's units exist by then.
 const Double valueOfTheHost(1, 0, 0, 10002);
 
-// The types are part of the binary interface: hosts in other languages declare them on their own.
+// The types are part of the binary interface: hosts in other languages repeat these declarations.
 static_assert(std::is_same_v<decltype(Init), std::int32_t(const wchar_t*, const wchar_t*)>);
 static_assert(std::is_same_v<decltype(Init0), std::int32_t(const wchar_t*)>);
 static_assert(std::is_same_v<decltype(ExportPhyVal), std::int32_t()>);

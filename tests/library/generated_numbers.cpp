@@ -1,7 +1,7 @@
-// Generated fields of unit tables read as numbers, each ten thousand as one number: a checksum of every
-// bit. Builds with the same C runtime, which reads them, print the same.
+// Reads generated fields of unit tables as numbers and prints a checksum of every bit for each ten
+// thousand. The C runtime reads the fields, so builds with the same runtime print the same.
 //
-//   generated_numbers                         what the checked-in file holds
+//   generated_numbers                         prints the checked-in file
 //   generated_numbers --digest=N --seed=S     N fields of each kind, from another seed on
 
 #include <array>
@@ -20,9 +20,9 @@ namespace {
 using KelmoLibs::Localize::IntegerField;
 using KelmoLibs::Localize::NumberField;
 
-std::string Digits(RandomNumbers& random, int most) {
+std::string Digits(RandomNumbers& random, int maxDigits) {
   std::string digits;
-  for (int i = random.Below(most + 1); i > 0; --i) {
+  for (int i = random.Below(maxDigits + 1); i > 0; --i) {
     digits += static_cast<char>('0' + random.Below(10));
   }
   return digits;
@@ -33,13 +33,13 @@ std::string Sign(RandomNumbers& random) {
   return AnyOf(random, kSigns);
 }
 
-// In the fewest digits that give the number again.
+// The fewest digits that round-trip.
 std::string Shortest(double number) {
   std::array<char, 32> digits = {};
   return {digits.data(), std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr};
 }
 
-// Between two neighbours, exactly or by very little: what a runtime that rounds twice gets wrong.
+// Halfway between two neighbours or very little above. A runtime that rounds twice fails here.
 std::string Halfway(RandomNumbers& random) {
   const std::uint64_t odd = (random.Bits() >> 10U) | (std::uint64_t{1} << 53U) | 1U;
   std::string text = std::to_string(odd);
@@ -73,7 +73,7 @@ std::string NumberText(RandomNumbers& random) {
                                     "9007199254740993",
                                     "1e23",
                                     "8.5e-324"};
-  std::string text;  // piece by piece: the operands of + may be drawn in any order
+  std::string text;  // built step by step: the operands of + may be evaluated in any order
   switch (random.Below(8)) {
     case 0:
       return AnyOf(random, kTexts);

@@ -1,7 +1,7 @@
-// Operations on generated values, each ten thousand as one number: a checksum of every bit of their
-// results and every character of their texts. Two builds that print the same compute the same.
+// Computes with generated values and prints a checksum for each ten thousand operations: of every
+// bit of the results and every character of the texts. Builds that print the same compute the same.
 //
-//   generated_operations                         what the checked-in file holds
+//   generated_operations                         prints the checked-in file
 //   generated_operations --digest=N --seed=S     N operations of each kind, from another seed on
 
 #include <cmath>
@@ -28,10 +28,10 @@ void AddValue(const Double& value, Checksum& checksum) {
   checksum.Add(value.unit != nullptr ? value.unit->code : -1);
 }
 
-// ---- Values as hosts have them
+// ---- Values as hosts use them
 
 Double MakeValue(RandomNumbers& random, int code) {
-  // A tolerance of 1e-8 to 1e8, of both parts: what is added is positive, or the text never ends.
+  // Both parts of the tolerance are positive, about 1e-8 to 1e8: otherwise rounding would not end.
   const double number = random.OfMagnitude(-30, 60);
   double tolerance = random.Fraction() + 0.1;
   for (int i = random.Below(16) - 8; i != 0; i += i < 0 ? 1 : -1) {
@@ -40,7 +40,7 @@ Double MakeValue(RandomNumbers& random, int code) {
   return {number, tolerance, tolerance / number, code};
 }
 
-// Those of the eight operations that are the same for all values: the first four and the sixth.
+// The operations that Operate and OperateOn share: 0 to 3 and 5 of 8.
 void ComputeOrCompare(int operation, Double& left, const Double& right, Checksum& checksum) {
   switch (operation) {
     case 0:
@@ -90,7 +90,7 @@ void Operate(RandomNumbers& random, Checksum& checksum) {
   }
 }
 
-// ---- Values of every number there is, in every unit and in none
+// ---- Values of any number, with and without a unit
 
 double AnyNumber(RandomNumbers& random) {
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
@@ -181,7 +181,7 @@ void AddPrinted(const std::wstring& text, Checksum& checksum) {
   checksum.AddText(NormalizeNaN(text));
 }
 
-// Rounding ends with the tolerances that are positive and finite, or NaN.
+// Rounding ends only if the tolerance is positive and finite, or NaN.
 bool RoundingEnds(double tolerance) {
   return std::isnan(tolerance) ||
          (tolerance > 0 && tolerance < std::numeric_limits<double>::infinity());
@@ -191,7 +191,7 @@ void OperateOn(Double& left, const Double& right, RandomNumbers& random, Checksu
   const int operation = random.Below(8);
   switch (operation) {
     case 4:
-      if (left.unit != nullptr) {  // which ConvertTo does not check
+      if (left.unit != nullptr) {  // ConvertTo does not check it
         const int code = right.unit != nullptr ? right.unit->code : 20001;
         AddValue(left.ConvertTo(right.absTolerance, right.relTolerance, code), checksum);
         checksum.Add(Vs(left, right.value));
@@ -219,7 +219,7 @@ void OperateOn(Double& left, const Double& right, RandomNumbers& random, Checksu
 void OperateOnAny(RandomNumbers& random, Checksum& checksum) {
   Double left = AnyValue(random);
   Double right = AnyValue(random);
-  if (left.unit != nullptr && random.Below(4) != 0) {  // else most would not fit
+  if (left.unit != nullptr && random.Below(4) != 0) {  // otherwise most quantities would differ
     right = Double(right.value, right.absTolerance, right.relTolerance,
                    left.unit->code / 1000 * 1000 + 1 + random.Below(2));
   }

@@ -1,6 +1,6 @@
-// Every function as a host's last call, when the process ends: from a handler of the end, from the
-// destructor of a static object that was made before the library was used, and of one made later.
-// Not a test of a framework's: that has ended by then.
+// Every function as a host's last call, while the process exits: from an atexit handler, and from
+// the destructors of static objects constructed before and after the library's first use.
+// GoogleTest has ended by then, so this program does not use it.
 
 #include <cstdio>
 #include <cstdlib>
@@ -14,7 +14,7 @@ namespace {
 
 void Expect(bool holds, const char* what) {
   if (!holds) {
-    std::printf("failed at the end: %s\n", what);
+    std::printf("failed at exit: %s\n", what);
     std::fflush(stdout);
     std::_Exit(1);
   }
@@ -42,7 +42,7 @@ struct AtTheEnd {
   AtTheEnd& operator=(const AtTheEnd&) = delete;
   ~AtTheEnd() {
     CallEverything();
-    std::printf("%s: all as ever\n", name_);
+    std::printf("%s: all calls succeed\n", name_);
   }
 
  private:

@@ -1,4 +1,5 @@
-# Makes the locale de_DE.UTF-8 in a folder that LOCPATH then names: a decimal comma, which no locale of a fresh Debian has.
+# Makes the locale de_DE.UTF-8, which has a decimal comma, in the folder that LOCPATH names. No locale of a fresh Debian
+# has one.
 #   cmake -D FOLDER=folder -P make_locales.cmake
 file(MAKE_DIRECTORY ${FOLDER})
 execute_process(COMMAND localedef --no-archive -i de_DE -f UTF-8 ${FOLDER}/de_DE.UTF-8

@@ -1,6 +1,6 @@
-// The built library in a process that may not have more memory than so much: what does not fit is
-// said to have failed, and nothing else is lost. Other than with single allocations that fail
-// (allocation_failures_test.cpp), it is the system that refuses, and goes on doing so.
+// The built library in a process with limited memory: a load that does not fit reports a failure,
+// and nothing older is lost. Unlike in allocation_failures_test.cpp, the system itself refuses the
+// memory, and continues to do so.
 
 #include <gtest/gtest.h>
 #include <malloc.h>
@@ -19,11 +19,11 @@ namespace {
 
 constexpr std::size_t kMegabyte = 1'000'000;
 
-// While it lives, the process may have `more` bytes of address space than it has now.
+// Limits the address space of the process to `more` bytes above the current size.
 class AddressSpaceLimit {
  public:
   explicit AddressSpaceLimit(std::size_t more) {
-    ::malloc_trim(0);  // else what was given back could be had again beside it
+    ::malloc_trim(0);  // otherwise freed memory could be allocated again in spite of the limit
     const std::size_t now = MeasureFootprint()->mappedBytes;
     ::getrlimit(RLIMIT_AS, &before_);
     const struct rlimit limit = {now + more, before_.rlim_max};
@@ -37,12 +37,12 @@ class AddressSpaceLimit {
   struct rlimit before_ = {};
 };
 
-// A file of entries of one length each.
+// A file of entries of equal length.
 struct Entries {
   const char* name;
   std::size_t count;
   std::size_t textBytes;
-  bool first;  // whether at least one fits below each limit
+  bool firstFits;  // below each limit
 
   static std::wstring Key(std::size_t number) { return L"key" + std::to_wstring(number); }
   std::wstring Text(std::size_t number) const {
@@ -62,15 +62,15 @@ class MemoryLimit : public HostTest {
  protected:
   void SetUp() override {
     if (!MeasureFootprint()) {
-      GTEST_SKIP() << "a sanitizer needs memory of its own";
+      GTEST_SKIP() << "the sanitizer itself needs memory";
     }
-    ::mallopt(M_MMAP_THRESHOLD, 100'000);  // large blocks go back to the system at once
+    ::mallopt(M_MMAP_THRESHOLD, 100'000);  // freed large blocks return to the system at once
     ASSERT_EQ(WriteAndLoad(L"older.txt", "older\nkey older text\nkey again\n"), 1);
     ASSERT_EQ(Text(L"none"), L"");
     olderText_ = host_.LANG(L"key");
   }
 
-  // In a process of its own, which may be left without memory for good.
+  // In a child process, which may stay without memory.
   template <class Work>
   void InChild(Work work) {
     EXPECT_EQ(ExitCodeOf(StartChild([&] {
@@ -92,7 +92,7 @@ class MemoryLimit : public HostTest {
   const wchar_t* olderText_ = nullptr;
 };
 
-TEST_F(MemoryLimit, ADictionaryThatDoesNotFitIsThereAsFarAsItFitted) {
+TEST_F(MemoryLimit, ADictionaryIsKeptAsFarAsItFits) {
   const Entries rows[] = {
       {"short texts", 60'000, 20, true},
       {"long texts", 6, kMegabyte, false},
@@ -114,12 +114,12 @@ TEST_F(MemoryLimit, ADictionaryThatDoesNotFitIsThereAsFarAsItFitted) {
         EXPECT_EQ(ReadMessages(), messages);
         ExpectOlderText();
 
-        // The same call succeeds afterwards, and its messages tell what was there.
+        // The same call succeeds afterwards. Its messages name the entries that were kept.
         result = Load(L"en.txt");
         ASSERT_GE(result, 3);
         const std::size_t kept = static_cast<std::size_t>(result) - messages.size();
         EXPECT_LT(kept, row.count);
-        EXPECT_TRUE(kept > 0 || !row.first);
+        EXPECT_TRUE(kept > 0 || !row.firstFits);
         for (std::size_t i = 0; i < kept; ++i) {
           messages.push_back(L"EL101. Key already declared.\nKey: " + Entries::Key(i) +
                              L"\nDictionary: " + PathOf(L"en.txt"));
@@ -134,8 +134,8 @@ TEST_F(MemoryLimit, ADictionaryThatDoesNotFitIsThereAsFarAsItFitted) {
   }
 }
 
-// Which units of the table are kept no export tells; that not all are, the memory that they take.
-TEST_F(MemoryLimit, ATableOfALanguageThatDoesNotFitIsNoFailureOfTheStart) {
+// No export shows which units of the table were kept. Their memory shows that some are missing.
+TEST_F(MemoryLimit, StartingSucceedsIfTheLanguageTableDoesNotFit) {
   constexpr std::size_t kMore = 4 * kMegabyte;
   constexpr std::size_t kFreeBefore = kMegabyte / 8;  // at most, inside the heap
   const struct {
@@ -159,7 +159,7 @@ TEST_F(MemoryLimit, ATableOfALanguageThatDoesNotFitIsNoFailureOfTheStart) {
         for (const int code : {10001, 10002, 30001, 40001, 40002}) {
           EXPECT_NE(units.Find(code), nullptr) << code;
         }
-        EXPECT_EQ(units.Find(20001), nullptr) << "a row of before";
+        EXPECT_EQ(units.Find(20001), nullptr) << "a row from before the start";
         ExpectOlderText();
         return MeasureFootprint()->heapBytes - before;
       };

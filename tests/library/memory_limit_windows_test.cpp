@@ -1,6 +1,6 @@
-// The built DLL in a process that has no more memory: what does not fit is said to have failed, and nothing
-// else is lost. Here the DLL's own runtime throws what the DLL catches. Whoever starts the program limits
-// its address space.
+// The built DLL in a process without free memory: a load that does not fit reports a failure, and
+// nothing older is lost. The DLL's own runtime throws the exceptions that the DLL catches. CTest
+// limits the address space of this program (CMakeLists.txt).
 
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -16,44 +16,44 @@ namespace {
 
 constexpr std::size_t kMegabyte = 1'000'000;
 
-// While it lives, nothing of a megabyte finds a place any more; small things still do in the gaps.
-class TakenAddressSpace {
+// Reserves the free address space, except for gaps that are too small for a megabyte.
+class ReservedAddressSpace {
  public:
-  TakenAddressSpace() {
-    constexpr std::size_t kMostPieces = 100;
-    taken_.reserve(kMostPieces);
+  ReservedAddressSpace() {
+    constexpr std::size_t kMaxBlocks = 100;
+    blocks_.reserve(kMaxBlocks);
     for (std::size_t bytes = std::size_t{1} << 30U; bytes >= kMegabyte / 2; bytes /= 2) {
-      void* place = nullptr;
-      while (taken_.size() < kMostPieces &&
-             (place = ::VirtualAlloc(nullptr, bytes, MEM_RESERVE, PAGE_NOACCESS)) != nullptr) {
-        taken_.push_back(place);
+      void* block = nullptr;
+      while (blocks_.size() < kMaxBlocks &&
+             (block = ::VirtualAlloc(nullptr, bytes, MEM_RESERVE, PAGE_NOACCESS)) != nullptr) {
+        blocks_.push_back(block);
       }
     }
-    isAll_ = taken_.size() < kMostPieces;
+    isComplete_ = blocks_.size() < kMaxBlocks;
   }
-  TakenAddressSpace(const TakenAddressSpace&) = delete;
-  TakenAddressSpace& operator=(const TakenAddressSpace&) = delete;
-  ~TakenAddressSpace() {
-    for (void* const place : taken_) {
-      ::VirtualFree(place, 0, MEM_RELEASE);
+  ReservedAddressSpace(const ReservedAddressSpace&) = delete;
+  ReservedAddressSpace& operator=(const ReservedAddressSpace&) = delete;
+  ~ReservedAddressSpace() {
+    for (void* const block : blocks_) {
+      ::VirtualFree(block, 0, MEM_RELEASE);
     }
   }
 
-  bool IsAll() const noexcept { return isAll_; }
+  bool IsComplete() const noexcept { return isComplete_; }
 
  private:
-  std::vector<void*> taken_;
-  bool isAll_ = false;
+  std::vector<void*> blocks_;
+  bool isComplete_ = false;
 };
 
 class MemoryLimitWindows : public HostTest {
  protected:
   void SetUp() override {
-    ASSERT_TRUE(TakenAddressSpace().IsAll()) << "the address space is not limited";
+    ASSERT_TRUE(ReservedAddressSpace().IsComplete()) << "the address space is not limited";
   }
 };
 
-TEST_F(MemoryLimitWindows, ADictionaryWithALineThatDoesNotFitIsThereUpToIt) {
+TEST_F(MemoryLimitWindows, ADictionaryIsKeptUpToALineThatDoesNotFit) {
   const std::string longText(8 * kMegabyte, 't');
   folder_.Write(L"en.txt", "en\nkey text\nlong " + longText + "\nlast last text\n");
   ASSERT_EQ(WriteAndLoad(L"older.txt", "older\nkey older text\n"), 0);
@@ -61,7 +61,7 @@ TEST_F(MemoryLimitWindows, ADictionaryWithALineThatDoesNotFitIsThereUpToIt) {
   for (int time = 0; time < 2; ++time) {
     std::int32_t result = 0;
     {
-      const TakenAddressSpace taken;
+      const ReservedAddressSpace reserved;
       result = Load(L"en.txt");
     }
     EXPECT_EQ(result, -1);
@@ -82,12 +82,12 @@ TEST_F(MemoryLimitWindows, ADictionaryWithALineThatDoesNotFitIsThereUpToIt) {
   EXPECT_EQ(Text(L"last"), L"last text");
 }
 
-TEST_F(MemoryLimitWindows, ATableOfALanguageThatDoesNotFitIsNoFailureOfTheStart) {
+TEST_F(MemoryLimitWindows, StartingSucceedsIfTheLanguageTableDoesNotFit) {
   folder_.Write(L"LANG\\ru-val.txt",
                 "ru Russian\n10001 m " + std::string(8 * kMegabyte, 'n') + "\n10002 in inch\n");
   for (int time = 0; time < 2; ++time) {
     {
-      const TakenAddressSpace taken;
+      const ReservedAddressSpace reserved;
       EXPECT_EQ(Init(folder_.HostPath(), L"ru"), 0);
     }
     EXPECT_EQ(ReadMessages(), Messages{});

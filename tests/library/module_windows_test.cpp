@@ -1,6 +1,5 @@
-// The library's module: the references to it, which only Windows counts in a way that hosts see, the
-// notifications of threads, which it does not get, and the runtime inside it, which has exceptions of
-// its own.
+// The library's module: its reference count, which hosts see only on Windows; thread notifications,
+// which it disables; and the runtime linked into it, which has its own exceptions.
 
 #include <gtest/gtest.h>
 #include <io.h>
@@ -22,7 +21,7 @@
 
 namespace {
 
-TEST(Module, HasAReferenceMoreAfterEachStart) {
+TEST(Module, GetsOneReferencePerStart) {
   const ScratchFolder folder;
   folder.Write(L"en.txt", "en\nkey text\nkey again\n");
   for (const int starts : {1, 2, 7}) {
@@ -38,7 +37,7 @@ TEST(Module, HasAReferenceMoreAfterEachStart) {
                                         : host.ExportPhyVal();
         EXPECT_EQ(result, 0);
       }
-      // One reference for the load, one for each start. Until the last has gone, all is as it was.
+      // One reference for the load, one for each start. The state stays until the last is released.
       for (int i = 0; i < starts; ++i) {
         library.ReleaseReferencesOfStarts(1);
         ASSERT_TRUE(LoadedLibrary::IsInProcess());
@@ -52,7 +51,7 @@ TEST(Module, HasAReferenceMoreAfterEachStart) {
   }
 }
 
-TEST(Module, StaysWhereItIsIfTheReferencesOfStartsAreNotGivenBack) {
+TEST(Module, StaysLoadedUntilTheReferencesOfStartsAreReleased) {
   {
     const LoadedLibrary library;
     const LibraryExports host = ExportsOf(library);
@@ -63,23 +62,23 @@ TEST(Module, StaysWhereItIsIfTheReferencesOfStartsAreNotGivenBack) {
   ASSERT_TRUE(LoadedLibrary::IsInProcess());
   {
     const LoadedLibrary again;
-    EXPECT_EQ(ExportsOf(again).GetErrorsCount(), 1) << "the same one";
+    EXPECT_EQ(ExportsOf(again).GetErrorsCount(), 1) << "it must be the same module";
     again.ReleaseReferencesOfStarts(2);
   }
   EXPECT_FALSE(LoadedLibrary::IsInProcess());
 }
 
-// What the loader says of a module; no header of the system declares the flags, whose place is the
-// same in all 64-bit versions of Windows.
+// The loader's flags of a module. No header of the system declares them; their offset is the same
+// in all 64-bit versions of Windows.
 ULONG LoaderFlagsOf(HMODULE module) {
-  constexpr std::size_t kPlaceOfFlags = 0x68;
+  constexpr std::size_t kFlagsOffset = 0x68;
   const LIST_ENTRY& modules =
       ::NtCurrentTeb()->ProcessEnvironmentBlock->Ldr->InMemoryOrderModuleList;
   for (const LIST_ENTRY* link = modules.Flink; link != &modules; link = link->Flink) {
     const auto* const entry = CONTAINING_RECORD(link, LDR_DATA_TABLE_ENTRY, InMemoryOrderLinks);
     if (entry->DllBase == module) {
       ULONG flags = 0;
-      std::memcpy(&flags, reinterpret_cast<const char*>(entry) + kPlaceOfFlags, sizeof(flags));
+      std::memcpy(&flags, reinterpret_cast<const char*>(entry) + kFlagsOffset, sizeof(flags));
       return flags;
     }
   }
@@ -88,19 +87,19 @@ ULONG LoaderFlagsOf(HMODULE module) {
 
 constexpr ULONG kNoThreadCalls = 0x00040000;
 
-TEST(Module, IsNotToldOfThreads) {
+TEST(Module, GetsNoThreadNotifications) {
   const LoadedLibrary library;
   const HMODULE module = ::GetModuleHandleA("kelmo_Mestrel_Localizer.dll");
   ASSERT_NE(module, nullptr);
-  EXPECT_EQ(LoaderFlagsOf(module) & kNoThreadCalls, kNoThreadCalls) << "turned off by the library";
+  EXPECT_EQ(LoaderFlagsOf(module) & kNoThreadCalls, kNoThreadCalls) << "the library sets the flag";
   ::SetLastError(0);
   EXPECT_NE(::DisableThreadLibraryCalls(module), FALSE) << "refused: " << ::GetLastError();
   EXPECT_EQ(LoaderFlagsOf(::GetModuleHandleW(nullptr)) & kNoThreadCalls, 0U)
-      << "this program is, so that the flag says something";
+      << "this program gets notifications, so the flag must be clear";
 }
 
-// Each thread makes the library throw, which is where its runtime might keep something per thread.
-TEST(Module, KeepsNothingOfTheThreadsThatComeAndGo) {
+// Each thread makes the library throw: its runtime might keep memory per thread for exceptions.
+TEST(Module, KeepsNothingPerThread) {
   constexpr std::size_t kWarmUp = 50;
   constexpr std::size_t kThreads = 1000;
   const LoadedLibrary library;
@@ -131,8 +130,8 @@ TEST(Module, KeepsNothingOfTheThreadsThatComeAndGo) {
   EXPECT_LT(after->nextThreadSlot, before->nextThreadSlot + 8) << "slots of thread-local storage";
 }
 
-// Where the module keeps the address of a function of another one; null, if it calls none such.
-void** PlaceOfImport(HMODULE module, const char* name) {
+// The entry of the import table that holds the address of the named function, or null.
+void** ImportEntry(HMODULE module, const char* name) {
   auto* const base = reinterpret_cast<unsigned char*>(module);
   const auto* const dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
   const auto* const headers = reinterpret_cast<const IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
@@ -140,31 +139,31 @@ void** PlaceOfImport(HMODULE module, const char* name) {
   const auto* from = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(base + table.VirtualAddress);
   for (; from->Name != 0; ++from) {
     const auto* named = reinterpret_cast<const IMAGE_THUNK_DATA*>(base + from->OriginalFirstThunk);
-    auto** place = reinterpret_cast<void**>(base + from->FirstThunk);
-    for (; named->u1.AddressOfData != 0; ++named, ++place) {
+    auto** entry = reinterpret_cast<void**>(base + from->FirstThunk);
+    for (; named->u1.AddressOfData != 0; ++named, ++entry) {
       const auto* const import =
           reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(base + named->u1.AddressOfData);
       const bool hasName = !IMAGE_SNAP_BY_ORDINAL(named->u1.Ordinal);
       if (hasName && std::strcmp(reinterpret_cast<const char*>(import->Name), name) == 0) {
-        return place;
+        return entry;
       }
     }
   }
   return nullptr;
 }
 
-// Returns what was there.
-void* Replace(void** place, void* address) {
+// Returns the old address.
+void* Replace(void** entry, void* address) {
   DWORD before = 0;
   EXPECT_TRUE(
-      ::VirtualProtect(static_cast<void*>(place), sizeof(address), PAGE_READWRITE, &before));
-  void* const old = std::exchange(*place, address);
-  EXPECT_TRUE(::VirtualProtect(static_cast<void*>(place), sizeof(address), before, &before));
+      ::VirtualProtect(static_cast<void*>(entry), sizeof(address), PAGE_READWRITE, &before));
+  void* const old = std::exchange(*entry, address);
+  EXPECT_TRUE(::VirtualProtect(static_cast<void*>(entry), sizeof(address), before, &before));
   return old;
 }
 
-// Enough for all but what is as long as the file.
-void* OnlyLittleMemory(std::size_t bytes) { return bytes < 8192 ? std::malloc(bytes) : nullptr; }
+// Enough for everything except buffers as long as the file.
+void* OnlySmallBlocks(std::size_t bytes) { return bytes < 8192 ? std::malloc(bytes) : nullptr; }
 
 TEST(Module, CatchesItsOwnExceptionsWhenMemoryFails) {
   const ScratchFolder folder;
@@ -172,15 +171,15 @@ TEST(Module, CatchesItsOwnExceptionsWhenMemoryFails) {
   const std::wstring path = folder.HostPath();
   const LoadedLibrary library;
   const LibraryExports host = ExportsOf(library);
-  void** const place = PlaceOfImport(::GetModuleHandleA("kelmo_Mestrel_Localizer.dll"), "malloc");
-  ASSERT_NE(place, nullptr);
-  void* const malloc = Replace(place, reinterpret_cast<void*>(&OnlyLittleMemory));
+  void** const entry = ImportEntry(::GetModuleHandleA("kelmo_Mestrel_Localizer.dll"), "malloc");
+  ASSERT_NE(entry, nullptr);
+  void* const malloc = Replace(entry, reinterpret_cast<void*>(&OnlySmallBlocks));
   const int result = host.LoadDictionary(path.c_str(), L"en.txt");
-  Replace(place, malloc);
+  Replace(entry, malloc);
   EXPECT_EQ(result, -1);
   EXPECT_EQ(std::wstring(host.GetError(0)),
             L"EL111. Dictionary loading error\nDictionary: " + path + L"\\en.txt");
-  EXPECT_EQ(host.LoadDictionary(path.c_str(), L"en.txt"), 1) << "the message of before";
+  EXPECT_EQ(host.LoadDictionary(path.c_str(), L"en.txt"), 1) << "only the earlier message";
   EXPECT_EQ(std::wstring(host.LANG(L"key")), std::wstring(10000, L'a'));
 }
 
@@ -190,20 +189,20 @@ int OneByteAtATime(int descriptor, const void* bytes, unsigned count) {
   return ::_write(descriptor, bytes, count > 0 ? 1 : 0);
 }
 
-TEST(Module, ExportsItsTableInPiecesAndStopsWhereTheDiskIsFull) {
+TEST(Module, ExportsInChunksAndStopsWhenTheDiskIsFull) {
   const ScratchFolder folder;
   const ExportPlace exported(folder);
   const LoadedLibrary library;
   const LibraryExports host = ExportsOf(library);
-  void** const place = PlaceOfImport(::GetModuleHandleA("kelmo_Mestrel_Localizer.dll"), "_write");
-  ASSERT_NE(place, nullptr);
-  void* const write = Replace(place, reinterpret_cast<void*>(&OneByteAtATime));
+  void** const entry = ImportEntry(::GetModuleHandleA("kelmo_Mestrel_Localizer.dll"), "_write");
+  ASSERT_NE(entry, nullptr);
+  void* const write = Replace(entry, reinterpret_cast<void*>(&OneByteAtATime));
   EXPECT_EQ(host.ExportPhyVal(), 0);
   EXPECT_EQ(ExportPlace::Bytes(), ExportedDefaultTable());
-  Replace(place, reinterpret_cast<void*>(&FullDisk));
+  Replace(entry, reinterpret_cast<void*>(&FullDisk));
   EXPECT_EQ(host.ExportPhyVal(), 0);
   EXPECT_EQ(ExportPlace::Bytes(), "");
-  Replace(place, write);
+  Replace(entry, write);
   library.ReleaseReferencesOfStarts(2);
 }
 

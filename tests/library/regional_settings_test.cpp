@@ -1,6 +1,6 @@
-// to_string(), the factors of units and the runtime's locale, through the exports. The user's settings come from the
-// environment of the process: CTest runs this program under several (CMakeLists.txt), and
-// tells it the user's separator, and the locale that the host has chosen before, if any.
+// to_string(), the factors of units and the runtime's locale, through the exports. CTest runs this
+// program in several environments, which contain the user's settings (CMakeLists.txt). Variables
+// tell it the user's separator and the locale that the host has chosen, if any.
 
 #include <gtest/gtest.h>
 
@@ -40,17 +40,17 @@ class RegionalSettings : public testing::Test {
   }();
 };
 
-TEST_F(RegionalSettings, GivesTheSeparatorAndNothingElse) {
+TEST_F(RegionalSettings, DetermineTheSeparatorAndNothingElse) {
   EXPECT_EQ(Double(1234.5678, 0.01, 0, 10001).to_string(), L"1234" + separator_ + L"57");
   EXPECT_EQ(Double(-1234567.5, 0.05, 0, 10001).to_string(), L"-1234567" + separator_ + L"50");
   EXPECT_EQ(Double(1e22, 1, 0, 99999).to_string(), L"10000000000000000000000");
 }
 
-TEST_F(RegionalSettings, IsGoneAfterTheCall) {
+TEST_F(RegionalSettings, DoNotChangeTheLocaleOfTheHost) {
   const std::string before = CurrentLocale();
   (void)Double(1234.5678, 0.01, 0, 10001).to_string();
   EXPECT_EQ(CurrentLocale(), before);
-  // One category alone is another locale: the name of the whole tells each.
+  // With one category from another locale, the name lists all categories.
   std::setlocale(LC_ALL, "");
   ASSERT_NE(std::setlocale(LC_NUMERIC, "C"), nullptr);
   const std::string mixed = CurrentLocale();
@@ -58,16 +58,16 @@ TEST_F(RegionalSettings, IsGoneAfterTheCall) {
   EXPECT_EQ(CurrentLocale(), mixed);
 }
 
-TEST_F(RegionalSettings, IsOfNoConcernToTheOtherText) {
+TEST_F(RegionalSettings, DoNotAffectTextWithAGivenSeparator) {
   EXPECT_EQ(Double(1234.5678, 0.01, 0, 10001).to_string(L','), L"1234,57");
   EXPECT_EQ(Double(1234.5678, 0.01, 0, 10001).to_string(L'.'), L"1234.57");
   EXPECT_EQ(Double(1234.5678, 0.01, 0, 10001).Return(), 1234.57);
 }
 
-// As a host does that sets its locale by name: both the runtime's and the global C++ locale change.
-TEST_F(RegionalSettings, OfTheHostsGlobalLocaleCountForTheOtherTextOnLinux) {
+// A host that sets its locale by name changes the runtime's locale and the global C++ locale.
+TEST_F(RegionalSettings, OfTheGlobalLocaleAffectTextWithAGivenSeparatorOnLinux) {
   if (!librarySharesTheGlobalLocale) {
-    GTEST_SKIP() << "the library has one of its own";
+    GTEST_SKIP() << "the library has its own global locale";
   }
   Double value(1234567.891, 0.01, 0, 10001);
   const std::wstring text = value.to_string();
@@ -77,8 +77,8 @@ TEST_F(RegionalSettings, OfTheHostsGlobalLocaleCountForTheOtherTextOnLinux) {
   EXPECT_EQ(value.to_string().size(), text.size());
 }
 
-// Of the host's locale, not of the user's, and not for the moment of the call.
-TEST_F(RegionalSettings, OfTheHostDecideWhereAFactorEnds) {
+// The decimal point of the host's locale counts, not the user's. The library does not switch it.
+TEST_F(RegionalSettings, OfTheHostDetermineHowFactorsAreRead) {
   const std::string point = std::localeconv()->decimal_point;
   EXPECT_EQ(Init0(L"no such folder"), 0);
   ASSERT_NE(Double(1, 0, 0, 40002).unit, nullptr);

@@ -1,6 +1,6 @@
-// The library under another name than its own, in a folder without the original: it does not find the
-// table inside its own file. This program is built twice, without a unit table of its own and with
-// one (KELMO_HOST_TABLE); each also holds the core, which looks for the table in the same way.
+// A renamed library in a folder without the original does not find the table in its own file. This
+// program is built twice, without and with its own unit table (KELMO_HOST_TABLE). Both also contain
+// the core, which searches for the table in the same way.
 
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -19,14 +19,14 @@ using namespace KelmoLibs::Localize;
 
 namespace {
 
-// Beside this program.
+// In the folder of this program.
 constexpr const wchar_t* kRenamed = L"renamed.dll";
 
 class RenamedLibrary : public testing::Test {
  protected:
   void SetUp() override { ASSERT_NE(module_, nullptr); }
   void TearDown() override {
-    // Where there is no module of the library's own name, a start has none to take a reference to.
+    // Starts took no reference: no module has the library's original name.
     ::FreeLibrary(module_);
     EXPECT_EQ(::GetModuleHandleW(kRenamed), nullptr);
   }
@@ -37,7 +37,7 @@ class RenamedLibrary : public testing::Test {
         reinterpret_cast<void (*)()>(::GetProcAddress(module_, name)));
   }
 
-  // The symbol of the unit with the code, or nothing.
+  // The symbol of the unit with the code, or an empty text.
   std::wstring Symbol(int code) const {
     ValueMemory value = {};
     members_.fromCode(&value, 1, 1, 0, code);
@@ -83,7 +83,7 @@ TEST_F(RenamedLibrary, HasNoUnitsOnceItIsStarted) {
     }
     EXPECT_EQ(Export<decltype(GetErrorsCount)>("GetErrorsCount")(), 0);
   };
-  EXPECT_EQ(Symbol(10002), L"in") << "before";
+  EXPECT_EQ(Symbol(10002), L"in") << "before the first start";
   EXPECT_EQ(Export<decltype(Init)>("Init")(L"no such folder", L"ru"), 0);
   expectNoUnits();
   EXPECT_EQ(Export<decltype(Init0)>("Init0")(L"no such folder"), 0);

@@ -1,5 +1,5 @@
-// The units that a host finds before and after it has started the library: row for row those of
-// docs/values.md, which this test reads.
+// The units that a host finds before and after it starts the library. This test reads the expected
+// rows from docs/values.md.
 
 #include <gtest/gtest.h>
 
@@ -25,7 +25,7 @@ using KelmoLibs::Localize::Phyval::ValueType;
 
 namespace {
 
-// A middle dot stands for a blank.
+// A middle dot in `asked` means a blank.
 const ValueType* FindAskedFor(const std::string& asked) {
   if (asked.front() != '`') {
     return Double(1, 1, 0, std::atoi(asked.c_str())).unit;
@@ -54,7 +54,7 @@ void ExpectToFind(const std::string& asked, const std::string& expected) {
 
 class StartUp : public testing::Test {
  protected:
-  // Loaded, started in each way, and again.
+  // Calls `before` once, then `after` behind each kind of start.
   template <class Before, class After>
   static void BeforeAndAfter(Before before, After after) {
     static int tests = 0;
@@ -78,7 +78,7 @@ class StartUp : public testing::Test {
 };
 
 TEST_F(StartUp, ChangesTheUnitsAsItsPageSays) {
-  // What is asked for, and the unit that it finds before and after, as "code, factor".
+  // Columns: code or text; the unit found before and after, as "code, factor".
   const std::vector<Cells> rows = TableOfPage("values.md", "Asked for");
   ASSERT_EQ(rows.size(), 37U) << "9 codes, 10 symbols, 9 names with and without a blank";
   BeforeAndAfter(
@@ -125,7 +125,7 @@ TEST_F(StartUp, LeavesLengthsAndAnglesAsTheyAreComputedAndCoefficientsWithoutAFa
       });
 }
 
-// Values of each unit, of none, and of every kind of number.
+// Values with every kind of number, with each unit and without one.
 std::vector<Double> ValuesOfEveryKind() {
   using Limits = std::numeric_limits<double>;
   std::vector<Double> values;
@@ -138,8 +138,8 @@ std::vector<Double> ValuesOfEveryKind() {
   return values;
 }
 
-// What std::sort demands: "before" and "equivalent" are transitive, and no value comes before itself.
-void ExpectAnOrder(const std::vector<Double>& values) {
+// std::sort requires that "before" and "equivalent" are transitive and no value precedes itself.
+void ExpectAStrictWeakOrder(const std::vector<Double>& values) {
   const auto areEquivalent = [](const Double& a, const Double& b) {
     return !ComesBefore(a, b) && !ComesBefore(b, a);
   };
@@ -159,7 +159,7 @@ void ExpectAnOrder(const std::vector<Double>& values) {
 
 TEST_F(StartUp, LeavesAnOrderToSortEveryValueBy) {
   const auto sorted = [] {
-    ExpectAnOrder(ValuesOfEveryKind());
+    ExpectAStrictWeakOrder(ValuesOfEveryKind());
     const std::vector<std::pair<int, double>> expected = {
         {99999, 7},    {10002, -3},  {10002, 40}, {10001, 1.1}, {10001, NAN}, {30001, 0.2},
         {30001, 0.25}, {30001, 0.3}, {40001, 50}, {40002, 1},   {40001, 60},  {40002, NAN},

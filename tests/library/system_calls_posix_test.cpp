@@ -1,7 +1,7 @@
-// The system that answers the library otherwise than it mostly does: calls that a signal interrupts,
-// that do a part of their work or fail midway, files that change while they are read. The calls
-// below are the ones that the loaded library makes: this program exports them, and the loader finds
-// them before those of the C library.
+// The library under unusual answers of the system: calls that a signal interrupts, that do only a
+// part of their work or fail midway, and files that change while they are read. This program
+// exports the system calls below, and the loader finds them before those of the C library. So the
+// loaded library calls them.
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -62,7 +62,7 @@ struct OpenCall {
   mode_t mode;
 };
 
-// What one call of the library is answered, and what it has asked.
+// The answers to the system calls of one call of the library, and a record of these system calls.
 struct System {
   std::function<int(const char*, int, mode_t)> open = RealOpen;
   std::function<int(int)> close = RealClose;
@@ -72,22 +72,21 @@ struct System {
   std::function<int(int, struct stat*)> fstat = RealFstat;
 
   std::vector<OpenCall> opened;
-  std::set<int> held;     // descriptors that are open
-  std::size_t taken = 0;  // bytes read
+  std::set<int> openDescriptors;
+  std::size_t bytesRead = 0;
   int reads = 0;
   int writes = 0;
-  bool ended =
-      false;  // it was told that there is no more to read, or that nothing more can be written
+  bool ended = false;  // a read has reported the end of the file, or a read or write has failed
 };
 
-System* answering = nullptr;  // while a call of the library is under way
+System* answering = nullptr;  // not null during a call of the library
 
 int Fail(int error) {
   errno = error;
   return -1;
 }
 
-// What an answer does itself, and what it calls, goes to the system. Errors stay as they were answered.
+// While it exists, system calls of the test itself reach the real system.
 class Answer {
  public:
   Answer() : system_(*std::exchange(answering, nullptr)) {}
@@ -97,7 +96,7 @@ class Answer {
 
   System* operator->() const { return &system_; }
 
-  // Of a read or a write.
+  // Records the result of a read or write. Keeps errno.
   ssize_t Transferred(ssize_t count) const {
     const int error = errno;
     system_.ended = count == 0 || (count < 0 && error != EINTR);
@@ -111,7 +110,7 @@ class Answer {
 
 }  // namespace
 
-// Under names of their own here, and under those of the system for the loader.
+// Their names in this file differ from those that the loader sees.
 extern "C" {
 
 int AnswerOpen(const char* path, int flags, ...) __asm__("open");
@@ -136,7 +135,7 @@ int AnswerOpen(const char* path, int flags, ...) {
   answer->opened.push_back({path, flags, mode});
   const int descriptor = answer->open(path, flags, mode);
   if (descriptor >= 0) {
-    answer->held.insert(descriptor);
+    answer->openDescriptors.insert(descriptor);
   }
   return descriptor;
 }
@@ -146,9 +145,9 @@ int AnswerClose(int descriptor) {
     return RealClose(descriptor);
   }
   const Answer answer;
-  if (answer->held.erase(descriptor) == 0) {
-    ADD_FAILURE() << "closed what was not open";
-    return 0;  // lest it tries for ever
+  if (answer->openDescriptors.erase(descriptor) == 0) {
+    ADD_FAILURE() << "closed a descriptor that was not open";
+    return 0;  // otherwise the library might try again endlessly
   }
   return answer->close(descriptor);
 }
@@ -158,12 +157,12 @@ ssize_t AnswerRead(int descriptor, void* buffer, std::size_t size) {
     return RealRead(descriptor, buffer, size);
   }
   const Answer answer;
-  EXPECT_EQ(answer->held.count(descriptor), 1U) << "read what was not open";
-  EXPECT_FALSE(answer->ended) << "read on behind the end";
+  EXPECT_EQ(answer->openDescriptors.count(descriptor), 1U) << "read a descriptor that was not open";
+  EXPECT_FALSE(answer->ended) << "read again after the end or an error";
   EXPECT_GT(size, 0U);
   ++answer->reads;
   const ssize_t count = answer.Transferred(answer->read(descriptor, buffer, size));
-  answer->taken += count > 0 ? static_cast<std::size_t>(count) : 0;
+  answer->bytesRead += count > 0 ? static_cast<std::size_t>(count) : 0;
   return count;
 }
 
@@ -172,12 +171,12 @@ ssize_t AnswerWrite(int descriptor, const void* bytes, std::size_t size) {
     return RealWrite(descriptor, bytes, size);
   }
   const Answer answer;
-  EXPECT_EQ(answer->held.count(descriptor), 1U) << "wrote to what was not open";
+  EXPECT_EQ(answer->openDescriptors.count(descriptor), 1U) << "wrote to a descriptor not open";
   EXPECT_GT(size, 0U);
   ++answer->writes;
   if (answer->ended) {
-    ADD_FAILURE() << "tried to write again what cannot be written";
-    return static_cast<ssize_t>(size);  // lest it tries for ever
+    ADD_FAILURE() << "wrote again after an error";
+    return static_cast<ssize_t>(size);  // otherwise the library might try again endlessly
   }
   return answer.Transferred(answer->write(descriptor, bytes, size));
 }
@@ -195,7 +194,7 @@ int AnswerFstat(int descriptor, struct stat* status) {
     return RealFstat(descriptor, status);
   }
   const Answer answer;
-  EXPECT_EQ(answer->held.count(descriptor), 1U) << "asked about what was not open";
+  EXPECT_EQ(answer->openDescriptors.count(descriptor), 1U) << "fstat of a descriptor not open";
   return answer->fstat(descriptor, status);
 }
 
@@ -203,7 +202,7 @@ int AnswerFstat(int descriptor, struct stat* status) {
 
 namespace {
 
-// ---- What a file is worth
+// ---- The contents of files
 
 using EntriesByKey = std::map<std::wstring, std::wstring>;
 
@@ -220,7 +219,7 @@ EntriesByKey EntriesOf(const std::string& bytes) {
   return entries;
 }
 
-// Several pieces of what a reader takes at a time, of lines of an odd length.
+// Lines of an odd length. The library reads a file of this size in several chunks.
 std::string FileOfLines(const std::string& prefix, std::size_t size) {
   std::string bytes = "en English\r\n";
   for (int number = 10000; bytes.size() < size; ++number) {
@@ -233,7 +232,7 @@ std::string FileOfLines(const std::string& prefix, std::size_t size) {
   return bytes;
 }
 
-// One line that is longer than any buffer at first.
+// One line that is longer than the initial buffer.
 std::string FileOfOneLine(const std::string& prefix, std::size_t size) {
   std::string bytes = "en English\r\n" + prefix + " ";
   while (bytes.size() < size) {
@@ -244,14 +243,14 @@ std::string FileOfOneLine(const std::string& prefix, std::size_t size) {
 
 constexpr std::size_t kSize = 220'000;
 
-// ---- Ways to disturb that must not show
+// ---- Disturbances without consequences
 
 struct Disturbance {
   const char* name;
   std::function<void(System&)> disturb;
 };
 
-// Each call is made only after so many interruptions.
+// Each call succeeds only after `times` interruptions.
 template <class Call>
 auto Interrupted(int times, Call call) {
   return [times, left = times, call](auto... arguments) mutable -> decltype(call(arguments...)) {
@@ -264,19 +263,19 @@ auto Interrupted(int times, Call call) {
   };
 }
 
-auto ReadsOfAtMost(std::size_t most) {
-  return [most](int descriptor, void* buffer, std::size_t size) {
-    return RealRead(descriptor, buffer, std::min(size, most));
+auto ReadsOfAtMost(std::size_t max) {
+  return [max](int descriptor, void* buffer, std::size_t size) {
+    return RealRead(descriptor, buffer, std::min(size, max));
   };
 }
 
-auto WritesOfAtMost(std::size_t most) {
-  return [most](int descriptor, const void* bytes, std::size_t size) {
-    return RealWrite(descriptor, bytes, std::min(size, most));
+auto WritesOfAtMost(std::size_t max) {
+  return [max](int descriptor, const void* bytes, std::size_t size) {
+    return RealWrite(descriptor, bytes, std::min(size, max));
   };
 }
 
-// The first try, which does not wait, meets a file that another program holds.
+// Another program holds the file: the first attempt, which does not wait, fails.
 auto HeldByAnotherProgram(int interruptions) {
   return [waits = Interrupted(interruptions, RealOpen)](const char* path, int flags,
                                                         mode_t mode) mutable {
@@ -292,9 +291,9 @@ auto Size(off_t size) {
   };
 }
 
-auto CloseThatSays(int error) {
+auto CloseThatReports(int error) {
   return [error](int descriptor) {
-    RealClose(descriptor);  // the descriptor is gone whatever close says
+    RealClose(descriptor);  // the descriptor is closed in spite of the error
     return Fail(error);
   };
 }
@@ -305,7 +304,7 @@ const Disturbance kHarmless[] = {
     {"open is interrupted often", [](System& system) { system.open = Interrupted(100, RealOpen); }},
     {"another program holds the file",
      [](System& system) { system.open = HeldByAnotherProgram(0); }},
-    {"and the wait for it is interrupted",
+    {"the wait for such a file is interrupted",
      [](System& system) { system.open = HeldByAnotherProgram(3); }},
     {"each read is interrupted", [](System& system) { system.read = Interrupted(1, RealRead); }},
     {"each read is interrupted often",
@@ -318,10 +317,10 @@ const Disturbance kHarmless[] = {
        system.open = Interrupted(2, RealOpen);
        system.read = Interrupted(2, ReadsOfAtMost(4093));
        system.write = Interrupted(2, WritesOfAtMost(7));
-       system.close = CloseThatSays(EINTR);
+       system.close = CloseThatReports(EINTR);
      }},
-    {"close is interrupted", [](System& system) { system.close = CloseThatSays(EINTR); }},
-    {"close reports an error", [](System& system) { system.close = CloseThatSays(EIO); }},
+    {"close is interrupted", [](System& system) { system.close = CloseThatReports(EINTR); }},
+    {"close reports an error", [](System& system) { system.close = CloseThatReports(EIO); }},
     {"single bytes",
      [](System& system) {
        system.read = ReadsOfAtMost(1);
@@ -334,18 +333,18 @@ const Disturbance kHarmless[] = {
      }},
     {"an odd number of bytes", [](System& system) { system.read = ReadsOfAtMost(4093); }},
     {"a page and a byte", [](System& system) { system.read = ReadsOfAtMost(4097); }},
-    {"one byte less than a piece", [](System& system) { system.read = ReadsOfAtMost(32767); }},
+    {"one byte less than a chunk", [](System& system) { system.read = ReadsOfAtMost(32767); }},
     {"no size", [](System& system) { system.fstat = Size(0); }},
     {"a size of one byte", [](System& system) { system.fstat = Size(1); }},
     {"a size of half", [](System& system) { system.fstat = Size(kSize / 2); }},
-    {"a size of two pieces less one", [](System& system) { system.fstat = Size(131071); }},
-    {"a size of ten times as much", [](System& system) { system.fstat = Size(10 * kSize); }},
+    {"a size of four chunks less one", [](System& system) { system.fstat = Size(131071); }},
+    {"ten times the real size", [](System& system) { system.fstat = Size(10 * kSize); }},
     {"the largest size", [](System& system) { system.fstat = Size(INT64_MAX); }},
     {"a negative size", [](System& system) { system.fstat = Size(-1); }},
     {"the smallest size", [](System& system) { system.fstat = Size(INT64_MIN); }},
 };
 
-// ---- A library of its own for each row
+// ---- A newly loaded library for each row
 
 class Host {
  public:
@@ -361,7 +360,7 @@ class Host {
 
   Messages ReadMessages() const { return ::ReadMessages(host_); }
 
-  // Of all `candidates` exactly these are loaded, with these texts.
+  // Of all `candidates` exactly the `expected` entries are loaded.
   void ExpectEntries(const EntriesByKey& expected, const std::set<std::wstring>& candidates) const {
     EXPECT_EQ(ReadMessages(), Messages{});
     Messages missing;
@@ -390,7 +389,7 @@ class Host {
     for (const int code : {10001, 10002, 30001, 40001, 40002}) {
       EXPECT_NE(units.Find(code), nullptr) << code;
     }
-    EXPECT_EQ(units.Find(20001), nullptr) << "a row of before";
+    EXPECT_EQ(units.Find(20001), nullptr) << "a row from before the start";
     EXPECT_EQ(ReadMessages(), Messages{});
   }
 
@@ -406,7 +405,7 @@ class Host {
       answering = &system_;
       result = call();
     }
-    EXPECT_EQ(system_.held, std::set<int>{}) << "left open";
+    EXPECT_EQ(system_.openDescriptors, std::set<int>{}) << "descriptors leaked";
     return result;
   }
 
@@ -417,7 +416,7 @@ class Host {
 
 class SystemCalls : public testing::Test {
  protected:
-  // Of a file, and of what may become of it. A line that is cut in its key has a key of its own.
+  // For the original file and for changed ones. A line truncated in its key yields another key.
   void AddCandidates(const EntriesByKey& entries) {
     for (const auto& entry : entries) {
       candidates_.insert(entry.first);
@@ -436,11 +435,11 @@ class SystemCalls : public testing::Test {
   std::set<std::wstring> candidates_;
 };
 
-// ---- What the library asks
+// ---- The library's calls
 
-// Nothing is waited for (O_NONBLOCK), nothing becomes the host's terminal (O_NOCTTY), no program that
-// the host starts gets the file (O_CLOEXEC).
-TEST_F(SystemCalls, OpenFilesByTheseFlagsAlone) {
+// O_NONBLOCK: open waits for nothing. O_NOCTTY: no file becomes the host's terminal. O_CLOEXEC: no
+// program that the host starts inherits the file.
+TEST_F(SystemCalls, OpenFilesWithTheseFlagsOnly) {
   constexpr int kAlways = O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
   folder_.Write(L"file.txt", "en\n");
   folder_.Write(L"LANG\\ru-val.txt", "ru Russian\n");
@@ -465,7 +464,7 @@ TEST_F(SystemCalls, OpenFilesByTheseFlagsAlone) {
   EXPECT_EQ(exporting.opened[0].mode, 0666U);
 }
 
-TEST_F(SystemCalls, WaitForAFileThatIsHeldByTheSameFlagsButOne) {
+TEST_F(SystemCalls, OpenAHeldFileAgainWithoutNonblock) {
   folder_.Write(L"file.txt", "en\n");
   System load;
   load.open = HeldByAnotherProgram(1);
@@ -477,16 +476,16 @@ TEST_F(SystemCalls, WaitForAFileThatIsHeldByTheSameFlagsButOne) {
   }
 }
 
-TEST_F(SystemCalls, OfALoadAreAFewLargeReads) {
+TEST_F(SystemCalls, ReadAFileInFewLargeChunks) {
   folder_.Write(L"file.txt", FileOfLines("key", kSize));
   System system;
   EXPECT_EQ(Load(Host(system)), 0);
-  EXPECT_GE(system.reads, 2) << "the files of these tests must be of several pieces";
+  EXPECT_GE(system.reads, 2) << "the files of these tests must need several chunks";
   EXPECT_LE(system.reads, 20);
 }
 
-// Byte by byte from the front, and one more read, which tells of the end.
-TEST_F(SystemCalls, OfALoadGetEachByteOnce) {
+// The reads return the whole file from the front. One more read reports the end.
+TEST_F(SystemCalls, ReadEachByteOnce) {
   for (const std::size_t size : {0U, 1U, 65'535U, 65'536U, 200'000U}) {
     SCOPED_TRACE(size);
     std::string bytes = FileOfLines("key", size).substr(0, size);
@@ -494,19 +493,19 @@ TEST_F(SystemCalls, OfALoadGetEachByteOnce) {
       bytes.back() = 'x';  // not half a character
     }
     folder_.Write(L"file.txt", bytes);
-    std::string got;
+    std::string received;
     int ends = 0;
     System system;
-    system.read = [&](int descriptor, void* buffer, std::size_t most) {
-      const ssize_t count = RealRead(descriptor, buffer, most);
-      got.append(static_cast<const char*>(buffer), static_cast<std::size_t>(count));
+    system.read = [&](int descriptor, void* buffer, std::size_t capacity) {
+      const ssize_t count = RealRead(descriptor, buffer, capacity);
+      received.append(static_cast<const char*>(buffer), static_cast<std::size_t>(count));
       ends += count == 0 ? 1 : 0;
       return count;
     };
     const Host host(system);
     EXPECT_EQ(Load(host), 0);
-    EXPECT_TRUE(got == bytes) << got.size() << " bytes";
-    EXPECT_EQ(system.taken, size);
+    EXPECT_TRUE(received == bytes) << received.size() << " bytes";
+    EXPECT_EQ(system.bytesRead, size);
     EXPECT_EQ(ends, 1);
     EXPECT_EQ(system.opened.size(), 1U);
     if (size > 0) {
@@ -517,9 +516,9 @@ TEST_F(SystemCalls, OfALoadGetEachByteOnce) {
   }
 }
 
-// ---- What must not show
+// ---- The library under disturbances without consequences
 
-TEST_F(SystemCalls, DisturbedInTheseWaysLoadADictionaryAllTheSame) {
+TEST_F(SystemCalls, LoadADictionaryDespiteHarmlessDisturbances) {
   for (const std::string& bytes : {FileOfLines("key", kSize), FileOfOneLine("key", kSize),
                                    FileOfLines("key", 1000), std::string("en\nkey text")}) {
     folder_.Write(L"file.txt", bytes);
@@ -529,14 +528,14 @@ TEST_F(SystemCalls, DisturbedInTheseWaysLoadADictionaryAllTheSame) {
       row.disturb(system);
       const Host host(system);
       EXPECT_EQ(Load(host), 0);
-      EXPECT_EQ(system.taken, bytes.size());
+      EXPECT_EQ(system.bytesRead, bytes.size());
       ExpectEntries(host, EntriesOf(bytes));
     }
   }
 }
 
-// No export tells what is in the table of a language: that it was read to its end is all to see.
-TEST_F(SystemCalls, DisturbedInTheseWaysStartTheLibraryAllTheSame) {
+// No export shows the table of a language. The test can only check that it was read to its end.
+TEST_F(SystemCalls, StartTheLibraryDespiteHarmlessDisturbances) {
   std::string bytes = "ru Russian\r\n";
   for (int code = 100'000; bytes.size() < kSize; ++code) {
     bytes += std::to_string(code) + " symbol n\xC3\xA4me " + std::string(100, 'x') + "\r\n";
@@ -548,17 +547,17 @@ TEST_F(SystemCalls, DisturbedInTheseWaysStartTheLibraryAllTheSame) {
     row.disturb(system);
     const Host host(system);
     EXPECT_EQ(host.Init(folder_.HostPath(), L"ru"), 0);
-    EXPECT_EQ(system.taken, bytes.size());
+    EXPECT_EQ(system.bytesRead, bytes.size());
     EXPECT_TRUE(system.ended);
     host.ExpectUnits();
   }
 }
 
-TEST_F(SystemCalls, DisturbedInTheseWaysExportTheTableAllTheSame) {
+TEST_F(SystemCalls, ExportTheTableDespiteHarmlessDisturbances) {
   const ExportPlace place(folder_);
   for (const Disturbance& row : kHarmless) {
     SCOPED_TRACE(row.name);
-    std::ofstream(ExportPlace::kFile) << std::string(10'000, 'x');  // more than the table has
+    std::ofstream(ExportPlace::kFile) << std::string(10'000, 'x');  // longer than the table
     System system;
     row.disturb(system);
     const Host host(system);
@@ -570,14 +569,14 @@ TEST_F(SystemCalls, DisturbedInTheseWaysExportTheTableAllTheSame) {
 
 // ---- Reading that fails midway
 
-TEST_F(SystemCalls, ThatFailToReadLeaveWhatWasReadBefore) {
+TEST_F(SystemCalls, KeepWhatWasReadBeforeAFailure) {
   for (const std::string& bytes : {FileOfLines("key", kSize), FileOfOneLine("key", kSize)}) {
     folder_.Write(L"file.txt", bytes);
     AddCandidates(EntriesOf(bytes));
     for (const int error : {EIO, EAGAIN}) {
       bool failed = true;
       for (int failing = 1; failed; ++failing) {
-        SCOPED_TRACE(testing::Message() << "read " << failing << " fails by " << error);
+        SCOPED_TRACE(testing::Message() << "read " << failing << " fails with " << error);
         System system;
         system.read = [&](int descriptor, void* buffer, std::size_t size) {
           return system.reads == failing ? Fail(error) : RealRead(descriptor, buffer, size);
@@ -586,11 +585,11 @@ TEST_F(SystemCalls, ThatFailToReadLeaveWhatWasReadBefore) {
         EXPECT_EQ(Load(host), 0);
         failed = system.reads >= failing;
         if (failing == 1) {
-          EXPECT_EQ(system.taken, 0U);
+          EXPECT_EQ(system.bytesRead, 0U);
           host.ExpectNoDictionary();
         } else {
-          ExpectEntries(host, EntriesOf(bytes.substr(0, system.taken)));
-          EXPECT_TRUE(failed || system.taken == bytes.size());
+          ExpectEntries(host, EntriesOf(bytes.substr(0, system.bytesRead)));
+          EXPECT_TRUE(failed || system.bytesRead == bytes.size());
         }
       }
     }
@@ -601,28 +600,28 @@ TEST_F(SystemCalls, ThatFailToReadLeaveWhatWasReadBefore) {
 
 struct Change {
   const char* name;
-  std::function<void(const std::string& file)> make;
-  // Of what was in the file, how much was taken of it before.
-  std::function<std::string(const std::string& bytes, std::size_t taken)> read;
+  std::function<void(const std::string& file)> apply;
+  // All bytes that the reads return, if the change comes after `offset` bytes of the old `bytes`.
+  std::function<std::string(const std::string& bytes, std::size_t offset)> read;
 };
 
-std::string Unchanged(const std::string& bytes, std::size_t /*taken*/) { return bytes; }
+std::string Unchanged(const std::string& bytes, std::size_t /*offset*/) { return bytes; }
 
 Change Truncation(const char* name, std::size_t size) {
   return {name, [size](const std::string& file) { fs::resize_file(file, size); },
-          [size](const std::string& bytes, std::size_t taken) {
-            return bytes.substr(0, std::max(taken, size));
+          [size](const std::string& bytes, std::size_t offset) {
+            return bytes.substr(0, std::max(offset, size));
           }};
 }
 
-// Its bytes stand in the place of the old ones, and no others.
+// `content` replaces all old bytes.
 Change NewContent(const char* name, const std::string& content) {
   return {name,
           [content](const std::string& file) {
             std::ofstream(file, std::ios::binary | std::ios::trunc) << content;
           },
-          [content](const std::string& bytes, std::size_t taken) {
-            return bytes.substr(0, taken) + content.substr(std::min(taken, content.size()));
+          [content](const std::string& bytes, std::size_t offset) {
+            return bytes.substr(0, offset) + content.substr(std::min(offset, content.size()));
           }};
 }
 
@@ -633,86 +632,86 @@ std::vector<Change> ChangesOf(const std::string& bytes) {
   const std::size_t inKey = bytes.rfind('\n', 190'000) + 4;
   const std::size_t inCharacter = bytes.rfind("\xC3\xA4", 190'000) + 1;
   return {
-      Truncation("cut to nothing", 0),
-      Truncation("cut in front of what was taken", 10'000),
-      Truncation("cut in a text", inLine),
-      Truncation("cut in a key", inKey),
-      Truncation("cut in a character", inCharacter),
-      Truncation("cut behind a CR", bytes.rfind('\r', 190'000) + 1),
-      NewContent("written anew with less", other.substr(0, 1000)),
-      NewContent("written anew with as much", other.substr(0, bytes.size())),
-      NewContent("written anew with more", other),
-      {"overwritten where it stands",
+      Truncation("emptied", 0),
+      Truncation("truncated before the offset of the reader", 10'000),
+      Truncation("truncated in a text", inLine),
+      Truncation("truncated in a key", inKey),
+      Truncation("truncated in a character", inCharacter),
+      Truncation("truncated behind a CR", bytes.rfind('\r', 190'000) + 1),
+      NewContent("rewritten with fewer bytes", other.substr(0, 1000)),
+      NewContent("rewritten with as many bytes", other.substr(0, bytes.size())),
+      NewContent("rewritten with more bytes", other),
+      {"overwritten in place",
        [other, size = bytes.size()](const std::string& file) {
          std::fstream(file, std::ios::binary | std::ios::in | std::ios::out)
              << other.substr(0, size);
        },
-       [other](const std::string& before, std::size_t taken) {
-         return before.substr(0, taken) + other.substr(taken, before.size() - taken);
+       [other](const std::string& before, std::size_t offset) {
+         return before.substr(0, offset) + other.substr(offset, before.size() - offset);
        }},
-      {"added to",
+      {"extended",
        [added](const std::string& file) {
          std::ofstream(file, std::ios::binary | std::ios::app) << added;
        },
-       [added](const std::string& before, std::size_t /*taken*/) { return before + added; }},
-      {"replaced by another under its name",
+       [added](const std::string& before, std::size_t /*offset*/) { return before + added; }},
+      {"replaced by another file",
        [other](const std::string& file) {
          std::ofstream(file + ".new", std::ios::binary) << other;
          fs::rename(file + ".new", file);
        },
        Unchanged},
       {"removed", [](const std::string& file) { fs::remove(file); }, Unchanged},
-      {"hidden by a folder",
+      {"replaced by a folder",
        [](const std::string& file) {
          fs::remove(file);
          fs::create_directory(file);
        },
        Unchanged},
-      {"closed to all", [](const std::string& file) { fs::permissions(file, fs::perms::none); },
-       Unchanged},
+      {"without permissions",
+       [](const std::string& file) { fs::permissions(file, fs::perms::none); }, Unchanged},
   };
 }
 
-TEST_F(SystemCalls, OnAFileThatChangesMeanwhileReadItAsItIsAtEachRead) {
+TEST_F(SystemCalls, ReadAChangingFileAsItIsAtEachRead) {
   AddCandidates(EntriesOf(FileOfLines("other", kSize + 5000)));
   AddCandidates(EntriesOf("en\nadded text\nlast"));
   for (const std::string& bytes : {FileOfLines("key", kSize), FileOfOneLine("key", kSize)}) {
     AddCandidates(EntriesOf(bytes));
     for (const Change& change : ChangesOf(bytes)) {
       for (const int changing : {1, 2}) {
-        SCOPED_TRACE(testing::Message() << change.name << " behind read " << changing);
+        SCOPED_TRACE(testing::Message() << change.name << " after read " << changing);
         fs::remove_all(file_);
         folder_.Write(L"file.txt", bytes);
-        std::size_t taken = 0;
+        std::size_t offset = 0;
         System system;
         system.read = [&](int descriptor, void* buffer, std::size_t size) {
           const ssize_t count = RealRead(descriptor, buffer, size);
           if (system.reads == changing) {
-            taken = system.taken + static_cast<std::size_t>(count);
-            change.make(file_);
+            offset = system.bytesRead + static_cast<std::size_t>(count);
+            change.apply(file_);
           }
           return count;
         };
         const Host host(system);
         EXPECT_EQ(Load(host), 0);
-        ASSERT_GT(taken, 0U) << "nothing was changed";
-        const std::string read = change.read(bytes, taken);
+        ASSERT_GT(offset, 0U) << "nothing was changed";
+        const std::string read = change.read(bytes, offset);
         const bool endsEarly = EncodeUtf8(model::Decode(read)).size() + 1 < read.size();
-        EXPECT_EQ(system.taken < read.size(), endsEarly);
+        EXPECT_EQ(system.bytesRead < read.size(), endsEarly);
         ExpectEntries(host, EntriesOf(read));
       }
     }
   }
 }
 
-// ---- Files that are another thing once they are opened
+// ---- Files that are replaced before they are opened
 
-TEST_F(SystemCalls, OnAFileThatWasSwappedAreRefusedAtOnce) {
+TEST_F(SystemCalls, RefuseAFileThatWasReplacedBeforeOpening) {
   const std::wstring path = folder_.HostPath() + L"\\file.txt";
   const Messages notFound = {L"EL111. Dictionary file not found\nDictionary: " + path};
   const struct {
     const char* name;
-    std::function<void(const std::string& file)> put;
+    std::function<void(const std::string& file)> replace;
   } rows[] = {
       {"nothing", [](const std::string& /*file*/) {}},
       {"a folder", [](const std::string& file) { fs::create_directory(file); }},
@@ -727,9 +726,9 @@ TEST_F(SystemCalls, OnAFileThatWasSwappedAreRefusedAtOnce) {
     System system;
     system.open = [&](const char* file, int flags, mode_t mode) {
       fs::remove(file_);
-      row.put(file_);
+      row.replace(file_);
       if ((flags & O_NONBLOCK) == 0) {
-        ADD_FAILURE() << "this would wait for a pipe's writer";
+        ADD_FAILURE() << "open would wait for a writer of the pipe";
         return Fail(ENXIO);
       }
       return RealOpen(file, flags, mode);
@@ -742,32 +741,32 @@ TEST_F(SystemCalls, OnAFileThatWasSwappedAreRefusedAtOnce) {
   }
 }
 
-TEST_F(SystemCalls, ThatTellNothingOfTheFileFindNone) {
+TEST_F(SystemCalls, FindNoFileIfOpeningOrStatusFails) {
   const std::wstring path = folder_.HostPath() + L"\\file.txt";
   const Messages notFound = {L"EL111. Dictionary file not found\nDictionary: " + path};
   folder_.Write(L"file.txt", "en\nkey text\n");
   const Disturbance rows[] = {
-      {"looking at the path fails",
+      {"stat fails",
        [](System& system) {
          system.stat = [](const char* /*path*/, struct stat* status) {
            status->st_mode = S_IFREG;
            return Fail(EACCES);
          };
        }},
-      {"opening fails",
+      {"open fails",
        [](System& system) {
          system.open = [](const char* /*path*/, int /*flags*/, mode_t /*mode*/) {
            return Fail(EMFILE);
          };
        }},
-      {"looking at what was opened fails",
+      {"fstat fails",
        [](System& system) {
          system.fstat = [](int /*descriptor*/, struct stat* status) {
            status->st_mode = S_IFREG;
            return Fail(EIO);
          };
        }},
-      {"what was opened is a socket",
+      {"the opened file is a socket",
        [](System& system) {
          system.fstat = [](int descriptor, struct stat* status) {
            const int result = RealFstat(descriptor, status);
@@ -789,7 +788,7 @@ TEST_F(SystemCalls, ThatTellNothingOfTheFileFindNone) {
 
 // ---- Writing that fails
 
-TEST_F(SystemCalls, ThatFailToWriteLeaveTheFrontThatWasWritten) {
+TEST_F(SystemCalls, KeepWhatWasWrittenBeforeAFailure) {
   const ExportPlace place(folder_);
   const std::string whole = ExportedDefaultTable();
   const struct {
@@ -799,12 +798,12 @@ TEST_F(SystemCalls, ThatFailToWriteLeaveTheFrontThatWasWritten) {
   } rows[] = {
       {"the disk is full", -1, ENOSPC},
       {"the disk is faulty", -1, EIO},
-      {"the user has had enough", -1, EDQUOT},
-      {"it would have to wait", -1, EAGAIN},
-      {"nothing is written and nothing wrong", 0, 0},
-      {"nothing is written, behind an earlier interruption", 0, EINTR},
+      {"the user's quota is used up", -1, EDQUOT},
+      {"write would have to wait", -1, EAGAIN},
+      {"nothing is written, without an error", 0, 0},
+      {"nothing is written after an earlier interruption", 0, EINTR},
   };
-  constexpr std::size_t kAtATime = 7;
+  constexpr std::size_t kChunk = 7;
   for (const auto& row : rows) {
     for (const int failing : {1, 2, 10}) {
       SCOPED_TRACE(testing::Message() << row.name << ", write " << failing);
@@ -815,41 +814,41 @@ TEST_F(SystemCalls, ThatFailToWriteLeaveTheFrontThatWasWritten) {
           errno = row.error;
           return row.result;
         }
-        return WritesOfAtMost(kAtATime)(descriptor, bytes, size);
+        return WritesOfAtMost(kChunk)(descriptor, bytes, size);
       };
       const Host host(system);
       EXPECT_EQ(host.ExportPhyVal(), 0);
       EXPECT_EQ(system.writes, failing);
       EXPECT_EQ(ExportPlace::Bytes(),
-                whole.substr(0, static_cast<std::size_t>(failing - 1) * kAtATime));
+                whole.substr(0, static_cast<std::size_t>(failing - 1) * kChunk));
       host.ExpectUnits();
     }
   }
 }
 
-TEST_F(SystemCalls, ThatCannotOpenTheExportedFileWriteNothing) {
+TEST_F(SystemCalls, WriteNothingIfTheExportedFileCannotBeOpened) {
   const ExportPlace place(folder_);
   const struct {
     const char* name;
     std::function<int(const char*, int, mode_t)> open;
-    bool gone;
+    bool replaced;
   } rows[] = {
       {"no descriptor is left",
        [](const char* /*path*/, int /*flags*/, mode_t /*mode*/) { return Fail(EMFILE); }, false},
-      {"the disk may only be read",
+      {"the disk is read-only",
        [](const char* /*path*/, int /*flags*/, mode_t /*mode*/) { return Fail(EROFS); }, false},
-      {"a pipe without a reader has taken its place",
+      {"a pipe without a reader has replaced it",
        [](const char* path, int flags, mode_t mode) {
          fs::remove(path);
          ::mkfifo(path, 0600);
          if ((flags & O_NONBLOCK) == 0) {
-           ADD_FAILURE() << "this would wait for a pipe's reader";
+           ADD_FAILURE() << "open would wait for a reader of the pipe";
            return Fail(ENXIO);
          }
          return RealOpen(path, flags, mode);
        },
        true},
-      {"a folder has taken its place",
+      {"a folder has replaced it",
        [](const char* path, int flags, mode_t mode) {
          fs::remove(path);
          fs::create_directory(path);
@@ -867,14 +866,14 @@ TEST_F(SystemCalls, ThatCannotOpenTheExportedFileWriteNothing) {
     EXPECT_EQ(host.ExportPhyVal(), 0);
     EXPECT_EQ(system.opened.size(), 1U);
     EXPECT_EQ(system.writes, 0);
-    if (!row.gone) {
+    if (!row.replaced) {
       EXPECT_EQ(ExportPlace::Bytes(), "old");
     }
     host.ExpectUnits();
   }
 }
 
-TEST_F(SystemCalls, LeaveAPipeAloneThatHasTakenTheExportedFilesPlace) {
+TEST_F(SystemCalls, WriteNothingToAPipeThatReplacedTheExportedFile) {
   const ExportPlace place(folder_);
   std::ofstream(ExportPlace::kFile) << "old";
   int reader = -1;
@@ -887,12 +886,12 @@ TEST_F(SystemCalls, LeaveAPipeAloneThatHasTakenTheExportedFilesPlace) {
   };
   const Host host(system);
   EXPECT_EQ(host.ExportPhyVal(), 0);
-  EXPECT_EQ(system.writes, 0) << "should its reader go, that would end the host";
+  EXPECT_EQ(system.writes, 0) << "after its reader closes, a write would end the host";
   RealClose(reader);
   host.ExpectUnits();
 }
 
-TEST_F(SystemCalls, ThatTellNothingOfTheExportedFileWriteNothing) {
+TEST_F(SystemCalls, WriteNothingIfTheExportedFileHasNoStatus) {
   const ExportPlace place(folder_);
   System system;
   system.fstat = [](int /*descriptor*/, struct stat* status) {
@@ -907,7 +906,7 @@ TEST_F(SystemCalls, ThatTellNothingOfTheExportedFileWriteNothing) {
 
 // ---- Signals
 
-// Called at each signal; what interrupts a call is not made to continue it (no SA_RESTART).
+// Handles a signal. Interrupted calls are not restarted (no SA_RESTART).
 class SignalHandler {
  public:
   SignalHandler(int signal, void (*handler)(int)) : signal_(signal) {
@@ -942,10 +941,10 @@ class Alarms {
 };
 
 volatile sig_atomic_t alarms = 0;
-volatile sig_atomic_t alarmsSinceTheLeaseIsWanted = -1;
+volatile sig_atomic_t alarmsSinceLeaseRequest = -1;
 int leased = -1;
 
-TEST_F(SystemCalls, UnderAHailOfSignalsLoadADictionaryAllTheSame) {
+TEST_F(SystemCalls, LoadADictionaryDespiteManySignals) {
   const std::string bytes = FileOfLines("key", 5'000'000);
   const EntriesByKey entries = EntriesOf(bytes);
   AddCandidates(entries);
@@ -956,24 +955,24 @@ TEST_F(SystemCalls, UnderAHailOfSignalsLoadADictionaryAllTheSame) {
     alarms = 0;
     std::int32_t result = -1;
     {
-      const Alarms hail([](int /*signal*/) { alarms = alarms + 1; });
+      const Alarms manyAlarms([](int /*signal*/) { alarms = alarms + 1; });
       result = Load(host);
     }
     EXPECT_EQ(result, 0);
     EXPECT_GT(alarms, 0);
-    EXPECT_EQ(system.taken, bytes.size());
+    EXPECT_EQ(system.bytesRead, bytes.size());
     host.ExpectEntries(entries, candidates_);
   }
 }
 
-// The one call for a file that signals really interrupt. This program is the other one as well: it
-// gives its lease back once the wait for it has been interrupted.
-TEST_F(SystemCalls, WaitForALeaseThroughAllSignals) {
+// Waiting for a lease is the only call for a file that signals really interrupt. This program also
+// holds the lease, and releases it after the wait has been interrupted.
+TEST_F(SystemCalls, WaitForALeaseDespiteSignals) {
   folder_.Write(L"file.txt", "en\nkey text\n");
   leased = RealOpen(file_.c_str(), O_RDWR | O_CLOEXEC, 0);
   ASSERT_GE(leased, 0);
-  alarmsSinceTheLeaseIsWanted = -1;
-  const SignalHandler wanted(SIGIO, [](int /*signal*/) { alarmsSinceTheLeaseIsWanted = 0; });
+  alarmsSinceLeaseRequest = -1;
+  const SignalHandler request(SIGIO, [](int /*signal*/) { alarmsSinceLeaseRequest = 0; });
   if (::fcntl(leased, F_SETLEASE, F_WRLCK) != 0) {
     RealClose(leased);
     GTEST_SKIP() << "no leases on this file system";
@@ -988,12 +987,12 @@ TEST_F(SystemCalls, WaitForALeaseThroughAllSignals) {
   const Host host(system);
   std::int32_t result = -1;
   {
-    const Alarms hail([](int /*signal*/) {
+    const Alarms manyAlarms([](int /*signal*/) {
       const int error = errno;
-      if (alarmsSinceTheLeaseIsWanted >= 0) {
-        alarmsSinceTheLeaseIsWanted = alarmsSinceTheLeaseIsWanted + 1;
+      if (alarmsSinceLeaseRequest >= 0) {
+        alarmsSinceLeaseRequest = alarmsSinceLeaseRequest + 1;
       }
-      if (alarmsSinceTheLeaseIsWanted == 20) {
+      if (alarmsSinceLeaseRequest == 20) {
         ::fcntl(leased, F_SETLEASE, F_UNLCK);
       }
       errno = error;

@@ -1,4 +1,4 @@
-// Unloading is real: nothing of the library stays in the process, however often it is loaded.
+// Unloading leaves nothing of the library in the process, even after many loads.
 
 #include <gtest/gtest.h>
 
@@ -26,16 +26,16 @@ void UseValues(const LoadedLibrary& library) {
   ASSERT_EQ(withoutUnit.Text(L','), L"1234567,5");
   LoadedUnits::Value infinite(units, std::numeric_limits<double>::infinity(), 0.1, 10001);
   infinite.Check();
-  ASSERT_EQ(infinite.Text(L','), L"inf") << "by a stream";
+  ASSERT_EQ(infinite.Text(L','), L"inf") << "the library formats it with a stream";
 }
 
-// One life of the library, with all that may leave something behind: stored texts, messages,
-// exceptions that the host catches, values and what prints them.
+// Everything that could leak: stored texts, messages, exceptions that the host catches, values and
+// their texts.
 void LoadUseAndUnload(const ScratchFolder& folder) {
   const LoadedLibrary library;
   const LibraryExports host = ExportsOf(library);
-  ASSERT_EQ(host.GetErrorsCount(), 0) << "messages of an earlier life";
-  ASSERT_EQ(host.UseLanguage(L"en"), -1) << "a dictionary of an earlier life";
+  ASSERT_EQ(host.GetErrorsCount(), 0) << "messages from an earlier load";
+  ASSERT_EQ(host.UseLanguage(L"en"), -1) << "a dictionary from an earlier load";
   ASSERT_STREQ(host.LANG(L"key"), L"");
   ASSERT_EQ(host.LoadDictionary(folder.HostPath().c_str(), L"en.txt"), 3);
   ASSERT_STREQ(host.LANG(L"key"), L"text");
@@ -46,7 +46,7 @@ void LoadUseAndUnload(const ScratchFolder& folder) {
                           L"\\en.txt"}));
   ASSERT_THROW(host.GetError(3), std::out_of_range);
   UseValues(library);
-  // Three starts, with a table, without one, and with a file that cannot be written.
+  // Three starts: with a table, without one, and with a file that cannot be written.
   ASSERT_EQ(host.Init(folder.HostPath().c_str(), L"ru"), 0);
   ASSERT_EQ(host.Init0(folder.HostPath().c_str()), 0);
   ASSERT_EQ(host.ExportPhyVal(), 0);
@@ -59,9 +59,9 @@ void LoadUseAndUnload(const ScratchFolder& folder) {
   library.ReleaseReferencesOfStarts(3);
 }
 
-TEST(Unload, EndsTheWholeOrderOfAHostAndTheNextBeginsAfresh) {
+TEST(Unload, ResetsEverythingForTheNextLoad) {
   const ScratchFolder folder;
-  for (int life = 0; life < 2; ++life) {
+  for (int load = 0; load < 2; ++load) {
     {
       const LoadedLibrary library;
       ExpectWholeCallOrder(
@@ -76,14 +76,14 @@ TEST(Unload, EndsTheWholeOrderOfAHostAndTheNextBeginsAfresh) {
   }
 }
 
-TEST(Unload, LeavesNothingBehindHoweverOften) {
+TEST(Unload, LeavesNothingBehind) {
   const ScratchFolder folder;
   folder.Write(L"en.txt", "en\nkey text\nkey again\nanother.key another text\n");
-  // The sign beyond ASCII is asked of the tables of characters, which an unloaded library must not keep.
+  // The library looks up the non-ASCII sign in tables of characters, which it must release.
   folder.Write(L"LANG\\ru-val.txt",
                "ru Russian\n10001 m a long name of the \xCE\xBC unit\n10002\n");
   constexpr int kWarmUp = 100;
-  const std::size_t leftByTheSystem = 2 * BytesLeakedByUserLocale();  // two texts in each life
+  const std::size_t leftByTheSystem = 2 * BytesLeakedByUserLocale();  // for two texts per cycle
   const auto cycles = static_cast<int>(Rounds(1200));  // more than Windows has thread-local slots
   std::optional<Footprint> before;
   for (int cycle = 0; cycle < kWarmUp + cycles; ++cycle) {
@@ -101,13 +101,12 @@ TEST(Unload, LeavesNothingBehindHoweverOften) {
     GTEST_SKIP() << "growth cannot be measured here; the rest holds";
   }
   const auto growth = static_cast<std::size_t>(cycles);
-  std::cout << cycles
-            << " lives: " << static_cast<std::int64_t>(after->heapBytes - before->heapBytes)
-            << " bytes of heap, "
+  std::cout << cycles << " cycles: heap growth "
+            << static_cast<std::int64_t>(after->heapBytes - before->heapBytes)
+            << " bytes, mapped memory growth "
             << static_cast<std::int64_t>(after->mappedBytes - before->mappedBytes)
-            << " of mapped memory more; setlocale of the system leaves " << leftByTheSystem
-            << " in each\n";
-  // The smallest block takes more; what the runtime keeps ready for the next call comes and goes.
+            << " bytes; the system's setlocale leaks " << leftByTheSystem << " bytes per cycle\n";
+  // Even the smallest leaked block exceeds these limits. They allow for caches of the runtime.
   EXPECT_LT(after->heapBytes, before->heapBytes + growth * (8 + leftByTheSystem))
       << "a block for each cycle";
   EXPECT_LT(after->mappedBytes, before->mappedBytes + growth * 1024)

@@ -1,4 +1,4 @@
-// One row of the catalogue of units, through the exports.
+// A row of the catalogue of units, through the exports.
 
 #include <gtest/gtest.h>
 
@@ -14,7 +14,7 @@ using KelmoLibs::Localize::Phyval::ValueType;
 namespace {
 
 static_assert(!std::is_copy_assignable_v<ValueType> && !std::is_move_assignable_v<ValueType>,
-              "no assignment leaves the library");
+              "the library exports no assignment");
 static_assert(!std::is_default_constructible_v<ValueType>);
 
 void ExpectRow(const ValueType& row, int code, double factor, const std::wstring& symbol,
@@ -68,7 +68,7 @@ TEST(ValueType, KeepsCopiesOfItsTexts) {
 
 TEST(ValueType, TakesEmptyTexts) { ExpectRow(ValueType(0, 0.0, L"", L""), 0, 0.0, L"", L""); }
 
-TEST(ValueType, CopiesAreOnTheirOwn) {
+TEST(ValueType, CopiesAreIndependent) {
   ValueType row(20001, 2.5, L"m2", L"square meter, in many words");
   const ValueType copy(row);
   row.symbol = L"changed";
