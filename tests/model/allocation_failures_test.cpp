@@ -1,11 +1,11 @@
-// When memory runs out: for each export and each member the first operator new of a call fails, then
-// the second, and so on until the call succeeds; that one alone, and it with all that follow. The
-// result, the messages and the state must then be what the model (model/model.h) knows for a failure
-// at some place of the call, later ones for later failures; nothing may leak; and the same call must
-// succeed afterwards.
+// Failing allocations. For each export and each member, the first operator new of a call fails,
+// then the second, and so on until the call succeeds: once only that allocation, once also all
+// later ones. The result, the messages and the state must equal those of the model (model/model.h)
+// for a failure at some point of the call; a later failure never has the outcome of an earlier
+// point. Nothing may leak. The same call must succeed afterwards.
 //
-// This file is in two programs: with the library's objects, and, where the program's operator new
-// serves a library that it loads, on Linux, with the built library.
+// Two programs contain this file: one with the library's objects, and, on Linux only, one with the
+// built library. On Windows a loaded library does not call the program's operator new.
 
 #include <gtest/gtest.h>
 
@@ -36,7 +36,7 @@ using allocation_probe::FailAllocation;
 using allocation_probe::Failing;
 using allocation_probe::LeakCheck;
 
-// ---- What a host calls, said once and played twice: by the library and by its model
+// ---- The host's calls, made on the library and on its model
 
 struct Answer {
   std::int64_t number = 0;
@@ -48,12 +48,12 @@ struct Answer {
 enum class Operation { kPlus, kMinus, kTimes, kDividedBy, kConvertTo };
 enum class Question { kIsEqual, kIsLess, kIsGreater, kCheckCorrect, kCheckBoth, kT, kTs, kVs };
 
-// RealHost calls the library, ModelHost its model. Down to MoveRow nothing takes memory but the
-// library itself. Values and rows are made in places; operations are of the values in the first of
-// them.
+// RealHost calls the library, ModelHost its model. In the functions down to MoveRow only the
+// library allocates memory. Each slot holds a value and a row; operations use the values of the
+// first slots.
 class Host {
  public:
-  static constexpr std::size_t kPlaces = 3;
+  static constexpr std::size_t kSlots = 3;
 
   Host() = default;
   Host(const Host&) = delete;
@@ -70,24 +70,24 @@ class Host {
   virtual std::int64_t GetErrorsCount() = 0;
   virtual const wchar_t* GetError(std::int32_t index) = 0;
 
-  virtual void FromCode(std::size_t place, double value, double tolerance, int code) = 0;
-  virtual void FromText(std::size_t place, double value, double tolerance,
+  virtual void FromCode(std::size_t slot, double value, double tolerance, int code) = 0;
+  virtual void FromText(std::size_t slot, double value, double tolerance,
                         const std::wstring& text) = 0;
   virtual void Assign() = 0;  // the second value to the first
-  virtual void Compute(Operation operation, double number, int code) = 0;  // into the last place
+  virtual void Compute(Operation operation, double number, int code) = 0;  // into the last slot
   virtual double Ask(Question question, double number) = 0;
   virtual double Rounded() = 0;
   virtual std::wstring Text() = 0;
   virtual std::wstring Text(wchar_t separator) = 0;
 
-  virtual void MakeRow(std::size_t place, const std::wstring& symbol, const std::wstring& name) = 0;
+  virtual void MakeRow(std::size_t slot, const std::wstring& symbol, const std::wstring& name) = 0;
   virtual void CopyRow(std::size_t from, std::size_t to) = 0;
   virtual void MoveRow(std::size_t from, std::size_t to) = 0;
-  virtual int SidAndStypeOf(std::size_t place) = 0;
+  virtual int SidAndStypeOf(std::size_t slot) = 0;
 
   virtual void DropValues() = 0;
   virtual std::wstring DescribeExported() const = 0;
-  virtual std::wstring DescribePlaces() const = 0;
+  virtual std::wstring DescribeSlots() const = 0;
   virtual std::wstring DescribeInside() const = 0;
 };
 
@@ -99,7 +99,7 @@ std::wstring DescribeValue(double value, double absolute, double relative, int c
   return words.str();
 }
 
-std::wstring DescribeExport(bool isThere) { return isThere ? L"exported\n" : L""; }
+std::wstring DescribeExport(bool exists) { return exists ? L"exported\n" : L""; }
 
 std::wstring Describe(const LibraryUnderTest::Inside& inside) {
   std::wstring words = L"current: " + inside.currentLanguage + L'\n';
@@ -123,7 +123,7 @@ class RealHost final : public Host {
   RealHost() { std::filesystem::remove(ExportPlace::kFile); }
   ~RealHost() override {
     RealHost::DropValues();
-    for (std::size_t i = 0; i < kPlaces; ++i) {
+    for (std::size_t i = 0; i < kSlots; ++i) {
       DropRow(i);
     }
   }
@@ -151,14 +151,14 @@ class RealHost final : public Host {
   std::int64_t GetErrorsCount() override { return exports_.GetErrorsCount(); }
   const wchar_t* GetError(std::int32_t index) override { return exports_.GetError(index); }
 
-  void FromCode(std::size_t place, double value, double tolerance, int code) override {
-    members_.fromCode(&values_[place], value, tolerance, 0, code);
-    hasValue_[place] = true;
+  void FromCode(std::size_t slot, double value, double tolerance, int code) override {
+    members_.fromCode(&values_[slot], value, tolerance, 0, code);
+    hasValue_[slot] = true;
   }
-  void FromText(std::size_t place, double value, double tolerance,
+  void FromText(std::size_t slot, double value, double tolerance,
                 const std::wstring& text) override {
-    members_.fromText(&values_[place], value, tolerance, 0, text.c_str());
-    hasValue_[place] = true;
+    members_.fromText(&values_[slot], value, tolerance, 0, text.c_str());
+    hasValue_[slot] = true;
   }
   void Assign() override { members_.assign(values_.data(), &values_[1]); }
   void Compute(Operation operation, double number, int code) override {
@@ -215,10 +215,10 @@ class RealHost final : public Host {
     return members_.toStringWith(values_.data(), separator);
   }
 
-  void MakeRow(std::size_t place, const std::wstring& symbol, const std::wstring& name) override {
-    DropRow(place);
-    members_.makeRow(&rows_[place], kRowsCode, 0.5, symbol.c_str(), name.c_str());
-    hasRow_[place] = true;
+  void MakeRow(std::size_t slot, const std::wstring& symbol, const std::wstring& name) override {
+    DropRow(slot);
+    members_.makeRow(&rows_[slot], kRowsCode, 0.5, symbol.c_str(), name.c_str());
+    hasRow_[slot] = true;
   }
   void CopyRow(std::size_t from, std::size_t to) override {
     DropRow(to);
@@ -230,12 +230,12 @@ class RealHost final : public Host {
     members_.moveRow(&rows_[to], &rows_[from]);
     hasRow_[to] = true;
   }
-  int SidAndStypeOf(std::size_t place) override {
-    return members_.sidOf(&rows_[place]) * 1000 + members_.stypeOf(&rows_[place]);
+  int SidAndStypeOf(std::size_t slot) override {
+    return members_.sidOf(&rows_[slot]) * 1000 + members_.stypeOf(&rows_[slot]);
   }
 
   void DropValues() override {
-    for (std::size_t i = 0; i < kPlaces; ++i) {
+    for (std::size_t i = 0; i < kSlots; ++i) {
       if (hasValue_[i]) {
         members_.destroy(&values_[i]);
         hasValue_[i] = false;
@@ -243,13 +243,13 @@ class RealHost final : public Host {
     }
   }
   std::wstring DescribeExported() const override {
-    const bool isThere = ExportPlace::Exists();
-    EXPECT_TRUE(!isThere || ExportPlace::Bytes() == ExportedDefaultTable());
-    return DescribeExport(isThere);
+    const bool exists = ExportPlace::Exists();
+    EXPECT_TRUE(!exists || ExportPlace::Bytes() == ExportedDefaultTable());
+    return DescribeExport(exists);
   }
-  std::wstring DescribePlaces() const override {
+  std::wstring DescribeSlots() const override {
     std::wstring words;
-    for (std::size_t i = 0; i < kPlaces; ++i) {
+    for (std::size_t i = 0; i < kSlots; ++i) {
       if (hasValue_[i]) {
         const ValueMemory& value = values_[i];
         words += DescribeValue(value.value, value.absTolerance, value.relTolerance,
@@ -265,29 +265,29 @@ class RealHost final : public Host {
     const auto inside = library_.LookInside();
     return inside ? Describe(*inside) : L"";
   }
-  bool SeesInside() const { return library_.LookInside().has_value(); }
+  bool CanLookInside() const { return library_.LookInside().has_value(); }
 
  private:
-  void DropRow(std::size_t place) {
-    if (hasRow_[place]) {
-      members_.destroyRow(&rows_[place]);
-      hasRow_[place] = false;
+  void DropRow(std::size_t slot) {
+    if (hasRow_[slot]) {
+      members_.destroyRow(&rows_[slot]);
+      hasRow_[slot] = false;
     }
   }
 
   LibraryUnderTest library_;
   const LibraryExports& exports_ = library_.Exports();
   const ClassMembers& members_ = library_.Members();
-  std::array<ValueMemory, kPlaces> values_ = {};
-  std::array<bool, kPlaces> hasValue_ = {};
-  std::array<RowMemory, kPlaces> rows_ = {};
-  std::array<bool, kPlaces> hasRow_ = {};
+  std::array<ValueMemory, kSlots> values_ = {};
+  std::array<bool, kSlots> hasValue_ = {};
+  std::array<RowMemory, kSlots> rows_ = {};
+  std::array<bool, kSlots> hasRow_ = {};
 };
 
 class ModelHost final : public Host {
  public:
-  ModelHost(const model::Files& files, bool isSeenInside)
-      : library_(files, L'.'), isSeenInside_(isSeenInside) {}
+  ModelHost(const model::Files& files, bool comparesInside)
+      : library_(files, L'.'), comparesInside_(comparesInside) {}
 
   model::Library& Library() { return library_; }
 
@@ -305,12 +305,12 @@ class ModelHost final : public Host {
   std::int64_t GetErrorsCount() override { return library_.GetErrorsCount(); }
   const wchar_t* GetError(std::int32_t index) override { return TextOf(library_.GetError(index)); }
 
-  void FromCode(std::size_t place, double value, double tolerance, int code) override {
-    values_[place] = library_.FromCode(value, tolerance, 0, code);
+  void FromCode(std::size_t slot, double value, double tolerance, int code) override {
+    values_[slot] = library_.FromCode(value, tolerance, 0, code);
   }
-  void FromText(std::size_t place, double value, double tolerance,
+  void FromText(std::size_t slot, double value, double tolerance,
                 const std::wstring& text) override {
-    values_[place] = library_.FromText(value, tolerance, 0, text);
+    values_[slot] = library_.FromText(value, tolerance, 0, text);
   }
   void Assign() override { values_[0] = values_[1]; }
   void Compute(Operation operation, double number, int code) override {
@@ -365,24 +365,24 @@ class ModelHost final : public Host {
     return library_.ToString(*values_[0], separator);
   }
 
-  void MakeRow(std::size_t place, const std::wstring& symbol, const std::wstring& name) override {
+  void MakeRow(std::size_t slot, const std::wstring& symbol, const std::wstring& name) override {
     library_.TakeMemory();
-    rows_[place] = UnitRow{kRowsCode, 0.5, symbol, name};
+    rows_[slot] = UnitRow{kRowsCode, 0.5, symbol, name};
   }
   void CopyRow(std::size_t from, std::size_t to) override {
     library_.TakeMemory();
     rows_[to] = rows_[from];
   }
   void MoveRow(std::size_t from, std::size_t to) override { CopyRow(from, to); }
-  int SidAndStypeOf(std::size_t place) override {
-    return model::SidOf(rows_[place]->code) * 1000 + model::StypeOf(rows_[place]->code);
+  int SidAndStypeOf(std::size_t slot) override {
+    return model::SidOf(rows_[slot]->code) * 1000 + model::StypeOf(rows_[slot]->code);
   }
 
   void DropValues() override { values_ = {}; }
   std::wstring DescribeExported() const override { return DescribeExport(library_.hasExported); }
-  std::wstring DescribePlaces() const override {
+  std::wstring DescribeSlots() const override {
     std::wstring words;
-    for (std::size_t i = 0; i < kPlaces; ++i) {
+    for (std::size_t i = 0; i < kSlots; ++i) {
       if (const auto& value = values_[i]) {
         words += DescribeValue(value->value, value->absTolerance, value->relTolerance,
                                value->unit ? library_.catalogue[*value->unit].code : 0);
@@ -394,7 +394,7 @@ class ModelHost final : public Host {
     return words;
   }
   std::wstring DescribeInside() const override {
-    return isSeenInside_ ? Describe(InsideOf(library_)) : L"";
+    return comparesInside_ ? Describe(InsideOf(library_)) : L"";
   }
 
  private:
@@ -403,18 +403,18 @@ class ModelHost final : public Host {
   }
 
   model::Library library_;
-  bool isSeenInside_;
-  std::array<std::optional<model::Value>, kPlaces> values_;
-  std::array<std::optional<UnitRow>, kPlaces> rows_;
+  bool comparesInside_;
+  std::array<std::optional<model::Value>, kSlots> values_;
+  std::array<std::optional<UnitRow>, kSlots> rows_;
 };
 
 // ---- The calls
 
-// Each longer than what a string holds without memory of its own.
+// Most are longer than a string can hold without an allocation.
 const std::wstring kFolder = L".";
 const std::wstring kId = L"an.id.that.needs.memory.of.its.own";
 const std::wstring kOtherId = L"another.id.that.needs.memory.of.its.own";
-// Too long for what is left of any block: to keep one, or its message, takes memory each time.
+// Too long for the rest of any block of an arena: storing one, or its message, always allocates.
 const std::wstring kKey1 = L"first.key." + std::wstring(2500, L'x');
 const std::wstring kUnknownKey = L"an.unknown.key." + std::wstring(2500, L'x');
 const std::string kLong(5000, 't');
@@ -426,7 +426,7 @@ const std::wstring kMissingFolder = L"a folder that is missing";
 const std::wstring kKey = L"key";
 const std::wstring kRadian = L"radian ";
 const std::wstring kSquareMeter = L"square meter";
-const std::wstring kNoPath = kMissingFolder + wchar_t{0xD800};
+const std::wstring kInvalidPath = kMissingFolder + wchar_t{0xD800};
 
 const std::wstring kIds[] = {kId, kOtherId, L"an.older.id", L""};
 const std::wstring kKeys[] = {kKey1, kKey1 + L"k", kKey2, kKey, L"k", L"", L"last"};
@@ -450,12 +450,12 @@ void WriteFiles(Disk& disk) {
   disk.Write(L"merged.txt", id + "\n" + EncodeUtf8(kKey1) + " again\n" + EncodeUtf8(kKey1) + "k");
   disk.Write(L"long.txt", id + "\nkey " + std::string(200'000, 't') + "\nk " +
                               std::string(70'000, ' ') + "end\nlast " + std::string(150'000, 't'));
-  // The end of a piece, in which files are read, between CR and LF, and among CRs that stay.
-  constexpr std::size_t kPiece = 32768;
-  std::string pieces = id + "\nkey ";
-  pieces += std::string(kPiece - 1 - pieces.size(), 't') + "\r\nk ";
-  pieces += std::string(2 * kPiece, '\r') + "end\nlast " + std::string(150'000, 't');
-  disk.Write(L"pieces.txt", pieces);
+  // Ends of chunks between CR and LF, and among CRs that are part of a text.
+  constexpr std::size_t kChunk = 32768;
+  std::string chunks = id + "\nkey ";
+  chunks += std::string(kChunk - 1 - chunks.size(), 't') + "\r\nk ";
+  chunks += std::string(2 * kChunk, '\r') + "end\nlast " + std::string(150'000, 't');
+  disk.Write(L"chunks.txt", chunks);
   disk.Write(L"cut.txt", id + "\nkey \xC3\xA4\xE2\x82\xAC\nk " + kLong + "\xE2\x82");
   disk.Write(L"not_utf8.txt", id + "\nkey text\nk " + kLong + "\xF0\x9F\x98z");
   disk.Write(L"empty.txt", "");
@@ -483,7 +483,7 @@ void LoadOlder(Host& host) {
   host.UseLanguage(kUnknownId);
 }
 
-// Lists so many messages.
+// Lists `messages` messages.
 auto List(int messages) {
   return [messages](Host& host) {
     for (int i = 0; i < messages; ++i) {
@@ -536,18 +536,20 @@ const std::vector<Call>& TakingMemory() {
       // Dictionaries
       {"LoadDictionary", LoadOlder, Load(L"file.txt")},
       {"LoadDictionary, the first of all", Nothing, Load(L"file.txt")},
-      {"LoadDictionary of an id that is there", LoadBefore(L"file.txt"), Load(L"merged.txt")},
+      {"LoadDictionary of an existing id", LoadBefore(L"file.txt"), Load(L"merged.txt")},
       {"LoadDictionary for the second time", LoadBefore(L"long_keys.txt"), Load(L"long_keys.txt")},
       {"LoadDictionary of long lines", LoadOlder, Load(L"long.txt")},
-      {"LoadDictionary of pieces", LoadOlder, Load(L"pieces.txt")},
-      {"LoadDictionary of a file that is cut short", LoadOlder, Load(L"cut.txt")},
-      {"LoadDictionary of what is no UTF-8", LoadOlder, Load(L"not_utf8.txt")},
+      {"LoadDictionary of a file of several chunks", LoadOlder, Load(L"chunks.txt")},
+      {"LoadDictionary of a file that ends inside a character", LoadOlder, Load(L"cut.txt")},
+      {"LoadDictionary of invalid UTF-8", LoadOlder, Load(L"not_utf8.txt")},
       {"LoadDictionary of an empty file", LoadOlder, Load(L"empty.txt")},
       {"LoadDictionary of a missing file", LoadOlder, Load(L"missing.txt")},
       {"LoadDictionary of a missing file that is listed", LoadBefore(L"missing.txt"),
        Load(L"missing.txt")},
-      {"LoadDictionary of a path that cannot be", LoadOlder,
-       [](Host& host, Answer& answer) { answer.number = host.LoadDictionary(kFolder, kNoPath); }},
+      {"LoadDictionary of an invalid path", LoadOlder,
+       [](Host& host, Answer& answer) {
+         answer.number = host.LoadDictionary(kFolder, kInvalidPath);
+       }},
       {"UseLanguage", LoadOlder,
        [](Host& host, Answer& answer) { answer.number = host.UseLanguage(kOtherId); }},
       {"UseLanguage of an unknown id", Nothing,
@@ -556,7 +558,7 @@ const std::vector<Call>& TakingMemory() {
        [](Host& host, Answer& answer) { answer.text = host.LANG(kUnknownKey); }},
       {"LANG without a dictionary", Nothing,
        [](Host& host, Answer& answer) { answer.text = host.LANG(kKey1); }},
-      // Lists of every length grow at other places.
+      // When a list allocates depends on its length.
       {"a message behind one", List(1),
        [](Host& host, Answer& answer) { answer.number = host.UseLanguage(kUnknownId); }},
       {"a message behind two", List(2),
@@ -580,7 +582,7 @@ const std::vector<Call>& TakingMemory() {
       {"Init without a table", LoadOlder, Start(L"a language that is missing")},
       {"Init with a bad table", LoadOlder, Start(L"bad")},
       {"Init with an empty table", LoadOlder, Start(L"empty")},
-      {"Init with a path that cannot be", Nothing, Start(kNoPath.c_str())},
+      {"Init with an invalid path", Nothing, Start(kInvalidPath.c_str())},
       {"Init0", LoadOlder, [](Host& host, Answer& answer) { answer.number = host.Init0(kFolder); }},
       {"Init0 without a table", Nothing,
        [](Host& host, Answer& answer) { answer.number = host.Init0(kMissingFolder); }},
@@ -605,14 +607,15 @@ const std::vector<Call>& TakingMemory() {
       {"CheckCorrect of two quantities", Values(10001, 40001), Asked(Question::kCheckBoth)},
       {"ConvertTo another quantity", Values(10001, 10001),
        Computed(Operation::kConvertTo, 0.1, 40001)},
-      {"ConvertTo no unit", Values(10001, 10001), Computed(Operation::kConvertTo, 0.1, 10)},
+      {"ConvertTo a code without a unit", Values(10001, 10001),
+       Computed(Operation::kConvertTo, 0.1, 10)},
 
       // Rows
       {"ValueType", Nothing,
        [](Host& host, Answer& /*answer*/) { host.MakeRow(0, kLongText, kLongText); }},
-      {"the copy of a ValueType", [](Host& host) { host.MakeRow(0, kLongText, kLongText); },
+      {"a copied ValueType", [](Host& host) { host.MakeRow(0, kLongText, kLongText); },
        [](Host& host, Answer& /*answer*/) { host.CopyRow(0, 1); }},
-      {"a ValueType that is moved", [](Host& host) { host.MakeRow(0, kLongText, kLongText); },
+      {"a moved ValueType", [](Host& host) { host.MakeRow(0, kLongText, kLongText); },
        [](Host& host, Answer& /*answer*/) { host.MoveRow(0, 1); }},
   };
   return calls;
@@ -632,7 +635,7 @@ const std::vector<Call>& TakingNoMemory() {
        [](Host& host, Answer& answer) { answer.text = host.LANG(kUnknownKey); }},
       {"LANG without a dictionary, which is listed", [](Host& host) { host.LANG(kKey1); },
        [](Host& host, Answer& answer) { answer.text = host.LANG(kKey1); }},
-      {"LANG of a key that is there", LoadOlder,
+      {"LANG of an existing key", LoadOlder,
        [](Host& host, Answer& answer) { answer.text = host.LANG(kKey); }},
       {"LANG of a long key in a dictionary of a long id", LoadBefore(L"file.txt"),
        [](Host& host, Answer& answer) { answer.text = host.LANG(kKey1); }},
@@ -676,32 +679,34 @@ const std::vector<Call>& TakingNoMemory() {
        [](Host& host, Answer& answer) { answer.real = host.Rounded(); }},
       {"GetSid, GetStype", [](Host& host) { host.MakeRow(0, kLongText, kLongText); },
        [](Host& host, Answer& answer) { answer.number = host.SidAndStypeOf(0); }},
-      {"the end of values", Values(10001, 10002),
+      {"destruction of values", Values(10001, 10002),
        [](Host& host, Answer& /*answer*/) { host.DropValues(); }},
   };
   return calls;
 }
 
-// ---- What is seen of a call
+// ---- The outcome of a call
 
-// How a call has ended, and everything that there is then. To see that, more calls are made, which
-// change it: what is to be done to the state is done before.
-struct Seen {
+// How a call has ended, and the whole state afterwards. Describing the state changes it, because
+// that needs more calls.
+struct Outcome {
   std::wstring ending;
   std::wstring state;
 
-  friend bool operator==(const Seen& left, const Seen& right) {
+  friend bool operator==(const Outcome& left, const Outcome& right) {
     return left.ending == right.ending && left.state == right.state;
   }
-  friend void PrintTo(const Seen& seen, std::ostream* out) {
-    *out << testing::PrintToString(seen.ending) << ", then\n" << testing::PrintToString(seen.state);
+  friend void PrintTo(const Outcome& outcome, std::ostream* out) {
+    *out << testing::PrintToString(outcome.ending) << ", then\n"
+         << testing::PrintToString(outcome.state);
   }
 };
 
-// A long text by its beginning and its length.
+// Replaces a long text by its beginning and its length.
 std::wstring Shown(const std::wstring& text) {
-  constexpr std::size_t kMost = 200;
-  return text.substr(0, kMost) + (text.size() > kMost ? std::to_wstring(text.size()) : L"");
+  constexpr std::size_t kMaxLength = 200;
+  return text.substr(0, kMaxLength) +
+         (text.size() > kMaxLength ? std::to_wstring(text.size()) : L"");
 }
 
 std::wstring DescribeEnding(const Answer& answer, const std::exception_ptr& exception) {
@@ -729,9 +734,9 @@ void DescribeMessages(Host& host, std::wstring& words) {
 }
 
 std::wstring DescribeState(Host& host) {
-  std::wstring words = host.DescribeExported() + host.DescribePlaces() + host.DescribeInside();
+  std::wstring words = host.DescribeExported() + host.DescribeSlots() + host.DescribeInside();
   DescribeMessages(host, words);
-  words += host.LANG(kUnknownKey);  // lists what is current
+  words += host.LANG(kUnknownKey);  // the message depends on the current dictionary
   for (const std::wstring& id : kIds) {
     words += L"\n" + id + L": " + std::to_wstring(host.UseLanguage(id));
     for (const std::wstring& key : kKeys) {
@@ -744,7 +749,7 @@ std::wstring DescribeState(Host& host) {
   host.DropValues();
   for (const int code : kCodes) {
     host.FromCode(0, 1, 1, code);
-    words += host.DescribePlaces();
+    words += host.DescribeSlots();
     host.DropValues();
   }
   DescribeMessages(host, words);
@@ -760,8 +765,9 @@ std::exception_ptr Try(Host& host, const Call& call, Answer& answer) noexcept {
   }
 }
 
-// Makes the call (once more, where `again`) and looks at everything.
-Seen See(Host& host, const Call& call, Answer& answer, std::exception_ptr exception, bool again) {
+// Repeats the call if `again`, and describes the outcome.
+Outcome Observe(Host& host, const Call& call, Answer& answer, std::exception_ptr exception,
+                bool again) {
   if (again) {
     answer = {};
     exception = Try(host, call, answer);
@@ -770,41 +776,41 @@ Seen See(Host& host, const Call& call, Answer& answer, std::exception_ptr except
   return {ending, DescribeState(host)};
 }
 
-// ---- What may be seen
+// ---- The possible outcomes
 
-// A failure at one place of the call: what is seen right then, and, in another life, what is seen once
-// the call has been repeated.
+// Of a failure at one point of the call: the outcome of the call itself, and, in another lifetime,
+// that of the repeated call.
 struct Expected {
-  Seen failed;
-  Seen repeated;
+  Outcome failed;
+  Outcome repeated;
 };
 
-// Microsoft's library takes the memory for an exception's text by malloc, others by operator new.
+// Microsoft's library allocates the text of an exception with malloc, others with operator new.
 bool ExceptionsTakeMemory() {
   const std::size_t before = allocation_probe::Count();
-  const std::out_of_range exception("a text that is too long to lie inside of an object");
+  const std::out_of_range exception("a text that is too long for a string without an allocation");
   return allocation_probe::Count() > before;
 }
 
-// Places in their order; the last is no failure.
+// One for each point in the order of the call; the last is that of a call without a failure.
 std::vector<Expected> ExpectedOf(const Call& call, Failing failing, const model::Files& files,
-                                 bool isSeenInside) {
+                                 bool comparesInside) {
   const bool exceptionsTakeMemory = ExceptionsTakeMemory();
   std::vector<Expected> expected;
-  for (std::size_t place = 1;; ++place) {
+  for (std::size_t point = 1;; ++point) {
     bool hasFailed = false;
-    const auto play = [&](bool again) {
-      ModelHost host(files, isSeenInside);
+    const auto run = [&](bool again) {
+      ModelHost host(files, comparesInside);
       host.Library().exceptionsTakeMemory = exceptionsTakeMemory;
       call.before(host);
       Answer answer;
-      host.Library().FailAt(place, failing == Failing::kFromThenOn);
+      host.Library().FailAt(point, failing == Failing::kFromThenOn);
       const std::exception_ptr exception = Try(host, call, answer);
       hasFailed = host.Library().HasFailed();
       host.Library().FailAt(0, false);
-      return See(host, call, answer, exception, again);
+      return Observe(host, call, answer, exception, again);
     };
-    expected.push_back({play(false), play(true)});
+    expected.push_back({run(false), run(true)});
     if (!hasFailed) {
       return expected;
     }
@@ -815,26 +821,27 @@ class AllocationFailures : public testing::Test {
  protected:
   AllocationFailures() { WriteFiles(disk_); }
 
-  // Long enough that its name takes memory to keep. The first is there on Linux, the other on
-  // Windows.
+  // The name of the locale is so long that copying it allocates memory. Linux has the first locale,
+  // Windows the other.
   void SetUp() override {
     ASSERT_TRUE(std::setlocale(LC_CTYPE, "C.UTF-8") != nullptr ||
                 std::setlocale(LC_CTYPE, "English_United States.1252") != nullptr);
     ASSERT_GT(std::string(std::setlocale(LC_ALL, nullptr)).size(), 15U);
     locale_ = std::setlocale(LC_ALL, nullptr);
-    isSeenInside_ = RealHost().SeesInside();
+    comparesInside_ = RealHost().CanLookInside();
   }
   void TearDown() override { std::setlocale(LC_ALL, "C"); }
 
-  // In a new life of the library. Returns whether an allocation has failed.
-  bool FailOne(const Call& call, std::size_t n, Failing failing, bool again, Seen& seen) const {
-    constexpr std::size_t kEnough = 20000;  // for what is seen: it takes no memory once it is
-    seen.ending.reserve(kEnough);
-    seen.state.reserve(kEnough);
+  // In a new lifetime of the library. Returns whether an allocation has failed.
+  bool FailOne(const Call& call, std::size_t n, Failing failing, bool again,
+               Outcome& outcome) const {
+    constexpr std::size_t kCapacity = 20000;  // reserved before the check for leaks begins
+    outcome.ending.reserve(kCapacity);
+    outcome.state.reserve(kCapacity);
     bool hasFailed = false;
     const std::uintptr_t nextHandle = NextHandle();
     {
-      const LeakCheck everythingIsGivenBack;
+      const LeakCheck everythingIsFreed;
       RealHost host;
       call.before(host);
       Answer answer;
@@ -845,50 +852,51 @@ class AllocationFailures : public testing::Test {
         hasFailed = failure.Happened();
       }
       EXPECT_EQ(std::setlocale(LC_ALL, nullptr), locale_);
-      const Seen found = See(host, call, answer, exception, again);
-      seen = found;
+      const Outcome observed = Observe(host, call, answer, exception, again);
+      outcome = observed;
     }
-    EXPECT_LE(seen.ending.size() + seen.state.size(), kEnough);
-    EXPECT_EQ(NextHandle(), nextHandle) << "a file was left open";
+    EXPECT_LE(outcome.ending.size() + outcome.state.size(), kCapacity);
+    EXPECT_EQ(NextHandle(), nextHandle) << "a handle leaked";
     return hasFailed;
   }
 
-  // Returns how many failures there were. Each place at which the model may fail must have been seen,
-  // if `everyPlace`.
-  std::size_t FailEach(const Call& call, Failing failing, bool everyPlace) const {
-    const std::vector<Expected> expected = ExpectedOf(call, failing, disk_.Files(), isSeenInside_);
-    std::vector<bool> isSeen(expected.size());
-    std::size_t place = 0;  // at which the model fails as the library did
-    Seen failed;
-    Seen repeated;
+  // Returns the number of failures. If `everyPoint`, the outcome of each point must occur.
+  std::size_t FailEach(const Call& call, Failing failing, bool everyPoint) const {
+    const std::vector<Expected> expected =
+        ExpectedOf(call, failing, disk_.Files(), comparesInside_);
+    std::vector<bool> wasObserved(expected.size());
+    std::size_t point = 0;  // the model's failure here has the same outcome
+    Outcome failed;
+    Outcome repeated;
     for (std::size_t n = 1;; ++n) {
       SCOPED_TRACE(testing::Message()
                    << "allocation " << n
-                   << (failing == Failing::kOnce ? " fails" : " and all behind it fail"));
+                   << (failing == Failing::kOnce ? " fails" : " and all later ones fail"));
       if (!FailOne(call, n, failing, false, failed)) {
         EXPECT_EQ(failed, expected.back().failed);
-        for (std::size_t i = 0; everyPlace && i + 1 < expected.size(); ++i) {
-          EXPECT_TRUE(isSeen[i]) << "never seen: " << testing::PrintToString(expected[i].failed);
+        for (std::size_t i = 0; everyPoint && i + 1 < expected.size(); ++i) {
+          EXPECT_TRUE(wasObserved[i])
+              << "never observed: " << testing::PrintToString(expected[i].failed);
         }
         return n - 1;
       }
-      while (place < expected.size() && !(expected[place].failed == failed)) {
-        ++place;
+      while (point < expected.size() && !(expected[point].failed == failed)) {
+        ++point;
       }
-      if (place == expected.size()) {
-        ADD_FAILURE() << "seen: " << testing::PrintToString(failed);
+      if (point == expected.size()) {
+        ADD_FAILURE() << "observed: " << testing::PrintToString(failed);
         for (const Expected& possible : expected) {
           ADD_FAILURE() << "possible: " << testing::PrintToString(possible.failed);
         }
         return n;
       }
       FailOne(call, n, failing, true, repeated);
-      EXPECT_EQ(repeated, expected[place].repeated);
+      EXPECT_EQ(repeated, expected[point].repeated);
       if (HasFailure()) {
         return n;
       }
       for (std::size_t i = 0; i < expected.size(); ++i) {
-        isSeen[i] = isSeen[i] || expected[i].failed == failed;
+        wasObserved[i] = wasObserved[i] || expected[i].failed == failed;
       }
     }
   }
@@ -897,16 +905,16 @@ class AllocationFailures : public testing::Test {
   const ExportPlace exportPlace_{folder_};
   Disk disk_;
   std::string locale_;
-  bool isSeenInside_ = false;
+  bool comparesInside_ = false;
 };
 
-TEST_F(AllocationFailures, LeaveWhatIsPromisedWhereverTheyHappen) {
+TEST_F(AllocationFailures, LeaveThePromisedStateAtEveryAllocation) {
   std::size_t failures = 0;
   for (const Call& call : TakingMemory()) {
     SCOPED_TRACE(call.name);
     for (const Failing failing : {Failing::kOnce, Failing::kFromThenOn}) {
       const std::size_t failed = FailEach(call, failing, true);
-      EXPECT_TRUE(failed > 0 || !ExceptionsTakeMemory()) << "it should need memory";
+      EXPECT_TRUE(failed > 0 || !ExceptionsTakeMemory()) << "the call should allocate memory";
       failures += failed;
       if (HasFailure()) {
         return;
@@ -916,7 +924,7 @@ TEST_F(AllocationFailures, LeaveWhatIsPromisedWhereverTheyHappen) {
   std::cout << failures << " failures in " << TakingMemory().size() << " calls\n";
 }
 
-TEST_F(AllocationFailures, CannotHappenInTheCallsThatNeedNoMemory) {
+TEST_F(AllocationFailures, DoNotHappenInCallsThatNeedNoMemory) {
   for (const Call& call : TakingNoMemory()) {
     SCOPED_TRACE(call.name);
     EXPECT_EQ(FailEach(call, Failing::kOnce, false), 0U);

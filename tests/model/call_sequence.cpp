@@ -24,7 +24,7 @@ using KelmoLibs::Localize::Phyval::ValueType;
 namespace {
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
-constexpr auto kRareCharacter = static_cast<wchar_t>(0x1F600);  // another one in 16 bits
+constexpr auto kRareCharacter = static_cast<wchar_t>(0x1F600);  // truncated if wchar_t has 16 bits
 
 const std::wstring kFolders[] = {L".",  L".\\", L".\\\\.", L"LANG", L"./LANG",
                                  L"\\", L"/",   L"",       L"none", {L'n', wchar_t{0xD800}}};
@@ -43,7 +43,7 @@ bool IsSame(double left, double right) {
   return BitsOf(left) == BitsOf(right) || (std::isnan(left) && std::isnan(right));
 }
 
-// How a call ended other than by returning.
+// The exception of a call as text; empty if the call returns.
 template <class Call>
 std::string ExceptionOf(Call call) {
   try {
@@ -56,9 +56,9 @@ std::string ExceptionOf(Call call) {
   }
 }
 
-// ---- Calls in words
+// ---- Calls as text
 
-std::string Told(const std::wstring& text) {
+std::string Describe(const std::wstring& text) {
   std::ostringstream words;
   words << '"' << std::hex;
   for (const wchar_t c : text) {
@@ -75,7 +75,7 @@ std::string Told(const std::wstring& text) {
   return words.str();
 }
 
-std::string Told(const std::string& bytes) {
+std::string Describe(const std::string& bytes) {
   std::ostringstream words;
   words << '"' << std::hex << std::setfill('0');
   for (const char c : bytes) {
@@ -92,28 +92,28 @@ std::string Told(const std::string& bytes) {
   return words.str();
 }
 
-// To the last bit.
-std::string Told(double number) {
+// With enough digits to round-trip.
+std::string Describe(double number) {
   std::ostringstream words;
   words.imbue(std::locale::classic());
   words << std::setprecision(17) << number;
   return words.str();
 }
 
-std::string Told(std::int64_t number) { return std::to_string(number); }
+std::string Describe(std::int64_t number) { return std::to_string(number); }
 
-std::string Told(double value, double absolute, double relative) {
-  return Told(value) + " (" + Told(absolute) + ", " + Told(relative) + ")";
+std::string Describe(double value, double absolute, double relative) {
+  return Describe(value) + " (" + Describe(absolute) + ", " + Describe(relative) + ")";
 }
 
-std::string Told(const char* what, const std::string& real, const std::string& modelled) {
+std::string Describe(const char* what, const std::string& real, const std::string& modelled) {
   return std::string(what) + ": the library has " + real + ", the model " + modelled;
 }
 
-// As far as a host can name it.
+// A host cannot pass the rest.
 std::wstring UpToNul(const std::wstring& text) { return text.substr(0, text.find(L'\0')); }
 
-wchar_t PointOfTheUser() {
+wchar_t UsersPoint() {
   const std::string before = std::setlocale(LC_ALL, nullptr);
   std::setlocale(LC_ALL, "");
   const char point = *std::localeconv()->decimal_point;
@@ -142,35 +142,31 @@ void Disk::Clear() {
   }
 }
 
-// ---- One life
+// ---- One lifetime
 
-CallSequence::CallSequence(RandomNumbers& random, Disk& disk, ToldCalls* told)
-    : random_(random),
-      disk_(disk),
-      told_(told),
-      words_(random),
-      model_(disk.Files(), PointOfTheUser()) {}
+CallSequence::CallSequence(RandomNumbers& random, Disk& disk, CallLog* log)
+    : random_(random), disk_(disk), log_(log), words_(random), model_(disk.Files(), UsersPoint()) {}
 
 template <class Words>
-void CallSequence::Tell(Words words) {
+void CallSequence::LogCall(Words words) {
   ++calls_;
-  Note(words);
+  LogAction(words);
 }
 
 template <class Words>
-void CallSequence::Note(Words words) {
-  constexpr std::size_t kMost = 500;
-  if (told_ == nullptr) {
+void CallSequence::LogAction(Words words) {
+  constexpr std::size_t kMaxCalls = 500;
+  if (log_ == nullptr) {
     return;
   }
-  told_->push_back(words());
-  if (told_->size() > kMost) {
-    told_->pop_front();
+  log_->push_back(words());
+  if (log_->size() > kMaxCalls) {
+    log_->pop_front();
   }
 }
 
-std::string CallSequence::Told(const model::Value& value) const {
-  return ::Told(value.value, value.absTolerance, value.relTolerance) + " " +
+std::string CallSequence::Describe(const model::Value& value) const {
+  return ::Describe(value.value, value.absTolerance, value.relTolerance) + " " +
          (value.unit ? std::to_string(model_.catalogue[*value.unit].code) : "without a unit");
 }
 
@@ -180,15 +176,15 @@ void CallSequence::WriteFiles(int changes) {
   }
 }
 
-void CallSequence::GiveUp() {
+void CallSequence::ReleaseAll() {
   ClearMessages();
-  model_.errors.shrink_to_fit();  // its room for the longest list that there was
+  model_.errors.shrink_to_fit();  // releases the capacity for the longest list
   DropValues();
   globalLocale_.reset();
   std::setlocale(LC_ALL, "C");
 }
 
-// Texts are asked for most, as hosts do; starts are rare enough that values live for a while.
+// As in hosts, most calls are lookups. Starts are rare, so that values stay valid for a while.
 void CallSequence::Step(bool mayWriteFiles) {
   const int chance = random_.Below(100);
   if (chance < 6) {
@@ -241,15 +237,15 @@ void CallSequence::StepWithValues() {
   }
 }
 
-// ---- What is chosen at random
+// ---- Random choices
 
-// Null stands for the empty text, which every second time is passed as null.
+// Every second empty text is passed as null, which means the same.
 const wchar_t* CallSequence::Argument(const std::wstring& text) {
   passesNull_ = !passesNull_;
   return text.empty() && passesNull_ ? nullptr : text.c_str();
 }
 
-// Always the same in one life: the messages of starting keep each path that is not there.
+// Few names per lifetime: the load messages keep the path of each missing file.
 std::wstring CallSequence::AnyFolder() {
   return random_.Below(16) == 0 ? words_.FileName() : AnyOf(random_, kFolders);
 }
@@ -258,7 +254,7 @@ std::wstring CallSequence::AnyLanguage() {
   return random_.Below(5) == 0 ? words_.FileName() : AnyOf(random_, kLanguages);
 }
 
-// One of `texts` by their keys, or a word that files hold; sometimes hardly different from it.
+// A key of `texts` or a word of the vocabulary; sometimes with a small change.
 template <class Texts>
 std::wstring CallSequence::AnyOfTheKeys(const Texts& texts) {
   std::wstring key = random_.Below(4) != 0 && !texts.empty() ? AnyOf(random_, texts).first
@@ -330,7 +326,7 @@ double CallSequence::AnyNumber() {
     case 0:
       return random_.OfMagnitude(-1000, 1000);
     case 1:
-      return NumberOf(random_.Bits());  // NaN, denormal, anything
+      return NumberOf(random_.Bits());  // any number, also NaN and denormal
     case 2:
       return 5e-324;
     case 3:
@@ -375,12 +371,12 @@ void CallSequence::ChangeAFile() {
     path = random_.Below(3) == 0 ? kNeutralTable : kTableFolder + AnyLanguage() + kTableEnd;
   }
   if (random_.Below(8) == 0) {
-    Note([&] { return "- remove " + ::Told(path); });
+    LogAction([&] { return "- remove " + ::Describe(path); });
     disk_.Remove(path);
     return;
   }
   const std::string bytes = isDictionary ? DictionaryBytes(words_) : LanguageTableBytes(words_);
-  Note([&] { return "- write " + ::Told(path) + ": " + ::Told(bytes); });
+  LogAction([&] { return "- write " + ::Describe(path) + ": " + ::Describe(bytes); });
   disk_.Write(path, bytes);
 }
 
@@ -400,13 +396,14 @@ void CallSequence::LoadADictionary() {
   const std::wstring fileName = path.substr(separator + 1);
   if (random_.Below(4) != 0) {
     Load(folder, fileName);
-  } else {  // which is another file, unless the character separates folders
+  } else {  // another file, unless the character is a path separator
     Load(L".", UpToNul(folder + words_.WideCharacter() + fileName));
   }
 }
 
 void CallSequence::Load(const std::wstring& folder, const std::wstring& fileName) {
-  Tell([&] { return "LoadDictionary(" + ::Told(folder) + ", " + ::Told(fileName) + ")"; });
+  LogCall(
+      [&] { return "LoadDictionary(" + ::Describe(folder) + ", " + ::Describe(fileName) + ")"; });
   CompareNumbers("LoadDictionary",
                  library_.Exports().LoadDictionary(Argument(folder), Argument(fileName)),
                  model_.LoadDictionary(folder, fileName));
@@ -416,7 +413,7 @@ void CallSequence::Load(const std::wstring& folder, const std::wstring& fileName
 void CallSequence::SelectADictionary() { Select(AnyId()); }
 
 void CallSequence::Select(const std::wstring& id) {
-  Tell([&] { return "UseLanguage(" + ::Told(id) + ")"; });
+  LogCall([&] { return "UseLanguage(" + ::Describe(id) + ")"; });
   CompareNumbers("UseLanguage", library_.Exports().UseLanguage(Argument(id)),
                  model_.UseLanguage(id));
   CompareListBriefly();
@@ -429,7 +426,7 @@ void CallSequence::AskForTexts() {
 }
 
 void CallSequence::Ask(const std::wstring& key) {
-  Tell([&] { return "LANG(" + ::Told(key) + ")"; });
+  LogCall([&] { return "LANG(" + ::Describe(key) + ")"; });
   const wchar_t* const real = library_.Exports().LANG(Argument(key));
   const std::wstring* const modelled = model_.LANG(key);
   CompareTexts(real, modelled, "LANG");
@@ -438,7 +435,7 @@ void CallSequence::Ask(const std::wstring& key) {
     return;
   }
   if (addresses_.emplace(modelled, real).first->second != real) {
-    throw Disagreement("LANG: the text has moved");
+    throw Disagreement("LANG: the text has another address");
   }
   if (keptTexts_.size() < 100) {
     keptTexts_.push_back({real, *modelled});
@@ -451,14 +448,14 @@ void CallSequence::AskForEveryText() {
     return;
   }
   for (const auto& [key, text] : dictionary->second) {
-    const std::wstring askable = UpToNul(key);
-    Ask(askable);
-    Ask(askable + L"\r");
-    Ask(askable.substr(0, askable.size() / 2));
+    const std::wstring prefix = UpToNul(key);
+    Ask(prefix);
+    Ask(prefix + L"\r");
+    Ask(prefix.substr(0, prefix.size() / 2));
   }
 }
 
-// More messages than any other step leaves, some of them twice.
+// More messages than in any other step, with duplicates.
 void CallSequence::ListManyMessages() {
   for (int count = random_.Below(400); count > 0; --count) {
     const std::wstring word = L"many" + std::to_wstring(random_.Below(300));
@@ -471,12 +468,12 @@ void CallSequence::ListManyMessages() {
   CompareMessages();
 }
 
-// More dictionaries than any other step makes.
+// More dictionaries than in any other step.
 void CallSequence::LoadManyDictionaries() {
   const std::wstring file = L"many.txt";
   for (int count = random_.Below(30); count > 0; --count) {
     const std::string id = std::to_string(random_.Below(60));
-    Note([&] { return "- write " + ::Told(file) + " of the id many" + id; });
+    LogAction([&] { return "- write " + ::Describe(file) + " with the id many" + id; });
     disk_.Write(file, "many" + id + "\nkey text " + id + "\n");
     Load(L".", file);
     Ask(L"key");
@@ -492,7 +489,7 @@ void CallSequence::ReadMessages() {
       65536,     INT_MAX, INT_MIN, INT_MIN + 1, random_.Below(count + 2)};
   for (int asked = random_.Below(3); asked >= 0; --asked) {
     const std::int32_t index = AnyOf(random_, indexes);
-    Tell([&] { return "GetError(" + std::to_string(index) + ")"; });
+    LogCall([&] { return "GetError(" + std::to_string(index) + ")"; });
     const wchar_t* real = nullptr;
     const std::wstring* modelled = nullptr;
     CompareEndings(
@@ -506,7 +503,7 @@ void CallSequence::ReadMessages() {
 }
 
 void CallSequence::ClearMessages() {
-  Tell([] { return "ClearErrors()"; });
+  LogCall([] { return "ClearErrors()"; });
   library_.Exports().ClearErrors();
   model_.ClearErrors();
   keptMessage_.reset();
@@ -541,7 +538,7 @@ void CallSequence::CompareMessages() {
 
 // ---- Starting
 
-// A start makes all values invalid, and writes over an older file or none.
+// A start invalidates all values. ExportPhyVal overwrites an older file, if there is one.
 template <class Call>
 void CallSequence::StartBy(Call call) {
   static const std::string exportedTable = ExportedDefaultTable();
@@ -569,7 +566,7 @@ void CallSequence::StartBy(Call call) {
 
 void CallSequence::Init(const std::wstring& folder, const std::wstring& language) {
   StartBy([&] {
-    Tell([&] { return "Init(" + ::Told(folder) + ", " + ::Told(language) + ")"; });
+    LogCall([&] { return "Init(" + ::Describe(folder) + ", " + ::Describe(language) + ")"; });
     CompareNumbers("Init", library_.Exports().Init(Argument(folder), Argument(language)),
                    model_.Init(folder, language));
   });
@@ -577,14 +574,14 @@ void CallSequence::Init(const std::wstring& folder, const std::wstring& language
 
 void CallSequence::Init0(const std::wstring& folder) {
   StartBy([&] {
-    Tell([&] { return "Init0(" + ::Told(folder) + ")"; });
+    LogCall([&] { return "Init0(" + ::Describe(folder) + ")"; });
     CompareNumbers("Init0", library_.Exports().Init0(Argument(folder)), model_.Init0(folder));
   });
 }
 
 void CallSequence::ExportPhyVal() {
   StartBy([&] {
-    Tell([] { return "ExportPhyVal()"; });
+    LogCall([] { return "ExportPhyVal()"; });
     CompareNumbers("ExportPhyVal", library_.Exports().ExportPhyVal(), model_.ExportPhyVal());
   });
 }
@@ -603,7 +600,7 @@ void CallSequence::Start() {
   }
 }
 
-// One that is there, if there is one.
+// With an existing table, if there is one.
 void CallSequence::StartWithATable() {
   std::vector<std::wstring> paths;
   for (const auto& [path, bytes] : disk_.Files()) {
@@ -629,12 +626,12 @@ CallSequence::LivingValue& CallSequence::AnyValue() {
 }
 
 void CallSequence::Keep(const LivingValue& made) {
-  constexpr std::size_t kMost = 6;
-  if (values_.size() < kMost) {
+  constexpr std::size_t kMaxValues = 6;
+  if (values_.size() < kMaxValues) {
     values_.push_back(made);
     return;
   }
-  LivingValue& old = values_[static_cast<std::size_t>(random_.Below(kMost))];
+  LivingValue& old = values_[static_cast<std::size_t>(random_.Below(kMaxValues))];
   Destroy(old);
   old = made;
 }
@@ -654,7 +651,7 @@ void CallSequence::DropValues() {
   values_.clear();
 }
 
-// Of the same quantity as `left`; as large, larger or smaller by the last bit, or any.
+// A value of the same quantity as `left`: equal, a neighbour above or below, or any other.
 CallSequence::LivingValue CallSequence::MakeComparable(const LivingValue& left) {
   const int code = model_.catalogue[*left.modelled.unit].code;
   const int other = random_.Below(2) == 0 ? code : code / 1000 * 1000 + 1 + random_.Below(2);
@@ -688,14 +685,16 @@ void CallSequence::MakeAValue() {
   LivingValue made = {};
   if (random_.Below(2) == 0) {
     const int code = random_.Below(3) == 0 ? AnyCode() : AnyOf(random_, kDefaultUnits).code;
-    Tell([&] {
-      return "Double of " + ::Told(value, absolute, relative) + " by " + std::to_string(code);
+    LogCall([&] {
+      return "Double of " + ::Describe(value, absolute, relative) + " in " + std::to_string(code);
     });
     library_.Members().fromCode(&made.real, value, absolute, relative, code);
     made.modelled = model_.FromCode(value, absolute, relative, code);
   } else {
     const std::wstring text = AnyUnitText();
-    Tell([&] { return "Double of " + ::Told(value, absolute, relative) + " by " + ::Told(text); });
+    LogCall([&] {
+      return "Double of " + ::Describe(value, absolute, relative) + " in " + ::Describe(text);
+    });
     library_.Members().fromText(&made.real, value, absolute, relative, Argument(text));
     made.modelled = model_.FromText(value, absolute, relative, text);
   }
@@ -717,7 +716,7 @@ void CallSequence::UseAValue() {
   const double tolerance = model::ToleranceOf(modelled);
   switch (random_.Below(8)) {
     case 0:
-      Tell([&] { return "T, and Ts by " + ::Told(x) + ", of " + Told(modelled); });
+      LogCall([&] { return "T, and Ts by " + ::Describe(x) + ", of " + Describe(modelled); });
       ++calls_;
       if (!IsSame(members.tolerance(&real), tolerance) ||
           !IsSame(members.toleranceTimes(&real, x), tolerance * x)) {
@@ -725,7 +724,9 @@ void CallSequence::UseAValue() {
       }
       break;
     case 1:
-      Tell([&] { return "CheckCorrect, and Vs by " + ::Told(x) + ", of " + Told(modelled); });
+      LogCall([&] {
+        return "CheckCorrect, and Vs by " + ::Describe(x) + ", of " + Describe(modelled);
+      });
       CompareEndings(
           "CheckCorrect", [&] { members.check(&real); }, [&] { model_.CheckCorrect(modelled); });
       if (modelled.unit) {
@@ -737,7 +738,7 @@ void CallSequence::UseAValue() {
       break;
     case 2: {
       const LivingValue& from = AnyValue();
-      Tell([&] { return Told(modelled) + " = " + Told(from.modelled); });
+      LogCall([&] { return Describe(modelled) + " = " + Describe(from.modelled); });
       ++calls_;
       if (members.assign(&real, &from.real) != &real) {
         throw Disagreement("operator= returns another object");
@@ -749,24 +750,25 @@ void CallSequence::UseAValue() {
       if (!model::RoundingEnds(tolerance)) {
         break;
       }
-      Tell([&] { return "to_string, and Return, of " + Told(modelled); });
+      LogCall([&] { return "to_string, and Return, of " + Describe(modelled); });
       calls_ += 2;
       const std::string locale = std::setlocale(LC_ALL, nullptr);
       const std::wstring text = NormalizeNaN(members.toString(&real));
       if (text != model_.ToString(modelled)) {
-        throw Disagreement(::Told("to_string()", ::Told(text), ::Told(model_.ToString(modelled))));
+        throw Disagreement(
+            ::Describe("to_string()", ::Describe(text), ::Describe(model_.ToString(modelled))));
       }
       if (locale != std::setlocale(LC_ALL, nullptr)) {
-        throw Disagreement("to_string() leaves another locale");
+        throw Disagreement("to_string() has changed the locale");
       }
       const std::wstring other = NormalizeNaN(members.toStringWith(&real, separator));
       if (other != model_.ToString(modelled, separator)) {
-        throw Disagreement(::Told("to_string(separator)", ::Told(other),
-                                  ::Told(model_.ToString(modelled, separator))));
+        throw Disagreement(::Describe("to_string(separator)", ::Describe(other),
+                                      ::Describe(model_.ToString(modelled, separator))));
       }
       if (!IsSame(members.rounded(&real), model::Round(modelled.value, tolerance).number)) {
-        throw Disagreement(::Told("Return", ::Told(members.rounded(&real)),
-                                  ::Told(model::Round(modelled.value, tolerance).number)));
+        throw Disagreement(::Describe("Return", ::Describe(members.rounded(&real)),
+                                      ::Describe(model::Round(modelled.value, tolerance).number)));
       }
       break;
   }
@@ -774,7 +776,7 @@ void CallSequence::UseAValue() {
 }
 
 void CallSequence::ComputeWithValues() {
-  // Copies, as the operators take them: the values themselves may be replaced by the result.
+  // Copies, because the result may replace the values themselves.
   LivingValue left = AnyValue();
   LivingValue right = {};
   if (left.modelled.unit && random_.Below(2) == 0) {
@@ -796,10 +798,10 @@ void CallSequence::ComputeWithValues() {
   std::string exception;
   const auto compare = [&](const char* operation, auto real, auto modelled) {
     name = operation;
-    Tell([&] {
-      return std::string(operation) + " of " + Told(left.modelled) + " and " +
-             Told(right.modelled) + ", " + ::Told(k) + ", or " + std::to_string(code) + " (" +
-             ::Told(absolute) + ", " + ::Told(relative) + ")";
+    LogCall([&] {
+      return std::string(operation) + " of " + Describe(left.modelled) + " and " +
+             Describe(right.modelled) + ", " + ::Describe(k) + ", or " + std::to_string(code) +
+             " (" + ::Describe(absolute) + ", " + ::Describe(relative) + ")";
     });
     exception = CompareEndings(operation, real, modelled);
   };
@@ -850,7 +852,7 @@ void CallSequence::ComputeWithValues() {
       break;
     default:
       if (!left.modelled.unit) {
-        return;  // which is not checked
+        return;  // ConvertTo does not check it
       }
       compare(
           "ConvertTo",
@@ -875,11 +877,11 @@ void CallSequence::MakeRows() {
   const ClassMembers& members = library_.Members();
   const int code = random_.Below(2) == 0 ? AnyCode() : static_cast<int>(random_.Bits());
   const UnitRow row = {code, AnyNumber(), AnyUnitText(), AnyKey()};
-  Tell([&] {
-    return "ValueType of " + std::to_string(code) + ", " + ::Told(row.symbol) + ", " +
-           ::Told(row.name) + ", copied and moved";
+  LogCall([&] {
+    return "ValueType of " + std::to_string(code) + ", " + ::Describe(row.symbol) + ", " +
+           ::Describe(row.name) + ", copied and moved";
   });
-  calls_ += 11;  // three are made, asked twice each, and destroyed
+  calls_ += 11;  // 12 with LogCall: three rows are made, queried twice each, and destroyed
   std::array<RowMemory, 3> rows = {};
   members.makeRow(rows.data(), row.code, row.factor, row.symbol.c_str(), row.name.c_str());
   members.copyRow(&rows[1], rows.data());
@@ -901,7 +903,7 @@ void CallSequence::MakeRows() {
 
 void CallSequence::ChangeALocale() {
   if (random_.Below(4) == 0) {
-    Note([] { return "- another global C++ locale"; });
+    LogAction([] { return "- another global C++ locale"; });
     if (globalLocale_) {
       globalLocale_.reset();
     } else {
@@ -909,41 +911,41 @@ void CallSequence::ChangeALocale() {
     }
     return;
   }
-  // Not each system has all of them.
+  // Locales that a system lacks are ignored.
   const char* const locale =
       AnyOf(random_, std::initializer_list<const char*>{"C", "C.UTF-8", "de_DE.UTF-8",
                                                         "English_United States.1252",
                                                         "German_Germany.1252"});
-  Note([&] { return std::string("- setlocale ") + locale; });
+  LogAction([&] { return std::string("- setlocale ") + locale; });
   std::setlocale(AnyOf(random_, std::initializer_list<int>{LC_ALL, LC_ALL, LC_CTYPE, LC_NUMERIC}),
                  locale);
 }
 
 // ---- Comparing
 
-// Makes the call on both; returns the exception that has ended both, or nothing.
+// Makes the call on both. Returns their exception as text; empty if both return.
 template <class Real, class Modelled>
 std::string CallSequence::CompareEndings(const char* name, Real real, Modelled modelled) {
   std::string exception = ExceptionOf(real);
   const std::string expected = ExceptionOf(modelled);
   if (exception != expected) {
-    throw Disagreement(::Told(name, exception, expected));
+    throw Disagreement(::Describe(name, exception, expected));
   }
   return exception;
 }
 
 void CallSequence::CompareNumbers(const char* name, std::int64_t real, std::int64_t modelled) {
   if (real != modelled) {
-    throw Disagreement(::Told(name, ::Told(real), ::Told(modelled)));
+    throw Disagreement(::Describe(name, ::Describe(real), ::Describe(modelled)));
   }
 }
 
-// The whole text, also behind a NUL in it; but nothing behind its end.
+// Compares the whole text, also behind a NUL, and its terminator.
 void CallSequence::CompareText(const wchar_t* real, const std::wstring& modelled,
                                const char* what) {
   for (std::size_t i = 0; i <= modelled.size(); ++i) {
     if (real[i] != modelled.c_str()[i]) {
-      throw Disagreement(::Told(what, ::Told(std::wstring(real)), ::Told(modelled)));
+      throw Disagreement(::Describe(what, ::Describe(std::wstring(real)), ::Describe(modelled)));
     }
   }
 }
@@ -953,13 +955,13 @@ void CallSequence::CompareTexts(const wchar_t* real, const std::wstring* modelle
   if (modelled != nullptr) {
     CompareText(real, *modelled, what);
     if (real == emptyText_) {
-      throw Disagreement(std::string(what) + ": the text of nothing stands for a text");
+      throw Disagreement(std::string(what) + ": the pointer for no text was returned for a text");
     }
     return;
   }
   CompareText(real, L"", what);
   if (emptyText_ != nullptr && real != emptyText_) {
-    throw Disagreement(std::string(what) + ": another text of nothing");
+    throw Disagreement(std::string(what) + ": another pointer for no text");
   }
   emptyText_ = real;
 }
@@ -968,8 +970,8 @@ void CallSequence::CompareValues(const LivingValue& value, const char* what) {
   const auto& [real, modelled] = value;
   if (!IsSame(real.value, modelled.value) || !IsSame(real.absTolerance, modelled.absTolerance) ||
       !IsSame(real.relTolerance, modelled.relTolerance)) {
-    throw Disagreement(
-        ::Told(what, ::Told(real.value, real.absTolerance, real.relTolerance), Told(modelled)));
+    throw Disagreement(::Describe(
+        what, ::Describe(real.value, real.absTolerance, real.relTolerance), Describe(modelled)));
   }
   if ((real.unit != nullptr) != modelled.unit.has_value()) {
     throw Disagreement(std::string(what) + ": whether it has a unit");
@@ -983,13 +985,13 @@ void CallSequence::CompareValues(const LivingValue& value, const char* what) {
       unit.name != row.name) {
     throw Disagreement(std::string(what) + ": the unit");
   }
-  // One row of the catalogue is one address.
+  // Each row of the catalogue has one address.
   rows_.resize(model_.catalogue.size());
   if (rows_[*modelled.unit] == nullptr) {
     rows_[*modelled.unit] = real.unit;
   }
   if (rows_[*modelled.unit] != real.unit) {
-    throw Disagreement(std::string(what) + ": another row with the same unit");
+    throw Disagreement(std::string(what) + ": another address of the same unit");
   }
 }
 
@@ -1022,7 +1024,7 @@ void CallSequence::CompareInside() const {
     throw Disagreement("the localized units");
   }
   if (inside->loadMessages != expected.loadMessages) {
-    throw Disagreement("the messages of starting");
+    throw Disagreement("the load messages");
   }
   if (inside->currentLanguage != expected.currentLanguage) {
     throw Disagreement("the id of the current dictionary");
@@ -1038,14 +1040,14 @@ void CallSequence::CompareAll() {
     CompareValues(value, "a value at the end");
   }
   CompareInside();
-  // Each text that was ever loaded.
+  // Every text that was loaded.
   for (const auto& [id, dictionary] : model_.dictionaries) {
     if (id.find(L'\0') != std::wstring::npos) {
       continue;  // no host can name it
     }
     ++calls_;
     if (library_.Exports().UseLanguage(id.c_str()) != 0) {
-      throw Disagreement("a dictionary has gone");
+      throw Disagreement("a dictionary is missing");
     }
     model_.UseLanguage(id);
     for (const auto& [key, text] : dictionary) {

@@ -1,5 +1,5 @@
-// Random calls of everything that a host can call, with the library and its model side by side: each
-// result, text, message and exception of the one must be that of the other.
+// Random calls of every function and member, on the library and on its model. All results, texts,
+// messages and exceptions must be equal.
 #pragma once
 
 #include <cstddef>
@@ -17,10 +17,10 @@
 #include "tests/support/global_locale.h"
 #include "tests/support/random_numbers.h"
 
-/// The working directory with what the library may read there.
+/// The working directory and the files that the library may read there.
 class Disk {
  public:
-  /// The directory must be empty. Nobody else may write there.
+  /// Precondition: the directory is empty, and nothing else writes there.
   Disk() = default;
   Disk(const Disk&) = delete;
   Disk& operator=(const Disk&) = delete;
@@ -36,40 +36,40 @@ class Disk {
   model::Files files_;
 };
 
-/// The last calls that were made, in words: a line each.
-using ToldCalls = std::deque<std::string>;
+/// The last calls as text, one line each.
+using CallLog = std::deque<std::string>;
 
-/// What the model has of that which no export shows. Messages as far as they can be read.
+/// The model's state that no export shows. Messages end at their first NUL.
 LibraryUnderTest::Inside InsideOf(const model::Library& library);
 
 class CallSequence {
  public:
-  /// The library and the model begin their lives here. The calls are told to `told`, unless that is
+  /// Starts the lifetimes of the library and of the model. Appends the calls to `log`, unless it is
   /// null.
-  CallSequence(RandomNumbers& random, Disk& disk, ToldCalls* told);
+  CallSequence(RandomNumbers& random, Disk& disk, CallLog* log);
 
-  /// Makes so many changes to the files that the calls may read: most are new ones.
+  /// Makes `changes` changes to the files that the calls may read. Most write a file.
   void WriteFiles(int changes);
 
-  /// Makes one call or a few that belong together. `mayWriteFiles`: also changes files.
+  /// Makes one call or a few related ones. `mayWriteFiles`: may change a file instead.
   void Step(bool mayWriteFiles);
 
-  /// The same, of the calls that make values and compute with them; and sometimes one that starts.
+  /// Like Step, with values only; sometimes starts the library.
   void StepWithValues();
 
-  /// Makes this call.
+  /// Each makes this call on both and compares the results.
   void Load(const std::wstring& folder, const std::wstring& fileName);
   void Select(const std::wstring& id);
   void Ask(const std::wstring& key);
-  void AskForEveryText();  // of the current dictionary, and for such as it has not
+  void AskForEveryText();  // of the current dictionary, and for similar keys
   void Init(const std::wstring& folder, const std::wstring& language);
   void Init0(const std::wstring& folder);
   void ExportPhyVal();
 
-  /// Gives up what a host can give up: messages, values, its locales.
-  void GiveUp();
+  /// Releases what a host can release: messages, values, locales.
+  void ReleaseAll();
 
-  /// Compares all that there is.
+  /// Compares the whole state. Destroys the values.
   void CompareAll();
 
   std::uint64_t Calls() const { return calls_; }
@@ -86,7 +86,7 @@ class CallSequence {
 
   const wchar_t* Argument(const std::wstring& text);
 
-  // What is chosen at random.
+  // Random choices
   std::wstring AnyFolder();
   std::wstring AnyLanguage();
   template <class Texts>
@@ -124,23 +124,23 @@ class CallSequence {
   void DropValues();
 
   template <class Words>
-  void Tell(Words words);  // of a call
+  void LogCall(Words words);
   template <class Words>
-  void Note(Words words);  // of what the host does besides
-  std::string Told(const model::Value& value) const;
+  void LogAction(Words words);  // of the host itself
+  std::string Describe(const model::Value& value) const;
   template <class Real, class Modelled>
   static std::string CompareEndings(const char* name, Real real, Modelled modelled);
   static void CompareNumbers(const char* name, std::int64_t real, std::int64_t modelled);
   void CompareTexts(const wchar_t* real, const std::wstring* modelled, const char* what);
   static void CompareText(const wchar_t* real, const std::wstring& modelled, const char* what);
   void CompareValues(const LivingValue& value, const char* what);
-  void CompareListBriefly();  // its length and its newest message
+  void CompareListBriefly();  // the length and the newest message
   void CompareMessages();
   void CompareInside() const;
 
   RandomNumbers& random_;
   Disk& disk_;
-  ToldCalls* told_;
+  CallLog* log_;
   Vocabulary words_;
   LibraryUnderTest library_;
   model::Library model_;
@@ -148,10 +148,11 @@ class CallSequence {
   bool passesNull_ = false;
   std::vector<LivingValue> values_;
   std::vector<KeptText> keptTexts_;
-  std::vector<const KelmoLibs::Localize::Phyval::ValueType*> rows_;  // of the catalogue, as seen
-  std::map<const std::wstring*, const wchar_t*> addresses_;  // of texts, by those of the model
-  std::optional<KeptText> keptMessage_;                      // as long as the list does not change
-  std::size_t listed_ = 0;                                   // its length when it was looked at
-  const wchar_t* emptyText_ = nullptr;                       // as seen
+  // Addresses of the catalogue's rows; null until one is seen.
+  std::vector<const KelmoLibs::Localize::Phyval::ValueType*> rows_;
+  std::map<const std::wstring*, const wchar_t*> addresses_;  // of texts, by the model's addresses
+  std::optional<KeptText> keptMessage_;                      // valid until the list changes
+  std::size_t listed_ = 0;                                   // length of the list at that time
+  const wchar_t* emptyText_ = nullptr;                       // the library's pointer for no text
   std::optional<GlobalLocale> globalLocale_;
 };

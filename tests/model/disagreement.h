@@ -1,9 +1,9 @@
-// Two that should do the same do not.
+// The exception of tests that compare the library with its model.
 #pragma once
 
 #include <stdexcept>
 
-/// Thrown where the library and its model differ: says in what.
+/// The library and its model differ; what() names the difference.
 class Disagreement : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;

@@ -59,20 +59,20 @@ const ClassMembers kMembers = {
     [](ValueMemory* value, ValueMemory* other) { CheckCorrect(*At(value), *At(other)); },
 };
 
-// As right after the load, and without the memory that the object held before.
+// Restores the state after the load, without the object's old memory.
 template <class Object>
-void MakeAnew(Object& object) {
+void Recreate(Object& object) {
   std::destroy_at(&object);
   new (&object) Object();
 }
 
 void Reset() {
-  MakeAnew(Phyval::unitCatalogue);
-  MakeAnew(localizedUnitTable);
-  MakeAnew(loadMessages);
-  MakeAnew(currentLanguage);
-  MakeAnew(dictionaries);
-  MakeAnew(errorList);
+  Recreate(Phyval::unitCatalogue);
+  Recreate(localizedUnitTable);
+  Recreate(loadMessages);
+  Recreate(currentLanguage);
+  Recreate(dictionaries);
+  Recreate(errorList);
 }
 
 }  // namespace

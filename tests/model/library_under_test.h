@@ -1,6 +1,6 @@
-// One life of the real library, from load to unload. The tests that use it are built twice: with the
-// library as it is shipped, loaded at run time (built_library.cpp), and with its objects inside the
-// test program (library_objects.cpp), where also what no export shows can be seen.
+// One lifetime of the real library, from load to unload. The tests that use it are built twice:
+// with the built library, loaded at run time (built_library.cpp), and with the library's objects
+// linked into the test (library_objects.cpp). The latter also show the state that no export shows.
 #pragma once
 
 #include <cstdint>
@@ -25,8 +25,8 @@ class LibraryUnderTest {
   const LibraryExports& Exports() const { return exports_; }
   const ClassMembers& Members() const { return members_; }
 
-  /// To be told of each start (Init, Init0, ExportPhyVal): on Windows each takes a reference to the
-  /// library, which must be given back before it can be unloaded.
+  /// Must be called with each start (Init, Init0, ExportPhyVal): on Windows each start takes a
+  /// reference to the library, which the destructor releases.
   void CountStart() { ++starts_; }
 
   struct Inside {
@@ -35,7 +35,7 @@ class LibraryUnderTest {
     std::vector<std::wstring> loadMessages;
     std::wstring currentLanguage;
   };
-  /// Nothing of the built library.
+  /// Empty for the built library.
   std::optional<Inside> LookInside() const;
 
  private:

@@ -28,7 +28,7 @@ std::wstring WideCharacter(char32_t c) {
   return {static_cast<wchar_t>(c)};
 }
 
-// The character that the first `length` bytes are, if they are one: if that is how it is written.
+// The character that `bytes` encode; empty unless they are its one valid encoding.
 std::optional<char32_t> CharacterOf(const std::string& bytes) {
   const std::size_t length = bytes.size();
   char32_t c = static_cast<unsigned char>(bytes[0]);
@@ -45,7 +45,7 @@ std::optional<char32_t> CharacterOf(const std::string& bytes) {
   return c;
 }
 
-// What text mode makes of a file.
+// The bytes as a read in text mode returns them.
 std::string InTextMode(std::string bytes) {
   if (textModeEndsAtControlZ) {
     bytes.resize(std::min(bytes.find('\x1A'), bytes.size()));
@@ -144,7 +144,7 @@ std::wstring TextOf(const Rounded& rounded) {
   return ExactDecimal(rounded.number, rounded.decimals);
 }
 
-// As a stream prints it under the global C++ locale, where the library knows that.
+// A stream formats `text` by the global C++ locale, if the library shares it.
 std::wstring InTheGlobalLocale(std::wstring text) {
   if (!librarySharesTheGlobalLocale) {
     return text;
@@ -299,7 +299,7 @@ const std::wstring* Library::GetError(std::int32_t index) {
 // ---- Dictionaries
 
 std::int32_t Library::LoadDictionary(const std::wstring& folder, const std::wstring& fileName) {
-  TakeMemory();  // for the path, without which nothing can be listed
+  TakeMemory();  // for the path; without it no message can be listed
   const std::wstring path = folder + L"\\" + fileName;
   try {
     TakeMemory();
@@ -365,7 +365,7 @@ void Library::RebuildCatalogue(bool exportsIt) {
   catalogue.clear();
   TakeMemory();
   hasExported = hasExported || exportsIt;
-  // Factors are read under the host's locale: with a decimal comma they end at their point.
+  // The host's locale applies to factors: with a decimal comma a number ends at its point.
   const bool numbersEndAtThePoint = std::string(std::localeconv()->decimal_point) == ",";
   for (UnitRow row : kDefaultUnits) {
     TakeMemory();
@@ -413,7 +413,7 @@ bool Library::ReadHeader(const std::wstring& path, std::vector<std::wstring>& li
   return true;
 }
 
-// False where the line is no unit, or fails for any other reason: it is listed then.
+// False if the line is no unit or fails for any other reason. The caller lists it.
 bool Library::AddUnit(const std::wstring& line, const std::wstring& language) {
   try {
     TakeMemory();
@@ -433,7 +433,7 @@ std::int32_t Library::LoadLanguageTable(const std::wstring& path) {
     TakeMemory();
     headerIsRead = ReadHeader(path, lines, language);
   } catch (const std::bad_alloc&) {
-    headerIsRead = false;  // what cannot be read is not there
+    headerIsRead = false;  // counts as a missing file
   }
   if (!headerIsRead) {
     Append(loadMessages, L"EV111. Dictionary file not found or corrupted\nDictionary: " + path);
@@ -444,7 +444,7 @@ std::int32_t Library::LoadLanguageTable(const std::wstring& path) {
     localizedUnits[language];
     for (std::size_t i = 1; i < lines.size(); ++i) {
       if (!lines[i].empty() && !AddUnit(lines[i], language)) {
-        TakeMemory();  // to tell the line
+        TakeMemory();  // for the line in the message
         Append(loadMessages,
                L"EV101. Error parse string.\nString: " + lines[i] + L"\nDictionary: " + path);
       }

@@ -1,6 +1,6 @@
-// The behaviour of the whole library said a second time, in the plainest way: whole copies, ordered
-// maps, lists that are searched from their front. It shares no code with the library, and is to be
-// changed only where a promise to hosts changes. call_sequence.h plays the two against each other.
+// A second, simple implementation of the whole library's behaviour: with whole copies, ordered maps
+// and linear searches. It shares no code with the library, and changes only if a promise to hosts
+// changes. call_sequence.h compares the two.
 #pragma once
 
 #include <cstddef>
@@ -18,10 +18,10 @@ namespace model {
 /// Files by their paths below the working directory, with backslashes between folders.
 using Files = std::map<std::wstring, std::string>;
 
-/// The bytes of the file that a host's path leads to; null where it leads to none.
+/// The bytes of the file at a host's path; null if there is none.
 const std::string* FindFile(const Files& files, const std::wstring& path);
 
-/// Bytes as wide text, up to the first that are no UTF-8.
+/// Bytes as wide text, up to the first invalid UTF-8.
 std::wstring Decode(const std::string& bytes);
 
 /// The lines of a text file.
@@ -30,7 +30,7 @@ std::vector<std::wstring> LinesOf(const std::string& bytes);
 /// Key and text.
 std::pair<std::wstring, std::wstring> SplitDictionaryLine(const std::wstring& line);
 
-/// The fields of a line of a table that has `count` of them.
+/// The fields of a line in a table of `count` columns.
 std::vector<std::wstring> SplitUnitLine(std::wstring line, std::size_t count);
 
 /// The number in a field.
@@ -40,7 +40,7 @@ struct Value {
   double value;
   double absTolerance;
   double relTolerance;
-  std::optional<std::size_t> unit;  // its place in the catalogue
+  std::optional<std::size_t> unit;  // index in the catalogue
 };
 
 int StypeOf(int code);  // the quantity
@@ -48,33 +48,33 @@ int SidOf(int code);    // the number of the unit in it
 
 double ToleranceOf(const Value& value);
 
-/// Whether rounding by this tolerance comes to an end. Where it does not, neither library nor model
-/// may be asked.
+/// Whether rounding by this tolerance ends. If not, neither the library nor the model may be
+/// called.
 bool RoundingEnds(double tolerance);
 
-/// The numbers that a value prints.
+/// The number and the decimals of a value's text.
 struct Rounded {
   double number;
   int decimals;
 };
 Rounded Round(double value, double tolerance);
 
-/// One life of the library. Results, messages and exceptions are those of the real one.
+/// One lifetime of the library. Results, messages and exceptions equal those of the real library.
 class Library {
  public:
   /// `usersPoint` is the decimal separator of the user's settings.
   Library(const Files& files, wchar_t usersPoint) : files_(&files), usersPoint_(usersPoint) {}
 
-  // ---- When memory runs out
+  // ---- Failing allocations
 
-  /// Wherever the library changes something, it may have to take memory first. Makes the n-th such
-  /// place from now fail (1 is the next), and all behind it as well if `fromThenOn`.
+  /// TakeMemory() stands for an allocation: before each change the library may need memory. Makes
+  /// the n-th call from now fail (1 is the next), and all later ones too if `fromThenOn`.
   void FailAt(std::size_t n, bool fromThenOn);
   bool HasFailed() const { return failed_; }
-  /// Such a place: throws std::bad_alloc where it is to fail.
+  /// Throws std::bad_alloc if this call must fail.
   void TakeMemory();
-  /// Whether the text of an exception is such a place: the C++ library may take memory for it by other
-  /// means than operator new.
+  /// Whether the text of an exception takes memory from operator new. Not every C++ library does
+  /// that.
   bool exceptionsTakeMemory = true;
 
   // ---- The nine functions
@@ -84,10 +84,10 @@ class Library {
   std::int32_t ExportPhyVal();
   std::int32_t LoadDictionary(const std::wstring& folder, const std::wstring& fileName);
   std::int32_t UseLanguage(const std::wstring& id);
-  const std::wstring* LANG(const std::wstring& key);  // null: the empty text for "nothing there"
+  const std::wstring* LANG(const std::wstring& key);  // null: no text
   void ClearErrors() { errors.clear(); }
   std::int64_t GetErrorsCount() const { return static_cast<std::int64_t>(errors.size()); }
-  const std::wstring* GetError(std::int32_t index);  // the same
+  const std::wstring* GetError(std::int32_t index);  // null: no message
 
   // ---- Double
 
@@ -109,7 +109,7 @@ class Library {
   std::wstring ToString(const Value& value);
   std::wstring ToString(const Value& value, wchar_t separator);
 
-  // ---- What there is
+  // ---- State
 
   struct LocalizedUnit {
     std::wstring symbol;
@@ -123,7 +123,7 @@ class Library {
   std::wstring currentLanguage;
   std::map<std::wstring, Dictionary> dictionaries;
   std::vector<std::wstring> errors;
-  bool hasExported = false;  // the file of ExportPhyVal, whole
+  bool hasExported = false;  // the whole file of ExportPhyVal
 
  private:
   void Append(std::vector<std::wstring>& messages, const std::wstring& message);

@@ -1,6 +1,6 @@
-// The library beside its model (model/model.h): whatever a host calls, in whatever order, both must
-// answer alike. Run longer: --rounds=N. A difference names what repeats it, and tells the calls; a
-// crash leaves the seed in a file of the scratch folder.
+// Compares the library with its model (model/model.h) through random calls in random order.
+// --rounds=N runs longer. A failure prints the command that repeats it and the calls. After a
+// crash, a file in the scratch folder holds the seed.
 
 #include <gtest/gtest.h>
 
@@ -22,14 +22,14 @@ namespace {
 
 constexpr int kSteps = 40;
 
-// Of the library from its load to its unload. Returns how many calls it took.
-std::uint64_t PlaySequence(std::uint64_t seed, Disk& disk, ToldCalls* told) {
+// One lifetime of the library. Returns the number of calls.
+std::uint64_t RunSequence(std::uint64_t seed, Disk& disk, CallLog* log) {
   RandomNumbers random(seed);
   std::setlocale(LC_ALL, "C");
   disk.Clear();
-  CallSequence sequence(random, disk, told);
+  CallSequence sequence(random, disk, log);
   sequence.WriteFiles(4);
-  sequence.CompareAll();  // as it is right after the load
+  sequence.CompareAll();  // the state after the load
   for (int step = 0; step < kSteps; ++step) {
     sequence.Step(true);
   }
@@ -37,18 +37,19 @@ std::uint64_t PlaySequence(std::uint64_t seed, Disk& disk, ToldCalls* told) {
   return sequence.Calls();
 }
 
-// What `play`, which has failed once, tells of its calls when it is played again.
-template <class Play>
-std::string CallsOf(Play play) {
-  ToldCalls told;
+// Repeats `run`, which has failed, and returns its calls as text.
+template <class Run>
+std::string CallsOf(Run run) {
+  CallLog log;
   std::string calls;
   try {
-    play(&told);
-    calls = "No difference when it was played again. Its calls:\n";
-  } catch (const std::exception&) {  // as before
-    calls = "The last calls, the one that differs at the end; behind -, what the host did:\n";
+    run(&log);
+    calls = "No difference in the second run. Its calls:\n";
+  } catch (const std::exception&) {  // the expected difference
+    calls =
+        "The last calls, ending with the one that differs; lines with - are the host's actions:\n";
   }
-  for (const std::string& call : told) {
+  for (const std::string& call : log) {
     calls += call + '\n';
   }
   return calls;
@@ -65,57 +66,58 @@ class Model : public testing::Test {
 
 TEST_F(Model, AgreesWithTheLibraryInEverySequenceOfCalls) {
   const std::uint64_t sequences = Rounds(5000);
-  std::ofstream playing("seed of the sequence.txt");  // for when it crashes or hangs
+  std::ofstream seedFile("seed of the sequence.txt");  // names the sequence after a crash or hang
   std::uint64_t calls = 0;
   for (std::uint64_t i = 0; i < sequences; ++i) {
     const std::uint64_t seed = randomSeed + i;
-    playing.seekp(0) << seed << '\n' << std::flush;
+    seedFile.seekp(0) << seed << '\n' << std::flush;
     try {
-      calls += PlaySequence(seed, disk_, nullptr);
+      calls += RunSequence(seed, disk_, nullptr);
     } catch (const std::exception& difference) {
       FAIL() << difference.what() << "\nRepeat it: --gtest_filter=*EverySequence* --seed=" << seed
              << " --rounds=1\n"
-             << CallsOf([&](ToldCalls* told) { PlaySequence(seed, disk_, told); });
+             << CallsOf([&](CallLog* log) { RunSequence(seed, disk_, log); });
     }
   }
   std::cout << sequences << " sequences, " << calls << " calls, --seed=" << randomSeed << '\n';
 }
 
-// As many calls in one life, of the same few files: what there is to store is stored soon.
-class LongLife {
+// As many calls in one lifetime, with the same few files: soon everything is stored.
+class LongLifetime {
  public:
-  static constexpr std::uint64_t kEnough = 1000;  // rounds, to have stored all in half of them
+  static constexpr std::uint64_t kMinRounds = 1000;  // half of them suffice to store everything
 
-  LongLife(Disk& disk, ToldCalls* told) : life_(random_, disk, told) { life_.WriteFiles(30); }
+  LongLifetime(Disk& disk, CallLog* log) : sequence_(random_, disk, log) {
+    sequence_.WriteFiles(30);
+  }
 
-  void Live() {
+  void Run() {
     constexpr int kParts = 10;
     const std::uint64_t steps = Rounds(5000) * kSteps / kParts;
     for (int part = 0; part < kParts; ++part) {
       if (part == kParts / 2) {
-        life_.GiveUp();
+        sequence_.ReleaseAll();
         before_ = MeasureFootprint();
       }
       for (std::uint64_t step = 0; step < steps; ++step) {
-        life_.Step(false);
+        sequence_.Step(false);
       }
     }
-    life_.GiveUp();
+    sequence_.ReleaseAll();
     after_ = MeasureFootprint();
-    life_.CompareAll();
+    sequence_.CompareAll();
   }
 
   void ExpectNoGrowth() const {
-    std::cout << life_.Calls() << " calls in one life, --seed=" << randomSeed;
+    std::cout << sequence_.Calls() << " calls in one lifetime, --seed=" << randomSeed;
     if (before_ && after_) {
-      std::cout << "; since half of them "
-                << static_cast<std::int64_t>(after_->heapBytes - before_->heapBytes)
-                << " bytes of heap more";
-      if (Rounds(5000) >= kEnough) {
-        // Room for the longest list of messages is kept by both: it may have come late. One call
-        // of 32, at most, prints under the user's locale.
+      std::cout << "; heap growth in the second half: "
+                << static_cast<std::int64_t>(after_->heapBytes - before_->heapBytes) << " bytes";
+      if (Rounds(5000) >= kMinRounds) {
+        // Both keep their capacity for the longest list of messages, which may come in the second
+        // half. At most one call of 32 formats a text under the user's locale.
         EXPECT_LT(after_->heapBytes,
-                  before_->heapBytes + 65536 + BytesLeakedByUserLocale() * life_.Calls() / 32);
+                  before_->heapBytes + 65536 + BytesLeakedByUserLocale() * sequence_.Calls() / 32);
       }
       EXPECT_LT(after_->nextHandle, before_->nextHandle + 100);
       EXPECT_LE(after_->nextThreadSlot, before_->nextThreadSlot);
@@ -125,21 +127,22 @@ class LongLife {
 
  private:
   RandomNumbers random_{randomSeed};
-  CallSequence life_;
+  CallSequence sequence_;
   std::optional<Footprint> before_;
   std::optional<Footprint> after_;
 };
 
-TEST_F(Model, AgreesThroughALongLifeInWhichNothingGrows) {
+TEST_F(Model, AgreesThroughALongLifetimeWithoutGrowth) {
   try {
-    LongLife life(disk_, nullptr);
-    life.Live();
-    life.ExpectNoGrowth();
+    LongLifetime lifetime(disk_, nullptr);
+    lifetime.Run();
+    lifetime.ExpectNoGrowth();
   } catch (const std::exception& difference) {
     disk_.Clear();
-    FAIL() << difference.what() << "\nRepeat it: --gtest_filter=*LongLife* --seed=" << randomSeed
+    FAIL() << difference.what()
+           << "\nRepeat it: --gtest_filter=*LongLifetime* --seed=" << randomSeed
            << " --rounds=" << Rounds(5000) << '\n'
-           << CallsOf([&](ToldCalls* told) { LongLife(disk_, told).Live(); });
+           << CallsOf([&](CallLog* log) { LongLifetime(disk_, log).Run(); });
   }
 }
 

@@ -34,11 +34,11 @@ constexpr std::string_view kCodes[] = {"10001",
                                        "0",
                                        "2147483648",
                                        "5//6",
-                                       "\xE2\x88\x92\x35",  // behind the minus of typesetters
+                                       "\xE2\x88\x92\x35",  // minus sign U+2212 and a five
                                        "\xD9\xA5",          // an Arabic five
-                                       "\xE2\x80\x83",      // an em space alone
-                                       "\xE2\x80\x83\x35",  // and in front of a five
-                                       "\xE3\x80\x80"};     // an ideographic space alone
+                                       "\xE2\x80\x83",      // an em space
+                                       "\xE2\x80\x83\x35",  // an em space and a five
+                                       "\xE3\x80\x80"};     // an ideographic space
 constexpr std::string_view kSymbols[] = {"m",  "\xD0\xBC", "\xC2\xB0", "in", "m//2",
                                          "//", "/",        "m\x01x",   "7"};
 constexpr std::string_view kNames[] = {
@@ -46,7 +46,7 @@ constexpr std::string_view kNames[] = {
     "x // a comment", "a//b",         "/",       "\xF0\x9F\x98\x80", "",
     "n\0m"sv};
 
-// Blanks, mostly; a character alone or behind blanks, where they should be.
+// Mostly blanks; sometimes a character, alone or behind blanks.
 std::string AnySeparator(Vocabulary& words) {
   RandomNumbers& random = words.Random();
   const int chance = random.Below(24);
@@ -57,14 +57,13 @@ std::string AnySeparator(Vocabulary& words) {
   return separator;
 }
 
-// The same in a unit table, where a comment may begin anywhere.
+// The same for a unit table, in which a comment may begin anywhere.
 std::string AnySeparatorOfFields(Vocabulary& words) {
   RandomNumbers& random = words.Random();
   return random.Below(10) == 0 ? std::string(AnyOf(random, kComments)) : AnySeparator(words);
 }
 
-// One of `fields` of a unit table as it stands there, or with a character or a slash that does not belong
-// to it.
+// One of `fields` of a unit table, unchanged or with an additional character or slash.
 template <class Fields>
 std::string AnyField(Vocabulary& words, const Fields& fields) {
   RandomNumbers& random = words.Random();
@@ -85,7 +84,7 @@ std::string AnyField(Vocabulary& words, const Fields& fields) {
   }
 }
 
-// Anything at all; what ends the text is rare enough that files are read for a while.
+// Any bytes. Those that end the text are rare, so that the library reads most of a file.
 std::string AnyBytes(Vocabulary& words) {
   RandomNumbers& random = words.Random();
   switch (random.Below(14)) {
@@ -110,7 +109,7 @@ std::string AnyBytes(Vocabulary& words) {
   }
 }
 
-std::string Soup(Vocabulary& words) {
+std::string RandomBytes(Vocabulary& words) {
   std::string bytes;
   for (int count = words.Random().Below(60); count > 0; --count) {
     bytes += AnyBytes(words);
@@ -120,35 +119,36 @@ std::string Soup(Vocabulary& words) {
 
 bool IsBlankOrLineEnd(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
-// Half of them where a word or a run of blanks begins or ends: most rules speak of these.
-std::size_t AnyPlace(RandomNumbers& random, const std::string& bytes) {
-  auto place = static_cast<std::size_t>(random.Below(static_cast<int>(bytes.size()) + 1));
+// Half of the offsets are at the begin or end of a word or of a run of blanks, where most rules
+// apply.
+std::size_t AnyOffset(RandomNumbers& random, const std::string& bytes) {
+  auto offset = static_cast<std::size_t>(random.Below(static_cast<int>(bytes.size()) + 1));
   if (random.Below(2) == 0) {
-    while (place > 0 && place < bytes.size() && !IsBlankOrLineEnd(bytes[place - 1]) &&
-           !IsBlankOrLineEnd(bytes[place])) {
-      ++place;
+    while (offset > 0 && offset < bytes.size() && !IsBlankOrLineEnd(bytes[offset - 1]) &&
+           !IsBlankOrLineEnd(bytes[offset])) {
+      ++offset;
     }
   }
-  return place;
+  return offset;
 }
 
-// Puts what does not belong there somewhere into `bytes`.
-void Spoil(Vocabulary& words, std::string& bytes) {
+// Inserts unexpected bytes into `bytes`, and sometimes truncates them.
+void Corrupt(Vocabulary& words, std::string& bytes) {
   RandomNumbers& random = words.Random();
   for (int count = random.Below(6); count > 0; --count) {
-    const std::size_t place = AnyPlace(random, bytes);
-    bytes.insert(place, random.Below(8) != 0 ? AnyBytes(words)
-                                             : std::string(AnyOf(random, kInvalidUtf8).bytes));
+    const std::size_t offset = AnyOffset(random, bytes);
+    bytes.insert(offset, random.Below(8) != 0 ? AnyBytes(words)
+                                              : std::string(AnyOf(random, kInvalidUtf8).bytes));
   }
   if (random.Below(8) == 0) {
     bytes.resize(bytes.size() - static_cast<std::size_t>(random.Below(4)) % (bytes.size() + 1));
   }
 }
 
-// The same again and again; one time in five until the file is so large that it is read in pieces,
-// whose ends then lie anywhere in what is repeated.
+// Inserts a repeated text. Every fifth run is so long that the library reads the file in chunks.
+// The ends of the chunks then fall anywhere into the repeated text.
 void AddALongRun(RandomNumbers& random, std::string& bytes) {
-  constexpr int kPiece = 32768;
+  constexpr int kChunk = 32768;
   constexpr std::string_view kRuns[] = {" ",
                                         "x",
                                         "\n",
@@ -161,13 +161,13 @@ void AddALongRun(RandomNumbers& random, std::string& bytes) {
                                         "en y\r\n",
                                         "7 m n\r\n"};
   const std::string_view run = AnyOf(random, kRuns);
-  const int length = random.Below(5) == 0 ? 2 * kPiece + random.Below(kPiece) : random.Below(3000);
-  const int place = random.Below(static_cast<int>(bytes.size()) + 1);
+  const int length = random.Below(5) == 0 ? 2 * kChunk + random.Below(kChunk) : random.Below(3000);
+  const int offset = random.Below(static_cast<int>(bytes.size()) + 1);
   std::string inserted;
   while (inserted.size() < static_cast<std::size_t>(length)) {
     inserted += run;
   }
-  bytes.insert(static_cast<std::size_t>(place), inserted);
+  bytes.insert(static_cast<std::size_t>(offset), inserted);
 }
 
 template <class Line>
@@ -188,12 +188,12 @@ std::string LinesOfAFile(RandomNumbers& random, Line line) {
 template <class Line>
 std::string FileOf(Vocabulary& words, Line line) {
   RandomNumbers& random = words.Random();
-  std::string bytes = random.Below(8) == 0 ? Soup(words) : LinesOfAFile(random, line);
+  std::string bytes = random.Below(8) == 0 ? RandomBytes(words) : LinesOfAFile(random, line);
   if (random.Below(24) == 0) {
     bytes.insert(0, kByteOrderMark);
   }
   if (random.Below(2) == 0) {
-    Spoil(words, bytes);
+    Corrupt(words, bytes);
   }
   if (random.Below(16) == 0) {
     AddALongRun(random, bytes);
@@ -201,7 +201,7 @@ std::string FileOf(Vocabulary& words, Line line) {
   return bytes;
 }
 
-// Every second one is as it should be: nothing behind another is read.
+// Every second header is valid: behind an invalid one the library reads nothing.
 std::string HeaderOfALanguageTable(Vocabulary& words) {
   RandomNumbers& random = words.Random();
   const std::string language = random.Below(2) == 0 ? "ru" : words.Word();

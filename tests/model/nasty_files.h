@@ -1,4 +1,5 @@
-// Dictionaries and language unit tables as nobody would write them, and some as everybody does.
+// Random dictionaries and unit tables of languages: mostly unusual or malformed ones, and some
+// usual ones.
 #pragma once
 
 #include <string>

@@ -1,5 +1,6 @@
-// The files that the model is tested with (model/nasty_files.h): whether they hold lines of every shape,
-// and every character wherever it may matter. A rule for what they do not hold is not tested.
+// Whether the random files of the model's tests (model/nasty_files.h) contain lines of every shape,
+// and every character in every position that may matter. The model tests no rule for what is
+// missing here.
 
 #include "tests/model/nasty_files.h"
 
@@ -20,24 +21,24 @@
 
 namespace {
 
-constexpr std::uint64_t kLives = 3000;
+constexpr std::uint64_t kLifetimes = 3000;
 
 struct Files {
   std::string (*bytesOf)(Vocabulary& words);
-  int perLife;  // of the model's sequences of calls, as a rule
+  int perLifetime;  // as usual in one sequence of calls
 };
 
 constexpr Files kDictionaries = {DictionaryBytes, 4};
 constexpr Files kLanguageTables = {LanguageTableBytes, 2};
 
-// But for large ones, in which one line or character stands again and again.
+// Except large ones, which mostly repeat one line or character.
 template <class Use>
 void ForEach(const Files& files, Use use) {
   constexpr std::size_t kLarge = 2000;
-  for (std::uint64_t life = 0; life < kLives; ++life) {
-    RandomNumbers random(randomSeed + life);
+  for (std::uint64_t lifetime = 0; lifetime < kLifetimes; ++lifetime) {
+    RandomNumbers random(randomSeed + lifetime);
     Vocabulary words(random);
-    for (int file = 0; file < files.perLife; ++file) {
+    for (int file = 0; file < files.perLifetime; ++file) {
       const std::string bytes = files.bytesOf(words);
       if (bytes.size() < kLarge) {
         use(bytes);
@@ -76,7 +77,7 @@ wchar_t InAUnitTable(wchar_t c) {
   return SystemSaysGraphicOrBlank(c) ? kOther : L'c';
 }
 
-// A run of the same kind that has no character of its own is told once.
+// The kinds of the characters. A run of kOther or of kBlanks counts once.
 std::wstring ShapeOf(const std::wstring& line, wchar_t (*kindOf)(wchar_t)) {
   std::wstring shape;
   for (const wchar_t c : line) {
@@ -132,11 +133,11 @@ TEST(NastyFiles, HoldDictionaryLinesOfEveryShape) {
                                 L" x", L"\tx", L"Fx",   L"Fx x", L" ",    L"x0x",  L"!",
                                 L"x!", L"x !", L"x x!", L"F",    L"\rx"};
   const std::wstring further[] = {
-      // A key alone
+      // Only a key
       L"", L"x", L"x\r", L"\r", L"x\rx", L"x0x", L"0", L"xF", L"Fx",
-      // Blanks and CRs alone behind it
+      // Only blanks and CRs behind it
       L"x ", L"x\t", L"x  ", L"x \t ", L"x\t\t", L"x \r", L"x\t\r", L"x \r\r",
-      // A text, cut or not
+      // A text, with and without blanks to remove
       L"x x", L"x\tx", L"x  x", L"x \t x", L"x\t\tx", L"x x x", L"x x\tx", L"x x\rx", L"x x0x",
       L"x Fx", L"x x ", L"x x\t", L"x x\r", L"x x \t ", L"x x \r", L"x x\r\r", L"x x0", L"x xF",
       // The empty key
@@ -155,13 +156,13 @@ TEST(NastyFiles, HoldUnitLinesOfEveryShape) {
       L"x//x_x", L"x_x/", L"!",     L"x!",    L"x_!",   L"x_x!",
   };
   const std::wstring further[] = {
-      // No field, or one, two, three, four
+      // None to four fields
       L"", L"_", L"x", L"x_", L"x_x", L"x_x_", L"x_x_x", L"_x_x", L"_x_x_x", L"x_x_x_", L"x_x_x_x",
       L"x_x_x_x_",
-      // Characters that separate as blanks do
+      // Characters that separate fields like blanks
       L"c", L"cx", L"xc", L"x_x_xc", L"cx_x_x", L"xcx_x_x", L"x_xcx_x", L"x_x_xcx", L"xcx_x",
       L"x_cx_x", L"x_c_x", L"x_x_c", L"x_x_cx",
-      // Comments, and slashes that are none
+      // Comments, and slashes that begin none
       L"//x_x_x", L"_//x_x_x", L"x//_x_x", L"x_//x_x", L"x//x_x_x", L"x_x//_x", L"x_x//x",
       L"x_//_x_x", L"x_x_//x", L"x_x_//", L"x_x_x//", L"x_x_x_//", L"x_x_x//x", L"/x_x_x",
       L"x/_x_x", L"x/x_x_x", L"x_/x_x", L"x_x/_x", L"x_x/x_x", L"x_x_/x", L"x_x_x/", L"x_x_x/x",
@@ -175,7 +176,7 @@ TEST(NastyFiles, HoldUnitLinesOfEveryShape) {
 
 // ---- Characters
 
-struct Place {
+struct Position {
   const char* name;
   bool (*is)(const std::wstring& line, std::size_t i);
 };
@@ -188,8 +189,8 @@ bool IsBehindABlank(const std::wstring& line, std::size_t i) {
 }
 bool IsInFrontOfABlank(const std::wstring& line, std::size_t i) { return IsBlankAt(line, i + 1); }
 
-constexpr Place kPlaces[] = {
-    {"front of a line", [](const std::wstring&, std::size_t i) { return i == 0; }},
+constexpr Position kPositions[] = {
+    {"start of a line", [](const std::wstring&, std::size_t i) { return i == 0; }},
     {"end of a line", [](const std::wstring& line, std::size_t i) { return i + 1 == line.size(); }},
     {"behind a blank", IsBehindABlank},
     {"in front of a blank", IsInFrontOfABlank},
@@ -216,49 +217,51 @@ constexpr Range kRanges[] = {
     {"Greek", 0x370, 0x3FF},
     {"Cyrillic", 0x400, 0x4FF},
     {"Devanagari", 0x900, 0x97F},
-    {"blanks of typesetters", 0x2000, 0x200A},
-    {"without a width", 0x200B, 0x200F},
+    {"typographic spaces", 0x2000, 0x200A},
+    {"zero-width characters", 0x200B, 0x200F},
     {"line separator", 0x2028, 0x2028},
     {"paragraph separator", 0x2029, 0x2029},
     {"ideographic space", 0x3000, 0x3000},
     {"Chinese", 0x4E00, 0x9FFF},
     {"Hangul", 0xAC00, 0xD7A3},
-    {"in front of the surrogates", 0xD7FF, 0xD7FF},
-    {"behind the surrogates, for private use", 0xE000, 0xE000},
-    {"no characters", 0xFDD0, 0xFDEF},
+    {"before the surrogates", 0xD7FF, 0xD7FF},
+    {"after the surrogates, private use", 0xE000, 0xE000},
+    {"noncharacters", 0xFDD0, 0xFDEF},
     {"byte-order mark", 0xFEFF, 0xFEFF},
     {"replacement character", 0xFFFD, 0xFFFD},
-    {"no characters either", 0xFFFE, 0xFFFF},
+    {"noncharacters at the end", 0xFFFE, 0xFFFF},
 };
 
 void ExpectEveryCharacterIn(const Files& files) {
-  constexpr std::size_t kPlaceCount = std::size(kPlaces);
-  std::set<wchar_t> seen[kPlaceCount];
+  constexpr std::size_t kPositionCount = std::size(kPositions);
+  std::set<wchar_t> seen[kPositionCount];
   ForEach(files, [&](const std::string& bytes) {
     for (const std::wstring& line : model::LinesOf(bytes)) {
       for (std::size_t i = 0; i < line.size(); ++i) {
-        for (std::size_t place = 0; place < kPlaceCount; ++place) {
-          if (kPlaces[place].is(line, i)) {
-            seen[place].insert(line[i]);
+        for (std::size_t position = 0; position < kPositionCount; ++position) {
+          if (kPositions[position].is(line, i)) {
+            seen[position].insert(line[i]);
           }
         }
       }
     }
   });
-  for (std::size_t place = 0; place < kPlaceCount; ++place) {
-    SCOPED_TRACE(kPlaces[place].name);
+  for (std::size_t position = 0; position < kPositionCount; ++position) {
+    SCOPED_TRACE(kPositions[position].name);
     for (wchar_t c = 0; c < 0x80; ++c) {
       const bool endsTheText = c == L'\n' || (c == L'\x1A' && textModeEndsAtControlZ);
-      EXPECT_EQ(seen[place].count(c), endsTheText ? 0U : 1U) << "character " << static_cast<int>(c);
+      EXPECT_EQ(seen[position].count(c), endsTheText ? 0U : 1U)
+          << "character " << static_cast<int>(c);
     }
     for (const Range& range : kRanges) {
-      const auto found = seen[place].lower_bound(range.first);
-      EXPECT_TRUE(found != seen[place].end() && *found <= range.last) << range.name;
+      const auto found = seen[position].lower_bound(range.first);
+      EXPECT_TRUE(found != seen[position].end() && *found <= range.last) << range.name;
     }
-    const auto isBeyond = [](std::uint32_t unit) {  // or half of a pair
+    const auto isBeyond = [](std::uint32_t unit) {  // or half of a surrogate pair
       return unit > 0xFFFF || (unit >= 0xD800 && unit <= 0xDFFF);
     };
-    EXPECT_TRUE(std::any_of(seen[place].begin(), seen[place].end(), isBeyond)) << "beyond U+FFFF";
+    EXPECT_TRUE(std::any_of(seen[position].begin(), seen[position].end(), isBeyond))
+        << "beyond U+FFFF";
   }
 }
 

@@ -28,11 +28,11 @@ constexpr std::string_view kWords[] = {
     "10001",
     "a.key.that.is.longer.than.any.text.that.lies.inside.its.string"};
 
-// Those that get a character of the life are fewer still: two of them are to be the same now and then. Their
-// lengths put it into the first eight bytes of a line and behind them.
+// Words for Decorated(). There are few, so that equal ones occur. Their lengths put the added
+// character into the first eight bytes of a line or behind them.
 constexpr std::string_view kDecoratedWords[] = {"k", "en", "/", "menu.file"};
 
-// Where rules for characters begin and end, and one or a few of each kind.
+// The limits of rules for characters, and a few characters of each kind.
 constexpr char32_t kEdges[] = {
     // Controls, and Latin letters and signs
     0x7F, 0x80, 0x85, 0x9F, 0xA0, 0xA1, 0xAC, 0xAD, 0xAE, 0xB0, 0xB5, 0xBA, 0xC4, 0xDF, 0xE4, 0xFF,
@@ -42,26 +42,26 @@ constexpr char32_t kEdges[] = {
     // Greek, Cyrillic, Hebrew, an Arabic digit, Devanagari with a vowel sign, Hangul, Chinese
     0x3A9, 0x3BC, 0x400, 0x41C, 0x43C, 0x45F, 0x460, 0x5D0, 0x665, 0x915, 0x93E, 0x1100, 0xAC00,
     0xD7A3, 0x4E2D, 0x20000,
-    // Blanks, and what separates lines
+    // Blanks and line separators
     0x1680, 0x180E, 0x2000, 0x2003, 0x2007, 0x200A, 0x2028, 0x2029, 0x202F, 0x205F, 0x3000,
-    // Without a width
+    // Zero-width characters
     0x200B, 0x200D, 0x200E, 0x2060, 0xFEFF, 0xFFF9, 0xE0001,
     // Look like a separator, a slash or a sign of ASCII
     0x2044, 0x2212, 0x20AC, 0xFF0B, 0xFF0F, 0xFF15, 0xFF1D,
-    // Edges of the ways to write a character in UTF-8 and in 16 bits; for private use; no characters
+    // Limits of the encodings in UTF-8 and UTF-16, private use, noncharacters
     0x7FF, 0x800, 0xD7FF, 0xE000, 0xE001, 0xF8FF, 0xFDD0, 0xFDEF, 0xFFFD, 0xFFFE, 0xFFFF, 0x10000,
     0x1F600, 0x1FFFE, 0x40000, 0xF0000, 0x10FFFD, 0x10FFFE, 0x10FFFF};
 
-// What no UTF-8 says: halves of surrogate pairs and, where wchar_t has 32 bits, what lies beyond Unicode.
+// Not valid in UTF-8: halves of surrogate pairs and, if wchar_t has 32 bits, values beyond Unicode.
 constexpr wchar_t kNoCharacters[] = {static_cast<wchar_t>(0xD800),   static_cast<wchar_t>(0xDBFF),
                                      static_cast<wchar_t>(0xDC00),   static_cast<wchar_t>(0xDFFF),
                                      static_cast<wchar_t>(0x110000), static_cast<wchar_t>(-1)};
 
-// What a library may take for no part of a text that a host asks for.
+// Characters that a faulty library might remove from a host's argument.
 const std::wstring kTrimmed[] = {L" ", L"\t", L"\r", L"\n"};
 
-// A letter differs in the first one from the same letter of the other case; in the others from what a
-// library would see that loses a bit.
+// The first bit is the difference between the two cases of a letter. A faulty library might lose
+// one of the others.
 constexpr char32_t kBits[] = {0x20, 0x1, 0x80, 0x100, 0x10000};
 
 bool IsCharacter(char32_t c) { return c < 0xD800 || (c > 0xDFFF && c <= 0x10FFFF); }
@@ -84,7 +84,7 @@ char32_t NeighbourOf(char32_t character, RandomNumbers& random) {
   return IsCharacter(c) ? c : character;
 }
 
-// Mostly one of a few, so that files and hosts name the same.
+// One of a few, so that files and hosts often use the same word.
 std::string NumberedWord(RandomNumbers& random) { return "w" + std::to_string(random.Below(400)); }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The words of one life of the library: what its files hold and what its host asks for.
+// The words of one lifetime of the library, for its files and for the arguments of its host.
 #pragma once
 
 #include <array>
@@ -7,28 +7,29 @@
 
 #include "tests/support/random_numbers.h"
 
-/// Few words, so that files and host name the same ones. A third of them hold a character that is chosen
-/// anew for each life, out of all of Unicode: within the life it then stands in every place, time and again.
+/// Few words, so that files and host often use the same ones. A third of them contain a character
+/// that is chosen from all of Unicode for each lifetime, and occurs there often and in every
+/// position.
 class Vocabulary {
  public:
   explicit Vocabulary(RandomNumbers& random);
 
   RandomNumbers& Random() { return random_; }
 
-  /// Mostly one of this life. In UTF-8, and as wide text.
+  /// Mostly one of this lifetime's characters, in UTF-8 or as wide text.
   std::string Character();
   std::wstring WideCharacter();
 
-  /// An id, a key, a word of a text, in UTF-8.
+  /// An id, key or word of a text, in UTF-8.
   std::string Word();
 
-  /// A character: alone, in front of `text`, behind it, on both of its sides, or between two of them.
+  /// A character: alone, before or behind `text`, on both sides of it, or between two copies of it.
   std::string Decorated(std::string_view text);
 
-  /// `text` with a small change. May hold what is no character.
+  /// `text` with a small change. May contain invalid characters.
   std::wstring Changed(std::wstring text);
 
-  /// A name that a file can have on each system, always the same, without its extension.
+  /// A file name without extension that is valid on every system; the same for the whole lifetime.
   const std::wstring& FileName() const { return fileName_; }
 
  private:
