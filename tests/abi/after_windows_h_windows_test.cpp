@@ -1,9 +1,9 @@
-// A host that includes <windows.h> with all its macros first: none of them gets into the way of a
-// name of the header.
+// A host that includes <windows.h> with all its macros first: none of them hides a name of the
+// library's header.
 #include <windows.h>
 // The order is the test.
 #include "kelmo_localizer.h"
-// And after GoogleTest, which knows of them.
+// GoogleTest itself copes with the macros.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -15,9 +15,9 @@ extern "C" int FunctionsAfterWindowsH(void);
 
 namespace {
 
-TEST(AfterWindowsH, TheFunctionsAreThereInC) { EXPECT_EQ(FunctionsAfterWindowsH(), 1); }
+TEST(AfterWindowsH, FunctionsWorkInC) { EXPECT_EQ(FunctionsAfterWindowsH(), 1); }
 
-TEST(AfterWindowsH, TheFunctionsAndClassesAreThereInCpp) {
+TEST(AfterWindowsH, FunctionsAndClassesWorkInCpp) {
   EXPECT_EQ(Init(L"no such folder", L"ru"), 0);
   EXPECT_EQ(LoadDictionary(L"no such folder", L"en.txt"), -2);
   EXPECT_STREQ(LANG(L"menu.file"), L"");

@@ -1,6 +1,6 @@
-/* A host in plain C, from the load of the library to its end: the header compiles, the names are
- * there, the functions do what they promise. Run it from the top folder of the project with the
- * library's file as its argument. */
+/* A host in plain C that uses the library from its load to its end: the header compiles, all names
+ * are exported, the functions keep their contracts. Run it from the top folder of the project with
+ * the library's file as its argument. */
 
 #include "tests/abi/c_host.h"
 
@@ -24,10 +24,10 @@ int main(int count, char** arguments) {
   struct Functions host;
   const wchar_t* file = NULL;
   if (count != 2 || !TakeFunctions(&host, arguments[1])) {
-    printf("failed: the library is not there\n");
+    printf("failed: cannot load the library\n");
     return 1;
   }
-  Expect(host.GetErrorsCount() == 0, "nothing is listed at first");
+  Expect(host.GetErrorsCount() == 0, "the list is empty at first");
   Expect(Same(host.GetError(0), L""), "GetError of an empty list gives the empty text");
 
   Expect(host.Init(L"examples", L"ru") == 0, "Init gives 0");
@@ -43,12 +43,12 @@ int main(int count, char** arguments) {
          "the message names the path");
   Expect(host.UseLanguage(L"en") == 0, "UseLanguage selects");
   file = host.LANG(L"menu.file");
-  Expect(Same(file, L"File"), "LANG answers");
+  Expect(Same(file, L"File"), "LANG gives the text");
   Expect(host.UseLanguage(L"de") == 0, "UseLanguage selects another");
-  Expect(Same(host.LANG(L"menu.file"), L"Datei"), "LANG answers from it");
+  Expect(Same(host.LANG(L"menu.file"), L"Datei"), "LANG gives the text of the selected one");
   Expect(host.UseLanguage(L"fr") == -1, "UseLanguage of an unknown id gives -1");
   Expect(Same(host.LANG(NULL), L""), "null counts as the empty text");
-  Expect(host.GetErrorsCount() == 3, "each of the three is listed");
+  Expect(host.GetErrorsCount() == 3, "three messages are listed");
   Expect(Same(host.GetError(2), L"EL121. Key not found in dictionary\nKey: \nDictionary id: "),
          "the message names the key twice");
   host.ClearErrors();
@@ -56,11 +56,11 @@ int main(int count, char** arguments) {
 
   Expect(host.Init0(L"examples") == 0, "Init0 gives 0");
   Expect(host.ExportPhyVal() == 0, "ExportPhyVal gives 0");
-  Expect(host.UseLanguage(L"en") == 0, "the dictionaries are there after a start");
-  Expect(host.LANG(L"menu.file") == file, "and so are their texts");
-  Expect(GiveBack(4), "the library goes");
+  Expect(host.UseLanguage(L"en") == 0, "a start keeps the dictionaries");
+  Expect(host.LANG(L"menu.file") == file, "a start keeps the texts");
+  Expect(ReleaseLibrary(4), "the library is unloaded");
   if (failures == 0) {
-    printf("plain C host: all as promised\n");
+    printf("plain C host: all calls succeed\n");
   }
   return failures;
 }

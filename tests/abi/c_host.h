@@ -1,5 +1,5 @@
-/* The nine functions as a host in C comes by them: c_host_linked.c is linked to the library at load
- * time, c_host_loaded.c loads it at run time. */
+/* How a host in C gets the nine functions: c_host_linked.c is linked to the library,
+ * c_host_loaded.c loads it at run time. */
 #ifndef TESTS_ABI_C_HOST_H
 #define TESTS_ABI_C_HOST_H
 
@@ -17,10 +17,11 @@ struct Functions {
   const wchar_t* (*GetError)(int32_t index);
 };
 
-/* 1 where all are there; `library` is the file to load. */
+/* 1 if all functions exist. `library` is the file to load. */
 int TakeFunctions(struct Functions* functions, const char* library);
 
-/* Gives the library back, after so many starts. 1 where it has gone, if it could be unloaded. */
-int GiveBack(int starts);
+/* Unloads a library that was loaded at run time, after `starts` starts. 1 if it is gone, and always
+ * 1 for a linked library. */
+int ReleaseLibrary(int starts);
 
 #endif

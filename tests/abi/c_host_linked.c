@@ -8,7 +8,7 @@ int TakeFunctions(struct Functions* functions, const char* library) {
   return 1;
 }
 
-int GiveBack(int starts) {
+int ReleaseLibrary(int starts) {
   (void)starts; /* the system unloads it with the program */
   return 1;
 }

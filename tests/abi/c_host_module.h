@@ -1,14 +1,14 @@
-/* What a host in C needs of its system to load the library at run time. */
+/* The system's part of c_host_loaded.c: loading the library at run time. */
 #ifndef TESTS_ABI_C_HOST_MODULE_H
 #define TESTS_ABI_C_HOST_MODULE_H
 
 #include "tests/abi/c_host.h"
 
-/* 1 where it is loaded. GiveBack unloads it. */
+/* 1 if the library is loaded. ReleaseLibrary unloads it. */
 int OpenLibrary(const char* library);
 
-/* Puts the address of an export into the pointer to a function at `function`: through memory, because
- * C knows no conversion from the address of an object. 1 where there is such an export. */
+/* Writes the address of an export to the function pointer at `function`. Copies the bytes, because
+ * C has no conversion from an object pointer to a function pointer. 1 if the export exists. */
 int TakeExport(void* function, const char* name);
 
 #endif

@@ -19,7 +19,7 @@ int TakeExport(void* function, const char* name) {
 }
 
 /* A start takes no reference here. */
-int GiveBack(int starts) {
+int ReleaseLibrary(int starts) {
   (void)starts;
   dlclose(handle);
   return dlopen(file, RTLD_NOW | RTLD_NOLOAD) == NULL;

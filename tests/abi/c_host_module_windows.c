@@ -17,7 +17,7 @@ int TakeExport(void* function, const char* name) {
 }
 
 /* Each start has taken a reference. */
-int GiveBack(int starts) {
+int ReleaseLibrary(int starts) {
   int i = 0;
   for (i = 0; i < 1 + starts; ++i) {
     if (GetModuleHandleA("kelmo_Mestrel_Localizer.dll") == NULL) {

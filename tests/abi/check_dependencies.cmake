@@ -1,5 +1,5 @@
-# Compares the libraries that a built library needs with the list under review; a shared object's SONAME and the version
-# in its file name as well.
+# Compares the libraries that a built library needs with the reviewed list. For a shared object, also checks the SONAME
+# and the version in the file name.
 #   cmake -D LIBRARY=file -D EXPECTED=list -D OBJDUMP=tool [-D VERSION=major.minor.patch] -P check_dependencies.cmake
 
 include(${CMAKE_CURRENT_LIST_DIR}/compare_names.cmake)
@@ -17,6 +17,6 @@ if(NOT LIBRARY MATCHES "\\.dll$")
   endif()
   string(REGEX REPLACE "\\..*" "" major ${VERSION})
   if(NOT output MATCHES "\n +SONAME +([^\n]+)\n" OR NOT CMAKE_MATCH_1 STREQUAL "${plain}.${major}")
-    message(FATAL_ERROR "${LIBRARY} has not the SONAME ${plain}.${major}:\n${output}")
+    message(FATAL_ERROR "${LIBRARY} does not have the SONAME ${plain}.${major}:\n${output}")
   endif()
 endif()

@@ -1,15 +1,16 @@
-"""Compiles the project as Microsoft's compiler would, and compares what the objects export with the list under review.
+"""Compiles the project as Microsoft's compiler would, and compares the exports of the objects with the reviewed list.
 
     python3 check_microsoft_build.py TOP-FOLDER BUILD-FOLDER [NAME-OF-A-SOURCE...]
 
-Clang takes the part of that compiler. Under the name clang-cl it reads the same options, and CMake gives it those that the
-project has for Windows; microsoft_build/CMakeLists.txt says which sources there are. As at the prompt of Visual Studio,
-the variables CL and INCLUDE tell the compiler what CMake does not know: here, that the C++ standard library is LLVM's, and
-that the headers of the C runtime and of Windows are those of MinGW-w64. All are packages of Debian.
+Clang replaces that compiler. Under the name clang-cl it reads the same options, and CMake passes it the project's
+options for Windows. microsoft_build/CMakeLists.txt lists the sources. As at the prompt of Visual Studio, the variables
+CL and INCLUDE configure the compiler beyond CMake: here with LLVM's C++ standard library, and with the headers of
+MinGW-w64 for the C runtime and Windows. All are Debian packages.
 
-- Each source compiles without a warning, and each resource script. If sources are named, only these are compiled.
-- No source has one of GNU's words that Clang knows also in this part, and Microsoft's compiler does not.
-- The objects export each member on the list, and define each function on it, which exports.def exports. Nothing is linked.
+- Each source and each resource script compiles without a warning. If sources are named, only these are compiled.
+- No source contains a GNU extension that Clang accepts also as clang-cl, but Microsoft's compiler does not.
+- The objects export each member on the list, and define each listed function, which exports.def exports. Nothing is
+  linked.
 """
 
 import json
@@ -25,8 +26,8 @@ top, build = (pathlib.Path(argument).resolve() for argument in sys.argv[1:3])
 chosen = sys.argv[3:]
 abi = top / "tests/abi"
 
-# The headers of MinGW-w64 ask for GCC's version, and for the C runtime that is meant: the newer one. LLVM's library asks
-# whether that runtime is Microsoft's own, for C and for C++; its headers come before Clang's.
+# The headers of MinGW-w64 need GCC's version and the choice of the C runtime: the newer one. LLVM's library needs to
+# know that the runtimes for C and C++ are not Microsoft's; its headers come before Clang's.
 COMPILER = (
     "--target=x86_64-pc-windows-msvc /clang:-fms-compatibility-version=19.44 /clang:-fgnuc-version=4.2.1 /D_UCRT"
     " /D__MINGW32__ /D_LIBCPP_NO_VCRUNTIME /clang:-nobuiltininc")
@@ -37,7 +38,7 @@ GNU_WORDS = re.compile(
     r"|asm|ssize_t|__has_(?:attribute|builtin|feature|extension|declspec_attribute|warning))\b"
     r"|#\s*pragma\s+(?:GCC|clang)\b|_Pragma\s*\(\s*\"(?:GCC|clang)\b|\[\[[^\]]*\b(?:gnu|clang)\s*(?:::|:)"
     r"|#\s*include\s*<(?:unistd|strings|dirent|getopt|libgen|pthread\w*|sched|semaphore|cpuid|x86intrin|utime|sys/(?!types|stat|timeb|utime)\w+)\.h>")
-# The type of the texts that members return, as it stands in the names.
+# The type of the texts that members return, as it appears in mangled names.
 LLVM_STRING = "V?$basic_string@_WU?$char_traits@_W@__1@std@@V?$allocator@_W@23@@__1@std@@"
 MICROSOFT_STRING = "V?$basic_string@_WU?$char_traits@_W@std@@V?$allocator@_W@2@@std@@"
 
@@ -57,12 +58,12 @@ def include_folders():
         (pathlib.Path("/usr/x86_64-w64-mingw32/include"), "windows.h", "g++-mingw-w64-x86-64-posix"),
     ):
         if not (folder / header).is_file():
-            sys.exit(f"there is no {folder / header}, of the package {package}")
+            sys.exit(f"{folder / header} is missing: install the package {package}")
         yield str(folder)
 
 
 def configure():
-    """Returns CMake's list of what to compile."""
+    """Returns CMake's list of compile commands."""
     clang_cl.parent.mkdir(parents=True, exist_ok=True)
     clang_cl.unlink(missing_ok=True)
     clang_cl.symlink_to(shutil.which("clang"))
@@ -76,10 +77,10 @@ def configure():
 
 
 def gnu_words(sources):
-    """In the words of the project's files as they are written: every branch, without comments and texts."""
+    """The GNU extensions in all branches of the project's files, without comments."""
     for file in sorted(sources):
         text = re.sub(r"/\*.*?\*/|//[^\n]*", " ", file.read_text("utf-8"), flags=re.S)
-        # What only other systems see, and other compilers.
+        # Remove the branches for other systems and compilers.
         text = re.sub(r"#if !defined\(_WIN32\).*?#elif", "#if", text, flags=re.S)
         text = re.sub(r"(#ifdef _MSC_VER\b(?:(?!#\s*(?:if|el)).)*)#else\b(?:(?!#\s*if).)*?#endif", r"\1#endif", text, flags=re.S)
         yield from (f"{file.relative_to(top)}: {word}" for word in GNU_WORDS.findall(text))
@@ -97,7 +98,7 @@ def exported_names(objects):
 environment = {**os.environ, "CL": COMPILER, "INCLUDE": ";".join(include_folders())}
 for variable in ("_CL_", "CFLAGS", "CXXFLAGS", "LDFLAGS", "RCFLAGS"):
     environment.pop(variable, None)
-# Neither CMake nor Ninja notices when these change: a folder for each.
+# CMake and Ninja do not notice changes of these, so each combination has its own folder.
 build /= f"{zlib.crc32(repr((COMPILER, WARNINGS, environment['INCLUDE'])).encode()):08x}"
 clang_cl = build / "bin/clang-cl"
 

@@ -1,11 +1,12 @@
-"""Compares the names that Microsoft's compiler gives to all that a host imports with the list under review.
+"""Compares the names that Microsoft's compiler gives to the functions and members that a host imports with the reviewed
+list.
 
     python3 check_microsoft_names.py TOP-FOLDER
 
-Clang takes the part of that compiler: microsoft_host.cpp, which uses every function and member, is compiled for the
-target that it has, under the C++ standard that is its default, with the stand-ins of the folder microsoft/ in the place
-of its library, and with the runtime /MD, which defines _DLL. The layout of the classes is checked by the way
-(class_layout.h). The host must use all that the header declares: what it imports is counted in both.
+Clang replaces that compiler. It compiles microsoft_host.cpp, which uses every function and member, for the same target,
+with that compiler's default C++ standard, with the headers of the folder microsoft/ instead of its library, and for the
+runtime /MD, which defines _DLL. class_layout.h also checks the layout of the classes. The number of imports must be the
+same in the host and in the header.
 """
 
 import json
@@ -24,7 +25,7 @@ clang += ["-I", top / "include", "-x", "c++"]
 def compiled(*arguments):
     made = subprocess.run([*clang, *arguments], check=False, stdout=subprocess.PIPE, text=True)
     if made.returncode != 0:
-        sys.exit(f"clang has refused {arguments[-1].relative_to(top)}")
+        sys.exit(f"clang does not compile {arguments[-1].relative_to(top)}")
     return made.stdout
 
 

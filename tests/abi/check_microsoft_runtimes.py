@@ -1,9 +1,10 @@
-"""Compiles hosts with each runtime of Microsoft's compiler for a library with each: the header refuses what does not fit.
+"""Compiles hosts with each runtime of Microsoft's compiler for a library with each: the header rejects bad
+combinations.
 
     python3 check_microsoft_runtimes.py TOP-FOLDER
 
-Clang takes the part of that compiler: /MD and the like define the same macros there. microsoft_host.cpp is the host that
-uses the classes; two more, in C++ and C, call functions alone, which any host may.
+Clang replaces that compiler: /MD and similar options define the same macros. The host microsoft_host.cpp uses the
+classes. Two more hosts, in C++ and in C, call only functions, which any host may do.
 """
 
 import pathlib
@@ -32,7 +33,7 @@ count = 0
 
 
 def compiled(options, source):
-    """The object or nothing, and what was said."""
+    """The object or None, and the compiler's output."""
     global count
     count += 1
     target = folder / "host.obj"
@@ -49,7 +50,7 @@ def accepts(case, options, source=abi / "microsoft_host.cpp"):
 
 
 def accepts_classes(case, library, options):
-    """And tells the linker, which then sees where two parts of one program have been told different things."""
+    """The object also names the library's runtime for the linker, which detects contradictions in one program."""
     if f'/FAILIFMISMATCH:"kelmo_Mestrel_Localizer={library}"'.encode() not in accepts(case, options):
         sys.exit(f"{case}: the linker is not told the runtime")
 
@@ -78,7 +79,7 @@ with tempfile.TemporaryDirectory() as scratch:
     refuses_classes("a host with /MD that defines _DEBUG", "/MD", ["/MD", "/D_DEBUG"], OTHER_RUNTIME)
     for name in ("functions.cpp", "functions.c"):
         (folder / name).write_text(FUNCTIONS)
-        accepts("a host with /MTd that calls functions alone", ["/MTd"], folder / name)
+        accepts("a host with /MTd that calls only functions", ["/MTd"], folder / name)
 
     for library, definitions in LIBRARIES.items():
         said_by_host = [f"/D{name}" for name in definitions]

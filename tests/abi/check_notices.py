@@ -1,10 +1,10 @@
-"""Compares the parts of other projects that a linker's map shows in a built library with the table in NOTICES.md.
+"""Compares the parts of other projects in a built library, which the linker's map lists, with the table in NOTICES.md.
 
     python3 check_notices.py NOTICES.md .dll|.so MAP
 
-The table stands below the heading of the file with that suffix. In its first column an archive stands alone, for all
-its members, or with those that are in the file: `libgcc.a`, or `libstdc++.a`: `tree.o`, `tinfo.o`. What newer versions of
-the compiler add stands in rows of its own: `libstdc++.a` since GCC 14: `system_error.o`.
+The table is below the heading of the file with that suffix. Its first column names an archive alone, for all its
+members, or with the members that are in the file: `libgcc.a`, or `libstdc++.a`: `tree.o`, `tinfo.o`. Parts that newer
+versions of the compiler add have their own rows: `libstdc++.a` since GCC 14: `system_error.o`.
 """
 
 import pathlib
@@ -13,19 +13,19 @@ import sys
 
 
 def parts_in_map(text):
-    """Object files that are none of the project's own, (file, None), and members of archives, (archive, member)."""
+    """Object files of other projects, (file, None), and members of archives, (archive, member)."""
     objects = re.findall(r"^LOAD (.+\.o(?:bj)?)$", text, re.M)
     others = {(path.split("/")[-1], None) for path in objects if "CMakeFiles/" not in path}
     if not others or len(others) == len(objects):
         sys.exit("the map lacks the objects of the compiler or those of the library: no linker has written it")
-    # Only the list of the members that were needed has them at the beginning of a line.
+    # Only in the list of the needed members they are at the beginning of a line.
     members = re.findall(r"^(\S.*?\.a)\(([^()]+)\)", text, re.M)
     # MinGW-w64 puts the archive's name in front of some members: lib64_libmingwex_a-gdtoa.o
     return others | {(path.split("/")[-1], re.sub(r"^lib\w+_l?a-", "", member)) for path, member in members}
 
 
 def version_in_map(text):
-    """That of the GCC whose runtime was linked, by its folder: /usr/lib/gcc/x86_64-w64-mingw32/12-posix."""
+    """The version of the GCC whose runtime was linked, from a folder like /usr/lib/gcc/x86_64-w64-mingw32/12-posix."""
     version = re.search(r"^LOAD .*/gcc/[^/]+/(\d+)\b", text, re.M)
     if not version:
         sys.exit("the map lacks the folder of the compiler's own objects, which names its version")
@@ -33,7 +33,7 @@ def version_in_map(text):
 
 
 def parts_in_page(page, suffix, version):
-    """The same, of that version of GCC; an archive that stands for all its members is (archive, None)."""
+    """The parts that the page lists for that version of GCC; (archive, None) means all members of an archive."""
     table = re.search(rf"^### `\w+\{suffix}`$(.*?)^#", page, re.M | re.S)
     rows = re.findall(r"^\| (`.+?) \|", table[1], re.M) if table else []
     if not rows:
@@ -57,18 +57,18 @@ def differences(in_map, in_page):
     for file, member in sorted(shown ^ in_page, key=str):
         part = f"{file}({member})" if member else file
         if (file, member) in shown:
-            yield f"{part} is in the file, but not in the table: find out whose it is, and add it with its terms"
+            yield f"{part} is in the file, but not in the table: find out its project, and add it with its terms"
         else:
             yield f"{part} is in the table, but not in the file: remove it"
 
 
 def main(page, suffix, link_map):
-    # A path in the map may have any bytes.
+    # Paths in the map may contain invalid UTF-8.
     text = pathlib.Path(link_map).read_text("utf-8", "surrogateescape")
     in_map = parts_in_map(text)
     in_page = parts_in_page(pathlib.Path(page).read_text("utf-8"), suffix, version_in_map(text))
     problems = list(differences(in_map, in_page))
-    print("\n".join(problems) or f"{len(in_map)} parts of other projects are those of the table")
+    print("\n".join(problems) or f"all {len(in_map)} parts of other projects are in the table")
     return 1 if problems else 0
 
 

@@ -1,7 +1,7 @@
-// The layout of the exported classes. Hosts make the objects in memory of their own and read the
-// fields, so that sizes, offsets and types cannot change without breaking every host that is built
-// already. std::wstring has 32 bytes in the libraries of GCC and of Microsoft (40 in a debug build
-// of the latter): ValueType follows it.
+// The layout of the exported classes. Hosts create the objects in their own memory and read the
+// fields. A change of a size, offset or type would break every existing host. std::wstring has 32
+// bytes in GCC's and Microsoft's libraries (40 in a debug build of the latter), which determines
+// the size of ValueType.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,5 @@
-# compare_names(what names file): fails unless the names, sorted, are the lines of the file. No names at all are a fault of
-# what has read them.
+# compare_names(what names file): fails unless the sorted names are the lines of the file. It also fails without any
+# name: then the caller has read nothing.
 function(compare_names what names file)
   if(names STREQUAL "")
     message(FATAL_ERROR "no name was read from ${what}")

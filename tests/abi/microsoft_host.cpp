@@ -1,5 +1,5 @@
-// A host that uses every function and every member that leaves the library, also the private ones:
-// compiled as Microsoft's compiler would, its object names all of them (check_microsoft_names.py).
+// A host that uses every exported function and member, also the private ones. Compiled for
+// Microsoft's compiler, its object imports all their names (check_microsoft_names.py).
 
 #include "tests/abi/class_layout.h"
 #include "tests/support/private_members.h"

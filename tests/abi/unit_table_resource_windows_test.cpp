@@ -1,4 +1,4 @@
-// The default unit table as the built DLL carries it.
+// The default unit table in the resources of the built DLL.
 
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -18,7 +18,8 @@ class UnitTableResource : public testing::Test {
   HMODULE module_ = ::LoadLibraryW(L"kelmo_Mestrel_Localizer.dll");
 };
 
-// Windows hands each name and language to a function, and a number of the caller's choice with it.
+// Windows calls one of these functions for each name or language, with the caller's pointer as a
+// number.
 
 BOOL CALLBACK AddName(HMODULE /*module*/, LPCWSTR /*type*/, LPWSTR name, LONG_PTR names) {
   // NOLINTNEXTLINE(performance-no-int-to-ptr)
@@ -33,7 +34,7 @@ BOOL CALLBACK AddLanguage(HMODULE /*module*/, LPCWSTR /*type*/, LPCWSTR /*name*/
   return TRUE;
 }
 
-TEST_F(UnitTableResource, HoldsTheFileAndAZeroBehindIt) {
+TEST_F(UnitTableResource, HoldsTheFileAndATerminatingZero) {
   HRSRC resource = ::FindResourceW(module_, MAKEINTRESOURCEW(102), MAKEINTRESOURCEW(10));
   ASSERT_NE(resource, nullptr);
   EXPECT_EQ(::SizeofResource(module_, resource), 700U);

@@ -1,4 +1,4 @@
-// A library without any protection: the check of the built file must miss each.
+// A library without any protection: check_hardening.cmake must report each of them as missing.
 #include <cstddef>
 
 namespace KelmoLibs {

@@ -1,4 +1,4 @@
-// What Windows shows of the DLL's version.
+// The version resource of the DLL, which Windows shows to users.
 
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -32,7 +32,7 @@ class VersionResource : public testing::Test {
     return static_cast<const Value*>(value);
   }
 
-  // In the language that the resource itself names, as Windows looks for it.
+  // Uses the language that the resource names, as Windows does.
   std::wstring Text(const std::wstring& name) {
     const auto* const translation = Query<WORD>(L"\\VarFileInfo\\Translation");
     if (translation == nullptr) {

@@ -1,5 +1,5 @@
-# Compiles the header that reads words as a big-endian system would, and fails unless it is refused there, and for that
-# reason, and nowhere else.
+# Compiles the header that reads words for this system and for a big-endian one. Fails unless only the latter is
+# rejected, and for that reason.
 #   cmake -D HEADER=file -D COMPILER=file -P check_byte_order.cmake
 
 function(compile)
@@ -11,12 +11,12 @@ endfunction()
 
 compile()
 if(NOT result EQUAL 0)
-  message(FATAL_ERROR "it does not compile on this system:\n${output}")
+  message(FATAL_ERROR "${HEADER} does not compile on this system:\n${output}")
 endif()
 compile(-U__BYTE_ORDER__ -D__BYTE_ORDER__=__ORDER_BIG_ENDIAN__)
 if(result EQUAL 0)
-  message(FATAL_ERROR "it compiles on a big-endian system")
+  message(FATAL_ERROR "${HEADER} compiles on a big-endian system")
 endif()
 if(NOT output MATCHES "error: [^\n]*little-endian")
-  message(FATAL_ERROR "a big-endian system is refused without the reason:\n${output}")
+  message(FATAL_ERROR "${HEADER} rejects a big-endian system for another reason:\n${output}")
 endif()

@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""check_includes.py FOLDER: whether the includes of the library in FOLDER go one way, from room to room.
+"""check_includes.py FOLDER: checks the layers of the library in FOLDER.
 
-A file includes files of lower layers, and of its own room in its own layer. Each header of platform/ that the system
-answers has a source of its name for both systems. No other file asks which system it is compiled for. File names are
-unique, so that a comment needs no path.
+A file may include files of lower layers, and files of its own folder in its own layer. Each header in platform/ has a
+source of the same name for each system. No other file depends on the system. File names are unique, so that comments
+need no paths.
 """
 
 import collections
@@ -11,7 +11,7 @@ import pathlib
 import re
 import sys
 
-# From the ground up. A file belongs to the first layer that names its file or its folder.
+# From the lowest to the highest. A file belongs to the first layer that lists a prefix of its path.
 LAYERS = (
     ("storage/", "text/"),
     ("platform/",),
@@ -25,7 +25,7 @@ ROOMS = ("dictionary", "frame", "include", "phyval", "platform", "storage", "tex
 OF_ONE_SYSTEM = re.compile(r"_(?:posix|windows|mingw)\.|/(?:posix|windows)/")
 SYSTEM_MACRO = re.compile(r"^\s*#.*\b(?:_WIN32|__linux__|__unix__)\b", re.MULTILINE)
 GENERATED = ("include/kelmo_localizer_runtime.h",)
-SHARED_BY_SYSTEMS = ("platform/file_source.h", "platform/user_locale.h")  # have no answers
+SHARED_BY_SYSTEMS = ("platform/file_source.h", "platform/user_locale.h")  # not implemented for each system
 
 
 def layer_of(name):
@@ -41,7 +41,7 @@ def problems(top):
     files = {f.relative_to(top).as_posix(): f.read_text("utf-8") for room in ROOMS
              for f in sorted((top / room).rglob("*")) if f.suffix in (".h", ".cpp")}
     if not files:
-        yield "there is no source"
+        yield "no source was found"
     for name, source in files.items():
         layer = layer_of(name)
         if layer is None:
@@ -55,20 +55,20 @@ def problems(top):
             elif layer_of(other) is None or layer_of(other) > layer:
                 yield f"{name} includes {other}, which is above it"
             elif layer_of(other) == layer and other.split("/")[0] not in (name.split("/")[0], "include"):
-                yield f"{name} includes {other}, another room of its layer"
+                yield f"{name} includes {other}, another folder of its layer"
         if not OF_ONE_SYSTEM.search(name) and name != "include/kelmo_localizer.h" and SYSTEM_MACRO.search(source):
-            yield f"{name} asks for the system"
+            yield f"{name} depends on the system"
     for name in files:
         room, _, rest = name.partition("/")
         if room == "platform" and "/" not in rest and name not in SHARED_BY_SYSTEMS:
             for system in ("posix", "windows"):
-                answer = f"platform/{system}/{pathlib.PurePath(rest).stem}.cpp"
-                if answer not in files:
-                    yield f"{name} has no {answer}"
-    places = collections.defaultdict(set)
+                implementation = f"platform/{system}/{pathlib.PurePath(rest).stem}.cpp"
+                if implementation not in files:
+                    yield f"{name} has no {implementation}"
+    paths = collections.defaultdict(set)
     for name in files:
-        places[pathlib.PurePath(name).name].add(re.sub(r"/(?:posix|windows)/", "/", name))
-    for base, names in places.items():
+        paths[pathlib.PurePath(name).name].add(re.sub(r"/(?:posix|windows)/", "/", name))
+    for base, names in paths.items():
         if len(names) > 1:
             yield f"{base} is the name of {', '.join(sorted(names))}"
 

@@ -1,6 +1,6 @@
-# Compiles a source with one warning as if the compiler were another one: an error stops the build with the compilers that
-# are known to build the project without warnings, and with no other; a user can decide it; without
-# KELMO_LOCALIZER_STRICT, as inside another project, there is no warning.
+# Compiles a source with one warning and pretends that the compiler is another one. The warning must be an error with
+# the compilers that are known to build the project without warnings, and with no others. A user can override that.
+# Without KELMO_LOCALIZER_STRICT, as inside another project, there is no warning.
 #   cmake -D SOURCE=folder -D WORK=folder -D GENERATOR=name -D COMPILER=file -P check_known_compilers.cmake
 
 file(REMOVE_RECURSE ${WORK})
@@ -17,7 +17,8 @@ add_library(warning OBJECT \${AS}.cpp)
 target_link_libraries(warning PRIVATE kelmo_localizer_warnings)
 ")
 
-# expect(ends says as options...): how the build ends, and what it says of the warning.
+# expect(ends says as options...): the build with the compiler `as` passes or fails, and reports an error, a warning or
+# nothing.
 function(expect ends says as)
   list(JOIN ARGN " " options)
   string(STRIP "${as} ${options}" what)

@@ -1,6 +1,6 @@
-# Configures the project as somebody does who knows no preset, with each generator of Linux. No build type named means
-# Release, but not inside another project. Where GoogleTest or Python is missing, the tests are left out with one line,
-# unless they are asked for, which is an error then.
+# Configures the project without a preset, with each generator of Linux. The default build type is Release, but not
+# inside another project. Without GoogleTest or Python the tests are left out and one line says so. If the tests are
+# required, it is an error.
 #   cmake -D SOURCE=folder -D WORK=folder -P check_plain_configuration.cmake
 
 set(without_googletest -D CMAKE_DISABLE_FIND_PACKAGE_GTest=ON)
@@ -8,7 +8,7 @@ set(without_python -D CMAKE_DISABLE_FIND_PACKAGE_Python3=ON)
 unset(ENV{CMAKE_BUILD_TYPE})
 unset(ENV{CMAKE_GENERATOR})
 
-# configure(succeeds options...): in WORK/build. What the options of an earlier call have set is as if never said.
+# configure(succeeds options...): configures WORK/build. Options of earlier calls have no effect.
 function(configure succeeds)
   execute_process(COMMAND ${CMAKE_COMMAND} -S ${SOURCE} -B ${WORK}/build -U CMAKE_DISABLE_FIND_PACKAGE_*
       -U KELMO_LOCALIZER_TESTS -U CMAKE_BUILD_TYPE ${ARGN}
@@ -29,7 +29,7 @@ function(expect_build_type expected)
   endif()
 endfunction()
 
-# expect_no_tests(missing): they are left out because of that, in one line, and ctest knows that there are none.
+# expect_no_tests(missing): the tests are left out, one line names what is missing, and ctest finds no tests.
 function(expect_no_tests missing)
   string(REGEX MATCHALL "[^\n]*tests[^\n]*" said "${output}")
   if(NOT said STREQUAL "-- The tests are left out. To have them, install ${missing}.")
@@ -38,16 +38,16 @@ function(expect_no_tests missing)
   execute_process(COMMAND ${CMAKE_CTEST_COMMAND} WORKING_DIRECTORY ${WORK}/build
     OUTPUT_VARIABLE listed ERROR_VARIABLE listed RESULT_VARIABLE result)
   if(NOT result EQUAL 0 OR NOT listed MATCHES "No tests were found")
-    message(FATAL_ERROR "${what} is not known to have no tests:\n${listed}")
+    message(FATAL_ERROR "${what} has tests for ctest, or ctest fails:\n${listed}")
   endif()
 endfunction()
 
-# expect_tests(): of the kind that takes no hours.
+# expect_tests(): the tests exist, except the long runs.
 function(expect_tests)
   execute_process(COMMAND ${CMAKE_CTEST_COMMAND} --show-only WORKING_DIRECTORY ${WORK}/build OUTPUT_VARIABLE listed
     ERROR_QUIET)
   if(output MATCHES "left out" OR NOT listed MATCHES " unit_tests\n" OR listed MATCHES " long_model_test\n")
-    message(FATAL_ERROR "${what} has not the tests that it is to have:\n${output}${listed}")
+    message(FATAL_ERROR "${what} has the wrong tests:\n${output}${listed}")
   endif()
 endfunction()
 
@@ -70,7 +70,7 @@ expect_no_tests("${python}")
 configure(FALSE ${without_python} -D KELMO_LOCALIZER_TESTS=ON)
 string(REGEX REPLACE "[ \n]+" " " output "${output}")
 if(NOT output MATCHES "tests are asked for. Install Python 3 ")
-  message(FATAL_ERROR "${what} does not say why it is refused:\n${output}")
+  message(FATAL_ERROR "${what} fails without the reason:\n${output}")
 endif()
 configure(TRUE)
 expect_tests()
@@ -91,5 +91,5 @@ set(SOURCE ${WORK}/host)
 configure(TRUE -G Ninja)
 expect_build_type("")
 if(output MATCHES "tests")
-  message(FATAL_ERROR "inside another project the library speaks of its tests:\n${output}")
+  message(FATAL_ERROR "inside another project the library mentions its tests:\n${output}")
 endif()

@@ -1,6 +1,6 @@
-# Each preset says in KELMO_LOCALIZER_INSTRUMENTED what its flags add to the code: the tests go by that. A folder that was
-# configured without tests, as for an installation, has them again once a preset alone configures it: else ./test would run
-# what an earlier build has left, or nothing.
+# Each preset must set KELMO_LOCALIZER_INSTRUMENTED to the instrumentation that its flags add, because the tests depend
+# on it. A build folder that was configured without tests, as for an installation, must have them again after it is
+# configured with a preset alone. Otherwise ./test would run old programs or none.
 #   cmake -D SOURCE=folder -D WORK=folder -P check_presets.cmake
 
 # Calls CMake with these arguments. Sets `output`.
@@ -21,7 +21,7 @@ if(NOT presets)
 endif()
 list(TRANSFORM presets REPLACE "\n  \"" "")
 foreach(preset IN LISTS presets)
-  run(--preset ${preset} -B ${WORK} -N)  # prints the variables, those that are inherited among them
+  run(--preset ${preset} -B ${WORK} -N)  # prints all variables, also inherited ones
   if(output MATCHES "-fsanitize")
     set(added SANITIZERS)
   elseif(output MATCHES "-fprofile|-fcoverage|--coverage")
@@ -36,7 +36,7 @@ foreach(preset IN LISTS presets)
     set(said "${CMAKE_MATCH_1}")
   endif()
   if(NOT said STREQUAL added)
-    message(FATAL_ERROR "${preset}: KELMO_LOCALIZER_INSTRUMENTED is ${said} and not ${added}, as the flags say")
+    message(FATAL_ERROR "${preset}: KELMO_LOCALIZER_INSTRUMENTED is ${said}, but the flags add ${added}")
   endif()
 endforeach()
 
@@ -45,9 +45,9 @@ foreach(options "-DKELMO_LOCALIZER_TESTS=OFF;-DKELMO_LOCALIZER_EXAMPLES=OFF" "")
   execute_process(COMMAND ${CMAKE_CTEST_COMMAND} --test-dir ${WORK} --show-only OUTPUT_VARIABLE tests ERROR_QUIET)
   foreach(name unit_tests demo_host_output)
     if(options AND tests MATCHES " ${name}\n")
-      message(FATAL_ERROR "${name} is there without tests and examples")
+      message(FATAL_ERROR "${name} exists without tests and examples")
     elseif(NOT options AND NOT tests MATCHES " ${name}\n")
-      message(FATAL_ERROR "${name} is not there again:\n${tests}")
+      message(FATAL_ERROR "${name} is still missing:\n${tests}")
     endif()
   endforeach()
 endforeach()

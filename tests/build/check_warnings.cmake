@@ -1,5 +1,5 @@
-# Proves that the warnings of the project's own builds are on and stop the build: every source is compiled with the
-# switches, and a target that must fail does, with an error of the right kind in each line that says so.
+# Checks that the warnings of the project's own builds are enabled and are errors: every source is compiled with the
+# options, and a deliberately wrong source does not compile, with the expected error in each marked line.
 #   cmake -D BUILD=folder -D TARGET=name -D SOURCE=file -P check_warnings.cmake
 
 file(STRINGS ${BUILD}/compile_commands.json commands ENCODING UTF-8 REGEX "^ *\"command\": ")
@@ -8,7 +8,7 @@ if(NOT commands)
 endif()
 set(switches " -Wall -Wextra -Wpedantic -Wconversion -Wshadow .*-Werror ")
 set(switches_off " (-w|-Wno-[^ ]*) ")
-# No C++, or not ours, or full of faults on purpose.
+# Not C++, not part of the project, or deliberately faulty.
 set(others " \"[^ ]*windres |[.]S(\\\\\")?\"|-c /usr/src/googletest/[^ ]*\"|/tests/build/deliberate_faults[.]cpp(\\\\\")?\"")
 foreach(command IN LISTS commands)
   if(NOT command MATCHES "${others}" AND (NOT command MATCHES "${switches}" OR command MATCHES "${switches_off}"))
@@ -19,11 +19,11 @@ endforeach()
 execute_process(COMMAND ${CMAKE_COMMAND} --build ${BUILD} --target ${TARGET}
   OUTPUT_VARIABLE output ERROR_VARIABLE output RESULT_VARIABLE result)
 if(result EQUAL 0)
-  message(FATAL_ERROR "${SOURCE} was compiled, though it is full of warnings")
+  message(FATAL_ERROR "${SOURCE} compiles in spite of its warnings")
 endif()
 
 file(READ ${SOURCE} source)
-string(REPLACE ";" "," source "${source}")  # else a separator of lists
+string(REPLACE ";" "," source "${source}")  # a semicolon separates list elements
 string(REPLACE "\n" ";" lines "${source}")
 set(number 0)
 set(expected 0)
@@ -40,5 +40,5 @@ endforeach()
 string(REGEX MATCHALL ": error: " errors "${output}")
 list(LENGTH errors found)
 if(expected LESS 5 OR NOT found EQUAL expected)
-  message(FATAL_ERROR "${expected} errors were expected, at least 5, and not ${found}:\n${output}")
+  message(FATAL_ERROR "expected ${expected} errors, at least 5, but found ${found}:\n${output}")
 endif()

@@ -1,5 +1,5 @@
-# The project with its tests can be configured on Windows itself, with Microsoft's compiler: there is no other machine here
-# that would show it. Clang takes the part of that compiler; called as clang-cl, it reads the same options. Nothing is built.
+# Checks that the project with its tests can be configured on Windows with Microsoft's compiler, without such a machine.
+# Clang replaces that compiler; under the name clang-cl it reads the same options. Nothing is built.
 #   cmake -D SOURCE=folder -D WORK=folder -P check_windows.cmake
 
 file(REMOVE_RECURSE ${WORK})
@@ -21,7 +21,7 @@ execute_process(
   COMMAND ${CMAKE_COMMAND} -G Ninja -S ${SOURCE} -B ${WORK}/build
     -D CMAKE_SYSTEM_NAME=Windows -D CMAKE_SYSTEM_PROCESSOR=AMD64 -D CMAKE_BUILD_TYPE=Release
     -D CMAKE_C_COMPILER=${WORK}/clang-cl -D CMAKE_CXX_COMPILER=${WORK}/clang-cl
-    -D CMAKE_TRY_COMPILE_TARGET_TYPE=STATIC_LIBRARY  # there is nothing to link a program with
+    -D CMAKE_TRY_COMPILE_TARGET_TYPE=STATIC_LIBRARY  # the libraries for linking a program are missing
     -D CMAKE_PROJECT_INCLUDE=${WORK}/on_windows.cmake
     -D GTest_DIR=${WORK}
     -D KELMO_LOCALIZER_TESTS=ON -D KELMO_LOCALIZER_EXAMPLES=ON
@@ -32,6 +32,6 @@ endif()
 execute_process(COMMAND ${CMAKE_CTEST_COMMAND} --test-dir ${WORK}/build --show-only OUTPUT_VARIABLE tests ERROR_QUIET)
 foreach(name unit_tests model_test values_test demo_host_output)
   if(NOT tests MATCHES " ${name}\n")
-    message(FATAL_ERROR "${name} is not there:\n${tests}")
+    message(FATAL_ERROR "${name} is missing:\n${tests}")
   endif()
 endforeach()

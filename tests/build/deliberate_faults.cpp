@@ -1,4 +1,4 @@
-// Makes the fault that it is asked for, at which a build that looks for such faults must stop it.
+// Commits the fault that the argument names. An instrumented build must stop the program there.
 
 #include <algorithm>
 #include <climits>
@@ -10,18 +10,17 @@
 
 namespace {
 
-volatile int many = 9;  // which no compiler knows
+volatile int many = 9;  // unknown to the compiler
 int* volatile lost = nullptr;
 
-void Stopped(int /*signal*/) {
-  std::_Exit(1);
-}  // an abort is a failure to CTest, whatever is printed
+// CTest counts an abort as a failure, whatever the program prints.
+void OnAbort(int /*signal*/) { std::_Exit(1); }
 
-int Make(const char* fault) {
+int Commit(const char* fault) {
   const auto asked = [fault](const char* name) { return std::strcmp(fault, name) == 0; };
   if (asked("address")) {
     const std::vector<int> numbers(8);
-    const int* volatile first = numbers.data();  // of which no compiler knows how much is behind it
+    const int* volatile first = numbers.data();  // hides the size from the compiler
     return first[many];
   }
   if (asked("address_in_a_header")) {
@@ -62,7 +61,7 @@ int Make(const char* fault) {
 }  // namespace
 
 int main(int argumentCount, char** arguments) {
-  std::signal(SIGABRT, Stopped);
-  const int made = argumentCount > 1 ? Make(arguments[1]) : 0;
-  std::printf("went on, with %d\n", made);
+  std::signal(SIGABRT, OnAbort);
+  const int result = argumentCount > 1 ? Commit(arguments[1]) : 0;
+  std::printf("went on, with %d\n", result);
 }

@@ -1,4 +1,5 @@
-// Must not compile: each marked line is an error of the switch that it names (check_warnings.cmake).
+// Must not compile: each marked line is an error of the warning that it names
+// (check_warnings.cmake).
 
 int Deliberate(double real, int unused) {  // expect: unused-parameter
   int number = real;                       // expect: float-conversion

@@ -1,5 +1,4 @@
-"""The checks of the builds refuse a build without its warnings, presets that forget, tests that Windows cannot have, a header
-that says two things, one that takes any order of bytes, and a program that prints otherwise.
+"""The checks of the builds refuse missing warnings, wrong presets, wrong layers, wrong output and the like.
 
     python3 build_test.py CMAKE COMPILER
 """
@@ -34,23 +33,24 @@ WARNINGS = {
 build warnings: compile
 """,
 }
-NOT_COMPILED_SO = "compiled without warnings as errors:"
+WITHOUT_WARNINGS = "compiled without warnings as errors:"
 WARNINGS_ROWS = (
     Row("no commands", COMPILED, None, "[]", "no command was read"),
-    Row("a source without a switch", COMPILED, "-Wshadow -std", "-std", NOT_COMPILED_SO),
-    Row("warnings that are no errors", COMPILED, "-std=c++17 -Werror", "-std=c++17", NOT_COMPILED_SO),
-    Row("a test without them, beside GoogleTest's headers", COMPILED, f"-O0 {SWITCHES}", "-O0", NOT_COMPILED_SO),
-    Row("a switch that is off again", COMPILED, "-std=c++17", "-Wno-shadow", NOT_COMPILED_SO),
-    Row("all switches off again", COMPILED, "-std=c++17", "-w", NOT_COMPILED_SO),
-    Row("a source like one that may", COMPILED, "deliberate_faults.cpp", "more_faults.cpp", NOT_COMPILED_SO),
-    Row("a build that passes", "build.ninja", "exit 1", "exit 0", "was compiled, though it is full of warnings"),
+    Row("a source without an option", COMPILED, "-Wshadow -std", "-std", WITHOUT_WARNINGS),
+    Row("warnings that are no errors", COMPILED, "-std=c++17 -Werror", "-std=c++17", WITHOUT_WARNINGS),
+    Row("a test without warnings, with GoogleTest's headers", COMPILED, f"-O0 {SWITCHES}", "-O0", WITHOUT_WARNINGS),
+    Row("a disabled warning", COMPILED, "-std=c++17", "-Wno-shadow", WITHOUT_WARNINGS),
+    Row("all warnings disabled", COMPILED, "-std=c++17", "-w", WITHOUT_WARNINGS),
+    Row("a source with a similar name to an exception", COMPILED, "deliberate_faults.cpp", "more_faults.cpp",
+        WITHOUT_WARNINGS),
+    Row("a build that passes", "build.ninja", "exit 1", "exit 0", "compiles in spite of its warnings"),
     Row("an error that is missing", "errors.txt", ERROR.format(3, "vla"), "", "no error of -Wvla in line 3"),
     Row("an error of another line", "errors.txt", ERROR.format(3, "vla"), ERROR.format(4, "vla"),
         "no error of -Wvla in line 3"),
     Row("an error of another switch", "errors.txt", "vla", "main", "no error of -Wvla in line 3"),
-    Row("an error that is not expected", "errors.txt", ERROR.format(3, "vla"),
-        ERROR.format(3, "vla") + ERROR.format(9, "vla"), "5 errors were expected, at least 5, and not 6"),
-    Row("few expectations", "deliberate_warnings.cpp", "expect: vla", "", "4 errors were expected, at least 5, and not 5"),
+    Row("an unexpected error", "errors.txt", ERROR.format(3, "vla"),
+        ERROR.format(3, "vla") + ERROR.format(9, "vla"), "expected 5 errors, at least 5, but found 6"),
+    Row("too few marked lines", "deliberate_warnings.cpp", "expect: vla", "", "expected 4 errors, at least 5, but found 5"),
 )
 
 # ---- tests/build/check_presets.cmake
@@ -80,32 +80,32 @@ endif()
 }
 INSTRUMENTED = '"KELMO_LOCALIZER_INSTRUMENTED": "{}",'
 PRESETS_ROWS = (
-    Row("sanitizers that are not said", "CMakePresets.json", INSTRUMENTED.format("SANITIZERS"), "",
-        "sanitized: KELMO_LOCALIZER_INSTRUMENTED is OFF and not SANITIZERS, as the flags say"),
-    Row("sanitizers that are not said by the preset that inherits them", "CMakePresets.json",
+    Row("undeclared sanitizers", "CMakePresets.json", INSTRUMENTED.format("SANITIZERS"), "",
+        "sanitized: KELMO_LOCALIZER_INSTRUMENTED is OFF, but the flags add SANITIZERS"),
+    Row("undeclared sanitizers in an inheriting preset", "CMakePresets.json",
         '"inherits": "sanitized"', '"inherits": "sanitized", "cacheVariables": { "KELMO_LOCALIZER_INSTRUMENTED": "OFF" }',
-        "fuzzed: KELMO_LOCALIZER_INSTRUMENTED is OFF and not SANITIZERS, as the flags say"),
-    Row("coverage that is not said", "CMakePresets.json", INSTRUMENTED.format("COVERAGE"), "",
-        "counted: KELMO_LOCALIZER_INSTRUMENTED is OFF and not COVERAGE, as the flags say"),
-    Row("a debug mode that is not said", "CMakePresets.json", INSTRUMENTED.format("DEBUG_MODE"), "",
-        "debugged: KELMO_LOCALIZER_INSTRUMENTED is OFF and not DEBUG_MODE, as the flags say"),
-    Row("another instrumentation than that of the flags", "CMakePresets.json", INSTRUMENTED.format("COVERAGE"),
+        "fuzzed: KELMO_LOCALIZER_INSTRUMENTED is OFF, but the flags add SANITIZERS"),
+    Row("undeclared coverage", "CMakePresets.json", INSTRUMENTED.format("COVERAGE"), "",
+        "counted: KELMO_LOCALIZER_INSTRUMENTED is OFF, but the flags add COVERAGE"),
+    Row("an undeclared debug mode", "CMakePresets.json", INSTRUMENTED.format("DEBUG_MODE"), "",
+        "debugged: KELMO_LOCALIZER_INSTRUMENTED is OFF, but the flags add DEBUG_MODE"),
+    Row("a wrong instrumentation", "CMakePresets.json", INSTRUMENTED.format("COVERAGE"),
         INSTRUMENTED.format("SANITIZERS"),
-        "counted: KELMO_LOCALIZER_INSTRUMENTED is SANITIZERS and not COVERAGE, as the flags say"),
-    Row("an instrumentation that no flag adds", "CMakePresets.json", '"NONE": true', INSTRUMENTED.format("COVERAGE")[:-1],
-        "linux-release: KELMO_LOCALIZER_INSTRUMENTED is COVERAGE and not OFF, as the flags say"),
+        "counted: KELMO_LOCALIZER_INSTRUMENTED is SANITIZERS, but the flags add COVERAGE"),
+    Row("an instrumentation without its flag", "CMakePresets.json", '"NONE": true', INSTRUMENTED.format("COVERAGE")[:-1],
+        "linux-release: KELMO_LOCALIZER_INSTRUMENTED is COVERAGE, but the flags add OFF"),
     Row("no preset", "CMakePresets.json", None, '{ "version": 6, "configurePresets": [] }', "no preset was found"),
     Row("a preset without tests", "CMakePresets.json", '"KELMO_LOCALIZER_TESTS": true,', "",
-        "unit_tests is not there again"),
+        "unit_tests is still missing"),
     Row("a preset without examples", "CMakePresets.json", '"KELMO_LOCALIZER_EXAMPLES": true,', "",
-        "demo_host_output is not there again"),
-    Row("tests that are always there", "CMakeLists.txt", "if(KELMO_LOCALIZER_TESTS)", "if(TRUE)",
-        "unit_tests is there without tests and examples"),
-    Row("examples that are always there", "CMakeLists.txt", "if(KELMO_LOCALIZER_TESTS AND KELMO_LOCALIZER_EXAMPLES)",
-        "if(TRUE)", "demo_host_output is there without tests and examples"),
-    Row("a test of a longer name", "CMakeLists.txt", "NAME unit_tests", "NAME unit_tests_again",
-        "unit_tests is not there again"),
-    Row("a project that is at fault", "CMakeLists.txt", "enable_testing()", "message(FATAL_ERROR gone)", "gone"),
+        "demo_host_output is still missing"),
+    Row("tests that always exist", "CMakeLists.txt", "if(KELMO_LOCALIZER_TESTS)", "if(TRUE)",
+        "unit_tests exists without tests and examples"),
+    Row("examples that always exist", "CMakeLists.txt", "if(KELMO_LOCALIZER_TESTS AND KELMO_LOCALIZER_EXAMPLES)",
+        "if(TRUE)", "demo_host_output exists without tests and examples"),
+    Row("a test with a longer name", "CMakeLists.txt", "NAME unit_tests", "NAME unit_tests_again",
+        "unit_tests is still missing"),
+    Row("a project with an error", "CMakeLists.txt", "enable_testing()", "message(FATAL_ERROR gone)", "gone"),
 )
 
 # ---- tests/build/check_windows.cmake
@@ -121,12 +121,12 @@ if(MSVC AND CMAKE_HOST_WIN32 AND NOT CMAKE_CROSSCOMPILING AND KELMO_LOCALIZER_TE
 endif()
 """}
 WINDOWS_ROWS = (
-    Row("a test of a program that is not there", "CMakeLists.txt", "endforeach()",
+    Row("a test of a missing program", "CMakeLists.txt", "endforeach()",
         "endforeach()\n  add_test(NAME last COMMAND $<TARGET_FILE:valgrind_test>)", 'No target "valgrind_test"'),
-    Row("no tests on Windows itself", "CMakeLists.txt", "AND NOT CMAKE_CROSSCOMPILING", "AND CMAKE_CROSSCOMPILING",
-        "unit_tests is not there"),
-    Row("no examples", "CMakeLists.txt", " demo_host_output", "", "demo_host_output is not there"),
-    Row("a package that is asked for", "CMakeLists.txt", "enable_testing()", "find_package(None REQUIRED)", "FindNone.cmake"),
+    Row("no tests on Windows", "CMakeLists.txt", "AND NOT CMAKE_CROSSCOMPILING", "AND CMAKE_CROSSCOMPILING",
+        "unit_tests is missing"),
+    Row("no examples", "CMakeLists.txt", " demo_host_output", "", "demo_host_output is missing"),
+    Row("a missing package", "CMakeLists.txt", "enable_testing()", "find_package(None REQUIRED)", "FindNone.cmake"),
 )
 
 # ---- tests/abi/check_one_definition.cmake
@@ -134,26 +134,27 @@ WINDOWS_ROWS = (
 HEADER = "kelmo_localizer.h"
 MEMBER = "  KELMO_LOCALIZER_MEMBER double Return();"
 HEADER_ROWS = (
-    Row("a member of the library alone", HEADER, MEMBER, f"#ifdef KELMO_LOCALIZER_BUILDING\n{MEMBER}\n#endif",
-        "with KELMO_LOCALIZER_BUILDING the header says something else than to a host"),
-    Row("a member that the tests define themselves", HEADER, MEMBER,
+    Row("a member that only the library sees", HEADER, MEMBER, f"#ifdef KELMO_LOCALIZER_BUILDING\n{MEMBER}\n#endif",
+        "with KELMO_LOCALIZER_BUILDING the header differs from that of a host"),
+    Row("a member that the tests define differently", HEADER, MEMBER,
         f"#ifdef KELMO_LOCALIZER_STATIC\n  double Return() {{ return 0; }}\n#else\n{MEMBER}\n#endif",
-        "with KELMO_LOCALIZER_STATIC the header says something else than to a host"),
-    Row("an empty header", HEADER, None, "", "nothing of the header was read"),
+        "with KELMO_LOCALIZER_STATIC the header differs from that of a host"),
+    Row("an empty header", HEADER, None, "", "the header was not read"),
     Row("no header", HEADER, None, None, "No such file or directory"),
 )
 
 # ---- tests/build/check_byte_order.cmake
 
 WORD = "word.h"
-REFUSED_ORDER = "__BYTE_ORDER__ != __ORDER_LITTLE_ENDIAN__"
+REJECTED_ORDER = "__BYTE_ORDER__ != __ORDER_LITTLE_ENDIAN__"
 WORD_ROWS = (
-    Row("a header that takes any order", WORD, REFUSED_ORDER, "0", "it compiles on a big-endian system"),
-    Row("one that does not know the system", WORD, "#if defined(__BYTE_ORDER__)", "#if defined(BYTE_ORDER)",
-        "it compiles on a big-endian system"),
-    Row("one that refuses this system", WORD, REFUSED_ORDER, "1", "it does not compile on this system"),
-    Row("another reason", WORD, "needs a little-endian system", "is at fault", "is refused without the reason"),
-    Row("no header", WORD, None, None, "it does not compile on this system"),
+    Row("a header for any byte order", WORD, REJECTED_ORDER, "0", "compiles on a big-endian system"),
+    Row("a header that does not know the byte order", WORD, "#if defined(__BYTE_ORDER__)", "#if defined(BYTE_ORDER)",
+        "compiles on a big-endian system"),
+    Row("a header that rejects this system", WORD, REJECTED_ORDER, "1", "does not compile on this system"),
+    Row("another reason", WORD, "needs a little-endian system", "is at fault",
+        "rejects a big-endian system for another reason"),
+    Row("no header", WORD, None, None, "does not compile on this system"),
 )
 
 # ---- tests/cmake/check_output.cmake
@@ -165,9 +166,9 @@ OUTPUT_ROWS = (
     Row("more text", "program", "two\\n", "two\\nthree\\n", "printed"),
     Row("no line end", "program", "two\\n", "two", "printed"),
     Row("a NUL and more", "program", "two\\n", "two\\n\\0", "printed"),
-    Row("line ends of Windows", "program", "one\\n", "one\\r\\n", "printed"),
-    Row("another line end that is expected", "expected.txt", "one\n", "one\r\n", "printed"),
-    Row("nothing that is expected", "expected.txt", None, "", "is empty: a program that does nothing would print that"),
+    Row("CR LF instead of LF", "program", "one\\n", "one\\r\\n", "printed"),
+    Row("expected CR LF instead of LF", "expected.txt", "one\n", "one\r\n", "printed"),
+    Row("an empty expected file", "expected.txt", None, "", "is empty: a program that does nothing would print that"),
     Row("a failure", "program", "two\\n'", "two\\n'; exit 3", "ended with 3 after"),
     Row("a crash", "program", "two\\n'", "two\\n'; kill -SEGV $$", "ended with Segmentation fault after"),
     Row("no program", "program", None, None, "ended with"),
@@ -190,18 +191,18 @@ INCLUDES = {
 INCLUDES_ROWS = (
     Row("an include upwards", "storage/arena.h", "#include <vector>", '#include "platform/files.h"',
         "storage/arena.h includes platform/files.h, which is above it"),
-    Row("an include within a room, but upwards", "frame/messages.h", "storage/arena.h", "frame/exports.cpp",
+    Row("an include upwards within a folder", "frame/messages.h", "storage/arena.h", "frame/exports.cpp",
         "frame/messages.h includes frame/exports.cpp, which is above it"),
-    Row("an include of the room beside it", "dictionary/lookup.cpp", "storage/arena.h", "phyval/double.cpp",
-        "dictionary/lookup.cpp includes phyval/double.cpp, another room of its layer"),
-    Row("an include of what is not there", "text/utf8.h", "#include <string>", '#include "text/ascii.h"',
+    Row("an include of another folder in the layer", "dictionary/lookup.cpp", "storage/arena.h", "phyval/double.cpp",
+        "dictionary/lookup.cpp includes phyval/double.cpp, another folder of its layer"),
+    Row("an include of a missing file", "text/utf8.h", "#include <string>", '#include "text/ascii.h"',
         "text/utf8.h includes text/ascii.h, which is not part of the library"),
-    Row("a file of no layer", "frame/notes.h", None, "", "frame/notes.h has no layer"),
-    Row("a question without an answer", "platform/windows/files.cpp", None, None,
+    Row("a file without a layer", "frame/notes.h", None, "", "frame/notes.h has no layer"),
+    Row("a platform header without an implementation", "platform/windows/files.cpp", None, None,
         "platform/files.h has no platform/windows/files.cpp"),
-    Row("a source that asks for the system", "text/utf8.h", "#include <string>", "#ifdef _WIN32\n#endif",
-        "text/utf8.h asks for the system"),
-    Row("one name for two files", "text/arena.h", None, "", "arena.h is the name of storage/arena.h, text/arena.h"),
+    Row("a source that depends on the system", "text/utf8.h", "#include <string>", "#ifdef _WIN32\n#endif",
+        "text/utf8.h depends on the system"),
+    Row("two files with one name", "text/arena.h", None, "", "arena.h is the name of storage/arena.h, text/arena.h"),
 )
 
 
@@ -215,7 +216,7 @@ class Build(RefusalTest):
             CMAKE, f"-DBUILD={folder}", "-DTARGET=warnings", f"-DSOURCE={folder}/deliberate_warnings.cpp",
             "-P", TOP / "tests/build/check_warnings.cmake"], WARNINGS_ROWS)
 
-    def test_a_preset_that_does_not_bring_the_tests_back_is_refused(self):
+    def test_a_wrong_preset_is_refused(self):
         self.refuses_each(lambda folder: write(folder, PRESETS), lambda folder: [
             CMAKE, f"-DSOURCE={folder}", f"-DWORK={folder}/work", "-P", TOP / "tests/build/check_presets.cmake"],
             PRESETS_ROWS)
@@ -231,13 +232,13 @@ class Build(RefusalTest):
             CMAKE, f"-DHEADER={folder / HEADER}", f"-DCOMPILER={COMPILER}",
             "-P", TOP / "tests/abi/check_one_definition.cmake"], HEADER_ROWS)
 
-    def test_a_header_that_takes_any_order_of_bytes_is_refused(self):
+    def test_a_header_for_any_byte_order_is_refused(self):
         text = (TOP / "storage/word.h").read_text("utf-8")
         self.refuses_each(lambda folder: write(folder, {WORD: text}), lambda folder: [
             CMAKE, f"-DHEADER={folder / WORD}", f"-DCOMPILER={COMPILER}",
             "-P", TOP / "tests/build/check_byte_order.cmake"], WORD_ROWS)
 
-    def test_a_program_that_prints_otherwise_is_refused(self):
+    def test_a_program_with_wrong_output_is_refused(self):
         self.refuses_each(lambda folder: write(folder, OUTPUT), lambda folder: [
             CMAKE, f"-DCOMMAND={folder}/program", f"-DEXPECTED={folder}/expected.txt", f"-DOUTPUT={folder}/output.txt",
             "-P", TOP / "tests/cmake/check_output.cmake"], OUTPUT_ROWS)

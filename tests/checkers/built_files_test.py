@@ -1,8 +1,8 @@
-"""The checks of the built file (tests/abi/*.cmake) refuse each that exports, needs or lacks what it must not.
+"""The checks of the built file (tests/abi/*.cmake) refuse wrong exports, wrong dependencies and missing protections.
 
     python3 built_files_test.py CMAKE OBJDUMP NM LIBRARY VERSION NEEDED-LIBRARIES
 
-What the tools say of LIBRARY is falsified, and so are the lists under review.
+The rows falsify the tools' output for LIBRARY and the reviewed lists.
 """
 
 import pathlib
@@ -18,10 +18,10 @@ WINDOWS = LIBRARY.endswith(".dll")
 SONAME = f"Localizer.so.{VERSION.partition('.')[0]}\n"
 ABI = TOP / "tests/abi"
 PROTECTIONS = (
-    ("any address", "addresses of 64 bits", "data that is not run", "no TLS directory") if WINDOWS else
-    ("a part that becomes read-only", "binding at the load", "a stack that is not run", "a checked stack",
-     "checked copying", "calls of its own functions alone"))
-# A tool that says what is in the file of its name and first option.
+    ("ASLR", "high-entropy ASLR", "non-executable data", "no TLS directory") if WINDOWS else
+    ("RELRO", "immediate binding", "non-executable stack", "stack protector", "checked copying",
+     "direct calls of its own functions"))
+# Prints the file that is named after the tool and its first option.
 TOOL = '#!/bin/sh\ncat "$0$1"\n'
 
 
@@ -59,45 +59,45 @@ EXPORTS = (
     *((
         Row("a function that is not exported", "objdump-p", " GetError\n", " GetFault\n",
             "GetErrorsCount GetFault Init "),
-        Row("a table of names that is not there", "objdump-p", "[Ordinal/Name Pointer]", "[Pointer]",
+        Row("a missing table of names", "objdump-p", "[Ordinal/Name Pointer]", "[Pointer]",
             "no name was read from"),
-        Row("a tool that says nothing", "objdump-p", None, "", "no name was read from"),
+        Row("a tool that prints nothing", "objdump-p", None, "", "no name was read from"),
     ) if WINDOWS else (
         Row("a function that is not exported", "nm-D", "GetError T", "GetFault T", "GetErrorsCount GetFault Init "),
-        Row("a tool that says nothing", "nm-D", None, "", "no name was read from"),
+        Row("a tool that prints nothing", "nm-D", None, "", "no name was read from"),
     )),
 )
 DEPENDENCIES = (
     Row("a library that is not listed", "needed_libraries.txt", "msvcrt.dll" if WINDOWS else "libc.so.6", "",
         "but the list"),
     Row("a library that is listed and not needed", "needed_libraries.txt", None, "all.dll\n", "but the list"),
-    Row("a tool that says nothing", "objdump-p", None, "", "no name was read from"),
+    Row("a tool that prints nothing", "objdump-p", None, "", "no name was read from"),
     *((
         Row("another library", "objdump-p", "DLL Name: msvcrt.dll", "DLL Name: ucrtbase.dll",
             "ucrtbase.dll but the list"),
     ) if WINDOWS else (
         Row("another library", "objdump-p", "libgcc_s.so.1\n  NEEDED", "libgomp.so.1\n  NEEDED",
             "libgomp.so.1 libstdc++.so.6 but the list"),
-        Row("another SONAME", "objdump-p", SONAME, "Localizer.so.77\n", "has not the SONAME"),
-        Row("almost the SONAME", "objdump-p", SONAME, SONAME.replace(".so", "-so"), "has not the SONAME"),
-        Row("a longer SONAME", "objdump-p", SONAME, SONAME.replace("\n", ".1\n"), "has not the SONAME"),
-        Row("no SONAME", "objdump-p", "  SONAME ", "  RUNPATH ", "has not the SONAME"),
+        Row("another SONAME", "objdump-p", SONAME, "Localizer.so.77\n", "does not have the SONAME"),
+        Row("almost the SONAME", "objdump-p", SONAME, SONAME.replace(".so", "-so"), "does not have the SONAME"),
+        Row("a longer SONAME", "objdump-p", SONAME, SONAME.replace("\n", ".1\n"), "does not have the SONAME"),
+        Row("no SONAME", "objdump-p", "  SONAME ", "  RUNPATH ", "does not have the SONAME"),
     )),
 )
 
 
 def hardening():
-    """Rows that need what the tools say."""
-    rows = [Row("a tool that says nothing", "objdump-p", None, "", "was not read")]
+    """Rows that need the output of the tools."""
+    rows = [Row("a tool that prints nothing", "objdump-p", None, "", "was not read")]
     headers = "objdump-p"
     if WINDOWS:
         return rows + [
             Row("a file of another system", headers, "pei-x86-64", "elf64-x86-64", "was not read"),
-            Row("a fixed address", headers, "\tDYNAMIC_BASE", "\tNONE", "lacks any address and not"),
-            Row("addresses of 32 bits", headers, "HIGH_ENTROPY_VA", "NONE", "lacks addresses of 64 bits and not"),
-            Row("data that is run", headers, "NX_COMPAT", "NONE", "lacks data that is not run and not"),
+            Row("a fixed address", headers, "\tDYNAMIC_BASE", "\tNONE", "lacks: ASLR expected:"),
+            Row("no high-entropy ASLR", headers, "HIGH_ENTROPY_VA", "NONE", "lacks: high-entropy ASLR expected:"),
+            Row("executable data", headers, "NX_COMPAT", "NONE", "lacks: non-executable data expected:"),
             Row("a TLS directory", headers, "Entry 9 0000000000000000 00000000", "Entry 9 0000000000068000 00000028",
-                "lacks no TLS directory and not"),
+                "lacks: no TLS directory expected:"),
         ]
     symbols = said(OBJDUMP, "-T", LIBRARY)
     text = said(OBJDUMP, "-p", LIBRARY)
@@ -107,18 +107,18 @@ def hardening():
     return rows + [
         Row("a file of another system", headers, file_format, "pei-x86-64", "was not read"),
         Row("no symbols", "objdump-T", None, "", "was not read"),
-        Row("nothing that becomes read-only", headers, " RELRO off", " OTHER off",
-            "lacks a part that becomes read-only and not"),
-        Row("binding when needed", headers, flags, re.sub("0x.*", "0x0000000000000002", flags),
-            "lacks binding at the load and not"),
-        Row("a stack that is run", headers, stack, stack.replace("rw-", "rwx"), "lacks a stack that is not run and not"),
-        Row("a stack that nobody checks", "objdump-T", " __stack_chk_fail\n", " stack_chk_fail\n",
-            "lacks a checked stack and not"),
-        Row("copying that nobody checks", "objdump-T", None, re.sub(r" __(?!stack)(\w+)_chk\n", r" \1\n", symbols),
-            "lacks checked copying and not"),
-        Row("a call that may leave the library", "objdump-R", " __stack_chk_fail@", " _ZN9KelmoLibs8Localize1fEv@",
-            "lacks calls of its own functions alone and not"),
-        Row("relocations that were not read", "objdump-R", None, "", "lacks calls of its own functions alone and not"),
+        Row("no RELRO", headers, " RELRO off", " OTHER off",
+            "lacks: RELRO expected:"),
+        Row("lazy binding", headers, flags, re.sub("0x.*", "0x0000000000000002", flags),
+            "lacks: immediate binding expected:"),
+        Row("an executable stack", headers, stack, stack.replace("rw-", "rwx"), "lacks: non-executable stack expected:"),
+        Row("no stack protector", "objdump-T", " __stack_chk_fail\n", " stack_chk_fail\n",
+            "lacks: stack protector expected:"),
+        Row("no checked copying", "objdump-T", None, re.sub(r" __(?!stack)(\w+)_chk\n", r" \1\n", symbols),
+            "lacks: checked copying expected:"),
+        Row("a call through a relocation", "objdump-R", " __stack_chk_fail@", " _ZN9KelmoLibs8Localize1fEv@",
+            "lacks: direct calls of its own functions expected:"),
+        Row("relocations that were not read", "objdump-R", None, "", "lacks: direct calls of its own functions expected:"),
     ]
 
 
@@ -139,21 +139,21 @@ class BuiltFiles(RefusalTest):
 
     def test_a_symbol_table_is_refused(self):
         self.refuses_each(write_folder, lambda folder: command("stripped", folder), (
-            Row("that of the file which is built", "objdump-t", None, said(OBJDUMP, "-t", LIBRARY),
+            Row("the symbol table of the built file", "objdump-t", None, said(OBJDUMP, "-t", LIBRARY),
                 "There is a symbol table in"),
-            Row("a tool that says nothing", "objdump-t", None, "", "There is a symbol table in")))
+            Row("a tool that prints nothing", "objdump-t", None, "", "There is a symbol table in")))
 
-    def test_each_protection_that_is_missing_is_seen(self):
+    def test_each_missing_protection_is_refused(self):
         rows = hardening()
         self.refuses_each(write_folder, lambda folder: command("hardening", folder), rows)
         for protection in PROTECTIONS:
-            self.assertIn(f"lacks {protection} and not", [row.complaint for row in rows])
+            self.assertIn(f"lacks: {protection} expected:", [row.complaint for row in rows])
 
-    def test_a_protection_that_is_there_is_seen(self):
-        self.refuses("and not all", [
+    def test_an_existing_protection_does_not_count_as_missing(self):
+        self.refuses("expected: all", [
             CMAKE, f"-DLIBRARY={LIBRARY}", f"-DOBJDUMP={OBJDUMP}", "-DLACKS=all", "-P", ABI / "check_hardening.cmake"])
 
-    def test_a_library_that_is_not_read_is_no_unprotected_one(self):
+    def test_an_unread_library_does_not_count_as_unprotected(self):
         self.refuses("was not read", [
             CMAKE, f"-DLIBRARY={LIBRARY}", "-DOBJDUMP=true", f"-DLACKS={';'.join(PROTECTIONS)}",
             "-P", ABI / "check_hardening.cmake"])

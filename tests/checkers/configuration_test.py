@@ -1,5 +1,4 @@
-"""The checks of the configuration refuse warnings that are errors for the wrong compilers, and a configuration without a
-preset that is not as its user expects.
+"""The checks of the configuration refuse wrong warnings as errors, and a wrong configuration without a preset.
 
     python3 configuration_test.py CMAKE COMPILER
 """
@@ -19,9 +18,9 @@ COMPILERS_ROWS = (
         "with Clang-19.1.7 the build passes and says warning, not fails and error"),
     Row("errors with another compiler", WARNINGS_FILE, "Clang-19", "Clang-19 GNU-15",
         "with GNU-15.1.0 the build fails and says error, not passes and warning"),
-    Row("a version that only begins like a known one", WARNINGS_FILE, "[.].*", "0?[.].*",
+    Row("a version with a known prefix", WARNINGS_FILE, "[.].*", "0?[.].*",
         "with GNU-120.1.0 the build fails and says error, not passes and warning"),
-    Row("a warning that is not on", WARNINGS_FILE, " -Wextra", "",
+    Row("a disabled warning", WARNINGS_FILE, " -Wextra", "",
         "with GNU-12.2.0 the build passes and says nothing, not fails and error"),
     Row("a user who does not want errors", WARNINGS_FILE, "NOT DEFINED CMAKE_COMPILE_WARNING_AS_ERROR AND ", "",
         "with GNU-12.2.0 -D CMAKE_COMPILE_WARNING_AS_ERROR=OFF the build fails and says error, not passes and warning"),
@@ -68,32 +67,33 @@ LEFT_OUT = 'message(STATUS "The tests are left out. To have them, install ${miss
 BOTH_MISSING = "does not say in one line that GoogleTest (Debian: libgtest-dev) and Python 3 (Debian: python3) is missing"
 PLAIN_ROWS = (
     Row("no build type", "CMakeLists.txt", "Release", "\"\"", "has the build type '' and not 'Release'"),
-    Row("a build type where there are several", "CMakeLists.txt", " AND NOT several", "",
+    Row("a build type with a multi-configuration generator", "CMakeLists.txt", " AND NOT several", "",
         "has the build type 'Release' and not ''"),
-    Row("another build type than the one that is named", "CMakeLists.txt", " AND NOT CMAKE_BUILD_TYPE", "",
+    Row("a build type that overrides the user's", "CMakeLists.txt", " AND NOT CMAKE_BUILD_TYPE", "",
         "has the build type 'Release' and not 'Debug'"),
-    Row("another build type than that of the environment", "CMakeLists.txt", '"$ENV{CMAKE_BUILD_TYPE}" STREQUAL ""',
+    Row("a build type that overrides the environment's", "CMakeLists.txt", '"$ENV{CMAKE_BUILD_TYPE}" STREQUAL ""',
         "TRUE", "has the build type 'Release' and not 'Debug'"),
     Row("a build type for another project", "CMakeLists.txt", "CMAKE_SOURCE_DIR STREQUAL own", "TRUE",
         "has the build type 'Release' and not ''"),
-    Row("nothing said of the tests", "CMakeLists.txt", LEFT_OUT, "", BOTH_MISSING),
-    Row("two lines", "CMakeLists.txt", LEFT_OUT, f"{LEFT_OUT}\n{LEFT_OUT}", BOTH_MISSING),
-    Row("one of two", "CMakeLists.txt", '  list(APPEND missing "Python', '  set(missing "Python', BOTH_MISSING),
-    Row("an error where the tests are not asked for", "CMakeLists.txt", "missing AND KELMO_LOCALIZER_TESTS", "missing",
+    Row("no line about the tests", "CMakeLists.txt", LEFT_OUT, "", BOTH_MISSING),
+    Row("two lines about the tests", "CMakeLists.txt", LEFT_OUT, f"{LEFT_OUT}\n{LEFT_OUT}", BOTH_MISSING),
+    Row("only one of two missing packages", "CMakeLists.txt", '  list(APPEND missing "Python', '  set(missing "Python',
+        BOTH_MISSING),
+    Row("an error although the tests are not required", "CMakeLists.txt", "missing AND KELMO_LOCALIZER_TESTS", "missing",
         "configuring with -G Ninja Multi-Config"),
-    Row("no error where the tests are asked for", "CMakeLists.txt", "missing AND KELMO_LOCALIZER_TESTS", "FALSE",
+    Row("no error although the tests are required", "CMakeLists.txt", "missing AND KELMO_LOCALIZER_TESTS", "FALSE",
         "configuring with -D CMAKE_DISABLE_FIND_PACKAGE_Python3=ON -D KELMO_LOCALIZER_TESTS=ON ended with 0"),
     Row("an error without its reason", "CMakeLists.txt", "The tests are asked for. Install", "Missing:",
-        "does not say why it is refused"),
+        "fails without the reason"),
     Row("tests that ctest does not know", "CMakeLists.txt", "enable_testing()", "",
-        "is not known to have no tests"),
-    Row("a test without what it needs", "CMakeLists.txt", "set(missing)\n",
-        "set(missing)\nadd_test(NAME early COMMAND true)\n", "is not known to have no tests"),
-    Row("no tests with all they need", "CMakeLists.txt", "NAME unit_tests", "NAME no_tests",
-        "has not the tests that it is to have"),
-    Row("tests of hours", "CMakeLists.txt", " CONFIGURATIONS heavy", "", "has not the tests that it is to have"),
-    Row("words on tests inside another project", "CMakeLists.txt", "if(NOT PROJECT_IS_TOP_LEVEL)",
-        "if(NOT PROJECT_IS_TOP_LEVEL)\n  message(STATUS tests)", "inside another project the library speaks of its tests"),
+        "has tests for ctest, or ctest fails"),
+    Row("a test in spite of missing packages", "CMakeLists.txt", "set(missing)\n",
+        "set(missing)\nadd_test(NAME early COMMAND true)\n", "has tests for ctest, or ctest fails"),
+    Row("no tests in spite of all packages", "CMakeLists.txt", "NAME unit_tests", "NAME no_tests",
+        "has the wrong tests"),
+    Row("long runs", "CMakeLists.txt", " CONFIGURATIONS heavy", "", "has the wrong tests"),
+    Row("a line about tests inside another project", "CMakeLists.txt", "if(NOT PROJECT_IS_TOP_LEVEL)",
+        "if(NOT PROJECT_IS_TOP_LEVEL)\n  message(STATUS tests)", "inside another project the library mentions its tests"),
 )
 
 

@@ -1,6 +1,6 @@
-"""tests/abi/check_microsoft_build.py refuses a project that Microsoft's compiler would refuse or export otherwise.
+"""tests/abi/check_microsoft_build.py refuses a project that Microsoft's compiler would refuse, and wrong exports.
 
-Only the sources that the rows falsify are compiled, and those that define what is exported.
+Compiles only the sources that the rows falsify, and those that define the exports.
 """
 
 import os
@@ -20,22 +20,22 @@ FUNCTION = "KELMO_LOCALIZER_API void ClearErrors(void);"
 MEMBER = "  KELMO_LOCALIZER_MEMBER int GetSid();"
 OTHER_NAMES = "but the list says"
 ROWS = (
-    Row("an extension of GNU's", VALUE_TYPE, GET_SID, GET_SID.replace("code % 1000", "({ code % 1000; })"),
+    Row("a GNU expression", VALUE_TYPE, GET_SID, GET_SID.replace("code % 1000", "({ code % 1000; })"),
         "use of GNU statement expression extension"),
-    Row("a function of GNU's", VALUE_TYPE, GET_SID, GET_SID.replace("code < 100", "__builtin_expect(code < 100, 0)"),
+    Row("a GNU function", VALUE_TYPE, GET_SID, GET_SID.replace("code < 100", "__builtin_expect(code < 100, 0)"),
         f"does not know {VALUE_TYPE}: __builtin_expect"),
-    Row("an attribute of GNU's", HEADER, MEMBER, f"  __attribute__((cold)) {MEMBER}",
+    Row("a GNU attribute", HEADER, MEMBER, f"  __attribute__((cold)) {MEMBER}",
         f"does not know {HEADER}: __attribute__"),
-    Row("a word of GNU's that Clang reads", VALUE_TYPE, GET_SID, f'{GET_SID}\nvoid Nothing() {{ asm("nop"); }}', "asm"),
-    Row("a word of GNU's in the branch of Microsoft's compiler", INLINING, "__forceinline",
+    Row("a GNU keyword that Clang accepts", VALUE_TYPE, GET_SID, f'{GET_SID}\nvoid Nothing() {{ asm("nop"); }}', "asm"),
+    Row("a GNU extension in the branch of Microsoft's compiler", INLINING, "__forceinline",
         "__attribute__((always_inline)) inline", f"does not know {INLINING}: __attribute__"),
-    Row("a word of GNU's behind the branches", INLINING, "#endif", "#endif\n#define KELMO_COLD __attribute__((cold))",
+    Row("a GNU extension behind the branches", INLINING, "#endif", "#endif\n#define KELMO_COLD __attribute__((cold))",
         f"does not know {INLINING}: __attribute__"),
-    Row("a header of GNU's", VALUE_TYPE, "#include", "#include <unistd.h>\n#include", "<unistd.h>"),
+    Row("a POSIX header", VALUE_TYPE, "#include", "#include <unistd.h>\n#include", "<unistd.h>"),
     Row("a warning", VALUE_TYPE, GET_SID, f"{GET_SID}\n\nstatic int Unused() {{ return 1; }}", "unused function 'Unused'"),
     Row("a missing include", DOUBLE, "#include <cfloat>\n", "", "use of undeclared identifier 'FLT_EVAL_METHOD'"),
-    Row("a header that is no C", HEADER, FUNCTION, f"{FUNCTION}\nbool Clear();", "unknown type name 'bool'"),
-    Row("a header that is no C++11", HEADER, MEMBER, f"{MEMBER}\n  auto Get() {{ return code; }}",
+    Row("a header that is not valid C", HEADER, FUNCTION, f"{FUNCTION}\nbool Clear();", "unknown type name 'bool'"),
+    Row("a header that is not valid C++11", HEADER, MEMBER, f"{MEMBER}\n  auto Get() {{ return code; }}",
         "deduced return types are a C++14 extension"),
     Row("a resource script without its table", SCRIPT, "default_unit_table.txt", "default_table.txt", "default_table.txt"),
     Row("a member without its macro", HEADER, MEMBER, "  int GetSid();", OTHER_NAMES),
@@ -59,16 +59,16 @@ def command(folder, *sources):
 
 class MicrosoftBuild(RefusalTest):
     def test_each_difference_is_refused(self):
-        with new_folder(write_folder) as folder:  # one for all rows: only what a row changes is compiled again
+        with new_folder(write_folder) as folder:  # the same for all rows, so that little is compiled again
             said = self.accepts(command(folder, *SOURCES))
             for row in ROWS:
                 self.assertNotIn(row.complaint, said)
                 with self.subTest(row.name):
                     file = folder / row.file
-                    right = file.read_bytes()
+                    original = file.read_bytes()
                     falsify(file, row.old, row.new)
                     self.refuses(row.complaint, command(folder, *SOURCES))
-                    file.write_bytes(right)
+                    file.write_bytes(original)
             self.accepts(command(folder, *SOURCES))
 
     def test_a_source_that_is_not_compiled_is_refused(self):
@@ -77,7 +77,7 @@ class MicrosoftBuild(RefusalTest):
 
     def test_a_missing_standard_library_is_refused(self):
         with new_folder(lambda folder: write(folder, {"clang": "#!/bin/sh\necho /llvm/lib/clang/14\n"})) as folder:
-            self.refuses("there is no /llvm/include/c++/v1/string, of the package libc++-dev", [
+            self.refuses("/llvm/include/c++/v1/string is missing: install the package libc++-dev", [
                 "env", f"PATH={folder}:{os.environ['PATH']}", *command(folder)])
 
 

@@ -1,4 +1,4 @@
-"""tests/abi/check_notices.py refuses a page and a map that do not name the same parts, or nothing.
+"""tests/abi/check_notices.py refuses a page and a map that name different parts or none.
 
     python3 notices_test.py NOTICES.md .dll|.so MAP
 """
@@ -22,7 +22,7 @@ def text_of(path):
 def rows():
     page, linked = text_of(PAGE), text_of(MAP)
     version = int(re.search(r"/gcc/[^/]+/(\d+)", linked)[1])
-    # On Windows the table has a row of GCC 14: it is made one of every version, or of a later one.
+    # On Windows the table has a row for GCC 14. It becomes one for every version, or for a later one.
     other, complaint = (99, "in the file, but not in the table") if version >= 14 else (
         0, "in the table, but not in the file")
     newer = (
@@ -33,22 +33,22 @@ def rows():
     return newer + (
         Row("a map without the version of the compiler", "map", None,
             re.sub(rf"(/gcc/[^/]+/){version}\b", r"\g<1>compiler", linked), "which names its version"),
-        Row("an archive more in the map", "map", None, f"/a folder/libmore.a(more.o)\n{linked}",
+        Row("an additional archive in the map", "map", None, f"/a folder/libmore.a(more.o)\n{linked}",
             "libmore.a(more.o) is in the file, but not in the table"),
-        Row("a member more of an archive whose members are named", "map", None,
+        Row("an additional member of an archive whose members are named", "map", None,
             f"/a folder/libstdc++.a(floating_from_chars.o)\n{linked}",
             "libstdc++.a(floating_from_chars.o) is in the file, but not in the table"),
-        Row("a start-up object more in the map", "map", None, f"{linked}\nLOAD /a folder/папка/crtmore.o\n",
+        Row("an additional start-up object in the map", "map", None, f"{linked}\nLOAD /a folder/папка/crtmore.o\n",
             "crtmore.o is in the file, but not in the table"),
-        Row("a part missing in the page", "page", None, page.replace(f"`{START_UP}`", "`other.o`"),
+        Row("a part that the page lacks", "page", None, page.replace(f"`{START_UP}`", "`other.o`"),
             f"{START_UP} is in the file, but not in the table"),
-        Row("a part missing in the map", "map", None, linked.replace(f"/{START_UP}\n", "/nothing\n"),
+        Row("a part that the map lacks", "map", None, linked.replace(f"/{START_UP}\n", "/nothing\n"),
             f"{START_UP} is in the table, but not in the file"),
         Row("an archive of the page without a member in the map", "page", None,
             page.replace(f"`{START_UP}`", f"`{START_UP}`, `libnone.a`"), "libnone.a is in the table, but not in the file"),
         Row("no table", "page", None, page.replace(f"{SUFFIX}`", "`"), NO_TABLE),
         Row("no rows in the table", "page", None, page.replace("| `", "| "), NO_TABLE),
-        Row("a map that holds nothing", "map", None, "", "no linker has written it"),
+        Row("an empty map", "map", None, "", "no linker has written it"),
         Row("a map of another program", "map", None, linked.replace("CMakeFiles/", "other/"), "no linker has written it"),
     )
 
