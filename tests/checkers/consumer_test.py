@@ -1,5 +1,4 @@
-"""tests/consumer/check_consumer.cmake refuses a library that is not installed as it must be, or that does not keep its own
-affairs out of a host's build.
+"""tests/consumer/check_consumer.cmake refuses a wrong installation, and a library that affects the build of its users.
 
     python3 consumer_test.py CMAKE COMPILER OBJDUMP NM BUILD-FOLDER INSTALLED-FILES
 """
@@ -12,7 +11,7 @@ from refusals import TOP, RefusalTest, Row, write
 
 CMAKE, COMPILER, OBJDUMP, NM, BUILD, INSTALLED = sys.argv[1:] if __name__ == "__main__" else [""] * 6
 
-# The library of BUILD is installed, and its package changed; another is made up, to be built with the host.
+# The rows change the installed package of the library in BUILD. Another library, made up here, is built with the host.
 HOST, SECOND_HOST, LIBRARY = "examples/first_host.cpp", "examples/first_values.cpp", "CMakeLists.txt"
 PROJECT, INSTALL, LIST = "tests/consumer/host/CMakeLists.txt", "build/cmake_install.cmake", "installed_files.txt"
 README = "README.md"
@@ -28,23 +27,23 @@ add_library(kelmo::localizer ALIAS kelmo_localizer)
     "tests/data/examples/first_values.txt": "1.5 m\n",
 }
 REAL_HOST = '#include <cstdio>\n#include "kelmo_localizer.h"\nint main() { ClearErrors(); std::puts("Hello"); }\n'
-REACHED = "the library's tests, examples or definitions reach those who use it"
-WARNED = "the library's warnings reach those who use it"
+REACHED = "the library's tests, examples or definitions reach its users"
+WARNED = "the library's warnings reach its users"
 INSTALLED_ROWS = (
     Row("a file that is not listed", LIST, "include/kelmo_localizer.h\n", "", "the installation has include/kelmo"),
     Row("a listed file that is not installed", LIST, "include/", "include/kelmo.h\ninclude/",
         "says include/kelmo.h include/kelmo_localizer.h"),
     Row("a symbol table", README, " --strip", "", "There is a symbol table in"),
     Row("a name that is not listed", "exported_names.txt", "GetError\n", "", "GetErrorsCount Init"),
-    Row("another text", "tests/data/examples/first_host.txt", "Hello", "Hallo", "printed Hello and not Hallo"),
+    Row("another text", "tests/data/examples/first_host.txt", "Hello", "Hallo", "printed Hello instead of Hallo"),
     Row("another text of the second host", "tests/data/examples/first_values.txt", "Hello", "Hallo",
-        "printed Hello and not Hallo"),
+        "printed Hello instead of Hallo"),
     Row("a host that fails", HOST, 'std::puts("Hello");', "return 3;", "ended with 3 after"),
     Row("a host that does not compile", HOST, "ClearErrors();", "ClearFaults();", "ClearFaults"),
-    Row("a host without what it needs", PROJECT, "install(IMPORTED_RUNTIME_ARTIFACTS kelmo::localizer)", "",
+    Row("a host without the library's files", PROJECT, "install(IMPORTED_RUNTIME_ARTIFACTS kelmo::localizer)", "",
         "shipped/bin/host ended with"),
-    Row("a package for every system", INSTALL, "# and nothing more", 'file(APPEND "${package}ConfigVersion.cmake"'
-        ' "set(PACKAGE_VERSION_UNSUITABLE FALSE)\\n")', "the package passed for one of another system"),
+    Row("a package for all systems", INSTALL, "# and nothing more", 'file(APPEND "${package}ConfigVersion.cmake"'
+        ' "set(PACKAGE_VERSION_UNSUITABLE FALSE)\\n")', "the package was accepted for another system"),
 )
 WITH_THE_HOST_ROWS = (
     Row("the library's warnings", LIBRARY, "ALIAS kelmo_localizer)\n",
@@ -86,7 +85,7 @@ set(package "${{CMAKE_INSTALL_PREFIX}}/lib/cmake/kelmo_Mestrel_Localizer/kelmo_M
 """})
 
 
-NAME = "да"  # without a blank: CMake does not quote the folders of a program's libraries for the linker
+NAME = "да"  # no blank: CMake does not quote the folders of a program's libraries for the linker
 
 
 def command(folder, way):
@@ -97,10 +96,10 @@ def command(folder, way):
 
 
 class Consumer(RefusalTest):
-    def test_each_fault_of_an_installed_library_is_refused(self):
+    def test_each_fault_of_an_installation_is_refused(self):
         self.refuses_each(write_folder_to_install, lambda folder: command(folder, "find_package"), INSTALLED_ROWS, NAME)
 
-    def test_all_that_a_library_built_with_the_host_must_keep_to_itself_is_refused(self):
+    def test_a_library_that_affects_the_build_of_its_host_is_refused(self):
         self.refuses_each(write_folder, lambda folder: command(folder, "add_subdirectory"), WITH_THE_HOST_ROWS, NAME)
 
 

@@ -1,4 +1,4 @@
-"""tests/consumer/check_microsoft_consumer.py refuses a package that is not what hosts of Microsoft's compiler need."""
+"""tests/consumer/check_microsoft_consumer.py refuses a package that does not suit hosts of Microsoft's compiler."""
 
 import shutil
 import sys
@@ -10,19 +10,19 @@ HOSTS, INSTALL, LIST = "cmake/microsoft_hosts.cmake", "cmake/install.cmake", "te
 OPTIONS = '"$<$<COMPILE_LANG_AND_ID:CXX,MSVC>:/EHs;/EHc->"'
 ROWS = (
     Row("a file that is not listed", LIST, "include/kelmo_localizer_runtime.h\n", "", "the installation has bin/"),
-    Row("hosts that do not catch", HOSTS, OPTIONS, '""', "microsoft: the host lets the exception pass"),
-    Row("/EHsc that stays in force", HOSTS, ":/EHs;/EHc->", ":/EHs>", "microsoft: the host lets the exception pass"),
+    Row("hosts that do not catch", HOSTS, OPTIONS, '""', "microsoft: the host has no handler"),
+    Row("/EHsc that stays active", HOSTS, ":/EHs;/EHc->", ":/EHs>", "microsoft: the host has no handler"),
     Row("options for other compilers", HOSTS, OPTIONS, '"/EHs;/EHc-"', "clang: the host has a handler"),
-    Row("options that cannot be switched off", HOSTS, "if(KELMO_LOCALIZER_HOSTS_EHS)", "if(TRUE)",
+    Row("options that cannot be disabled", HOSTS, "if(KELMO_LOCALIZER_HOSTS_EHS)", "if(TRUE)",
         "microsoft_without: the host has a handler"),
-    Row("a library that says it has a debug runtime", HOSTS, "set(runtime MultiThreaded$<$<CONFIG:Debug>:Debug>DLL)",
+    Row("a library that claims a debug runtime", HOSTS, "set(runtime MultiThreaded$<$<CONFIG:Debug>:Debug>DLL)",
         "set(runtime MultiThreadedDebugDLL)", "microsoft: the host does not compile"),
     Row("a runtime that follows the host", INSTALL,
         "  install(FILES ${runtime_folder}/kelmo_localizer_runtime.h TYPE INCLUDE)",
         """  target_compile_definitions(kelmo_localizer INTERFACE $<$<CONFIG:Debug>:KELMO_LOCALIZER_DEBUG_RUNTIME>)
   file(WRITE ${PROJECT_BINARY_DIR}/kelmo_localizer_runtime.h "")
   install(FILES ${PROJECT_BINARY_DIR}/kelmo_localizer_runtime.h TYPE INCLUDE)""",
-        "microsoft_debug: the host is not refused"),
+        "microsoft_debug: the host is not rejected"),
 )
 PARTS = ("cmake", "dictionary", "frame", "include", "phyval", "platform", "resources", "storage", "text", "unittables", "tests/abi",
          "tests/consumer")

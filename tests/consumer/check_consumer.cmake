@@ -1,5 +1,5 @@
-# Builds the project in the folder host, which uses the library as a stranger would, and runs its hosts: those of the README,
-# whose output must be the one that the README shows. The library is installed as the README says.
+# Installs the library as the README says, builds the project in the folder host with it, and runs the README's hosts.
+# Their output must be that of the README.
 #   cmake -D BY=find_package|add_subdirectory -D WORK=folder -D LIBRARY_SOURCE=folder -D LIBRARY_BUILD=folder
 #     -D GENERATOR=name -D OPTIONS=-D;name=value;... -D EMULATOR=program -D INSTALLED_FILES=list
 #     -D EXPORTED_NAMES=list -D OBJDUMP=tool -D NM=tool -P check_consumer.cmake
@@ -15,12 +15,12 @@ function(run)
   set(output "${output}" PARENT_SCOPE)
 endfunction()
 
-function(take_host example)
+function(copy_host example)
   configure_file(${LIBRARY_SOURCE}/examples/${example}.cpp ${WORK}/project/host.cpp COPYONLY)
 endfunction()
 
 file(REMOVE_RECURSE ${WORK})
-take_host(first_host)
+copy_host(first_host)
 configure_file(${LIBRARY_SOURCE}/examples/print.h ${WORK}/project/print.h COPYONLY)
 file(READ ${CMAKE_CURRENT_LIST_DIR}/host/CMakeLists.txt project)
 
@@ -32,7 +32,7 @@ if(BY STREQUAL "find_package")
   file(GLOB_RECURSE installed RELATIVE ${WORK}/prefix LIST_DIRECTORIES FALSE ${WORK}/prefix/*)
   compare_names("the installation" "${installed}" ${INSTALLED_FILES})
 
-  # The file that is shipped is not the one that the other tests look at.
+  # The other tests check the built file, not the installed one.
   file(GLOB library ${WORK}/prefix/bin/*.dll ${WORK}/prefix/lib/*.so.*.*.*)
   foreach(property stripped exports hardening)
     run(${CMAKE_COMMAND} -D LIBRARY=${library} -D EXPECTED=${EXPORTED_NAMES} -D OBJDUMP=${OBJDUMP} -D NM=${NM}
@@ -50,10 +50,10 @@ run(${CMAKE_COMMAND} -S ${WORK}/project -B ${WORK}/build -G ${GENERATOR} ${OPTIO
 run(${CMAKE_COMMAND} --build ${WORK}/build)
 file(READ ${WORK}/build/compile_commands.json commands)
 if(output MATCHES "warning" OR commands MATCHES " -W")
-  message(FATAL_ERROR "the library's warnings reach those who use it:\n${output}\n${commands}")
+  message(FATAL_ERROR "the library's warnings reach its users:\n${output}\n${commands}")
 endif()
 if(commands MATCHES "_test\\.cpp|demo_host\\.cpp|KELMO_LOCALIZER_BUILDING[^\n]*host\\.cpp")
-  message(FATAL_ERROR "the library's tests, examples or definitions reach those who use it:\n${commands}")
+  message(FATAL_ERROR "the library's tests, examples or definitions reach its users:\n${commands}")
 endif()
 
 if(BY STREQUAL "find_package")
@@ -64,28 +64,28 @@ if(BY STREQUAL "find_package")
         ${other} -U CMAKE_TOOLCHAIN_FILE
       OUTPUT_VARIABLE elsewhere ERROR_VARIABLE elsewhere RESULT_VARIABLE result)
     if(result EQUAL 0 OR NOT elsewhere MATCHES "version: [0-9.]+ \\(")
-      message(FATAL_ERROR "the package passed for one of another system:\n${elsewhere}")
+      message(FATAL_ERROR "the package was accepted for another system:\n${elsewhere}")
     endif()
   endforeach()
 endif()
 
-# Where it was built, and where it was installed: there it needs nothing but what lies with it.
+# Runs the host in its build folder and in its installation, where it needs no other files.
 function(run_host example folder)
   file(READ ${LIBRARY_SOURCE}/tests/data/examples/${example}.txt expected)
   file(GLOB host ${folder}/host ${folder}/host.exe)
   run(${EMULATOR} ${host})
   string(REPLACE "\r\n" "\n" output "${output}")
   if(NOT output STREQUAL expected)
-    message(FATAL_ERROR "${host} printed\n${output}\nand not\n${expected}")
+    message(FATAL_ERROR "${host} printed\n${output}\ninstead of\n${expected}")
   endif()
 endfunction()
 run_host(first_host ${WORK}/build)
-take_host(first_values)  # which catches an exception of the library
+copy_host(first_values)  # it catches an exception of the library
 run(${CMAKE_COMMAND} --build ${WORK}/build)
 run_host(first_values ${WORK}/build)
 run(${CMAKE_COMMAND} --install ${WORK}/build --prefix ${WORK}/shipped)
 if(EXISTS ${WORK}/shipped/include)
-  message(FATAL_ERROR "the library's install rules reach those who use it")
+  message(FATAL_ERROR "the library's install rules reach its users")
 endif()
 file(REMOVE_RECURSE ${WORK}/prefix ${WORK}/build)
 run_host(first_values ${WORK}/shipped/bin)

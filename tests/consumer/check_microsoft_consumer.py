@@ -2,13 +2,13 @@
 
     python3 check_microsoft_consumer.py TOP-FOLDER WORK-FOLDER
 
-Clang takes the part of that compiler; called as clang-cl it reads the same options. CMake takes it for Clang, and where it
-is told so, for Microsoft's compiler. There is nothing to link with: the files of the library are empty, and of the host
-only the object is made.
+Clang replaces that compiler; under the name clang-cl it reads the same options. CMake identifies it as Clang or, with
+the definitions below, as Microsoft's compiler. Nothing is linked: the files of the library are empty, and only the
+object of the host is built.
 
 - The installation has the listed files.
-- A host is compiled so that it catches what GetError throws: by Microsoft's compiler alone, and not where that is off.
-- A debug host, which has another runtime than the installed release build, is refused.
+- Only Microsoft's compiler compiles the host so that it catches the exceptions of GetError, unless this is disabled.
+- A debug host is rejected, because its runtime differs from that of the installed release build.
 """
 
 import json
@@ -66,7 +66,7 @@ def installed(prefix, *definitions):
 
 
 def built(prefix, name, build_type, *definitions):
-    """What the compiler has said, and the object if there is one."""
+    """The compiler's output, the object or None, and the command."""
     build = work / name
     configure(work / "project", build, f"CMAKE_BUILD_TYPE={build_type}", f"CMAKE_PREFIX_PATH={prefix}", *definitions)
     target = pathlib.Path("CMakeFiles/host.dir/host.cpp.obj")
@@ -78,13 +78,13 @@ def built(prefix, name, build_type, *definitions):
 shutil.rmtree(work, ignore_errors=True)
 compiler = work / "bin/clang-cl"
 compiler.parent.mkdir(parents=True)
-# The path of a checkout may begin as an option of that compiler does, as /w: behind "--" it is a file.
+# The path of a checkout may begin like an option of that compiler, for example /w. Behind "--" it is a file.
 compiler.write_text(f"""#!/bin/bash
 [ "${{*: -2:1}}" != -c ] || set -- "${{@:1:$#-1}}" -- "${{!#}}"
 exec -a clang-cl '{shutil.which("clang")}' "$@"
 """)
 compiler.chmod(0o755)
-# As at the prompt of Visual Studio, the headers are named by a variable.
+# As at the prompt of Visual Studio, a variable names the folders of headers.
 environment = {**os.environ, "CL": "--target=x86_64-pc-windows-msvc"}
 for name in ("_CL_", "CFLAGS", "CXXFLAGS", "LDFLAGS"):
     environment.pop(name, None)
@@ -107,13 +107,13 @@ def check_host(name, prefix, definitions, catches):
     if made is None:
         sys.exit(f"{name}: the host does not compile:\n{said}")
     if (HANDLER in made) != catches:
-        sys.exit(f"{name}: the host {'lets the exception pass' if catches else 'has a handler'}: {command}")
+        sys.exit(f"{name}: the host has {'no handler' if catches else 'a handler'}: {command}")
 
 
 check_host("microsoft", prefix, MICROSOFT, True)
 check_host("clang", prefix, (), False)
 said, made, _ = built(prefix, "microsoft_debug", "Debug", *MICROSOFT)
 if made is not None or REFUSAL not in " ".join(said.split()):
-    sys.exit(f"microsoft_debug: the host is not refused with: {REFUSAL}\n{said}")
+    sys.exit(f"microsoft_debug: the host is not rejected with: {REFUSAL}\n{said}")
 check_host("microsoft_without", installed("prefix_without", "KELMO_LOCALIZER_HOSTS_EHS=OFF"), MICROSOFT, False)
 print(f"{len(files)} files are installed, and hosts are compiled as the package says")
