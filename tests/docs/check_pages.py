@@ -1,19 +1,17 @@
-"""Compares the pages with the project, so that they cannot drift.
+"""Compares the pages with the project, so that they stay up to date.
 
     python3 check_pages.py TOP-FOLDER
 
-- A block names its file in a comment in front of it, <!-- FILE -->, and is that file, to the byte. A block that shows
-  blanks, <!-- FILE, blanks shown -->, has an arrow for each tab and a dot for each space, and its file has the line ends
-  CR LF. A block that says <!-- FILE, in part --> is some lines of the file, in their order and without gaps. Two kinds of
-  blocks name no file: shell commands ("sh"), whose presets and scripts must be there, and a text that is a drawing and
-  says so, <!-- drawing -->.
-- Links to files of the project lead to a file, those to a heading to that heading.
-- The README has 150 lines at most. A longer page in docs/ begins with a list of contents, which links to each of its
-  sections.
-- Tests that a page names, `Suite.Name`, are in the sources of the tests; each row of docs/compatibility.md names one.
-- docs/messages.md has a section for each message of the library, with its text, and none besides.
+- A comment before a block names its file, <!-- FILE -->, which must be identical to the byte. In a block with visible
+  blanks, <!-- FILE, blanks shown -->, an arrow means a tab and a dot a space, and the file has the line ends CR LF. A
+  block with <!-- FILE, in part --> must be consecutive lines of the file. Two kinds of blocks name no file: shell
+  commands ("sh"), whose presets and scripts must exist, and drawings, <!-- drawing -->.
+- Links lead to existing files of the project and to existing headings.
+- The README has at most 150 lines. A longer page in docs/ begins with a list of contents, which links to each section.
+- Tests that a page names, `Suite.Name`, exist; each row of docs/compatibility.md names one.
+- docs/messages.md has exactly one section for each message of the library, with its text.
 - CONTRIBUTING.md names the packages that ./test installs.
-- Presets and files that tools/check_windows.ps1 names are there: it is not run here.
+- Presets and files that tools/check_windows.ps1 names exist, because that script does not run here.
 """
 
 import json
@@ -28,7 +26,7 @@ problems = []
 
 BLOCK = re.compile(r"(?:^<!-- ([^,\n]+?)(, blanks shown|, in part)? -->\n)?^```(\w*)\n(.*?)^```$", re.M | re.S)
 DRAWING = "drawing"
-LONGEST = 150  # lines of the README, and of a page without a list of contents
+MAX_LINES = 150  # of the README, and of a page without a list of contents
 PRESETS = {
     "cmake": "configurePresets",
     "cmake --build": "buildPresets",
@@ -85,18 +83,18 @@ def check_blocks(page, text, presets):
         elif file == DRAWING and language == "text":
             continue
         elif not (top / file).is_file():
-            problem(page, f"a block is to be {file}, which there is not")
+            problem(page, f"a block names {file}, which does not exist")
         else:
             shown, whole = block.encode(), (top / file).read_bytes()
             if way == ", blanks shown":
                 shown = block.replace("→", "\t").replace("·", " ").replace("\n", "\r\n").encode()
             if way == ", in part":
                 if b"\n" + shown not in b"\n" + whole:
-                    problem(page, f"this block is no part of {file}:\n{block}")
+                    problem(page, f"this block is not part of {file}:\n{block}")
             elif shown != whole:
-                problem(page, f"this block is not {file}:\n{block}")
+                problem(page, f"this block differs from {file}:\n{block}")
     if found != len(re.findall(r"^[ >]*(?:```|~~~)", text, re.M)) / 2:
-        problem(page, "a block is not closed, or indented")
+        problem(page, "a block is not closed, is indented or begins with ~~~")
 
 
 def check_links(page, text):
@@ -106,16 +104,16 @@ def check_links(page, text):
         path, _, anchor = target.partition("#")
         file = (page.parent / path).resolve() if path else page
         if not file.exists():
-            problem(page, f"{target} leads nowhere")
+            problem(page, f"{target}: there is no such file")
         elif anchor and anchor not in anchors(file):
             problem(page, f"{target}: there is no such heading")
 
 
 def check_length(page, text):
-    if text.count("\n") <= LONGEST:
+    if text.count("\n") <= MAX_LINES:
         return
     if page.parent == top:
-        problem(page, f"is longer than {LONGEST} lines")
+        problem(page, f"is longer than {MAX_LINES} lines")
         return
     contents, _, sections = without_blocks(text).partition("\n## ")
     for heading in re.findall(r"^## (.+)$", "## " + sections, re.M):
@@ -151,7 +149,7 @@ def check_messages(page):
 
 
 def check_packages(page, text):
-    """Of all modes of ./test, but not of ./bench."""
+    """The packages of all modes of ./test, but not those of ./bench."""
     arrays = sorted(set(re.findall(r"\$\{packages\w*\[@\]\}", (top / "test").read_text("utf-8"))))
     command = ["bash", "-c", f". tools/common.sh && echo {' '.join(arrays)}"]
     installed = sorted(set(subprocess.run(command, cwd=top, capture_output=True, text=True, check=True).stdout.split()))

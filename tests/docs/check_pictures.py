@@ -1,4 +1,4 @@
-"""Compares the pictures of docs/performance.md with the results that they show, and tests how they are drawn.
+"""Compares the pictures of docs/performance.md with the results that they show, and tests the drawing.
 
     python3 -B check_pictures.py TOP-FOLDER
 
@@ -20,7 +20,7 @@ def results():
 
 
 class Pictures(unittest.TestCase):
-    def test_the_committed_ones_show_the_committed_results(self):
+    def test_committed_pictures_show_the_committed_results(self):
         committed = {file.name: file.read_text("utf-8") for file in (top / "docs").glob("performance_*.svg")}
         drawn = bench_pictures.draw_all(results())
         self.assertEqual(sorted(committed), sorted(drawn))
@@ -28,18 +28,18 @@ class Pictures(unittest.TestCase):
             with self.subTest(name):
                 self.assertEqual(committed[name], drawn[name])
 
-    def test_the_page_shows_each(self):
+    def test_the_page_shows_each_picture(self):
         page = (top / "docs/performance.md").read_text("utf-8")
         for name in bench_pictures.draw_all(results()):
             self.assertIn(f"]({name})", page)
 
-    def test_another_time_changes_the_picture_of_its_row_alone(self):
+    def test_another_time_changes_only_the_picture_of_its_row(self):
         falsified = results()
         falsified["minima"]["loading/english/simdjson/1000"]["ns"] *= 1.1
         before, after = bench_pictures.draw_all(results()), bench_pictures.draw_all(falsified)
         self.assertEqual([name for name in before if before[name] != after[name]], ["performance_load.svg"])
 
-    def test_lookups_by_length_are_drawn_once_they_are_measured(self):
+    def test_lookups_by_length_are_drawn_if_they_are_measured(self):
         made_up = results()
         row = bench_pictures.PICTURES["length"].row
         others = {name: entry for name, entry in made_up["minima"].items() if not name.startswith(row + "/")}
@@ -57,7 +57,7 @@ class Pictures(unittest.TestCase):
             self.assertIn(label, after[new])
         self.assertEqual(after[new].count("<circle"), 3 * len(lengths))
 
-    def test_lines_that_end_at_one_place_have_labels_apart(self):
+    def test_labels_of_lines_with_the_same_end_do_not_overlap(self):
         equal = results()
         for name, entry in equal["minima"].items():
             if name.startswith("lookup/shuffled/") and name.endswith("/1000000"):
@@ -79,7 +79,7 @@ class Pictures(unittest.TestCase):
         with self.assertRaisesRegex(bench_pictures.MisplacedLabel, "'right' leaves the picture"):
             drawing.svg()
 
-    def test_places_are_spread_no_further_than_they_must_be(self):
+    def test_positions_are_spread_as_little_as_possible(self):
         for wanted, expected in (
             ([], []),
             ([10, 30], [10, 30]),

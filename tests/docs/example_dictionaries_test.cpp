@@ -1,5 +1,5 @@
-// The dictionaries of the examples are what translators copy: whole, without a fault, and the same
-// keys in each language.
+// The dictionaries of the examples, which translators copy: complete, without faults, and with the
+// same keys in each language.
 
 #include <gtest/gtest.h>
 
@@ -53,7 +53,7 @@ TEST(ExampleDictionaries, HaveTheSameKeysAndATextForEach) {
   }
 }
 
-TEST(ExampleDictionaries, TheFaultyOneHasItsFaults) {
+TEST(ExampleDictionaries, FaultyDictionaryHasTheExpectedFaults) {
   CurrentLanguage currentLanguage;
   DictionaryTable dictionaries;
   ErrorList errors;

@@ -1,5 +1,4 @@
-// What the examples print is what newcomers see first. (Tests of their own compare what they print with these
-// files.)
+// The layout of the examples' output. Other tests compare the real output with these files.
 
 #include <gtest/gtest.h>
 
