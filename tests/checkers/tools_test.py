@@ -1,6 +1,6 @@
-"""The scripts in Python that judge what was measured, run or changed refuse what is missing or not good enough.
+"""The Python scripts that judge measurements, coverage and mutants refuse missing and bad results.
 
-Where the whole script takes long, its part that judges is called with results that are made up.
+If a whole script would take long, the test calls only its judging part, with made-up results.
 """
 
 import contextlib
@@ -21,14 +21,14 @@ import mutate  # noqa: E402
 
 
 def printed(function, *arguments):
-    """What it returns, and what it prints."""
+    """The function's result and its output."""
     with contextlib.redirect_stdout(io.StringIO()) as output:
         result = function(*arguments)
     return result, output.getvalue()
 
 
 class BenchReport(unittest.TestCase):
-    """The last lines of tools/bench_report.py: "N of M targets are met", and what was not judged."""
+    """The last lines of tools/bench_report.py: "N of M targets are met", and the targets that were not judged."""
 
     MAPS = bench_report.HASH_MAPS
     TARGETS = (bench_report.Target("lookup/hot", 0.5, MAPS), bench_report.Target("lookup/hot", 2, ("icu",)))
@@ -44,18 +44,18 @@ class BenchReport(unittest.TestCase):
     }
 
     def end(self, changed):
-        """Of the report on what was measured, with other entries; None takes one away."""
-        found = {name: entry for name, entry in {**self.MEASURED, **changed}.items() if entry}
+        """The last lines of the report on MEASURED with changed entries; None removes an entry."""
+        measured = {name: entry for name, entry in {**self.MEASURED, **changed}.items() if entry}
         with mock.patch.multiple(bench_report, TARGETS=self.TARGETS, GROWTHS=self.GROWTHS,
                                           COUNTER_TARGETS=self.COUNTERS):
-            _, text = printed(bench_report.Report(found).print)
+            _, text = printed(bench_report.Report(measured).print)
         return text[text.rindex("\n\n") + 2:]
 
-    def test_only_what_was_measured_and_is_within_its_limit_is_met(self):
+    def test_only_measured_targets_within_their_limits_are_met(self):
         hot = "lookup/hot/{}/100".format
         for name, changed, end in (
             ("all at their limits", {}, "4 of 4 targets are met.\n"),
-            ("too slow beside the fastest", {hot(self.MAPS[1]): {"ns": 1.9}}, "3 of 4 targets are met.\n"),
+            ("too slow compared with the fastest", {hot(self.MAPS[1]): {"ns": 1.9}}, "3 of 4 targets are met.\n"),
             ("growth", {"loading/english/kelmo/1000": {"ns": 15.1}}, "3 of 4 targets are met.\n"),
             ("growth in between", {"loading/english/kelmo/100": {"ns": 15.1}}, "3 of 4 targets are met.\n"),
             ("a counter", {"memory/english/kelmo/10": {"ns": 1.0, "held_ratio": 1.26}}, "3 of 4 targets are met.\n"),
@@ -114,7 +114,7 @@ class BenchReport(unittest.TestCase):
 
 
 class Coverage(unittest.TestCase):
-    """The problems that tools/coverage.py has with a file."""
+    """The problems that tools/coverage.py finds in a file."""
 
     SOURCE = """void F(int i) {
   // not covered, false of `i > 0`: no caller has it
@@ -126,7 +126,7 @@ class Coverage(unittest.TestCase):
   }
 }
 """.splitlines()
-    LINES = {1: 1, 3: 1, 4: 1, 5: 1, 7: 0, 8: 1, 9: 1}  # the end of a block that is not run counts as run
+    LINES = {1: 1, 3: 1, 4: 1, 5: 1, 7: 0, 8: 1, 9: 1}  # the end of a block that was not run counts as run
     CONDITION = (3, 7, 3, 12)
     BRANCHES = {CONDITION: [1, 0]}
 
@@ -134,30 +134,30 @@ class Coverage(unittest.TestCase):
         source = [line.replace(old, new) for line in self.SOURCE]
         return coverage.Report("f.cpp", source, {**self.LINES, **dict(lines)}, branches or self.BRANCHES).problems
 
-    def test_what_was_run_or_is_excused_is_no_problem(self):
+    def test_lines_that_were_run_or_are_excused_are_no_problem(self):
         self.assertEqual(self.problems(), [])
 
-    def test_what_was_not_run_and_an_excuse_that_is_none_are_problems(self):
+    def test_lines_that_were_not_run_and_wrong_excuses_are_problems(self):
         of_block, of_branch = "// not covered: Windows only", "// not covered, false of `i > 0`: no caller has it"
         for name, changed, problems in (
             ("a line", dict(lines={4: 0}), ["f.cpp:4: Call();"]),
-            ("a line of an excuse that is gone", dict(old=of_block, new=""), ["f.cpp:7: Other();"]),
-            ("a line of an excuse without a reason", dict(old=of_block, new="// not covered:"), ["f.cpp:7: Other();"]),
+            ("a line with a removed excuse", dict(old=of_block, new=""), ["f.cpp:7: Other();"]),
+            ("a line with an excuse without a reason", dict(old=of_block, new="// not covered:"), ["f.cpp:7: Other();"]),
             ("a branch", dict(branches={self.CONDITION: [0, 0]}), ["f.cpp:3: true of `i > 0`"]),
-            ("a branch of an excuse that is gone", dict(old=of_branch, new=""), ["f.cpp:3: false of `i > 0`"]),
-            ("a branch that is excused the other way", dict(old="false of", new="true of"),
+            ("a branch with a removed excuse", dict(old=of_branch, new=""), ["f.cpp:3: false of `i > 0`"]),
+            ("a branch with an excuse of the other outcome", dict(old="false of", new="true of"),
              ["f.cpp:3: true of `i > 0`: was run, although it says that it cannot be", "f.cpp:3: false of `i > 0`"]),
             ("an excused line that was run", dict(lines={7: 1}),
              ["f.cpp:7: Other();: was run, although it says that it cannot be"]),
             ("an excused branch that was taken", dict(branches={self.CONDITION: [1, 1]}),
              ["f.cpp:3: false of `i > 0`: was run, although it says that it cannot be"]),
-            ("an excuse of a branch that there is not", dict(branches={(4, 5, 4, 9): [1, 1]}),
+            ("an excuse of a missing branch", dict(branches={(4, 5, 4, 9): [1, 1]}),
              ["f.cpp:2: excuses nothing: false of `i > 0`: no caller has it"]),
         ):
             with self.subTest(name):
                 self.assertEqual(self.problems(**changed), problems)
 
-    def test_an_excused_block_may_not_go_on_where_it_ends(self):
+    def test_an_excuse_does_not_cover_the_end_of_its_block(self):
         source = ["  // not covered: Windows only", "    Other();", "    } while (More());"]
         self.assertEqual(coverage.Report("f.cpp", source, {2: 0, 3: 1}, {}).problems,
                          ["f.cpp:3: } while (More());: was run, although it says that it cannot be"])
@@ -168,10 +168,10 @@ class Coverage(unittest.TestCase):
 
 
 class Mutate(unittest.TestCase):
-    """How tools/mutants/mutate.py takes the list of changes that nobody can notice, and judges a run."""
+    """How tools/mutants/mutate.py reads the list of equivalent mutants and judges a run."""
 
     MUTANTS = {"a.cpp": mutate.Changes("a.cpp", "int F() {\n  const int room = 64;\n  return room < 7;\n}\n").all()}
-    LIST = """# What the list is.
+    LIST = """# A comment.
 
 a.cpp
   const int room = 64;
@@ -184,25 +184,25 @@ a.cpp
         self.assertEqual(self.LIST.count(old) if old else 1, 1)
         return mutate.equivalent_mutants(self.MUTANTS, self.LIST.replace(old, new) if old else self.LIST)[1]
 
-    def test_a_list_that_fits_is_taken(self):
+    def test_a_list_that_matches_is_accepted(self):
         known, wrong = mutate.equivalent_mutants(self.MUTANTS, self.LIST)
         self.assertEqual(wrong, [])
         self.assertEqual(sorted(m.change for m in self.MUTANTS["a.cpp"] if m.name in known), ["64 -> 63", "64 -> 65"])
 
-    def test_a_list_that_does_not_fit_is_refused(self):
+    def test_a_list_that_does_not_match_is_refused(self):
         line = "a.cpp: const int room = 64;: "
         reason = "    = room shows in nothing\n"
         for name, old, new, wrong in (
             ("another file", "a.cpp", "b.cpp",
-             ["b.cpp: const int room = 64;: 64 -> 63: there is no such change",
-              "b.cpp: const int room = 64;: 64 -> 65: there is no such change"]),
+             ["b.cpp: const int room = 64;: 64 -> 63: there is no such mutant",
+              "b.cpp: const int room = 64;: 64 -> 65: there is no such mutant"]),
             ("another line", "room = 64;", "rooms = 64;",
-             ["a.cpp: const int rooms = 64;: 64 -> 63: there is no such change",
-              "a.cpp: const int rooms = 64;: 64 -> 65: there is no such change"]),
-            ("another change", "64 -> 65", "64 -> 66", [f"{line}64 -> 66: there is no such change"]),
+             ["a.cpp: const int rooms = 64;: 64 -> 63: there is no such mutant",
+              "a.cpp: const int rooms = 64;: 64 -> 65: there is no such mutant"]),
+            ("another change", "64 -> 65", "64 -> 66", [f"{line}64 -> 66: there is no such mutant"]),
             ("no reason", reason, "", [f"{line}64 -> 63, 64 -> 65: no reason"]),
             ("an empty reason", "= room shows in nothing", "= ",
-             [f"{line}=: there is no such change", f"{line}64 -> 63, 64 -> 65, =: no reason"]),
+             [f"{line}=: there is no such mutant", f"{line}64 -> 63, 64 -> 65, =: no reason"]),
             ("the reason of another line", reason, f"  return room < 7;\n    7 -> 8\n{reason}",
              [f"{line}64 -> 63, 64 -> 65: no reason"]),
             ("a line without a change", reason, f"{reason}  return room < 7;\n",
@@ -218,12 +218,12 @@ a.cpp
         with tempfile.TemporaryDirectory() as folder, mock.patch.object(mutate, "WORK", pathlib.Path(folder)):
             return printed(mutate.report, results, {}, self.MUTANTS, wanted or len(states), 1)
 
-    def test_only_a_run_in_which_all_were_tried_and_noticed_passes(self):
+    def test_a_run_passes_only_if_all_were_tried_and_caught(self):
         for states, wanted, passes, said in (
             (("caught", "timed out", "not compiled"), None, True, "2 caught (100.0 %), 0 survived; 1 did not compile."),
-            (("caught", "survived"), None, False, "No test has noticed these."),
-            (("caught",), 3, False, "2 were to be tried and were not."),
-            (("caught", "lost"), None, False, "1 were to be tried and were not."),
+            (("caught", "survived"), None, False, "Survivors. Write a test for each"),
+            (("caught",), 3, False, "2 mutants were not tried."),
+            (("caught", "lost"), None, False, "1 mutants were not tried."),
             (("not compiled", "not compiled"), None, False, "0 built and tested"),
         ):
             with self.subTest(states=states, wanted=wanted):

@@ -1,22 +1,22 @@
 #!/usr/bin/env python3
-"""Makes small wrong changes to the library, one at a time, and sees whether the tests notice.
+"""Makes mutants of the library, which are small faults in its sources, and checks that the tests catch each.
 
-    tools/mutants/mutate.py                       a choice of changes, from all files
-    tools/mutants/mutate.py --number 800 --seed 2 more of them, others
-    tools/mutants/mutate.py --all                 every change there is: a day
-    tools/mutants/mutate.py text/utf8.cpp phyval  all changes of a file, of a folder; with --number, so many
-    tools/mutants/mutate.py utf8.cpp-1f3a9c       one change, by the name that a run has printed
-    tools/mutants/mutate.py --survivors           those that the tests of the last run did not notice
-    tools/mutants/mutate.py --continue [...]      goes on with a run that was interrupted
-    tools/mutants/mutate.py --list [...]          prints them and runs nothing
+    tools/mutants/mutate.py                       a selection of mutants from all files
+    tools/mutants/mutate.py --number 800 --seed 2 a larger selection of other mutants
+    tools/mutants/mutate.py --all                 all mutants: takes a day
+    tools/mutants/mutate.py text/utf8.cpp phyval  all mutants of a file and of a folder; --number limits them
+    tools/mutants/mutate.py utf8.cpp-1f3a9c       one mutant, by the name that a run has printed
+    tools/mutants/mutate.py --survivors           the survivors of the last run
+    tools/mutants/mutate.py --continue [...]      continues an interrupted run
+    tools/mutants/mutate.py --list [...]          prints the mutants and runs nothing
 
 Works on copies of the checkout below build/mutants, which it configures and builds with the presets of
-CMakePresets.json. A change is built and meets the tests of its own module, then all quick ones, up to the first that
-fails, hangs or takes too much memory; then, under valgrind, those of its module and the model. What is left and says
-something else on Windows meets the tests of the Windows build under Wine; code for Windows alone meets those only.
+CMakePresets.json. Builds each mutant and runs the tests of its module, then all quick tests, until one fails, hangs or
+takes too much memory; then the tests of its module and of the model under valgrind. Survivors in code that differs on
+Windows then meet the tests of the Windows build under Wine. Mutants in code for Windows only meet just those.
 
-What no host can notice stands with its reason in tools/mutants/equivalent.txt, and is not run. The run fails if any
-other change survives or was not tried, or if the list names a change that there is not.
+tools/mutants/equivalent.txt lists the equivalent mutants, which no host can notice, with reasons. They are not run. A
+run fails if a mutant survives or was not tried, or if the list names a mutant that does not exist.
 """
 
 import argparse
@@ -40,10 +40,10 @@ RESULTS = WORK / "results.txt"
 EQUIVALENT = "tools/mutants/equivalent.txt"
 FOLDERS = ("dictionary", "frame", "phyval", "platform", "storage", "text", "unittables")
 HEADER = "include/kelmo_localizer.h"
-USUAL_NUMBER = 440
-LEAST_OF_A_FILE = 3
+DEFAULT_NUMBER = 440
+MIN_PER_FILE = 3
 
-# ---- Which changes there are
+# ---- The mutants
 
 TOKEN = re.compile(
     r"""(?P<blank>\s+|//[^\n]*|/\*.*?\*/|^[ \t]*\#(?:[^\n\\]|\\.)*)
@@ -81,7 +81,7 @@ def tokens_of(source):
 
 
 def other_characters(literal):
-    """For 'x' or L'x': the characters beside it."""
+    """For 'x' or L'x': the neighbouring characters."""
     prefix, body = literal[: literal.index("'")], literal[literal.index("'") + 1 : -1]
     code = ord(body.encode("ascii").decode("unicode_escape"))
     for other in (code + 1, code - 1):
@@ -92,11 +92,11 @@ def other_characters(literal):
 
 
 def other_texts(literal):
-    """For "text": its first, middle and last character changed."""
+    """For "text": each text with the first, middle or last character changed."""
     begin = literal.index('"') + 1
     units = [m.span() for m in re.finditer(r"\\(?:u[0-9A-Fa-f]{4}|.)|.", literal[begin:-1])]
     for i in sorted({0, len(units) // 2, len(units) - 1}) if units else ():
-        first, last = (begin + place for place in units[i])
+        first, last = (begin + offset for offset in units[i])
         unit = literal[first:last]
         other = "\\t" if unit == "\\n" else "\\n" if unit.startswith("\\") else "y" if unit == "x" else "x"
         yield literal[:first] + other + literal[last:]
@@ -122,15 +122,15 @@ def other_numbers(literal):
 
 
 class Changes:
-    """All changes of one file."""
+    """Makes all mutants of one file."""
 
     def __init__(self, file, source):
         self.file, self.source = file, source
         self.tokens = tokens_of(source)
-        self.found = {}  # (begin, end, replacement): change
-        self.partner = {}
-        self.blocks = {}  # token: of the braces around it the innermost is a block of statements
-        self.values = set()  # the braces that hold no statements
+        self.changes = {}  # (begin, end, replacement): description
+        self.partner = {}  # opening bracket: closing bracket, and the other way round
+        self.blocks = {}  # token: whether its innermost braces are a block of statements
+        self.values = set()  # the brackets that contain no statements
         self.in_function = {}
         self.skipped = set()
         self.pair_brackets()
@@ -171,9 +171,9 @@ class Changes:
         begin, end = self.tokens[first].begin, self.tokens[last].end
         old = " ".join(self.source[begin:end].split())
         if old != replacement:
-            self.found.setdefault((begin, end, replacement), change or f"{old} -> {replacement}")
+            self.changes.setdefault((begin, end, replacement), change or f"{old} -> {replacement}")
 
-    def skip_what_is_no_code(self):
+    def skip_declarations(self):
         for i, token in enumerate(self.tokens):
             after = self.tokens[i + 1].text if i + 1 < len(self.tokens) else ""
             if token.text in ("static_assert", "using", "namespace"):
@@ -200,7 +200,7 @@ class Changes:
         spaced = self.source[token.begin - 1].isspace() and self.source[token.end : token.end + 1].isspace()
         starts_operand = before.kind == "sign" and before.text not in (")", "]", "}") or before.text == "return"
         if token.text == "0" and before.text == "=" and self.tokens[i - 2].text in (")", "const", "noexcept"):
-            return  # a function without a body
+            return  # a pure virtual function
         if token.kind == "number":
             for other in other_numbers(token.text):
                 self.add(i, i, other)
@@ -232,7 +232,7 @@ class Changes:
         return self.tokens[i].text == "~" and not in_expression
 
     def walk(self, i, stops):
-        """The first token from i on that is one of stops, past whole brackets; None behind the bracket at hand."""
+        """The first token from i on that is one of stops, outside of nested brackets; None if the bracket ends before."""
         while i < len(self.tokens):
             text = self.tokens[i].text
             if text in stops:
@@ -297,21 +297,21 @@ class Changes:
             self.add(i, end, ";", f"{text} removed")
 
     def all(self):
-        self.skip_what_is_no_code()
+        self.skip_declarations()
         for i in range(len(self.tokens)):
             if i not in self.skipped:
                 self.change_token(i)
                 self.change_statement(i)
         starts = [0] + [m.end() for m in re.finditer("\n", self.source)]
         lines = self.source.split("\n")
-        alike = collections.Counter()
+        equal = collections.Counter()
         mutants = []
-        for (begin, end, replacement), change in sorted(self.found.items()):
+        for (begin, end, replacement), change in sorted(self.changes.items()):
             number = bisect.bisect_right(starts, begin)
             line = lines[number - 1].strip()
-            alike[line, change] += 1
-            if alike[line, change] > 1:
-                change += f" ({alike[line, change]})"
+            equal[line, change] += 1
+            if equal[line, change] > 1:
+                change += f" ({equal[line, change]})"
             code = hashlib.sha256(f"{self.file}\n{line}\n{change}".encode()).hexdigest()[:6]
             name = f"{pathlib.PurePath(self.file).name}-{code}"
             mutants.append(Mutant(name, self.file, number, line, change, begin, end, replacement))
@@ -326,19 +326,19 @@ def library_files():
 
 
 def all_mutants():
-    """By file, in the order of the text."""
+    """{file: its mutants in the order of the text}"""
     return {file: Changes(file, (ROOT / file).read_text()).all() for file in library_files()}
 
 
 def equivalent_mutants(mutants, listed):
-    """{name: reason} as the list says, and what is wrong with the list."""
+    """{name: reason} from the list, and the errors of the list."""
     known, wrong = {}, []
-    by_place = collections.defaultdict(list)
+    by_line = collections.defaultdict(list)
     for mutant in (m for file in mutants.values() for m in file):
-        by_place[mutant.file, mutant.source, mutant.change].append(mutant)
-        by_place[mutant.file, mutant.source, "any change"].append(mutant)
+        by_line[mutant.file, mutant.source, mutant.change].append(mutant)
+        by_line[mutant.file, mutant.source, "any change"].append(mutant)
     file = source = None
-    changes, reasons = [], 1  # of the line of the source: those that wait for their reason, and how many reasons it has
+    changes, reasons = [], 1  # of the current line: the changes without a reason so far, and whether it has a reason
     for line in [*listed.splitlines(), "the end"]:
         text = line.strip()
         indent = len(line) - len(line.lstrip())
@@ -352,28 +352,27 @@ def equivalent_mutants(mutants, listed):
         elif text.startswith("= "):
             if not changes:
                 wrong.append(f"{file}: {source}: no change: {text}")
-            known.update((mutant.name, text[2:]) for change in changes for mutant in by_place[file, source, change])
+            known.update((mutant.name, text[2:]) for change in changes for mutant in by_line[file, source, change])
             changes, reasons = [], True
         else:
             changes.append(text)
-            if not by_place[file, source, text]:
-                wrong.append(f"{file}: {source}: {text}: there is no such change")
+            if not by_line[file, source, text]:
+                wrong.append(f"{file}: {source}: {text}: there is no such mutant")
     return known, wrong
 
 
-# ---- Where they are built and tested
+# ---- Building and testing
 
 Test = collections.namedtuple("Test", "name command folder environment seconds")
 
-# Tests of what is built, and none of the pages, scripts and checkers; not those that are there a second time with the
-# library's objects inside; of the model only as many rounds as catch most.
-NOT_OF_THE_CODE = re.compile(r"""^(pages|pictures|presets|equivalent_mutants|refusals.*|microsoft_names
+# Excluded: tests of pages, scripts and checkers, and tests that also exist with the library's objects linked in.
+EXCLUDED_TESTS = re.compile(r"""^(pages|pictures|presets|equivalent_mutants|refusals.*|microsoft_names
     |warnings_are_errors|consumer_.*|fault_.*|notices|allocation_failures_test|model_of_a_comma_user)$""", re.VERBOSE)
-# What notices most in the least time.
+# These catch most in the shortest time.
 FIRST = ("end_to_end_test", "file_faults_test", "failing_source_test", "export_test", "values_test",
          "model_inside_test", "system_calls_test")
 MODEL = re.compile(r"^model_(inside_)?(test|of_a_comma_user)$")
-# Of the long runs those that see what a program reads and writes beside its memory.
+# The long runs that detect invalid reads and writes of memory.
 MEMCHECK = "memcheck_"
 MEMCHECK_OF_ALL = {"memcheck_model_inside_test": ("--rounds=6", "--gtest_filter=*EverySequence*")}
 MEMCHECK_SECONDS = 300
@@ -383,17 +382,17 @@ SYSTEMS = {
     "windows": dict(preset="mingw-release", rounds=40, options=("-DCMAKE_CXX_FLAGS_RELEASE=-O1",), programs=set(
         """c_host end_to_end_test export_test exports_test file_faults_test memory_limit_test missing_table_test
         module_test regional_settings_test renamed_library_test renamed_library_with_a_table_test resources_test
-        unit_tests unload_test values_test""".split())),  # that meet the system
+        unit_tests unload_test values_test""".split())),  # those that depend on the system
 }
 USUAL_OPTIONS = ("-DKELMO_LOCALIZER_STRICT=OFF", "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON")
 ONLY_ON_WINDOWS = re.compile(r"^platform/windows/|_windows\.cpp$")
-# Code of all systems that says something else on Windows.
-OTHERWISE_ON_WINDOWS = re.compile(r"kSurrogatePairs|kVectors\b|sizeof\((?:wchar_t|Unit)\)|_mm_")
+# Code for all systems that differs on Windows.
+DIFFERS_ON_WINDOWS = re.compile(r"kSurrogatePairs|kVectors\b|sizeof\((?:wchar_t|Unit)\)|_mm_")
 NOT_COVERED = re.compile(r"^( *)// not covered: .*Windows only")
 MEMORY_KIB = 6 * 1024 * 1024
 FILE_BLOCKS = 4 * 1024 * 1024  # of 512 bytes
 
-# What a file's own tests are called, where they are not in a file of its name.
+# The names of a file's own tests, if they differ from the name of the file.
 OWN_TESTS = {
     "text/byte_source.h": "line_reader",
     "platform/posix/character_classes.h": "characters",
@@ -417,7 +416,7 @@ def environment(*more):
 
 
 class Tree:
-    """A copy of the checkout with a build of its own."""
+    """A copy of the checkout with its own build."""
 
     def __init__(self, name, system):
         self.name, self.system = name, system
@@ -433,7 +432,7 @@ class Tree:
         self.passed_under_valgrind = set()
 
     def run(self, command, seconds=None, folder=None, variables=None, limited=False):
-        """The exit code, None after so many seconds; what it prints goes to the log."""
+        """The exit code; None after so many seconds. The output goes to the log."""
         if limited:
             memory = "" if command[0].endswith("valgrind") else f"ulimit -v {MEMORY_KIB};"
             limits = f'ulimit -c 0; ulimit -f {FILE_BLOCKS}; {memory} exec "$@"'
@@ -448,14 +447,14 @@ class Tree:
                     return None
                 finally:
                     try:
-                        os.killpg(process.pid, signal.SIGKILL)  # with what it has started
+                        os.killpg(process.pid, signal.SIGKILL)  # with all processes that it has started
                     except ProcessLookupError:
                         pass
 
     def must_run(self, command, **more):
         if self.run(command, **more) != 0:
             print(self.log.read_text(errors="replace")[-4000:], file=sys.stderr)
-            raise SystemExit(f"{self.name}: without any change this fails: {' '.join(map(str, command))}")
+            raise SystemExit(f"{self.name}: this fails without a mutant: {' '.join(map(str, command))}")
 
     def copy_checkout(self):
         listed = subprocess.run(["git", "ls-files", "-z", "--cached", "--others", "--exclude-standard"], cwd=ROOT,
@@ -486,10 +485,10 @@ class Tree:
         self.must_run(["cmake", "--build", self.build, *(["--target", *self.programs] if self.programs else [])])
         if self.system == "windows":
             subprocess.run([self.folder / "tools/wine.sh", "--start"], check=True)
-        # With the long runs, which valgrind's belong to.
+        # With the long runs, which include those under valgrind.
         listed = subprocess.run(["ctest", "--build-config", "heavy", "--show-only=json-v1"], cwd=self.build, check=True,
                                 capture_output=True)
-        passed = WORK / f"{self.name}.passed"  # what was tested without a change, and how long each test took
+        passed = WORK / f"{self.name}.passed"  # the checkout that passed without a mutant, and the time of each test
         known = json.loads(passed.read_text()) if passed.exists() else {}
         if known.get("checkout") != checkout:
             known = {"checkout": checkout, "seconds": {}}
@@ -511,7 +510,7 @@ class Tree:
         if self.programs and listed["name"] != "make_locales" and not self.programs & {
                 pathlib.PurePath(word).stem for word in command}:
             return
-        if NOT_OF_THE_CODE.match(listed["name"]) or slow and not listed["name"].startswith(MEMCHECK):
+        if EXCLUDED_TESTS.match(listed["name"]) or slow and not listed["name"].startswith(MEMCHECK):
             return
         if MODEL.match(listed["name"]):
             command.append(f"--rounds={SYSTEMS[self.system]['rounds']}")
@@ -529,7 +528,7 @@ class Tree:
             self.tests.append(test._replace(seconds=seconds[test.name]))
 
     def own_test(self, file):
-        """The program and the arguments that run the tests of a file of the library; none, if it has none."""
+        """The program, its test and the argument that run the tests of a file of the library; None without tests."""
         stem = OWN_TESTS.get(file, pathlib.PurePath(file).stem)
         ends = ("_test", "_text_test", "_posix_test", "_windows_test")
         texts = [text for end in ends for text in (ROOT / "tests").rglob(f"{stem}{end}.cpp")]
@@ -547,7 +546,7 @@ class Tree:
         named = ("--target", *targets) if targets else ()
         code = self.run(["cmake", "--build", self.build, *named], seconds=900)
         if code is None:
-            raise SystemExit(f"{self.name}: building has not ended")
+            raise SystemExit(f"{self.name}: the build does not end")
         return code == 0
 
     def notices(self, test, *arguments):
@@ -561,7 +560,7 @@ class Tree:
             self.changed = None
 
     def try_mutant(self, mutant, under_valgrind):
-        """How the mutant fared and which test said so."""
+        """The state of the mutant, and the test that caught it."""
         if self.changed != mutant.file:
             self.put_back()
         if under_valgrind:
@@ -605,14 +604,14 @@ class Tree:
             if (target, arguments) not in self.passed_under_valgrind:
                 self.put_back()
                 if not self.compile(target) or self.notices(test, *arguments) is not False:
-                    raise SystemExit(f"{self.name}: without any change this fails or does not end: {test.name}")
+                    raise SystemExit(f"{self.name}: this fails or does not end without a mutant: {test.name}")
                 self.passed_under_valgrind.add((target, arguments))
 
     def try_under_valgrind(self, checks):
         for target, test, arguments in checks:
             if not self.compile(target):
                 return "caught", "the build of the tests"
-            if self.notices(test, *arguments):  # what takes too long may only be slow there
+            if self.notices(test, *arguments):  # a timeout does not count: valgrind is slow
                 return "caught", test.name
         return "survived", ""
 
@@ -623,7 +622,7 @@ class Tree:
 
 
 def windows_decides(mutant):
-    """Only the Windows build has that code; or code of all systems says something else there."""
+    """Whether only the Windows build compiles or covers that code."""
     if ONLY_ON_WINDOWS.search(mutant.file):
         return True
     lines = (ROOT / mutant.file).read_text().split("\n")
@@ -656,9 +655,9 @@ class Run:
                 self.wanted[group] -= earlier[mutant.name][0] != "not compiled"
 
     def take(self, windows, last_file):
-        """The next mutant of the file at hand, or of the file with the most to do that nobody works on."""
+        """The next mutant of the worker's file, or of the file with the most work left, preferably one without a worker."""
         with self.lock:
-            for group, missing in self.wanted.items():  # what did not compile, and has no other in its place
+            for group, missing in self.wanted.items():  # takes from others if too many did not compile
                 if missing > 0 and not self.waiting[group]:
                     other = max(self.waiting, key=lambda g: len(self.waiting[g]) - self.wanted[g])
                     self.wanted[group] = 0
@@ -679,7 +678,7 @@ class Run:
             with open(RESULTS, "a", encoding="utf-8") as log:
                 print(mutant.name, state, test, sep="\t", file=log)
             if state == "not compiled":
-                self.wanted[mutant.file, windows_decides(mutant)] += 1  # another in its place
+                self.wanted[mutant.file, windows_decides(mutant)] += 1  # try another one instead
             by = f" by {test}" if test else ""
             print(f"{len(self.results):5} {state}{by} ({seconds:.0f} s): {mutant.name}: {mutant.file}:{mutant.line}: "
                   f"{mutant.change}", flush=True)
@@ -697,7 +696,7 @@ class Run:
                 state, test = tree.try_mutant(mutant, under_valgrind)
                 (WORK / "logs" / mutant.name).write_bytes(tree.log.read_bytes())
                 self.note(mutant, state, test and f"{test}, {tree.system}", time.monotonic() - begun)
-        except BaseException as error:  # a worker that is lost must not go unnoticed
+        except BaseException as error:  # the run must fail if a worker fails
             self.failure = error
             raise
         finally:
@@ -723,20 +722,20 @@ class Run:
         if any(not windows and self.wanted[file, windows] for file, windows in self.waiting):
             self.in_parallel(*((Tree(f"linux-{i}", "linux"), lambda file: self.take(False, file))
                                for i in range(self.jobs)))
-        # Grouped by file, as what changes from file to file is compiled twice.
+        # Grouped by file, because a change of the file compiles two files again.
         survivors = sorted(self.survivors(), key=lambda m: (windows_decides(m), m.file, m.line))
         left = [m for m in survivors if not windows_decides(m)]
         if left:
             self.in_parallel(*((Tree(f"linux-{i}", "linux"), lambda file: self.pop(left), True)
                                for i in range(self.jobs)))
-        on_windows = [m for m in self.survivors() if OTHERWISE_ON_WINDOWS.search(m.source)]
+        on_windows = [m for m in self.survivors() if DIFFERS_ON_WINDOWS.search(m.source)]
         if on_windows or any(windows and self.wanted[file, windows] for file, windows in self.waiting):
             self.in_parallel((Tree("windows", "windows"), lambda file: self.take(True, file) or
                               self.pop(on_windows)))
 
 
 def choose(mutants, known, arguments):
-    """{(file, whether Windows decides): mutants in the order they are tried in}, and how many of each to build."""
+    """{(file, whether Windows decides): mutants in the order of trying}, and how many of each group to build."""
     everything = [m for file in mutants.values() for m in file]
     chosen, limit = mutants, arguments.number
     if arguments.what or arguments.survivors:
@@ -751,16 +750,16 @@ def choose(mutants, known, arguments):
         limit = limit or len(here)
     elif arguments.all:
         limit = len(everything)
-    limit = limit or USUAL_NUMBER
+    limit = limit or DEFAULT_NUMBER
     run = collections.defaultdict(list)
     for file, list_ in chosen.items():
-        mixed = list(list_)  # also those on the list: a line more there leaves the order of the others as it is
+        mixed = list(list_)  # also equivalent ones: new entries in the list do not change the order of the others
         random.Random(f"{arguments.seed} {file}").shuffle(mixed)
         for mutant in mixed:
             if mutant.name not in known or mutant.name in arguments.what:
                 run[file, windows_decides(mutant)].append(mutant)
     total = sum(map(len, run.values()))
-    wanted = {g: min(len(list_), max(LEAST_OF_A_FILE, round(limit * len(list_) / total))) for g, list_ in run.items()}
+    wanted = {g: min(len(list_), max(MIN_PER_FILE, round(limit * len(list_) / total))) for g, list_ in run.items()}
     while sum(wanted.values()) < min(limit, total):
         wanted[max(run, key=lambda g: len(run[g]) - wanted[g])] += 1
     return dict(run), wanted
@@ -779,32 +778,32 @@ def report(results, known, mutants, wanted, minutes):
     print(f"{'all':38}" + "".join(f"{totals[state]:14}" for state in (*states, "equivalent")))
     survivors = sorted((m for m, state, _ in results.values() if state == "survived"), key=lambda m: (m.file, m.line))
     if survivors:
-        print("\nNo test has noticed these. Each gets a test, or its reason in " + EQUIVALENT)
+        print("\nSurvivors. Write a test for each, or list it with a reason in " + EQUIVALENT)
     for m in survivors:
         print(f"{m.name}\n  {m.file}:{m.line}: {m.source}\n    {m.change}")
     caught = totals["caught"] + totals["timed out"]
     built = caught + totals["survived"]
     share = caught / built if built else 0.0
-    print(f"\n{sum(map(len, mutants.values()))} changes known, {built} built and tested in {minutes:.0f} minutes: "
+    print(f"\n{sum(map(len, mutants.values()))} mutants exist, {built} built and tested in {minutes:.0f} minutes: "
           f"{caught} caught ({100 * share:.1f} %), {totals['survived']} survived; "
           f"{totals['not compiled']} did not compile.")
     (WORK / "survivors.txt").write_text("".join(f"{m.name}\n" for m in survivors))
     lost = wanted - built - totals["not compiled"]
     if lost > 0:
-        print(f"{lost} were to be tried and were not.")
+        print(f"{lost} mutants were not tried.")
     return not survivors and lost <= 0 and built > 0
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("what", nargs="*", help="files, folders or names of changes")
-    parser.add_argument("--number", type=int, help=f"how many are to be built (usually {USUAL_NUMBER})")
-    parser.add_argument("--seed", type=int, default=1, help="which are chosen")
-    parser.add_argument("--all", action="store_true", help="every change")
-    parser.add_argument("--survivors", action="store_true", help="those that survived last time")
-    parser.add_argument("--continue", dest="go_on", action="store_true", help="a run that was interrupted")
-    parser.add_argument("--jobs", type=int, default=2, help="how many at a time")
-    parser.add_argument("--list", action="store_true", help="print them only")
+    parser.add_argument("what", nargs="*", help="files, folders or names of mutants")
+    parser.add_argument("--number", type=int, help=f"how many mutants to build (default: {DEFAULT_NUMBER})")
+    parser.add_argument("--seed", type=int, default=1, help="seed of the random selection")
+    parser.add_argument("--all", action="store_true", help="all mutants")
+    parser.add_argument("--survivors", action="store_true", help="the survivors of the last run")
+    parser.add_argument("--continue", dest="go_on", action="store_true", help="continue an interrupted run")
+    parser.add_argument("--jobs", type=int, default=2, help="how many mutants at a time")
+    parser.add_argument("--list", action="store_true", help="only print the mutants")
     arguments = parser.parse_args()
 
     mutants = all_mutants()
@@ -813,7 +812,7 @@ def main():
         sys.exit(f"{EQUIVALENT} is out of date:\n" + "\n".join(wrong))
     chosen, wanted = choose(mutants, known, arguments)
     if not chosen:
-        sys.exit("There are no such changes, or they are all on the list.")
+        sys.exit("There is no such mutant, or all of them are listed as equivalent.")
     if arguments.list:
         for group, list_ in chosen.items():
             for m in sorted(list_[: wanted[group]], key=lambda m: m.begin):
