@@ -1,4 +1,4 @@
-"""tools/lint.sh refuses a source, a test, a source for Windows and a script that one of its tools would not pass."""
+"""tools/lint.sh refuses sources, tests, sources for Windows and scripts that one of its tools rejects."""
 
 import json
 import subprocess
@@ -19,7 +19,7 @@ FROM_THE_PROJECT = (".clang-format", ".clang-tidy", "tests/.clang-tidy", "tools/
 
 
 def commands(folder, compiler, files):
-    """A line for each, as CMake writes them."""
+    """A line for each file, as CMake writes them."""
     return "[\n" + ",\n".join(
         json.dumps({"directory": str(folder), "file": str(folder / file), "output": f"{file}.o",
                     "command": f'{compiler} -isystem include -Winvalid-pch -include "{folder / COMPILED_HEADER}"'
@@ -35,7 +35,7 @@ def write_folder(folder):
         **{name: "#!/bin/sh\necho fine\n" for name in ("demo", "test", "bench", ".ci/run")},
         "include/gtest/gtest.h": "#pragma once\n",
         COMPILED_HEADER: "",
-        f"{COMPILED_HEADER}.gch": "no clang reads what GCC has compiled",
+        f"{COMPILED_HEADER}.gch": "Clang cannot read GCC's precompiled header",
         ".gitignore": "/build/\n",
         LINUX_COMMANDS: commands(folder, "c++", (*SOURCES, *TESTS)),
         WINDOWS_COMMANDS: commands(folder, "x86_64-w64-mingw32-g++-posix", WINDOWS),
@@ -48,17 +48,17 @@ BRACES = "{\n  if (number == 0) return 1;\n  return 2 * number;\n}\n"
 BODY = "{ return 2 * number; }\n"
 BRACES_MISSING = "[readability-braces-around-statements"
 ROWS = (
-    Row("a source of another format", SOURCES[0], "{ return", "{return", "code should be clang-formatted"),
-    Row("a test of another format", TESTS[0], "{ return", "{return", "code should be clang-formatted"),
+    Row("a wrongly formatted source", SOURCES[0], "{ return", "{return", "code should be clang-formatted"),
+    Row("a wrongly formatted test", TESTS[0], "{ return", "{return", "code should be clang-formatted"),
     Row("a fault in a script", "demo", "echo fine", "cd $1", "SC2164"),
     Row("a fault in a script of CI", ".ci/run", "echo fine", "cd $1", "SC2164"),
-    Row("a fault that cppcheck sees", SOURCES[1], BODY, LOOP, "[arrayIndexOutOfBounds]"),
-    Row("a fault that cppcheck sees in a test", TESTS[1], BODY, LOOP, "[arrayIndexOutOfBounds]"),
-    Row("a fault that cppcheck sees for Windows", WINDOWS[1], BODY, LOOP, "[arrayIndexOutOfBounds]"),
-    Row("a style that clang-tidy refuses", SOURCES[4], BODY, BRACES, BRACES_MISSING),
-    Row("a style that clang-tidy refuses in one of several tests", TESTS[1], BODY, BRACES, BRACES_MISSING),
-    Row("a style that clang-tidy refuses for Windows", WINDOWS[0], BODY, BRACES, BRACES_MISSING),
-    Row("a build that is not configured", WINDOWS_COMMANDS, None, None, "configure the builds first"),
+    Row("a fault that cppcheck finds", SOURCES[1], BODY, LOOP, "[arrayIndexOutOfBounds]"),
+    Row("a fault that cppcheck finds in a test", TESTS[1], BODY, LOOP, "[arrayIndexOutOfBounds]"),
+    Row("a fault that cppcheck finds in a source for Windows", WINDOWS[1], BODY, LOOP, "[arrayIndexOutOfBounds]"),
+    Row("a style that clang-tidy rejects", SOURCES[4], BODY, BRACES, BRACES_MISSING),
+    Row("a style that clang-tidy rejects in one of several tests", TESTS[1], BODY, BRACES, BRACES_MISSING),
+    Row("a style that clang-tidy rejects in a source for Windows", WINDOWS[0], BODY, BRACES, BRACES_MISSING),
+    Row("an unconfigured build", WINDOWS_COMMANDS, None, None, "configure the builds first"),
     Row("a folder without a source", LINUX_COMMANDS, 'phyval/one.cpp", "output"', 'frame/one.cpp", "output"',
         "could not find any files matching the filter"),
 )

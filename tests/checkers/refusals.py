@@ -1,7 +1,7 @@
 """What the tests of the checkers share: a checker accepts a folder, and refuses it once one thing in it is false.
 
-A test writes a folder that its checker accepts, and a table. Each row falsifies one file of a fresh folder and names the
-complaint that the checker must make. A checker that ends in another way, or with another complaint, has not refused.
+A test provides a folder that its checker accepts, and a table. Each row falsifies one file of a fresh folder and names
+the expected complaint. A checker that ends differently or with another complaint fails the test.
 """
 
 import collections
@@ -13,8 +13,8 @@ import unittest
 
 TOP = pathlib.Path(__file__).resolve().parents[2]
 
-# `old` stands exactly once in `file`, and `new` takes its place. Without `old` the whole file becomes `new`; without
-# `new` there is no file.
+# Replaces `old`, which must occur once in `file`, by `new`. Without `old`, `new` is the whole file. Without `new`,
+# removes the file.
 Row = collections.namedtuple("Row", "name file old new complaint")
 
 
@@ -26,7 +26,7 @@ def falsify(file, old, new):
     if old is not None:
         text = file.read_text("utf-8")
         if text.count(old) != 1:
-            raise ValueError(f"{old!r} stands {text.count(old)} times in {file.name}")
+            raise ValueError(f"{old!r} occurs {text.count(old)} times in {file.name}")
     written = new if old is None else text.replace(old, new)
     mode = file.stat().st_mode if file.exists() else None
     file.write_text(written, "utf-8", "surrogateescape", newline="")
@@ -54,13 +54,13 @@ def new_folder(write_folder, name="a folder, да"):
 
 
 def on_one_line(text):
-    """CMake breaks the lines of its messages where it likes."""
+    """Undoes the line breaks that CMake adds to messages."""
     return " ".join(text.split())
 
 
 class RefusalTest(unittest.TestCase):
     def outcome(self, command):
-        """The exit code, and all that was printed."""
+        """The exit code and the whole output."""
         made = subprocess.run(list(map(str, command)), stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                               stderr=subprocess.STDOUT, text=True, errors="replace", check=False, timeout=100)
         return made.returncode, on_one_line(made.stdout)
@@ -72,7 +72,7 @@ class RefusalTest(unittest.TestCase):
 
     def refuses(self, complaint, command):
         code, said = self.outcome(command)
-        self.assertGreater(code, 0, f"was accepted, or has crashed: {said}")
+        self.assertGreater(code, 0, f"accepted or crashed: {said}")
         self.assertIn(on_one_line(complaint), said)
         self.assertNotIn("Traceback", said)
 

@@ -1,4 +1,4 @@
-"""The tests of the checkers fail where a checker does: where it accepts what is false, or ends for another reason."""
+"""The tests of the checkers fail if a checker accepts a false input or fails for another reason."""
 
 import unittest
 
@@ -17,7 +17,7 @@ BAD = Row("bad", "said", "good", "bad", "it is bad")
 
 class Refusals(unittest.TestCase):
     def failures(self, checker, row=BAD):
-        """How many parts of a table with that row do not agree with the checker."""
+        """The number of failures of a table with that row."""
 
         class Table(RefusalTest):
             def test(self):

@@ -1,4 +1,5 @@
-"""tools/fuzz.sh and tools/matrix.sh refuse what their programs say, or do not say: the programs are made up here."""
+"""tools/fuzz.sh and tools/matrix.sh refuse failures and wrong output of the programs that they run, which are made up
+here."""
 
 import os
 import unittest
@@ -11,16 +12,16 @@ FUZZER = "#!/bin/sh\necho '#2 DONE cov: 7 ft: 8'\necho 'stat::number_of_executed
 ONE, TWO = "build/linux-fuzz/bin/one_fuzzer", "build/linux-fuzz/bin/two_fuzzer"
 FUZZERS = {ONE: FUZZER, TWO: FUZZER}
 FUZZ_ROWS = (
-    Row("a fuzzer that has found something", ONE, "12'\n", "12'\necho 'ERROR: libFuzzer: deadly signal'\nexit 77\n",
+    Row("a fuzzer with a finding", ONE, "12'\n", "12'\necho 'ERROR: libFuzzer: deadly signal'\nexit 77\n",
         "one 12 runs 7 branches FOUND SOMETHING"),
-    Row("a fuzzer that crashes without a word", TWO, None, "#!/bin/sh\nkill -SEGV $$\n",
+    Row("a fuzzer that crashes without output", TWO, None, "#!/bin/sh\nkill -SEGV $$\n",
         "two 0 runs 0 branches FOUND SOMETHING"),
     Row("a fuzzer that has run nothing", ONE, "units: 12", "units: 0", "one 0 runs 7 branches DID NOT RUN"),
-    Row("a fuzzer that does not say how often it ran", TWO, "stat::", "", "two 0 runs 7 branches DID NOT RUN"),
-    Row("a fuzzer that is not there", TWO, None, None, "two 0 runs 0 branches FOUND SOMETHING"),
+    Row("a fuzzer that does not report its runs", TWO, "stat::", "", "two 0 runs 7 branches DID NOT RUN"),
+    Row("a missing fuzzer", TWO, None, None, "two 0 runs 0 branches FOUND SOMETHING"),
 )
 
-# It starts itself again as libFuzzer does for a merge: without quotes.
+# Like libFuzzer, it restarts itself for a merge without quoting its arguments.
 MERGING_FUZZER = """#!/bin/sh
 [ "$again" ] || again=1 exec sh -c "$0 $*"
 cp "$4"/* "$3"
@@ -28,7 +29,7 @@ cp "$4"/* "$3"
 
 # ---- tools/matrix.sh
 
-# The folder of a build is named after it, as gcc-O0; the programs of all are copied into it.
+# The folder of a build has its name, for example gcc-O0, and gets a copy of each program.
 CMAKE, CTEST, OPERATIONS, NUMBERS = "bin/cmake", "bin/ctest", "programs/generated_operations", "programs/generated_numbers"
 PRINTS = "#!/bin/sh\nsum=1234\necho $sum\n"
 BUILDS = {
@@ -75,25 +76,25 @@ MATRIX_ROWS = (
     Row("other numbers", NUMBERS, "echo", f"{where('clang-O3', 'sum=1235')}echo", "clang-O3 yes whole no"),
     Row("operations that fail", OPERATIONS, "echo $sum\n", f"echo $sum\n{where('gcc-O3', 'exit 1')}",
         "gcc-O3 yes values no"),
-    Row("operations that say nothing anywhere", OPERATIONS, "echo $sum\n", "", "gcc-O0 yes values no"),
+    Row("operations without output in all builds", OPERATIONS, "echo $sum\n", "", "gcc-O0 yes values no"),
 )
 
 
 class Scripts(RefusalTest):
-    def test_a_fuzzer_that_finds_something_or_does_not_run_is_refused(self):
+    def test_a_fuzzer_that_finds_something_or_runs_nothing_is_refused(self):
         def write_folder(folder):
             write(folder, {**FUZZERS, "tests/fuzz/corpus/README": "", "tools/fuzz.sh": (TOP / "tools/fuzz.sh").read_text()})
 
         self.refuses_each(write_folder, lambda folder: [folder / "tools/fuzz.sh", "1", "one", "two"], FUZZ_ROWS)
 
-    def test_no_fuzzers_at_all_are_refused(self):
+    def test_missing_fuzzers_are_refused(self):
         def write_folder(folder):
             write(folder, {ONE: FUZZER, "tools/fuzz.sh": (TOP / "tools/fuzz.sh").read_text()})
 
         self.refuses_each(write_folder, lambda folder: [folder / "tools/fuzz.sh", "1"],
                           [Row("none", ONE, None, None, "there are no fuzzers")])
 
-    def test_a_merge_adds_to_the_corpus_in_a_folder_of_any_name(self):
+    def test_a_merge_adds_to_the_corpus_in_a_folder_with_any_name(self):
         def write_folder(folder):
             write(folder, {ONE: MERGING_FUZZER, "tools/fuzz.sh": (TOP / "tools/fuzz.sh").read_text(),
                            "tests/fuzz/corpus/one/old": "", "build/fuzz/one/corpus/new": "", "build/fuzz/one/work/any": ""})
@@ -102,7 +103,7 @@ class Scripts(RefusalTest):
             self.accepts([folder / "tools/fuzz.sh", "--merge", "one"])
             self.assertTrue((folder / "tests/fuzz/corpus/one/new").exists())
 
-    def test_a_build_that_is_not_like_the_others_is_refused(self):
+    def test_a_build_with_other_results_is_refused(self):
         def write_folder(folder):
             write(folder, {**BUILDS, "tools/matrix.sh": (TOP / "tools/matrix.sh").read_text()})
 
