@@ -1,6 +1,6 @@
 /* A host in C that includes <windows.h> with all its macros first. */
 #include <windows.h>
-/* The order is the test. */
+/* The test is that this order compiles. */
 #include "kelmo_localizer.h"
 
 int FunctionsAfterWindowsH(void) {

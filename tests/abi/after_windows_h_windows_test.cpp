@@ -1,7 +1,7 @@
 // A host that includes <windows.h> with all its macros first: none of them hides a name of the
 // library's header.
 #include <windows.h>
-// The order is the test.
+// The test is that this order compiles.
 #include "kelmo_localizer.h"
 // GoogleTest itself copes with the macros.
 #include <gtest/gtest.h>
