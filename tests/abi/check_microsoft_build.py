@@ -9,7 +9,7 @@ MinGW-w64 for the C runtime and Windows. All are Debian packages.
 
 - Each source and each resource script compiles without a warning. If sources are named, only these are compiled.
 - No source contains a GNU extension that Clang accepts also as clang-cl, but Microsoft's compiler does not.
-- The objects export each member on the list, and define each listed function, which exports.def exports. Nothing is
+- The objects export each member on the list, and define each listed function, which exports_windows.def exports. Nothing is
   linked.
 """
 
@@ -87,7 +87,7 @@ def gnu_words(sources):
 
 
 def exported_names(objects):
-    functions = re.findall(r"^    (\w+)$", (top / "frame/exports.def").read_text(), re.M)
+    functions = re.findall(r"^    (\w+)$", (top / "frame/exports_windows.def").read_text(), re.M)
     for file in objects:
         symbols = run("llvm-nm", "--defined-only", "--extern-only", "--format=posix", file, stdout=subprocess.PIPE)
         yield from (symbol for symbol in re.findall(r"^\S+", symbols, re.M) if symbol in functions)

@@ -10,7 +10,7 @@ import unittest
 
 from refusals import TOP, RefusalTest, Row, falsify, new_folder, write
 
-HEADER, LIST, DEFINITION = "include/kelmo_localizer.h", "tests/abi/exported_names_microsoft.txt", "frame/exports.def"
+HEADER, LIST, DEFINITION = "include/kelmo_localizer.h", "tests/abi/exported_names_microsoft.txt", "frame/exports_windows.def"
 INLINING, VALUE_TYPE, DOUBLE, SCRIPT = "storage/inlining.h", "phyval/value_type.cpp", "phyval/double.cpp", "resources/default_unit_table.rc"
 SOURCES = ("c.c", "cxx11.cpp", "exports.cpp", "double.cpp", "double_windows.cpp", "value_type.cpp", "default_unit_table.rc")
 FOLDERS = ("cmake", "dictionary", "examples", "frame", "include", "phyval", "platform", "resources", "storage", "tests/abi", "text",
