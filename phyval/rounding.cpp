@@ -88,12 +88,13 @@ std::uint64_t EightDigits(std::uint64_t number) noexcept {
 std::wstring TextOfFraction(bool isNegative, std::uint64_t integer, int decimals,
                             wchar_t separator) {
   constexpr std::size_t kDigits = 16;
+  constexpr std::size_t kLength = kDigits + 2;  // with a sign and the separator
   constexpr std::uint64_t kHalf = 100000000;
   const std::array<std::uint64_t, 2> halves = {EightDigits(integer / kHalf),
                                                EightDigits(integer % kHalf)};
   std::array<unsigned char, kDigits> digits = {};
   std::memcpy(digits.data(), halves.data(), kDigits);
-  std::array<wchar_t, 1 + kDigits + 1> text = {};  // sign, digits and separator
+  std::array<wchar_t, kLength> text = {};
   const std::size_t point = kDigits - static_cast<std::size_t>(decimals);
   for (std::size_t i = 0; i < kDigits; ++i) {
     text[2 + i] = static_cast<wchar_t>(L'0' + digits[i]);

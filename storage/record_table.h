@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <memory>
 #include <set>
+#include <type_traits>
 #include <utility>
 
 #include "storage/arena.h"
@@ -38,7 +39,9 @@ class RecordTable {
   static constexpr std::size_t kProbedBuckets = 8;
 
   /// `onNewBlock` is called with each block of memory for records (Arena); it may be null.
-  explicit RecordTable(Arena::BlockCallback onNewBlock) : arena_(onNewBlock) {}
+  explicit RecordTable(Arena::BlockCallback onNewBlock) noexcept(
+      std::is_nothrow_default_constructible_v<Overflow>)
+      : arena_(onNewBlock) {}
 
   /// The record that matches `query`, or null. Allocates nothing.
   template <class Query>
@@ -166,6 +169,8 @@ class RecordTable {
     }
   };
 
+  using Overflow = std::set<const Record*, Order>;
+
   // The last kProbedBuckets - 1 buckets are not the home of any record. They take records for which
   // the last home buckets have no room.
   std::size_t BucketCount() const noexcept { return homeBuckets_ + kProbedBuckets - 1; }
@@ -190,7 +195,7 @@ class RecordTable {
   std::size_t homeBuckets_ = 0;
   std::unique_ptr<std::byte[]> bucketMemory_;  // has room for one bucket more, to align them
   Bucket* buckets_ = nullptr;
-  std::set<const Record*, Order> overflow_;
+  Overflow overflow_;
   Arena arena_;
 };
 

@@ -105,7 +105,7 @@ void ExpectHashAndComparisonAsOfWideTexts(int characters) {
     EXPECT_TRUE(AnyLength::AreEqual(text.data(), narrow.get(), length));
     std::wstring other = text;
     for (wchar_t& character : other) {
-      const auto before = static_cast<std::uint32_t>(character);
+      const std::uint32_t before = std::char_traits<wchar_t>::to_int_type(character);
       for (unsigned bit = 0; bit < 8 * sizeof(wchar_t); ++bit) {
         character = static_cast<wchar_t>(before ^ (1U << bit));
         ASSERT_FALSE(AnyLength::AreEqual(other.data(), narrow.get(), length))

@@ -125,7 +125,7 @@ TYPED_TEST(Vector128Test, PacksWithSaturation) {
     const Words of16Bits = WordsOf(TypeParam::PackTo16Bits(low, high));
     const Words of8Bits = WordsOf(TypeParam::PackTo8Bits(low, high));
     for (std::size_t i = 0; i < 8; ++i) {
-      const std::int32_t value = LaneOf<std::int32_t>(i < 4 ? words : other, i % 4);
+      const auto value = LaneOf<std::int32_t>(i < 4 ? words : other, i % 4);
       ASSERT_EQ(LaneOf<std::int16_t>(of16Bits, i), std::clamp(value, -0x8000, 0x7FFF));
     }
     for (std::size_t i = 0; i < 16; ++i) {
