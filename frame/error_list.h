@@ -1,5 +1,5 @@
-// The list of messages that a host reads. Equal messages are in the list once, in the order of
-// their first appearance.
+// A list of messages. The host reads one, the errorList of library_state.h. Equal messages are in
+// the list once, in the order of their first appearance.
 #pragma once
 
 #include <cstddef>
@@ -41,9 +41,9 @@ class ErrorList {
 
   std::int64_t Count() const noexcept;
 
-  /// Text of the message at `index`, valid until Clear(). If `index` is Count(), throws
-  /// std::out_of_range ("invalid vector subscript"); every other index outside the list gives the
-  /// last text. If the list is empty, the result is emptyText for every index.
+  /// Text of the message at `index`, valid until Clear() (hosts are promised less). If `index` is
+  /// Count(), throws std::out_of_range ("invalid vector subscript"); every other index outside the
+  /// list gives the last text. If the list is empty, the result is emptyText for every index.
   const wchar_t* At(std::int32_t index) const;
 
  private:

@@ -4,11 +4,11 @@ namespace KelmoLibs::Localize {
 
 // One file defines all six objects, because C++ fixes the order within one file: constructed from
 // the first to the last at load, destroyed from the last to the first at unload. Do not reorder
-// these lines or move them to other files (state_order_test.cpp). On Linux
+// these lines or move them to other files (tests/unit/frame/state_order). On Linux
 // platform/posix/characters.cpp has a seventh object, a locale. Its place in the order does not
 // matter: no constructor or destructor of the six uses it.
 //
-// NOLINTNEXTLINE(cert-err58-cpp): without memory for nine rows, the library cannot be loaded
+// NOLINTNEXTLINE(cert-err58-cpp): without memory for nine rows, loading the library ends the process
 Phyval::UnitCatalogue Phyval::unitCatalogue = Phyval::BuiltInUnits();
 LocalizedUnitTable localizedUnitTable;
 ErrorList loadMessages;

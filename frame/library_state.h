@@ -1,5 +1,5 @@
 // The process-wide objects: constructed when the library is loaded, destroyed when it is unloaded,
-// without a lock. Only exports.cpp uses them; the constructors of Double use the catalogue of
+// without a lock. Only exports.cpp uses them, and the constructors of Double use the catalogue of
 // units, which phyval/unit_catalogue.h declares. All other code gets its objects as arguments. (On
 // Linux platform/posix/characters.cpp has one more.)
 #pragma once

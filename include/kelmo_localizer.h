@@ -20,7 +20,7 @@
  *   side.to_string(L',');                      // "1,77"
  *
  * docs/host_guide.md has the order of all calls, from load to unload, and says what each of them
- * invalidates. These rules hold for every function:
+ * invalidates. These rules hold for every function; the classes have their own rules below:
  *
  * Texts      Zero-terminated wide strings: UTF-16 on Windows (wchar_t has 16 bits), one wchar_t per
  *            character on Linux (32 bits). Two texts are equal if all their wchar_t are equal: case
@@ -83,7 +83,7 @@ extern "C" {
 /**
  * Starts the library for a language: replaces the units by those of the table that is embedded in
  * the library's own file, then reads the unit table of the language, the file
- * folder\LANG/language-val.txt.
+ * <folder>\LANG/<language>-val.txt (with this slash).
  *
  * Call it before you make the first value. It invalidates every `Double` made before: its `unit`
  * dangles. The new rows have other symbols and names; docs/values.md has both tables. The rows do
@@ -96,12 +96,12 @@ extern "C" {
  * @param folder    The folder that contains LANG, usually the folder of the program.
  *                  (LoadDictionary takes the folder of the file itself.) A backslash joins it to
  *                  the rest.
- * @param language  Part of the file name, unchanged. Precondition for both texts: they are not
- *                  the symbol or name of a unit, which the call destroys before it reads them.
+ * @param language  Part of the file name, unchanged. Precondition for both pointers: they do not
+ *                  point into the symbol or name of a unit, which the call destroys first.
  *
- * @return  Always 0, even if there is no such file, or no embedded table: the catalogue is then
- *          empty, and no unit is found. (On Windows, do not rename the file of the library: the
- *          table is found by that name.)
+ * @return  Always 0, even if there is no such file. Without an embedded table it is 0 too, but the
+ *          catalogue is empty, and no unit is found. (On Windows, do not rename the file of the
+ *          library: the table is found by that name.)
  *
  * Lists    Nothing. Messages about the file go to a list that no function returns.
  * Module   On Windows each call adds a reference to the module of the library and never releases
@@ -115,7 +115,7 @@ extern "C" {
  */
 KELMO_LOCALIZER_API int32_t Init(const wchar_t* folder, const wchar_t* language);
 
-/** Like Init, for a program without a language: the file is folder\lang-val.text. */
+/** Like Init, for a program without a language: the file is <folder>\lang-val.text. */
 KELMO_LOCALIZER_API int32_t Init0(const wchar_t* folder);
 
 /**
@@ -133,8 +133,8 @@ KELMO_LOCALIZER_API int32_t Init0(const wchar_t* folder);
 KELMO_LOCALIZER_API int32_t ExportPhyVal(void);
 
 /**
- * Adds the texts of a file to the dictionary with the id in the first line of the file, and makes
- * this dictionary the current one for LANG.
+ * Adds the texts of a file to a dictionary, and makes this dictionary the current one for LANG. The
+ * first word of the file is the id of the dictionary.
  *
  * Several files may have the same id. The first text of a key stays, even if another file has a
  * second one. The file is closed before the call returns.
@@ -145,8 +145,8 @@ KELMO_LOCALIZER_API int32_t ExportPhyVal(void);
  *
  * @param folder    Folder of the file, absolute or relative to the working directory, which is
  *                  L".". A backslash joins it to fileName, so an empty folder gives the root:
- *                  \fileName. Both stay unchanged. On Linux the path that is opened has a slash for
- *                  each backslash, and is UTF-8; messages have the joined path.
+ *                  \fileName. Neither text is normalised. On Linux the path that is opened has a
+ *                  slash for each backslash, and is UTF-8; messages have the joined path.
  * @param fileName  Name of the file in that folder.
  *
  * @return 0 or more  Success: the result of GetErrorsCount after the call, which includes older
@@ -168,7 +168,7 @@ KELMO_LOCALIZER_API int32_t LoadDictionary(const wchar_t* folder, const wchar_t*
 /**
  * Makes a dictionary the current one for LANG, until the next UseLanguage or LoadDictionary.
  *
- * @param id  Id of a loaded dictionary: the id in the first line of its file.
+ * @param id  Id of a loaded dictionary: the first word of its file.
  *
  * @return  0  Success.
  *         -1  No dictionary has that id: "EL112. Dictionary not found" is listed, and the current
@@ -284,8 +284,8 @@ KELMO_LOCALIZER_API const wchar_t* GetError(int32_t index);
  * The units are rows of one catalogue, which the library owns. A lookup returns the first row that
  * matches. When the library is loaded, the catalogue has the rows below. Init, Init0 and
  * ExportPhyVal replace them by other rows, which differ on purpose: there is no square meter; a
- * koefficient has the factor 0 and the symbol K, so that results with it are NaN; each name ends
- * with a blank ("meter ").
+ * koefficient has the factor 0 and the symbol K, so that sums, differences and conversions with it
+ * are NaN; each name ends with a blank ("meter ").
  *
  *   code    factor             symbol  name
  *   10      0                  L       length         (a quantity, never found)
@@ -372,10 +372,10 @@ class ValueType {
  * negative value makes the tolerance smaller. Precondition for Return and both to_string: the
  * tolerance is positive and finite. THEY NEVER RETURN if it is 0, negative or infinite.
  *
- * No member is const: for a constant, call the member on a copy. Constructors throw nothing. A
- * member that is checked may throw std::bad_alloc instead, if there is no memory for its exception.
- * Cost: constant, and for a constructor or a result the lookup of its unit in the few rows of the
- * catalogue. Only texts and exceptions allocate memory.
+ * No member is const: for a constant, call the member on a copy. Constructors, assignment, the
+ * destructor and Return throw nothing. A member that is checked may throw std::bad_alloc instead,
+ * if there is no memory for its exception. Cost: constant, and for a constructor or a result the
+ * lookup of its unit in the few rows of the catalogue. Only texts and exceptions allocate memory.
  */
 class Double {
  public:
@@ -437,15 +437,16 @@ class Double {
 
   /**
    * This value in the unit with `code`, with the given tolerances, which are in that unit. If the
-   * value already has this unit, it is returned with its OWN tolerances. Checked for quantities.
-   * Precondition: `unit` is not null; otherwise the behaviour is undefined.
+   * value already has this unit, it is returned with its OWN tolerances. Checked, also for an
+   * unknown code. (A -0 that is converted becomes 0.) Precondition: `unit` is not null; otherwise
+   * the behaviour is undefined.
    */
   KELMO_LOCALIZER_MEMBER Double ConvertTo(double absTolerance, double relTolerance, int code);
 
   /**
    * The value rounded by its tolerance; `unit` may be null. docs/values.md has the rule. Useful for
-   * tolerances from 1e-9 to 1e9. For smaller tolerances the result may have wrong digits, or be the
-   * value itself (always below 1e-31).
+   * tolerances from 1e-9 to 1e9. For other tolerances the result may have wrong digits, or be the
+   * value itself, or NaN.
    */
   KELMO_LOCALIZER_MEMBER double Return();
 

@@ -20,7 +20,7 @@ namespace {
 // Powers of ten in 32 bits. From 10^10 on they wrap, also to negative values; from 10^32 on they
 // are 0. Numbers and texts depend on this, so it must stay.
 struct Scale {
-  std::int32_t up;
+  std::int32_t up;  // a number is rounded to multiples of down / up
   std::int32_t down;
   std::uint32_t steps;  // `up` is 10^steps, until it wraps
 };

@@ -7,9 +7,10 @@ namespace {
 
 constexpr std::size_t kMinBlock = 4096;
 constexpr std::size_t kMaxBlock = std::size_t{16} * 1024 * 1024;
-// A new block has 1/16 of all bytes so far. A rest of less than 1/16 of a block is abandoned for
-// the next block; an allocation that is larger than a larger rest gets a block of its own. So at
-// most an eighth of the memory is wasted.
+// A new block has 1/16 of all bytes so far, but at least kMinBlock and at most kMaxBlock. A rest of
+// less than 1/16 of a block is abandoned for the next block. If the rest is larger, an allocation
+// that does not fit gets a block of its own. So at most an eighth of the memory is wasted, and one
+// smallest block.
 constexpr std::size_t kWasteDivisor = 16;
 
 constexpr std::size_t RoundUp(std::size_t bytes) noexcept {
@@ -40,7 +41,7 @@ void Arena::FreeLast(std::byte* memory, std::size_t bytes) noexcept {
   if (next_ == memory + rounded) {
     next_ = memory;
     remaining_ += rounded;
-  } else {  // it has a block of its own
+  } else {  // it has a block of its own; heap blocks are never adjacent
     blocks_.pop_back();
     allocated_ -= rounded;
   }

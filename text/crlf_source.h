@@ -1,4 +1,5 @@
-// Text mode for systems whose runtime has none: replaces CR LF by LF. Every other CR stays.
+// Text mode for systems whose runtime has none, such as Linux: replaces CR LF by LF. Every other CR
+// stays.
 #pragma once
 
 #include <cstddef>

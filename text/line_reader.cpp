@@ -13,8 +13,8 @@ constexpr std::size_t kUnknownSizeBytes = 4096;  // some file systems report 0 f
 constexpr std::size_t kLongestCharacter = 4;
 
 // A buffer for the whole source has one byte more than the source, so that the end of the source is
-// seen without growing the buffer. All other buffers are smaller than the source. So an old and a
-// new buffer together never take more than twice the bytes of the source.
+// seen without growing the buffer. All other buffers are smaller than the source. So, if SizeHint
+// is right, an old and a new buffer together never take more than twice the bytes of the source.
 constexpr std::size_t FirstCapacity(std::size_t sourceBytes) noexcept {
   if (sourceBytes == 0) {
     return kUnknownSizeBytes;

@@ -59,8 +59,8 @@ std::vector<std::wstring_view> SplitUnitLine(std::wstring& line, std::int32_t co
   while (start != lineEnd && fields.size() < maxFields) {
     const auto end = std::find_if(start, lineEnd, IsSeparator);
     const auto next = std::find_if_not(end, lineEnd, IsSeparator);
-    const bool isLast = found() + 1 >= count;
-    const auto fieldEnd = isLast ? lineEnd : end;
+    const bool reachesLineEnd = found() + 1 >= count;
+    const auto fieldEnd = reachesLineEnd ? lineEnd : end;
     fields.emplace_back(&*start, static_cast<std::size_t>(fieldEnd - start));
     // For the last field, this overwrites the terminating zero of the string with a zero.
     line[static_cast<std::size_t>(fieldEnd - line.begin())] = L'\0';

@@ -20,11 +20,12 @@ std::vector<std::wstring_view> SplitText(std::wstring_view text, std::wstring_vi
 ///
 /// Field number `count` extends to the end of the line and includes its blanks. If it has several
 /// words, each word but the first starts one more field, which extends to the end of the line too:
-/// so a caller can see that there are too many words. A line of fewer than `count` words has no
-/// fields.
+/// so a caller can see that there are too many words: with 2 fields, L"a b c" gives L"a", L"b c"
+/// and L"c". A line of fewer than `count` words has no fields.
 ///
 /// Returns at most `maxFields` fields, because a line may have millions of words. They are views
-/// into `line`. A zero, which replaces the separator in `line`, terminates each field.
+/// into `line`. Each field is terminated by a zero: one that replaces its separator in `line`, or
+/// the one at the end of `line`.
 std::vector<std::wstring_view> SplitUnitLine(std::wstring& line, std::int32_t count,
                                              std::size_t maxFields);
 

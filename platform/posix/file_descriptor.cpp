@@ -8,7 +8,8 @@
 namespace KelmoLibs::Localize {
 namespace {
 
-// The result of a system call, which is repeated while signals interrupt it.
+// The bytes that a system call has read or written; 0 on failure. Repeats a call that a signal has
+// interrupted.
 template <class Call>
 std::size_t CountUninterrupted(Call call) noexcept {
   ssize_t count = 0;
