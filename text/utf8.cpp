@@ -251,7 +251,10 @@ std::size_t WideLength(std::string_view wellFormed) noexcept {
   std::size_t length = 0;
   for (const char c : wellFormed) {
     length += IsContinuation(c) ? 0U : 1U;
-    length += kSurrogatePairs && Byte(c) >= 0xF0 ? 1U : 0U;
+    if constexpr (kSurrogatePairs) {
+      // not covered: wchar_t has 16 bits on Windows only
+      length += Byte(c) >= 0xF0 ? 1U : 0U;
+    }
   }
   return length;
 }

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "storage/text_hash.h"
 #include "tests/support/allocation_probe.h"
 #include "tests/support/read_all.h"
 
@@ -285,6 +286,24 @@ TEST(ErrorList, AFailedAppendOfACollidingMessageChangesNothing) {
     AppendKeysNotFound(list, keys);
     EXPECT_EQ(ReadAll(list), TextsOf(keys));
   }
+}
+
+// A message with the hash of another one is possible, though nobody meets it.
+TEST(ErrorList, HasMissingKeyComparesMoreThanTheHash) {
+  const std::uint64_t hash = HashText(L"key");
+  const auto hasKey = [hash](const ErrorList& list) {
+    return list.HasMissingKey<UpTo3>(L"key", 3, hash);
+  };
+  ErrorList list;
+  list.Append({Message::Kind::kUnknownDictionary, L"key", {}, hash});
+  EXPECT_FALSE(hasKey(list)) << "of another kind";
+  list.Append({Message::Kind::kKeyNotFound, L"ke", {}, hash});
+  EXPECT_FALSE(hasKey(list)) << "of another length";
+  list.Append({Message::Kind::kKeyNotFound, L"kez", {}, hash});
+  EXPECT_FALSE(hasKey(list)) << "of another key";
+  list.Append(KeyNotFoundMessage(L"key", hash));
+  EXPECT_TRUE(hasKey(list));
+  EXPECT_EQ(list.Count(), 4);
 }
 
 }  // namespace
