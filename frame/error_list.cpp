@@ -11,8 +11,8 @@ void ErrorList::Append(const Message& message) {
   if (table_.Find(MessageQuery{message}) != nullptr) {
     return;
   }
-  if (order_.size() ==
-      order_.capacity()) {  // first, so that push_back cannot throw after table_.Add
+  // First, so that push_back cannot throw after table_.Add.
+  if (order_.size() == order_.capacity()) {
     order_.reserve(std::max<std::size_t>(2 * order_.size(), 1));
   }
   const std::size_t length = TextLength(message);

@@ -12,7 +12,7 @@ constexpr std::size_t kLongestCharacter = 4;
 
 constexpr unsigned char Byte(char c) noexcept { return static_cast<unsigned char>(c); }
 
-constexpr bool IsContinuation(char c) noexcept { return (Byte(c) & 0xC0U) == 0x80U; }
+constexpr bool IsContinuation(unsigned char byte) noexcept { return (byte & 0xC0U) == 0x80U; }
 
 // Length of the character at the start of `bytes`, or 0 if there is no well-formed one. Overlong
 // sequences, surrogates and values beyond U+10FFFF all show in the first two bytes, so a range for
@@ -42,7 +42,7 @@ std::size_t CharacterLength(std::string_view bytes) noexcept {
     return 0;
   }
   for (std::size_t i = 2; i < length; ++i) {
-    if (!IsContinuation(bytes[i])) {
+    if (!IsContinuation(Byte(bytes[i]))) {
       return 0;
     }
   }
@@ -87,14 +87,13 @@ bool HasFault(const unsigned char* block) noexcept {
   for (std::size_t i = 0; i < kCheckedBlock; ++i) {
     const unsigned char byte = block[i];
     const unsigned char before = oneBefore[i];
-    const bool isContinuation = (byte & 0xC0U) == 0x80;
     const bool isNeeded = NeedsContinuation(before, twoBefore[i], threeBefore[i]);
     const bool isNeverUsed = ((byte & 0xFEU) == 0xC0) | (byte > 0xF4);
     const bool isOverlong = ((before == 0xE0) & (byte < 0xA0)) | ((before == 0xF0) & (byte < 0x90));
     const bool isSurrogateOrBeyond =
         ((before == 0xED) & (byte > 0x9F)) | ((before == 0xF4) & (byte > 0x8F));
-    faults |= static_cast<unsigned char>((isContinuation != isNeeded) | isNeverUsed | isOverlong |
-                                         isSurrogateOrBeyond);
+    faults |= static_cast<unsigned char>((IsContinuation(byte) != isNeeded) | isNeverUsed |
+                                         isOverlong | isSurrogateOrBeyond);
   }
   return faults != 0;
 }
@@ -104,7 +103,7 @@ bool HasFault(const unsigned char* block) noexcept {
 std::size_t StartOfLastCharacter(std::string_view bytes, std::size_t position) noexcept {
   do {
     --position;
-  } while (IsContinuation(bytes[position]));
+  } while (IsContinuation(Byte(bytes[position])));
   return position;
 }
 
@@ -191,7 +190,7 @@ wchar_t* DecodeBlock(const unsigned char* block, unsigned char largest, std::siz
     return DecodeBlockOf<3>(block, skipped, text);
   }
   for (std::size_t i = skipped; i < kDecodedBlock; ++i) {
-    if ((block[i] & 0xC0U) != 0x80) {
+    if (!IsContinuation(block[i])) {
       std::string_view character(reinterpret_cast<const char*>(block + i), kLongestCharacter);
       text = Widen(TakeCharacter(character), text);
     }
@@ -250,7 +249,7 @@ std::size_t WellFormedUtf8Length(std::string_view bytes) noexcept {
 std::size_t WideLength(std::string_view wellFormed) noexcept {
   std::size_t length = 0;
   for (const char c : wellFormed) {
-    length += IsContinuation(c) ? 0U : 1U;
+    length += IsContinuation(Byte(c)) ? 0U : 1U;
     if constexpr (kSurrogatePairs) {
       // not covered: wchar_t has 16 bits on Windows only
       length += Byte(c) >= 0xF0 ? 1U : 0U;
