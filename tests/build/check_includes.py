@@ -21,7 +21,7 @@ LAYERS = (
     ("frame/library_state",),
     ("frame/exports.cpp", "frame/dll_main_windows.cpp"),
 )
-ROOMS = ("dictionary", "frame", "include", "phyval", "platform", "storage", "text", "unittables")
+ROOMS = sorted({name.split("/")[0] for layer in LAYERS for name in layer})
 OF_ONE_SYSTEM = re.compile(r"_(?:posix|windows|mingw)\.|/(?:posix|windows)/")
 SYSTEM_MACRO = re.compile(r"^\s*#.*\b(?:_WIN32|__linux__|__unix__)\b", re.MULTILINE)
 GENERATED = ("include/kelmo_localizer_runtime.h",)

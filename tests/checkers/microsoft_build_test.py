@@ -4,17 +4,14 @@ Compiles only the sources that the rows falsify, and those that define the expor
 """
 
 import os
-import shutil
 import sys
 import unittest
 
-from refusals import TOP, RefusalTest, Row, falsify, new_folder, write
+from refusals import TOP, RefusalTest, Row, copy_library, falsify, new_folder, write
 
 HEADER, LIST, DEFINITION = "include/kelmo_localizer.h", "tests/abi/exported_names_microsoft.txt", "frame/exports_windows.def"
 INLINING, VALUE_TYPE, DOUBLE, SCRIPT = "storage/inlining.h", "phyval/value_type.cpp", "phyval/double.cpp", "resources/default_unit_table.rc"
 SOURCES = ("c.c", "cxx11.cpp", "exports.cpp", "double.cpp", "double_windows.cpp", "value_type.cpp", "default_unit_table.rc")
-FOLDERS = ("cmake", "dictionary", "examples", "frame", "include", "phyval", "platform", "resources", "storage", "tests/abi", "text",
-           "unittables")
 GET_SID = "int ValueType::GetSid() { return code < 100 ? 0 : code % 1000; }"
 FUNCTION = "KELMO_LOCALIZER_API void ClearErrors(void);"
 MEMBER = "  KELMO_LOCALIZER_MEMBER int GetSid();"
@@ -48,9 +45,7 @@ ROWS = (
 
 
 def write_folder(folder):
-    shutil.copy(TOP / "CMakeLists.txt", folder)
-    for part in FOLDERS:
-        shutil.copytree(TOP / part, folder / part)
+    copy_library(folder, "examples", "tests/abi")
 
 
 def command(folder, *sources):

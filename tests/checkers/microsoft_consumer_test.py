@@ -1,10 +1,9 @@
 """tests/consumer/check_microsoft_consumer.py refuses a package that does not suit hosts of Microsoft's compiler."""
 
-import shutil
 import sys
 import unittest
 
-from refusals import TOP, RefusalTest, Row
+from refusals import TOP, RefusalTest, Row, copy_library
 
 HOSTS, INSTALL, LIST = "cmake/microsoft_hosts.cmake", "cmake/install.cmake", "tests/consumer/installed_files_microsoft.txt"
 OPTIONS = '"$<$<COMPILE_LANG_AND_ID:CXX,MSVC>:/EHs;/EHc->"'
@@ -24,15 +23,10 @@ ROWS = (
   install(FILES ${PROJECT_BINARY_DIR}/kelmo_localizer_runtime.h TYPE INCLUDE)""",
         "microsoft_debug: the host is not rejected"),
 )
-PARTS = ("cmake", "dictionary", "frame", "include", "phyval", "platform", "resources", "storage", "text", "unittables", "tests/abi",
-         "tests/consumer")
 
 
 def write_folder(folder):
-    for part in PARTS:
-        shutil.copytree(TOP / part, folder / part)
-    for file in ("CMakeLists.txt", "NOTICES.md"):
-        shutil.copy(TOP / file, folder)
+    copy_library(folder, "NOTICES.md", "tests/abi", "tests/consumer")
 
 
 def command(folder):

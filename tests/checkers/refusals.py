@@ -7,6 +7,7 @@ the expected complaint. A checker that ends differently or with another complain
 import collections
 import contextlib
 import pathlib
+import shutil
 import subprocess
 import tempfile
 import unittest
@@ -42,6 +43,20 @@ def write(folder, files):
         file.write_text(text, "utf-8", "surrogateescape", newline="")
         if text.startswith("#!"):
             file.chmod(0o755)
+
+
+# What a build of the library reads.
+LIBRARY = ("CMakeLists.txt", "cmake", "dictionary", "frame", "include", "phyval", "platform", "resources", "storage", "text",
+           "unittables")
+
+
+def copy_library(folder, *more):
+    """Copies the library, and more files and folders of the project."""
+    for part in (*LIBRARY, *more):
+        if (TOP / part).is_dir():
+            shutil.copytree(TOP / part, folder / part)
+        else:
+            shutil.copy(TOP / part, folder)
 
 
 @contextlib.contextmanager
