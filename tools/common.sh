@@ -90,7 +90,7 @@ start_wine() {
 }
 
 # Every build configures the tests, which need Python and GoogleTest: the library for Linux, the sources for Windows.
-packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix libgtest-dev googletest python3)
+packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix libgtest-dev googletest python3 libcli11-dev nlohmann-json3-dev)
 # For Clang in the place of Microsoft's compiler, for a locale with a decimal comma, and for CMake's default generator.
 packages_native_tests=(clang libc++-dev llvm locales make)
 packages_wine=(wine wine64)

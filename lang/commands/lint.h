@@ -1,0 +1,18 @@
+// kelmo-lang lint: checks dictionaries and unit tables.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace KelmoLibs::Lang {
+
+struct LintOptions {
+  std::vector<std::string> paths;
+  std::optional<std::string> base;
+};
+
+/// Prints the report to the standard output and returns the exit status: 0, 1 or 2.
+int Lint(const LintOptions& options);
+
+}  // namespace KelmoLibs::Lang

@@ -1,0 +1,86 @@
+#include "lang/reading/dictionary_file.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "dictionary/dictionary_line.h"
+#include "lang/reading/windows_text.h"
+#include "text/line_reader.h"
+#include "text/utf8.h"
+
+namespace KelmoLibs::Lang {
+namespace {
+
+using Localize::DictionaryLine;
+using Localize::LineReader;
+using Localize::SplitDictionaryLine;
+using Localize::WellFormedUtf8Length;
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+std::string_view WithoutByteOrderMark(std::string_view text) noexcept {
+  return text.substr(0, kByteOrderMark.size()) == kByteOrderMark
+             ? text.substr(kByteOrderMark.size())
+             : text;
+}
+
+}  // namespace
+
+DictionaryFile::DictionaryFile(std::string name, std::filesystem::path path, std::string raw)
+    : source_(std::move(name), std::move(path), std::move(raw)) {
+  ReadAsLibrary();
+  ReadLost();
+}
+
+// The library's own reader gives the lines. They are the lines of the file, without the CR of a
+// CR LF, so that the views can be moved from the buffer of the reader to the file.
+void DictionaryFile::ReadAsLibrary() {
+  const std::string_view raw = source_.Raw();
+  const std::size_t controlZ = std::min(raw.find('\x1A'), raw.size());
+  stopsAt_ = WellFormedUtf8Length(raw.substr(0, controlZ));
+  if (stopsAt_ < controlZ) {
+    stop_ = Stop::kNotUtf8;
+  } else if (controlZ < raw.size()) {
+    stop_ = Stop::kControlZ;
+  }
+
+  WindowsText text(raw);
+  LineReader lines(text);
+  for (std::size_t start = 0; const std::optional<std::string_view> line = lines.Next();) {
+    const DictionaryLine fields = SplitDictionaryLine(raw.substr(start, line->size()));
+    if (!hasHeader_) {
+      hasHeader_ = true;
+      id_ = fields.key;
+      displayName_ = fields.text;
+    } else if (!line->empty()) {
+      entries_.push_back({fields.key, fields.text});
+    }
+    start = std::min(raw.find('\n', start + line->size()), raw.size() - 1) + 1;
+  }
+}
+
+void DictionaryFile::ReadLost() {
+  intendedId_ = WithoutByteOrderMark(id_);
+  const bool isWholeFileLost =
+      source_.EncodedAsUtf16() != Utf16::kNo || source_.LineEnds() == LineEnd::kCr || !hasHeader_;
+  if (!isWholeFileLost && stop_ == Stop::kEndOfFile) {
+    return;
+  }
+  const std::string_view bytes = source_.Bytes();
+  std::uint32_t line = 1;
+  if (!isWholeFileLost) {
+    line = source_.LineOf(bytes.data() + stopsAt_) + 1;
+  } else if (source_.LineCount() > 0) {
+    intendedId_ = SplitDictionaryLine(WithoutByteOrderMark(source_.Line(line++))).key;
+  }
+  for (; line <= source_.LineCount(); ++line) {
+    const std::string_view lost = source_.Line(line);
+    if (!lost.empty()) {
+      const DictionaryLine fields = SplitDictionaryLine(lost);
+      lostEntries_.push_back({fields.key, fields.text});
+    }
+  }
+}
+
+}  // namespace KelmoLibs::Lang

@@ -1,0 +1,94 @@
+#include "lang/reading/file_names.h"
+
+#include <algorithm>
+#include <string_view>
+#include <system_error>
+
+namespace KelmoLibs::Lang {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view kUnitTableEnd = "-val.txt";
+constexpr std::string_view kNeutralUnitTable = "lang-val.text";
+constexpr std::string_view kTextEnd = ".txt";
+
+bool EndsWith(std::string_view text, std::string_view end) noexcept {
+  return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
+}
+
+// Whether `name` fits `pattern`. Backtracks to the last * only, so that the cost is at most the
+// product of the lengths.
+bool Fits(std::string_view name, std::string_view pattern) noexcept {
+  std::size_t at = 0;
+  std::size_t inPattern = 0;
+  std::size_t star = std::string_view::npos;
+  std::size_t starAt = 0;
+  while (at < name.size()) {
+    if (inPattern < pattern.size() && pattern[inPattern] == '*') {
+      star = inPattern++;
+      starAt = at;
+    } else if (inPattern < pattern.size() &&
+               (pattern[inPattern] == '?' || pattern[inPattern] == name[at])) {
+      ++at;
+      ++inPattern;
+    } else if (star != std::string_view::npos) {
+      inPattern = star + 1;
+      at = ++starAt;
+    } else {
+      return false;
+    }
+  }
+  return pattern.find_first_not_of('*', inPattern) == std::string_view::npos;
+}
+
+template <class Predicate>
+std::vector<fs::path> FilesOf(const fs::path& folder, Predicate isWanted) {
+  std::vector<fs::path> files;
+  std::error_code error;
+  for (fs::directory_iterator entry(folder.empty() ? fs::path(".") : folder, error), end;
+       !error && entry != end; entry.increment(error)) {
+    const fs::path name = entry->path().filename();
+    std::error_code notRegular;
+    if (isWanted(name.u8string()) && entry->is_regular_file(notRegular)) {
+      files.push_back(folder / name);
+    }
+  }
+  std::sort(files.begin(), files.end());
+  return files;
+}
+
+}  // namespace
+
+bool IsUnitTableName(const fs::path& path) {
+  const std::string name = path.filename().u8string();
+  return EndsWith(name, kUnitTableEnd) || name == kNeutralUnitTable;
+}
+
+std::vector<fs::path> ExpandPaths(const std::vector<std::string>& paths,
+                                  std::vector<WorkspaceProblem>& problems) {
+  std::vector<fs::path> files;
+  for (const std::string& given : paths) {
+    const fs::path path = fs::u8path(given);
+    std::error_code error;
+    std::vector<fs::path> found;
+    if (fs::is_directory(path, error)) {
+      found = FilesOf(path, [](const std::string& name) {
+        return EndsWith(name, kTextEnd) || name == kNeutralUnitTable;
+      });
+    } else if (const std::string pattern = path.filename().u8string();
+               pattern.find_first_of("*?") != std::string::npos && !fs::exists(path, error)) {
+      found = FilesOf(path.parent_path(),
+                      [&pattern](const std::string& name) { return Fits(name, pattern); });
+    } else {
+      found.push_back(path);
+    }
+    if (found.empty()) {
+      problems.push_back({given, "problem.no_files"});
+    }
+    files.insert(files.end(), found.begin(), found.end());
+  }
+  return files;
+}
+
+}  // namespace KelmoLibs::Lang

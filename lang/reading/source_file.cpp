@@ -1,0 +1,83 @@
+#include "lang/reading/source_file.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "lang/unicode/utf16.h"
+#include "text/utf8.h"
+
+namespace KelmoLibs::Lang {
+
+using Localize::WellFormedUtf8Length;
+
+SourceFile::SourceFile(std::string name, std::filesystem::path path, std::string raw)
+    : name_(std::move(name)),
+      path_(std::move(path)),
+      raw_(std::move(raw)),
+      utf16_(FindUtf16(raw_)) {
+  if (utf16_ != Utf16::kNo) {
+    decoded_ = Utf8FromUtf16(raw_, utf16_ == Utf16::kBigEndian);
+  }
+  FindLines();
+}
+
+void SourceFile::FindLines() {
+  const std::string_view bytes = Bytes();
+  const bool hasLf = bytes.find('\n') != std::string_view::npos;
+  lineEnd_ = !hasLf && bytes.find('\r') != std::string_view::npos ? LineEnd::kCr : LineEnd::kLf;
+  const char end = lineEnd_ == LineEnd::kCr ? '\r' : '\n';
+  for (std::size_t start = 0; start < bytes.size();) {
+    lineStarts_.push_back(start);
+    const std::size_t found = bytes.find(end, start);
+    start = found == std::string_view::npos ? bytes.size() : found + 1;
+  }
+}
+
+std::string_view SourceFile::Line(std::uint32_t number) const noexcept {
+  const std::string_view bytes = Bytes();
+  const std::size_t start = lineStarts_[number - 1];
+  std::size_t end = number < lineStarts_.size() ? lineStarts_[number] : bytes.size();
+  if (end > start && bytes[end - 1] == (lineEnd_ == LineEnd::kCr ? '\r' : '\n')) {
+    --end;
+    if (lineEnd_ == LineEnd::kLf && end > start && bytes[end - 1] == '\r') {
+      --end;
+    }
+  }
+  return bytes.substr(start, end - start);
+}
+
+std::uint32_t SourceFile::LineOf(const char* position) const noexcept {
+  const auto offset = static_cast<std::size_t>(position - Bytes().data());
+  const auto behind = std::upper_bound(lineStarts_.begin(), lineStarts_.end(), offset);
+  return static_cast<std::uint32_t>(behind - lineStarts_.begin());
+}
+
+Place SourceFile::PlaceOf(std::string_view part) const noexcept {
+  const std::uint32_t line = LineOf(part.data());
+  if (line == 0) {  // an empty file
+    return {};
+  }
+  const char* const lineStart = Bytes().data() + lineStarts_[line - 1];
+  const std::string_view before(lineStart, static_cast<std::size_t>(part.data() - lineStart));
+  const std::string_view text = Line(line);
+  const std::size_t left = text.size() - std::min(text.size(), before.size());
+  return {0, line, CountCodePoints(before) + 1, CountCodePoints(part.substr(0, left))};
+}
+
+std::uint32_t CountCodePoints(std::string_view bytes) noexcept {
+  std::size_t count = 0;
+  while (!bytes.empty()) {
+    const std::size_t wellFormed = WellFormedUtf8Length(bytes);
+    count += static_cast<std::size_t>(
+        std::count_if(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(wellFormed),
+                      [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }));
+    bytes.remove_prefix(wellFormed);
+    if (!bytes.empty()) {
+      ++count;
+      bytes.remove_prefix(1);
+    }
+  }
+  return static_cast<std::uint32_t>(count);
+}
+
+}  // namespace KelmoLibs::Lang

@@ -1,0 +1,75 @@
+// The bytes of one file, its lines, and places in it.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace KelmoLibs::Lang {
+
+/// A place as editors show it. Lines and columns count from 1; columns and lengths are code points,
+/// and a byte that is not UTF-8 counts as one. Line 0: the file as a whole.
+struct Place {
+  std::uint32_t file = 0;  // index in Workspace::files
+  std::uint32_t line = 0;
+  std::uint32_t column = 0;
+  std::uint32_t length = 0;
+};
+
+enum class LineEnd : std::uint8_t { kLf, kCr };  // CR LF is kLf
+enum class Utf16 : std::uint8_t { kNo, kLittleEndian, kBigEndian };
+
+/// A file in memory. It does not move: entries are views into it.
+class SourceFile {
+ public:
+  /// `name` is the name that findings show, in UTF-8. `raw` are the bytes of the file.
+  SourceFile(std::string name, std::filesystem::path path, std::string raw);
+  SourceFile(const SourceFile&) = delete;
+  SourceFile& operator=(const SourceFile&) = delete;
+
+  const std::string& Name() const noexcept { return name_; }
+  const std::filesystem::path& Path() const noexcept { return path_; }
+
+  /// The bytes of the file.
+  const std::string& Raw() const noexcept { return raw_; }
+
+  /// The bytes that people see: those of the file, or their translation to UTF-8 if it is UTF-16.
+  std::string_view Bytes() const noexcept { return utf16_ == Utf16::kNo ? raw_ : decoded_; }
+
+  Utf16 EncodedAsUtf16() const noexcept { return utf16_; }
+
+  /// kCr only if the file has CRs and no LF.
+  LineEnd LineEnds() const noexcept { return lineEnd_; }
+
+  std::uint32_t LineCount() const noexcept {
+    return static_cast<std::uint32_t>(lineStarts_.size());
+  }
+
+  /// Line `number` of Bytes(), from 1, without its line end.
+  std::string_view Line(std::uint32_t number) const noexcept;
+
+  /// The line of the byte at `position`, a pointer into Bytes() or to its end. O(log n).
+  std::uint32_t LineOf(const char* position) const noexcept;
+
+  /// The place of `part`, a view into Bytes(). Its length ends with the line.
+  Place PlaceOf(std::string_view part) const noexcept;
+
+ private:
+  void FindLines();
+
+  std::string name_;
+  std::filesystem::path path_;
+  std::string raw_;
+  std::string decoded_;
+  Utf16 utf16_ = Utf16::kNo;
+  LineEnd lineEnd_ = LineEnd::kLf;
+  std::vector<std::size_t> lineStarts_;
+};
+
+/// Number of code points in `bytes`; each byte that is not UTF-8 counts as one.
+std::uint32_t CountCodePoints(std::string_view bytes) noexcept;
+
+}  // namespace KelmoLibs::Lang

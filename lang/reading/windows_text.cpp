@@ -1,0 +1,25 @@
+#include "lang/reading/windows_text.h"
+
+#include <algorithm>
+
+namespace KelmoLibs::Lang {
+
+std::size_t WindowsText::Read(char* buffer, std::size_t size) {
+  std::size_t filled = 0;
+  while (filled < size && position_ < bytes_.size()) {
+    const std::string_view rest = bytes_.substr(position_, size - filled);
+    const std::size_t count = std::min(rest.find('\r'), rest.size());
+    std::copy_n(rest.data(), count, buffer + filled);
+    filled += count;
+    position_ += count;
+    if (count < rest.size()) {  // at a CR
+      if (bytes_.substr(position_, 2) != "\r\n") {
+        buffer[filled++] = '\r';
+      }
+      ++position_;
+    }
+  }
+  return filled;
+}
+
+}  // namespace KelmoLibs::Lang

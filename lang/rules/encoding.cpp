@@ -1,0 +1,7 @@
+#include "lang/rules/check.h"
+
+namespace KelmoLibs::Lang {
+
+void CheckEncoding(FileCheck& /*check*/) {}
+
+}  // namespace KelmoLibs::Lang

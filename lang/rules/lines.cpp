@@ -1,0 +1,7 @@
+#include "lang/rules/check.h"
+
+namespace KelmoLibs::Lang {
+
+void CheckLines(FileCheck& /*check*/) {}
+
+}  // namespace KelmoLibs::Lang

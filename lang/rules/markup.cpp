@@ -1,0 +1,7 @@
+#include "lang/rules/check.h"
+
+namespace KelmoLibs::Lang {
+
+void CheckMarkup(const TextCheck& /*check*/) {}
+
+}  // namespace KelmoLibs::Lang

@@ -1,0 +1,52 @@
+#!/usr/bin/env python3
+"""check_rules.py [--update] FOLDER PROGRAM...: runs kelmo-lang on the golden files of each rule.
+
+FOLDER has a folder for each rule, under its name: `bad` has files with the fault, `good` has files without it, and
+`expected.txt` is the report about `bad`. The base is the file en.txt, if there is one; --update writes `expected.txt`.
+"""
+
+import os
+import pathlib
+import subprocess
+import sys
+
+
+def lint(program, folder, name):
+    base = ["--base", f"{name}/en.txt"] if (folder / name / "en.txt").exists() else []
+    command = [*program, "lint", name, *base]
+    run = subprocess.run(command, cwd=folder, capture_output=True, check=False)
+    return run.returncode, (run.stdout + run.stderr).decode("utf-8").replace("\r\n", "\n")
+
+
+def problems(top, program, is_update):
+    folders = sorted(folder for folder in top.iterdir() if folder.is_dir())
+    if not folders:
+        yield f"{top} has no folders"
+    for folder in folders:
+        mark = f"[{folder.name}]"
+        status, report = lint(program, folder, "bad")
+        report = report.replace("bad\\", "bad/")
+        expected = folder / "expected.txt"
+        if is_update:
+            expected.write_text(report, "utf-8")
+        if mark not in report:
+            yield f"{folder.name}: the bad files give no {mark}; status {status}:\n{report}"
+        elif report != expected.read_text("utf-8"):
+            yield f"{folder.name}: the bad files give\n{report}\nbut {expected} says\n{expected.read_text('utf-8')}"
+        status, report = lint(program, folder, "good")
+        if mark in report or status != 0:
+            yield f"{folder.name}: the good files give status {status} and\n{report}"
+
+
+def main():
+    arguments = sys.argv[1:]
+    is_update = arguments[0] == "--update"
+    if is_update:
+        arguments.pop(0)
+    found = list(problems(pathlib.Path(arguments[0]), [os.path.abspath(part) for part in arguments[1:]], is_update))
+    print(*found, sep="\n")
+    sys.exit(1 if found else 0)
+
+
+if __name__ == "__main__":
+    main()
