@@ -18,7 +18,7 @@ import re
 import subprocess
 import sys
 
-NOT_THE_LIBRARY = ("benchmarks/", "examples/", "tests/")
+NOT_THE_LIBRARY = ("benchmarks/", "examples/", "lang/", "tests/")
 ONLY_ON_WINDOWS = re.compile(r"^platform/windows/|_windows\.cpp$")
 BLOCK = re.compile(r"^( *)// not covered: (.+)$")
 BRANCH = re.compile(r"^ *// not covered, ((?:true|false) of `.+`): (.+)$")

@@ -24,7 +24,7 @@ build() {
   local folder=$1 level=$2 whole=$3
   shift 3
   cmake -G Ninja -S . -B "$folder" -D CMAKE_BUILD_TYPE=Release -D "CMAKE_C_FLAGS_RELEASE=$level -DNDEBUG" \
-    -D "CMAKE_CXX_FLAGS_RELEASE=$level -DNDEBUG" -D KELMO_LOCALIZER_TESTS=ON "$@" || return
+    -D "CMAKE_CXX_FLAGS_RELEASE=$level -DNDEBUG" -D KELMO_LOCALIZER_TESTS=ON -D KELMO_LOCALIZER_LANG=OFF "$@" || return
   set --
   if [ "$whole" = whole ]; then
     cmake --build "$folder" --parallel "$jobs"

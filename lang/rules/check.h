@@ -77,7 +77,7 @@ struct TextCheck {
 
 // Of a file; they mark the lines that they explain.
 void CheckEncoding(FileCheck& check);    // encoding.cpp
-void CheckCharacters(FileCheck& check);  // characters.cpp
+void CheckCharacters(FileCheck& check);  // odd_characters.cpp
 void CheckLines(FileCheck& check);       // lines.cpp: what another format means by a line
 void CheckKeys(FileCheck& check);        // keys.cpp: header, duplicate keys
 

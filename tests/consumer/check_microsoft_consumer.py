@@ -57,7 +57,7 @@ def configure(source, build, *definitions):
 def installed(prefix, *definitions):
     build = work / f"{prefix}_build"
     configure(top, build, "CMAKE_BUILD_TYPE=Release", "KELMO_LOCALIZER_TESTS=OFF", "KELMO_LOCALIZER_EXAMPLES=OFF",
-              *definitions)
+              "KELMO_LOCALIZER_LANG=OFF", *definitions)
     for file in ("bin/kelmo_Mestrel_Localizer.dll", "lib/kelmo_Mestrel_Localizer.lib"):
         (build / file).parent.mkdir(exist_ok=True)
         (build / file).touch()
