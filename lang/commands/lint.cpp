@@ -10,7 +10,7 @@ namespace KelmoLibs::Lang {
 int Lint(const LintOptions& options) {
   std::vector<WorkspaceProblem> problems;
   const Workspace workspace = ReadWorkspace({options.paths, options.base}, problems);
-  const Report report{workspace, CheckWorkspace(workspace), {}};
+  const Report report{workspace, CheckWorkspace(workspace).Take(), {}};
   const std::string text = TextReport(report, Texts("en"), {});
   std::fwrite(text.data(), 1, text.size(), stdout);
   return problems.empty() ? static_cast<int>(!report.findings.empty()) : 2;

@@ -61,7 +61,8 @@ Place SourceFile::PlaceOf(std::string_view part) const noexcept {
   const std::string_view before(lineStart, static_cast<std::size_t>(part.data() - lineStart));
   const std::string_view text = Line(line);
   const std::size_t left = text.size() - std::min(text.size(), before.size());
-  return {0, line, CountCodePoints(before) + 1, CountCodePoints(part.substr(0, left))};
+  return {0, line, CountCodePoints(before) + 1, CountCodePoints(part.substr(0, left)),
+          static_cast<std::size_t>(part.data() - Bytes().data())};
 }
 
 std::uint32_t CountCodePoints(std::string_view bytes) noexcept {

@@ -17,6 +17,7 @@ struct Place {
   std::uint32_t line = 0;
   std::uint32_t column = 0;
   std::uint32_t length = 0;
+  std::size_t offset = 0;  // in bytes, in SourceFile::Bytes()
 };
 
 enum class LineEnd : std::uint8_t { kLf, kCr };  // CR LF is kLf

@@ -4,8 +4,7 @@
 
 namespace KelmoLibs::Lang {
 
-FileCheck::FileCheck(const Workspace& workspace, std::uint32_t fileIndex,
-                     std::vector<Finding>& findings)
+FileCheck::FileCheck(const Workspace& workspace, std::uint32_t fileIndex, Findings& findings)
     : workspace_(workspace),
       fileIndex_(fileIndex),
       file_(*workspace.files[fileIndex].dictionary),
@@ -24,10 +23,7 @@ Finding& FileCheck::Add(RuleId rule, Severity severity, std::string_view where,
 }
 
 Finding& FileCheck::AddToFile(RuleId rule, Severity severity, Sentence message) {
-  Finding& finding = findings_.emplace_back();
-  finding.rule = rule;
-  finding.severity = severity;
-  finding.place.file = fileIndex_;
+  Finding& finding = findings_.Add(rule, severity, fileIndex_);
   finding.id = file_.IntendedId();
   finding.message = std::move(message);
   return finding;

@@ -9,13 +9,14 @@
 #include "lang/finding.h"
 #include "lang/reading/language.h"
 #include "lang/reading/workspace.h"
+#include "lang/rules/findings.h"
 
 namespace KelmoLibs::Lang {
 
 /// One dictionary file while it is checked.
 class FileCheck {
  public:
-  FileCheck(const Workspace& workspace, std::uint32_t fileIndex, std::vector<Finding>& findings);
+  FileCheck(const Workspace& workspace, std::uint32_t fileIndex, Findings& findings);
 
   const Workspace& AllFiles() const noexcept { return workspace_; }
   std::uint32_t FileIndex() const noexcept { return fileIndex_; }
@@ -57,7 +58,7 @@ class FileCheck {
   const MergedDictionary* base_;
   Language language_;
   std::vector<bool> explained_;  // by line number
-  std::vector<Finding>& findings_;
+  Findings& findings_;
 };
 
 /// One entry that hosts see, and the base's entry of the same key.
@@ -95,7 +96,7 @@ void CheckPlurals(std::vector<FileCheck>& files);      // plurals.cpp
 void CheckConsistency(std::vector<FileCheck>& files);  // words.cpp; off unless asked for
 
 // Of a unit table.
-void CheckUnits(const Workspace& workspace, std::uint32_t fileIndex,
-                std::vector<Finding>& findings);  // unit_tables.cpp
+// unit_tables.cpp
+void CheckUnits(const Workspace& workspace, std::uint32_t fileIndex, Findings& findings);
 
 }  // namespace KelmoLibs::Lang

@@ -28,7 +28,7 @@ void CheckTexts(FileCheck& check) {
 }
 
 void CheckDictionary(const Workspace& workspace, const MergedDictionary& dictionary,
-                     std::vector<Finding>& findings) {
+                     Findings& findings) {
   std::vector<FileCheck> files;
   for (const std::uint32_t file : dictionary.Files()) {
     if (workspace.files[file].isReported) {
@@ -54,8 +54,8 @@ void CheckDictionary(const Workspace& workspace, const MergedDictionary& diction
 
 }  // namespace
 
-std::vector<Finding> CheckWorkspace(const Workspace& workspace) {
-  std::vector<Finding> findings;
+Findings CheckWorkspace(const Workspace& workspace) {
+  Findings findings;
   for (const auto& [id, dictionary] : workspace.dictionaries) {
     CheckDictionary(workspace, dictionary, findings);
   }

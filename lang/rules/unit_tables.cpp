@@ -3,6 +3,6 @@
 namespace KelmoLibs::Lang {
 
 void CheckUnits(const Workspace& /*workspace*/, std::uint32_t /*fileIndex*/,
-                std::vector<Finding>& /*findings*/) {}
+                Findings& /*findings*/) {}
 
 }  // namespace KelmoLibs::Lang
