@@ -1,6 +1,6 @@
 """Compares the parts of other projects in a built library, which the linker's map lists, with the table in NOTICES.md.
 
-    python3 check_notices.py NOTICES.md .dll|.so MAP
+    python3 check_notices.py NOTICES.md .dll|.so|.exe MAP
 
 The table is below the heading of the file with that suffix. Its first column names an archive alone, for all its
 members, or with the members that are in the file: `libgcc.a`, or `libstdc++.a`: `tree.o`, `tinfo.o`. Parts that newer
@@ -19,7 +19,8 @@ def parts_in_map(text):
     if not others or len(others) == len(objects):
         sys.exit("the map lacks the objects of the compiler or those of the library: no linker has written it")
     # Only in the list of the needed members they are at the beginning of a line.
-    members = re.findall(r"^(\S.*?\.a)\(([^()]+)\)", text, re.M)
+    members = [(archive, member) for archive, member in re.findall(r"^(\S.*?\.a)\(([^()]+)\)", text, re.M)
+               if not archive.split("/")[-1].startswith("libkelmo_")]  # the project's own
     # MinGW-w64 puts the archive's name in front of some members: lib64_libmingwex_a-gdtoa.o
     return others | {(path.split("/")[-1], re.sub(r"^lib\w+_l?a-", "", member)) for path, member in members}
 
@@ -34,7 +35,7 @@ def version_in_map(text):
 
 def parts_in_page(page, suffix, version):
     """The parts that the page lists for that version of GCC; (archive, None) means all members of an archive."""
-    table = re.search(rf"^### `\w+\{suffix}`$(.*?)^#", page, re.M | re.S)
+    table = re.search(rf"^### `[\w-]+\{suffix}`$(.*?)^#", page, re.M | re.S)
     rows = re.findall(r"^\| (`.+?) \|", table[1], re.M) if table else []
     if not rows:
         sys.exit(f"the page has no table for the file with the suffix {suffix}")
