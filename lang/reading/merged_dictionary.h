@@ -15,12 +15,14 @@ namespace KelmoLibs::Lang {
 /// An entry of the dictionary and the file that has it.
 struct FoundEntry {
   std::uint32_t file = 0;  // index in Workspace::files
+  bool isLost = false;     // hosts do not see it: it lies behind a fault
   const Entry* entry = nullptr;
 
   explicit operator bool() const noexcept { return entry != nullptr; }
 };
 
-/// The first entry of each key, as hosts see it. The files must outlive it.
+/// The first entry of each key, as hosts see it. A lost entry counts only if no file has its key
+/// otherwise. The files must outlive it.
 class MergedDictionary {
  public:
   /// `fileIndex` is the index of `file` in Workspace::files. Also takes the lost entries: keys that
@@ -38,7 +40,7 @@ class MergedDictionary {
  private:
   struct Record {
     std::uint64_t hash;
-    FoundEntry found;
+    mutable FoundEntry found;  // changes from a lost entry to one of the same key that hosts see
 
     std::uint64_t Hash() const noexcept { return hash; }
     friend int Compare(const Record& left, const Record& right) noexcept {
@@ -60,7 +62,7 @@ class MergedDictionary {
   };
 
   static Query QueryOf(std::string_view key) noexcept;
-  void Add(std::uint32_t fileIndex, const Entry& entry);
+  void Add(const FoundEntry& added);
 
   std::vector<std::uint32_t> files_;
   Localize::RecordTable<Record> first_{nullptr};
