@@ -6,11 +6,48 @@
 #include "lang/rules/check_workspace.h"
 
 namespace KelmoLibs::Lang {
+namespace {
+
+std::vector<RuleId> RulesNotRun(const Workspace& workspace) {
+  std::vector<RuleId> rules;
+  bool hasDictionary = false;
+  for (const WorkspaceFile& file : workspace.files) {
+    hasDictionary = hasDictionary || (file.isReported && file.dictionary);
+  }
+  if (hasDictionary && workspace.Base() == nullptr) {
+    for (const Rule& rule : AllRules()) {
+      if (rule.needsBase && rule.isOnByDefault) {
+        rules.push_back(rule.id);
+      }
+    }
+  }
+  return rules;
+}
+
+std::vector<std::uint32_t> SetsOfTheirOwn(const Workspace& workspace) {
+  std::vector<std::uint32_t> sets;
+  if (const MergedDictionary* const base = workspace.Base()) {
+    const std::string_view baseId = workspace.files[*workspace.baseFile].dictionary->IntendedId();
+    for (std::uint32_t i = 0; i < workspace.files.size(); ++i) {
+      const WorkspaceFile& file = workspace.files[i];
+      if (file.isReported && file.dictionary && file.dictionary->IntendedId() != baseId &&
+          workspace.BaseOf(i) != base) {
+        sets.push_back(i);
+      }
+    }
+  }
+  return sets;
+}
+
+}  // namespace
 
 int Lint(const LintOptions& options) {
   std::vector<WorkspaceProblem> problems;
   const Workspace workspace = ReadWorkspace({options.paths, options.base}, problems);
-  const Report report{workspace, CheckWorkspace(workspace).Take(), {}};
+  Findings findings = CheckWorkspace(workspace);
+  Report report{workspace, findings.Take(), findings.Counted(), RulesNotRun(workspace),
+                SetsOfTheirOwn(workspace)};
+  SortFindings(report.findings);
   const std::string text = TextReport(report, Texts("en"), {});
   std::fwrite(text.data(), 1, text.size(), stdout);
   return problems.empty() ? static_cast<int>(!report.findings.empty()) : 2;

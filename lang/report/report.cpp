@@ -1,0 +1,38 @@
+#include "lang/report/report.h"
+
+#include <algorithm>
+#include <tuple>
+
+namespace KelmoLibs::Lang {
+
+void SortFindings(std::vector<Finding>& findings) {
+  const auto rank = [](const Finding& finding) {
+    const Place& place = finding.place;
+    return std::make_tuple(-static_cast<int>(finding.severity), place.file, place.line,
+                           place.column);
+  };
+  std::stable_sort(
+      findings.begin(), findings.end(),
+      [rank](const Finding& left, const Finding& right) { return rank(left) < rank(right); });
+}
+
+Summary SummaryOf(const Report& report) {
+  Summary summary;
+  const auto add = [&summary](Severity severity, std::size_t count) {
+    (severity == Severity::kError     ? summary.errors
+     : severity == Severity::kWarning ? summary.warnings
+                                      : summary.notes) += count;
+  };
+  for (const Finding& finding : report.findings) {
+    add(finding.severity, 1);
+  }
+  for (const CountedFindings& counted : report.counted) {
+    add(counted.severity, counted.count);
+  }
+  for (const WorkspaceFile& file : report.workspace.files) {
+    summary.files += file.isReported ? 1 : 0;
+  }
+  return summary;
+}
+
+}  // namespace KelmoLibs::Lang
