@@ -14,9 +14,10 @@ from unittest import mock
 
 from refusals import TOP
 
-sys.path[:0] = [str(TOP / "tools"), str(TOP / "tools/mutants")]
+sys.path[:0] = [str(TOP / "tools"), str(TOP / "tools/mutants"), str(TOP / "benchmarks")]
 import bench_report  # noqa: E402
 import coverage  # noqa: E402
+import lang_benchmark  # noqa: E402
 import mutate  # noqa: E402
 
 
@@ -111,6 +112,39 @@ class BenchReport(unittest.TestCase):
                     self.assertEqual(str(refusal.exception), complaint)
                 else:
                     self.assertEqual(bench_report.minima([file]), {"lookup/hot/kelmo/100": {"ns": 2000.0}})
+
+
+class LangBenchmark(unittest.TestCase):
+    """The verdict of benchmarks/lang_benchmark.py."""
+
+    TIMES = {"one": 0.2, "all": 4.9, "msgfmt -c": 0.1, "pofilter": 2.0}
+
+    def verdict(self, **changed):
+        subjects = []
+        for name, seconds in {**self.TIMES, **changed}.items():
+            if seconds:
+                subjects.append(lang_benchmark.Subject(name, [], limit={"msgfmt -c": 2.0, "pofilter": 0.1}.get(name)))
+                subjects[-1].times = [seconds / 2, seconds, seconds * 2]
+        is_met, text = printed(lang_benchmark.report, subjects)
+        return is_met, text.count("MISSED")
+
+    def test_each_target_can_be_missed(self):
+        for name, changed, verdict in (
+            ("all at their limits", {}, (True, 0)),
+            ("all languages too slow", {"all": 5.0}, (False, 1)),
+            ("one language slower than both peers allow", {"one": 0.21}, (False, 2)),
+            ("msgfmt is faster", {"msgfmt -c": 0.09}, (False, 1)),
+            ("pofilter is faster", {"pofilter": 1.9}, (False, 1)),
+            ("without peers", {"msgfmt -c": None, "pofilter": None}, (True, 0)),
+        ):
+            with self.subTest(name):
+                self.assertEqual(self.verdict(**changed), verdict)
+
+    def test_a_run_that_fails_is_refused(self):
+        lang_benchmark.Subject("fine", ["true"]).measure(".")
+        with self.assertRaises(SystemExit) as refusal:
+            lang_benchmark.Subject("crash", ["false"]).measure(".")
+        self.assertEqual(str(refusal.exception), "false ended with 1")
 
 
 class Coverage(unittest.TestCase):
