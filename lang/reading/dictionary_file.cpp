@@ -45,6 +45,9 @@ void DictionaryFile::ReadAsLibrary() {
     stop_ = Stop::kControlZ;
   }
 
+  if (source_.EncodedAsUtf16() == Utf16::kNo) {
+    entries_.reserve(source_.LineOf(raw.data() + stopsAt_));
+  }
   WindowsText text(raw);
   LineReader lines(text);
   for (std::size_t start = 0; const std::optional<std::string_view> line = lines.Next();) {
@@ -74,6 +77,7 @@ void DictionaryFile::ReadLost() {
   } else if (source_.LineCount() > 0) {
     intendedId_ = SplitDictionaryLine(WithoutByteOrderMark(source_.Line(line++))).key;
   }
+  lostEntries_.reserve(source_.LineCount() - std::min(source_.LineCount(), line - 1));
   for (; line <= source_.LineCount(); ++line) {
     const std::string_view lost = source_.Line(line);
     if (!lost.empty()) {

@@ -26,6 +26,8 @@ void SourceFile::FindLines() {
   const bool hasLf = bytes.find('\n') != std::string_view::npos;
   lineEnd_ = !hasLf && bytes.find('\r') != std::string_view::npos ? LineEnd::kCr : LineEnd::kLf;
   const char end = lineEnd_ == LineEnd::kCr ? '\r' : '\n';
+  // A vector that grows would need three times the memory for a moment.
+  lineStarts_.reserve(static_cast<std::size_t>(std::count(bytes.begin(), bytes.end(), end)) + 1);
   for (std::size_t start = 0; start < bytes.size();) {
     lineStarts_.push_back(start);
     const std::size_t found = bytes.find(end, start);
