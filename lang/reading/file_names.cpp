@@ -4,6 +4,8 @@
 #include <string_view>
 #include <system_error>
 
+#include "lang/reading/pattern.h"
+
 namespace KelmoLibs::Lang {
 namespace {
 
@@ -15,31 +17,6 @@ constexpr std::string_view kTextEnd = ".txt";
 
 bool EndsWith(std::string_view text, std::string_view end) noexcept {
   return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
-}
-
-// Whether `name` fits `pattern`. Backtracks to the last * only, so that the cost is at most the
-// product of the lengths.
-bool Fits(std::string_view name, std::string_view pattern) noexcept {
-  std::size_t at = 0;
-  std::size_t inPattern = 0;
-  std::size_t star = std::string_view::npos;
-  std::size_t starAt = 0;
-  while (at < name.size()) {
-    if (inPattern < pattern.size() && pattern[inPattern] == '*') {
-      star = inPattern++;
-      starAt = at;
-    } else if (inPattern < pattern.size() &&
-               (pattern[inPattern] == '?' || pattern[inPattern] == name[at])) {
-      ++at;
-      ++inPattern;
-    } else if (star != std::string_view::npos) {
-      inPattern = star + 1;
-      at = ++starAt;
-    } else {
-      return false;
-    }
-  }
-  return pattern.find_first_not_of('*', inPattern) == std::string_view::npos;
 }
 
 template <class Predicate>
@@ -79,7 +56,7 @@ std::vector<fs::path> ExpandPaths(const std::vector<std::string>& paths,
     } else if (const std::string pattern = path.filename().u8string();
                pattern.find_first_of("*?") != std::string::npos && !fs::exists(path, error)) {
       found = FilesOf(path.parent_path(),
-                      [&pattern](const std::string& name) { return Fits(name, pattern); });
+                      [&pattern](const std::string& name) { return FitsPattern(name, pattern); });
     } else {
       found.push_back(path);
     }

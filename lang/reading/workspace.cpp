@@ -44,7 +44,7 @@ class Reader {
         return i;
       }
     }
-    const std::string name = path.generic_u8string();
+    const std::string name = path.lexically_normal().generic_u8string();
     std::optional<std::string> bytes = ReadBytes(path);
     if (!bytes) {
       problems_.push_back({name, "problem.unreadable"});

@@ -4,7 +4,8 @@
 
 namespace KelmoLibs::Lang {
 
-FileCheck::FileCheck(const Workspace& workspace, std::uint32_t fileIndex, Findings& findings)
+FileCheck::FileCheck(const Workspace& workspace, std::uint32_t fileIndex, Findings& findings,
+                     const RuleSettings& settings)
     : workspace_(workspace),
       fileIndex_(fileIndex),
       file_(*workspace.files[fileIndex].dictionary),
@@ -12,7 +13,8 @@ FileCheck::FileCheck(const Workspace& workspace, std::uint32_t fileIndex, Findin
       base_(workspace.BaseOf(fileIndex)),
       language_(LanguageOf(file_.IntendedId())),
       explained_(std::size_t{file_.Source().LineCount()} + 1),
-      findings_(findings) {}
+      findings_(findings),
+      settings_(settings) {}
 
 Finding& FileCheck::Add(RuleId rule, Severity severity, std::string_view where,
                         std::string_view key, Sentence message) {

@@ -10,19 +10,24 @@
 #include "lang/reading/language.h"
 #include "lang/reading/workspace.h"
 #include "lang/rules/findings.h"
+#include "lang/rules/limits.h"
 
 namespace KelmoLibs::Lang {
 
 /// One dictionary file while it is checked.
 class FileCheck {
  public:
-  FileCheck(const Workspace& workspace, std::uint32_t fileIndex, Findings& findings);
+  FileCheck(const Workspace& workspace, std::uint32_t fileIndex, Findings& findings,
+            const RuleSettings& settings);
 
   const Workspace& AllFiles() const noexcept { return workspace_; }
   std::uint32_t FileIndex() const noexcept { return fileIndex_; }
   const DictionaryFile& File() const noexcept { return file_; }
   const SourceFile& Source() const noexcept { return file_.Source(); }
   const Language& FileLanguage() const noexcept { return language_; }
+
+  /// Which rules are on, and the limits for texts.
+  const RuleSettings& Settings() const noexcept { return settings_; }
 
   /// All files with the id of this file.
   const MergedDictionary& Merged() const noexcept { return merged_; }
@@ -59,6 +64,7 @@ class FileCheck {
   Language language_;
   std::vector<bool> explained_;  // by line number
   Findings& findings_;
+  const RuleSettings& settings_;
 };
 
 /// One entry that hosts see, and the base's entry of the same key.

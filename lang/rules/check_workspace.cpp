@@ -28,11 +28,11 @@ void CheckTexts(FileCheck& check) {
 }
 
 void CheckDictionary(const Workspace& workspace, const MergedDictionary& dictionary,
-                     Findings& findings) {
+                     const SettingsOfFiles& settings, Findings& findings) {
   std::vector<FileCheck> files;
   for (const std::uint32_t file : dictionary.Files()) {
     if (workspace.files[file].isReported) {
-      files.emplace_back(workspace, file, findings);
+      files.emplace_back(workspace, file, findings, settings.Of(file));
     }
   }
   if (files.empty()) {
@@ -54,10 +54,10 @@ void CheckDictionary(const Workspace& workspace, const MergedDictionary& diction
 
 }  // namespace
 
-Findings CheckWorkspace(const Workspace& workspace) {
+Findings CheckWorkspace(const Workspace& workspace, const SettingsOfFiles& settings) {
   Findings findings;
   for (const auto& [id, dictionary] : workspace.dictionaries) {
-    CheckDictionary(workspace, dictionary, findings);
+    CheckDictionary(workspace, dictionary, settings, findings);
   }
   for (std::uint32_t i = 0; i < workspace.files.size(); ++i) {
     if (workspace.files[i].units && workspace.files[i].isReported) {
