@@ -97,7 +97,7 @@ void CheckFinding(const Workspace& workspace, const Texts& texts, const Finding&
 
 void CheckReports(const Report& report, const Texts& texts) {
   for (const bool hasColours : {false, true}) {
-    const std::string text = TextReport(report, texts, {hasColours, 80});
+    const std::string text = TextReport(report, texts, {hasColours, true, 80});
     Expect(report.findings.empty() || !text.empty(), "an empty report");
     Expect(EncodeUtf8(model::Decode(text)) == text, "a report that is not UTF-8");
   }
@@ -142,7 +142,7 @@ Workspace WorkspaceOf(std::string_view bytes) {
 void CheckWith(std::string_view bytes) {
   static const Texts texts("en");
   const Workspace workspace = WorkspaceOf(bytes);
-  const Report report{workspace, CheckWorkspace(workspace).Take(), {}};
+  const Report report{workspace, CheckWorkspace(workspace).Take(), {}, {}, {}};
   for (const Finding& finding : report.findings) {
     CheckFinding(workspace, texts, finding);
   }
