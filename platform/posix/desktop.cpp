@@ -1,0 +1,7 @@
+#include "platform/desktop.h"
+
+namespace KelmoLibs::Lang {
+
+std::optional<Desktop> StartedFromDesktop() { return std::nullopt; }
+
+}  // namespace KelmoLibs::Lang
