@@ -1,9 +1,8 @@
 #include "lang/commands/lint.h"
 
-#include <cstdio>
-
 #include "lang/report/report.h"
 #include "lang/rules/check_workspace.h"
+#include "platform/console.h"
 
 namespace KelmoLibs::Lang {
 namespace {
@@ -41,16 +40,16 @@ std::vector<std::uint32_t> SetsOfTheirOwn(const Workspace& workspace) {
 
 }  // namespace
 
-int Lint(const LintOptions& options) {
+int Lint(const LintOptions& options, const Texts& texts) {
   std::vector<WorkspaceProblem> problems;
   const Workspace workspace = ReadWorkspace({options.paths, options.base}, problems);
   Findings findings = CheckWorkspace(workspace);
   Report report{workspace, findings.Take(), findings.Counted(), RulesNotRun(workspace),
                 SetsOfTheirOwn(workspace)};
   SortFindings(report.findings);
-  const std::string text = TextReport(report, Texts("en"), {});
-  std::fwrite(text.data(), 1, text.size(), stdout);
-  return problems.empty() ? static_cast<int>(!report.findings.empty()) : 2;
+  const std::string text = TextReport(report, texts, {});
+  const bool isWritten = Write(Stream::kOutput, text);
+  return problems.empty() && isWritten ? static_cast<int>(!report.findings.empty()) : 2;
 }
 
 }  // namespace KelmoLibs::Lang

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "lang/texts/texts.h"
+
 namespace KelmoLibs::Lang {
 
 struct LintOptions {
@@ -12,7 +14,7 @@ struct LintOptions {
   std::optional<std::string> base;
 };
 
-/// Prints the report to the standard output and returns the exit status: 0, 1 or 2.
-int Lint(const LintOptions& options);
+/// Prints the report in the language of `texts` and returns the exit status: 0, 1 or 2.
+int Lint(const LintOptions& options, const Texts& texts);
 
 }  // namespace KelmoLibs::Lang

@@ -13,7 +13,7 @@ import sys
 
 def lint(program, folder, name):
     base = ["--base", f"{name}/en.txt"] if (folder / name / "en.txt").exists() else []
-    command = [*program, "lint", name, *base]
+    command = [*program, "--lang", "en", "lint", name, *base]
     run = subprocess.run(command, cwd=folder, capture_output=True, check=False)
     return run.returncode, (run.stdout + run.stderr).decode("utf-8").replace("\r\n", "\n")
 
