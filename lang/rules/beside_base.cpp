@@ -1,4 +1,5 @@
 #include "lang/rules/check.h"
+#include "lang/rules/plural_keys.h"
 
 namespace KelmoLibs::Lang {
 
@@ -9,7 +10,7 @@ void CheckBesideBase(std::vector<FileCheck>& files) {
   }
   for (const std::uint32_t baseFile : first.Base()->Files()) {
     for (const Entry& entry : first.AllFiles().files[baseFile].dictionary->Entries()) {
-      if (!first.Merged().Find(entry.key)) {
+      if (!first.Merged().Find(entry.key) && !IsJudgedAsPluralForm(first, entry.key)) {
         Finding& finding = first.AddToFile(RuleId::kMissing, Severity::kWarning,
                                            {"missing.message", {std::string(entry.key)}});
         finding.key = entry.key;
