@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "lang/rules/check.h"
 #include "lang/rules/plural_keys.h"
 
@@ -5,7 +7,10 @@ namespace KelmoLibs::Lang {
 
 void CheckBesideBase(std::vector<FileCheck>& files) {
   FileCheck& first = files.front();
-  if (first.Base() == nullptr) {
+  const bool isUncertain = std::any_of(files.begin(), files.end(), [](const FileCheck& file) {
+    return file.IsWholeFileExplained() || file.IsIdDoubtful();
+  });
+  if (first.Base() == nullptr || isUncertain) {
     return;
   }
   for (const std::uint32_t baseFile : first.Base()->Files()) {

@@ -50,9 +50,19 @@ class FileCheck {
   /// A line whose fault is reported is explained: further rules do not look at its entry, so that
   /// one cause gives one finding.
   void Explain(std::uint32_t line) { explained_[line] = true; }
-  bool IsExplained(std::uint32_t line) const noexcept { return explained_[line]; }
+  /// No further rule looks at any line.
+  void ExplainWholeFile() { isWholeFileExplained_ = true; }
+  bool IsWholeFileExplained() const noexcept { return isWholeFileExplained_; }
+
+  /// The id is reported as wrong: the file is compared with no other one.
+  void DoubtId() { isIdDoubtful_ = true; }
+  bool IsIdDoubtful() const noexcept { return isIdDoubtful_; }
+
+  bool IsExplained(std::uint32_t line) const noexcept {
+    return isWholeFileExplained_ || explained_[line];
+  }
   bool IsExplained(const Entry& entry) const noexcept {
-    return explained_[Source().LineOf(entry.key.data())];
+    return IsExplained(Source().LineOf(entry.key.data()));
   }
 
  private:
@@ -63,6 +73,8 @@ class FileCheck {
   const MergedDictionary* base_;
   Language language_;
   std::vector<bool> explained_;  // by line number
+  bool isWholeFileExplained_ = false;
+  bool isIdDoubtful_ = false;
   Findings& findings_;
   const RuleSettings& settings_;
 };

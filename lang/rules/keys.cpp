@@ -1,7 +1,247 @@
+// The header of a file, and keys that the library reads otherwise than their author meant.
+// Tested by keys_test.cpp.
+#include <map>
+#include <optional>
+#include <utility>
+
+#include "lang/reading/name_language.h"
 #include "lang/rules/check.h"
+#include "lang/rules/line_kind.h"
+#include "lang/unicode/blanks.h"
+#include "lang/unicode/code_points.h"
 
 namespace KelmoLibs::Lang {
+namespace {
 
-void CheckKeys(FileCheck& /*check*/) {}
+constexpr std::string_view kBlanks = " \t\r";
+
+bool IsBlank(std::string_view text) noexcept {
+  return text.find_first_not_of(kBlanks) == std::string_view::npos;
+}
+
+bool HasUnicodeBlank(std::string_view text) {
+  bool hasBlank = false;
+  VisitCodePoints(text, [&hasBlank](char32_t character, std::string_view) {
+    hasBlank = BlankOf(character) != Blank::kNo;
+    return !hasBlank;
+  });
+  return hasBlank;
+}
+
+// Whether the first line was meant as an entry.
+bool IsEntryInHeader(const FileCheck& check) {
+  const std::string_view id = check.File().IntendedId();
+  const bool isLanguage = !check.FileLanguage().primary.empty();
+  const KeyShape shape(check.File().Entries());
+  if (!isLanguage && shape.IsKnown() && shape.Fits(id)) {
+    return true;
+  }
+  // A key such as "no" or "ok" may also be an id: then the file has the key too.
+  return check.Base() != nullptr && check.Base()->Find(id) && !check.Merged().Find(id) &&
+         (!isLanguage || check.File().DisplayName() == check.Base()->Find(id).entry->text);
+}
+
+// The key of the sentence, or null.
+const char* HeaderFault(const FileCheck& check) {
+  const DictionaryFile& file = check.File();
+  const std::string_view id = file.IntendedId();
+  if (id.empty()) {
+    return IsBlank(check.Source().Line(1)) ? "header.blank_line" : "header.indented";
+  }
+  if (KindOf({id, file.DisplayName()}) != LineKind::kEntry) {
+    return "header.comment";
+  }
+  if (HasUnicodeBlank(id)) {
+    return "header.unicode_blank";
+  }
+  return IsEntryInHeader(check) ? "header.entry" : nullptr;
+}
+
+// Whether the library or people read the whole first line.
+bool HasWholeHeader(const FileCheck& check) {
+  const DictionaryFile& file = check.File();
+  return file.StopsBecause() == Stop::kEndOfFile || check.Source().EncodedAsUtf16() != Utf16::kNo ||
+         file.StopsAt() > check.Source().Line(1).size();
+}
+
+bool CheckHeader(FileCheck& check) {
+  const DictionaryFile& file = check.File();
+  if (check.Source().LineCount() == 0) {
+    check.AddToFile(RuleId::kHeader, Severity::kError, {"header.empty_file", {}});
+    return false;
+  }
+  if (!HasWholeHeader(check)) {
+    return false;
+  }
+  const std::string_view line = check.Source().Line(1);
+  const TextFormat format = FormatOf({file.IntendedId(), file.DisplayName()});
+  if (format == TextFormat::kJson || format == TextFormat::kXml) {
+    check.Add(RuleId::kOtherFormat, Severity::kError, line, {},
+              {format == TextFormat::kJson ? "other-format.json" : "other-format.xml", {"1"}});
+    check.ExplainWholeFile();
+    return false;
+  }
+  if (const char* const fault = HeaderFault(check)) {
+    check
+        .Add(RuleId::kHeader, Severity::kError, line, {}, {fault, {std::string(file.IntendedId())}})
+        .mend = {"header.mend", {}};
+    check.Explain(1);
+    check.DoubtId();
+    return false;
+  }
+  return true;
+}
+
+// The id of other files that differs from this one only by case; nothing if there is none. Of two
+// such ids the one with fewer keys is wrong.
+std::optional<std::string_view> SameIdButForCase(const FileCheck& check) {
+  const std::string id(check.File().IntendedId());
+  const std::string lower = AsciiLowerCase(id);
+  for (const auto& [other, dictionary] : check.AllFiles().dictionaries) {
+    const bool isBigger = dictionary.KeyCount() != check.Merged().KeyCount()
+                              ? dictionary.KeyCount() > check.Merged().KeyCount()
+                              : id < other;
+    if (other.size() == id.size() && other != id && isBigger && AsciiLowerCase(other) == lower) {
+      return other;
+    }
+  }
+  return std::nullopt;
+}
+
+void CheckId(FileCheck& check) {
+  const std::string_view id = check.File().IntendedId();
+  const auto start = static_cast<std::size_t>(id.data() - check.Source().Bytes().data());
+  const std::string_view where = check.Source().Bytes().substr(start, id.size());
+  if (const std::optional<std::string_view> other = SameIdButForCase(check)) {
+    check.Add(RuleId::kIdUnlikeName, Severity::kWarning, where, {},
+              {"id-unlike-name.case", {std::string(id), std::string(*other)}});
+    check.DoubtId();
+    return;
+  }
+  const NameLanguage name = CompareWithName(id, check.Source().Name());
+  if (!name.fits) {
+    check.Add(RuleId::kIdUnlikeName, Severity::kWarning, where, {},
+              {"id-unlike-name.message", {std::string(id), name.language}});
+    check.DoubtId();
+  }
+}
+
+void CheckIndentedLines(FileCheck& check) {
+  const Entry* blankLine = nullptr;
+  std::size_t blankLines = 0;
+  for (const Entry& entry : check.File().Entries()) {
+    if (!entry.key.empty() || check.IsExplained(entry)) {
+      continue;
+    }
+    check.Explain(check.Source().LineOf(entry.key.data()));
+    if (IsBlank(entry.text)) {
+      blankLine = blankLines++ == 0 ? &entry : blankLine;
+      continue;
+    }
+    const auto indent = static_cast<std::size_t>(entry.text.data() - entry.key.data());
+    Finding& finding = check.Add(RuleId::kIndentedLine, Severity::kError,
+                                 {entry.key.data(), indent}, {}, {"indented-line.message", {}});
+    finding.mend = {"indented-line.mend", {}};
+  }
+  if (blankLine != nullptr) {
+    check.Add(RuleId::kIndentedLine, Severity::kWarning,
+              check.Source().Line(check.Source().LineOf(blankLine->key.data())), {},
+              {"indented-line.blank.#", {std::to_string(blankLines)}});
+  }
+}
+
+struct Duplicate {
+  const Entry* entry;
+  FoundEntry first;
+};
+
+// Another file with the same keys, such as an old copy, is one cause.
+struct Copy {
+  std::size_t count = 0;
+  bool hasOtherTexts = false;
+  const Duplicate* example = nullptr;
+  bool isReported = false;
+};
+
+Severity SeverityOf(bool hasOtherText) noexcept {
+  return hasOtherText ? Severity::kError : Severity::kWarning;
+}
+
+void ReportDuplicate(FileCheck& check, const Duplicate& duplicate) {
+  const bool isOther = duplicate.entry->text != duplicate.first.entry->text;
+  Finding& finding = check.Add(RuleId::kDuplicateKey, SeverityOf(isOther), duplicate.entry->key,
+                               duplicate.entry->key,
+                               {isOther ? "duplicate-key.other_text" : "duplicate-key.same_text",
+                                {std::string(duplicate.entry->key)}});
+  finding.related.push_back({check.PlaceIn(duplicate.first.file, duplicate.first.entry->key),
+                             {"duplicate-key.first", {std::string(duplicate.first.entry->text)}}});
+}
+
+void ReportCopy(FileCheck& check, const Copy& copy) {
+  const FoundEntry& first = copy.example->first;
+  Finding& finding =
+      check.Add(RuleId::kDuplicateKey, SeverityOf(copy.hasOtherTexts), copy.example->entry->key, {},
+                {"duplicate-key.file.#",
+                 {std::to_string(copy.count), check.AllFiles().files[first.file].Source().Name()}});
+  finding.related.push_back({check.PlaceIn(first.file, first.entry->key),
+                             {"duplicate-key.first", {std::string(first.entry->text)}}});
+}
+
+// Whether `file`, which has the id of the checked file, should have another id.
+bool HasDoubtfulId(const FileCheck& check, std::uint32_t file) {
+  const SourceFile& source = check.AllFiles().files[file].Source();
+  return check.IsIdDoubtful() || !CompareWithName(check.File().IntendedId(), source.Name()).fits;
+}
+
+void CheckDuplicateKeys(FileCheck& check) {
+  constexpr std::size_t kFewestOfCopy = 10;
+  const std::vector<Entry>& entries = check.File().Entries();
+  std::vector<Duplicate> duplicates;
+  for (const Entry& entry : entries) {
+    const FoundEntry first = check.Merged().Find(entry.key);
+    if (first.entry != &entry && !check.IsExplained(entry)) {
+      duplicates.push_back({&entry, first});
+    }
+  }
+  std::map<std::uint32_t, Copy> copies;  // by file
+  for (const Duplicate& duplicate : duplicates) {
+    Copy& copy = copies[duplicate.first.file];
+    const bool hasOtherText = duplicate.entry->text != duplicate.first.entry->text;
+    if (copy.count++ == 0 || (hasOtherText && !copy.hasOtherTexts)) {
+      copy.example = &duplicate;
+    }
+    copy.hasOtherTexts = copy.hasOtherTexts || hasOtherText;
+  }
+  copies.erase(check.FileIndex());
+  for (auto& [file, copy] : copies) {
+    if (HasDoubtfulId(check, file)) {
+      copy.isReported = true;  // with the id
+    } else if (copy.count >= kFewestOfCopy && copy.count * 2 >= entries.size()) {
+      ReportCopy(check, copy);
+      copy.isReported = true;
+    }
+  }
+  for (const Duplicate& duplicate : duplicates) {
+    const auto copy = copies.find(duplicate.first.file);
+    if (copy == copies.end() || !copy->second.isReported) {
+      ReportDuplicate(check, duplicate);
+    }
+  }
+}
+
+}  // namespace
+
+void CheckKeys(FileCheck& check) {
+  if (check.IsWholeFileExplained()) {
+    return;
+  }
+  if (CheckHeader(check)) {
+    CheckId(check);
+  }
+  if (check.Source().EncodedAsUtf16() == Utf16::kNo && !check.IsWholeFileExplained()) {
+    CheckIndentedLines(check);
+    CheckDuplicateKeys(check);
+  }
+}
 
 }  // namespace KelmoLibs::Lang

@@ -1,0 +1,53 @@
+// The characters of a text, one after the other.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+namespace KelmoLibs::Lang {
+
+struct CodePoint {
+  char32_t value = 0;
+  std::size_t length = 0;  // in bytes
+};
+
+constexpr char32_t kNotUtf8 = 0xFFFFFFFF;
+
+/// The first character of `bytes`, which are not empty. A byte that does not begin a sequence of
+/// UTF-8 is kNotUtf8, of one byte. Overlong forms and surrogates are not told apart from characters:
+/// use text/utf8.h where that matters.
+inline CodePoint FirstCodePoint(std::string_view bytes) noexcept {
+  constexpr unsigned kContinuationBits = 6;
+  const auto lead = static_cast<unsigned char>(bytes.front());
+  if (lead < 0x80U) {
+    return {lead, 1};
+  }
+  const std::size_t length = lead >= 0xF0U ? 4 : lead >= 0xE0U ? 3 : lead >= 0xC2U ? 2 : 0;
+  if (length == 0 || length > bytes.size()) {
+    return {kNotUtf8, 1};
+  }
+  char32_t value = lead & (0x7FU >> length);
+  for (std::size_t i = 1; i < length; ++i) {
+    const auto next = static_cast<unsigned char>(bytes[i]);
+    if ((next & 0xC0U) != 0x80U) {
+      return {kNotUtf8, 1};
+    }
+    value = (value << kContinuationBits) | (next & 0x3FU);
+  }
+  return {value, length};
+}
+
+/// Calls `visit(value, part)` for each character and the bytes of `text` that are it, until it
+/// returns false.
+template <class Visitor>
+void VisitCodePoints(std::string_view text, Visitor visit) {
+  while (!text.empty()) {
+    const CodePoint first = FirstCodePoint(text);
+    if (!visit(first.value, text.substr(0, first.length))) {
+      return;
+    }
+    text.remove_prefix(first.length);
+  }
+}
+
+}  // namespace KelmoLibs::Lang
