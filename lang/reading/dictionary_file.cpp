@@ -5,9 +5,7 @@
 #include <utility>
 
 #include "dictionary/dictionary_line.h"
-#include "lang/reading/windows_text.h"
 #include "text/line_reader.h"
-#include "text/utf8.h"
 
 namespace KelmoLibs::Lang {
 namespace {
@@ -15,7 +13,6 @@ namespace {
 using Localize::DictionaryLine;
 using Localize::LineReader;
 using Localize::SplitDictionaryLine;
-using Localize::WellFormedUtf8Length;
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
@@ -37,16 +34,10 @@ DictionaryFile::DictionaryFile(std::string name, std::filesystem::path path, std
 // CR LF, so that the views can be moved from the buffer of the reader to the file.
 void DictionaryFile::ReadAsLibrary() {
   const std::string_view raw = source_.Raw();
-  const std::size_t controlZ = std::min(raw.find('\x1A'), raw.size());
-  stopsAt_ = WellFormedUtf8Length(raw.substr(0, controlZ));
-  if (stopsAt_ < controlZ) {
-    stop_ = Stop::kNotUtf8;
-  } else if (controlZ < raw.size()) {
-    stop_ = Stop::kControlZ;
-  }
+  end_ = EndOfReading(raw);
 
   if (source_.EncodedAsUtf16() == Utf16::kNo) {
-    entries_.reserve(source_.LineOf(raw.data() + stopsAt_));
+    entries_.reserve(source_.LineOf(raw.data() + end_.at));
   }
   WindowsText text(raw);
   LineReader lines(text);
@@ -67,13 +58,13 @@ void DictionaryFile::ReadLost() {
   intendedId_ = WithoutByteOrderMark(id_);
   const bool isWholeFileLost =
       source_.EncodedAsUtf16() != Utf16::kNo || source_.LineEnds() == LineEnd::kCr || !hasHeader_;
-  if (!isWholeFileLost && stop_ == Stop::kEndOfFile) {
+  if (!isWholeFileLost && end_.stop == Stop::kEndOfFile) {
     return;
   }
   const std::string_view bytes = source_.Bytes();
   std::uint32_t line = 1;
   if (!isWholeFileLost) {
-    line = source_.LineOf(bytes.data() + stopsAt_) + 1;
+    line = source_.LineOf(bytes.data() + end_.at) + 1;
   } else if (source_.LineCount() > 0) {
     intendedId_ = SplitDictionaryLine(WithoutByteOrderMark(source_.Line(line++))).key;
   }

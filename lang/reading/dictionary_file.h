@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "lang/reading/source_file.h"
+#include "lang/reading/windows_text.h"
 
 namespace KelmoLibs::Lang {
 
@@ -14,13 +15,6 @@ namespace KelmoLibs::Lang {
 struct Entry {
   std::string_view key;
   std::string_view text;
-};
-
-/// Why the library stops reading before the end of a file.
-enum class Stop : std::uint8_t {
-  kEndOfFile,  // it does not stop before
-  kNotUtf8,    // at the first byte that is not UTF-8
-  kControlZ,   // at a byte 0x1A: on Windows only
 };
 
 class DictionaryFile {
@@ -42,10 +36,10 @@ class DictionaryFile {
   /// order of the file. Of entries with the same key the first one counts. Views into Raw().
   const std::vector<Entry>& Entries() const noexcept { return entries_; }
 
-  Stop StopsBecause() const noexcept { return stop_; }
+  Stop StopsBecause() const noexcept { return end_.stop; }
 
   /// Offset in Raw() of the byte at which the library stops; the size of the file if it does not.
-  std::size_t StopsAt() const noexcept { return stopsAt_; }
+  std::size_t StopsAt() const noexcept { return end_.at; }
 
   /// What the library would read behind the fault, if the fault was mended: the rest of the line
   /// where it stops is not among them. Views into Source().Bytes(); they may be not UTF-8. In a
@@ -66,8 +60,7 @@ class DictionaryFile {
   std::string_view intendedId_;
   std::vector<Entry> entries_;
   std::vector<Entry> lostEntries_;
-  Stop stop_ = Stop::kEndOfFile;
-  std::size_t stopsAt_ = 0;
+  ReadEnd end_;
 };
 
 }  // namespace KelmoLibs::Lang

@@ -2,7 +2,18 @@
 
 #include <algorithm>
 
+#include "text/utf8.h"
+
 namespace KelmoLibs::Lang {
+
+ReadEnd EndOfReading(std::string_view bytes) noexcept {
+  const std::size_t controlZ = std::min(bytes.find('\x1A'), bytes.size());
+  const std::size_t wellFormed = Localize::WellFormedUtf8Length(bytes.substr(0, controlZ));
+  if (wellFormed < controlZ) {
+    return {Stop::kNotUtf8, wellFormed};
+  }
+  return {controlZ < bytes.size() ? Stop::kControlZ : Stop::kEndOfFile, controlZ};
+}
 
 std::size_t WindowsText::Read(char* buffer, std::size_t size) {
   std::size_t filled = 0;

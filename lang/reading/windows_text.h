@@ -2,11 +2,27 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 #include "text/byte_source.h"
 
 namespace KelmoLibs::Lang {
+
+/// Why the library stops reading before the end of a file.
+enum class Stop : std::uint8_t {
+  kEndOfFile,  // it does not stop before
+  kNotUtf8,    // at the first byte that is not UTF-8
+  kControlZ,   // at a byte 0x1A: on Windows only
+};
+
+/// Where the library stops reading a file, and why.
+struct ReadEnd {
+  Stop stop = Stop::kEndOfFile;
+  std::size_t at = 0;  // offset of the byte at which it stops; or the size of the file
+};
+
+ReadEnd EndOfReading(std::string_view bytes) noexcept;
 
 /// Text mode of the Windows runtime: 0x1A ends the file, CR LF is read as LF.
 class WindowsText final : public Localize::ByteSource {
