@@ -108,11 +108,10 @@ def main():
                 for piece in pieces:
                     size += stream.write(piece)
                     lines += piece.count(b"\n")
-            run = Run([*arguments, "lint", "xx.txt", "--base", "en.txt"], folder)
+            run = Run([*arguments, "--lang", "en", "lint", "xx.txt", "--base", "en.txt"], folder)
             problems = list(problems_of(run, size, lines))
-            memory = f"{run.memory / size:.1f} times its size" if run.memory else ""
-            print(f"{name}: {size // MEGABYTE} MB, status {run.status}, {memory}", *problems, sep="; ",
-                  flush=True)
+            memory = f"take {run.memory / size:.1f} times as much memory" if run.memory else ""
+            print(f"{name}: {size // MEGABYTE} MB {memory}", *problems, sep="\n  REFUSED: ", flush=True)
             found += len(problems)
     sys.exit(1 if found else 0)
 

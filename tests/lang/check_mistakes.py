@@ -72,7 +72,7 @@ class Tool:
         self.program, self.folder = program, folder
 
     def run(self, *arguments):
-        made = subprocess.run([*self.program, *arguments], cwd=self.folder, stdout=subprocess.PIPE,
+        made = subprocess.run([*self.program, "--lang", "en", *arguments], cwd=self.folder, stdout=subprocess.PIPE,
                               stderr=subprocess.STDOUT, check=False, timeout=100)
         return made.returncode, made.stdout.decode("utf-8").replace("\r\n", "\n")
 

@@ -1,0 +1,129 @@
+"""The checkers of kelmo-lang refuse falsified inputs and programs: tests/lang/check_rules.py, check_mistakes.py and
+check_hostile.py.
+"""
+
+import sys
+import unittest
+
+from refusals import TOP, RefusalTest, Row, new_folder, write
+
+sys.path[:0] = [str(TOP / "tests/lang")]
+import check_mistakes  # noqa: E402
+
+CHECKERS = TOP / "tests/lang"
+
+# Finds the word "wrong" in the files of a folder.
+PROGRAM = """#!/usr/bin/env python3
+import pathlib, sys
+found = 0
+for file in sorted(pathlib.Path(sys.argv[4]).iterdir()):
+    for number, line in enumerate(file.read_text("utf-8").splitlines(), 1):
+        if "wrong" in line:
+            print(f"{file}:{number}:1: error: this is wrong [spelling]")
+            found = 1
+sys.exit(found)
+"""
+RULES = {
+    "program": PROGRAM,
+    "rules/spelling/bad/de.txt": "de Deutsch\nkey wrong\n",
+    "rules/spelling/good/de.txt": "de Deutsch\nkey right\n",
+    "rules/spelling/expected.txt": "bad/de.txt:2:1: error: this is wrong [spelling]\n",
+}
+
+
+class CheckRules(RefusalTest):
+    def test_each_false_folder_is_refused(self):
+        good = "rules/spelling/good/de.txt"
+        bad = "rules/spelling/bad/de.txt"
+        expected = "rules/spelling/expected.txt"
+        rows = (
+            Row("the bad file has no fault", bad, "wrong", "right", "spelling: the bad files give no [spelling]"),
+            Row("the fault is in another line", bad, "key wrong", "key right\nkey wrong", "spelling: the bad files give bad/de.txt:3"),
+            Row("the good file has the fault", good, "right", "wrong", "spelling: the good files give status 1"),
+            Row("another message is expected", expected, "this is", "that is", "says bad/de.txt:2:1: error: that is wrong"),
+            Row("the program finds something with another rule", "program", "[spelling]", "[words]",
+                "the bad files give no [spelling]; status 1: bad/de.txt:2"),
+            Row("the program fails on good files", "program", "found = 0\n", "found = 2\n", "the good files give status 2"),
+        )
+        self.refuses_each(lambda folder: write(folder, RULES),
+                          lambda folder: (sys.executable, CHECKERS / "check_rules.py", folder / "rules", folder / "program"), rows)
+
+    def test_no_folders_are_refused(self):
+        with new_folder(lambda folder: write(folder, {"program": PROGRAM, "rules/readme.txt": ""})) as folder:
+            self.refuses("rules has no folders",
+                         (sys.executable, CHECKERS / "check_rules.py", folder / "rules", folder / "program"))
+
+
+class Answers:
+    """A program that answers with prepared findings: `reports` has one for each run."""
+
+    def __init__(self, folder, reports):
+        self.folder, self.reports = folder, list(reports)
+
+    def run(self, *_arguments):
+        return 0, ""
+
+    def findings(self, _file):
+        return self.reports.pop(0)
+
+
+class CheckMistakes(unittest.TestCase):
+    """What is wrong with a mend, from the findings before and after it."""
+
+    ROW = check_mistakes.Row("fr.txt", 2, "empty", check_mistakes.edit("a", "b"))
+    EMPTY = check_mistakes.Finding("fr.txt", 2, "empty", "the text is empty")
+    OTHER = check_mistakes.Finding("fr.txt", 3, "missing", "key \"x\" is missing")
+    MOVED = OTHER._replace(line=2)
+
+    def test_a_mend_removes_its_finding_and_adds_none(self):
+        for name, before, after, problems in (
+            ("mended", [self.EMPTY], [], []),
+            ("another one stays in another line", [self.EMPTY, self.OTHER], [self.MOVED], []),
+            ("nothing changed", [self.EMPTY], [self.EMPTY], ["the finding is still there"]),
+            ("moved", [self.EMPTY], [self.EMPTY._replace(line=9)], ["the finding is still there"]),
+            ("another one came", [self.EMPTY], [self.OTHER], [f"new findings: {[('missing', self.OTHER.message)]}"]),
+            ("a second one of the other", [self.EMPTY, self.OTHER], [self.MOVED, self.OTHER],
+             [f"new findings: {[('missing', self.OTHER.message)]}"]),
+        ):
+            with self.subTest(name), new_folder(lambda folder: write(folder, {"fr.txt": "a\n"})) as folder:
+                made = list(check_mistakes.mend_problems(Answers(folder, [after]), self.ROW, b"a\n", before))
+                self.assertEqual(made, problems)
+                self.assertEqual((folder / "fr.txt").read_text(), "b\n")
+
+    def test_an_edit_that_fits_nowhere_is_refused(self):
+        for content in (b"", b"aa"):
+            with self.assertRaises(ValueError):
+                self.ROW.mend(content)
+
+    def test_every_report_line_is_read(self):
+        report = ('fr.txt: warning: key "a" is missing [missing]\n   base: en.txt:2 "a" [b]\n'
+                  "cut/fr.txt:5:12: error: not UTF-8 [encoding]\n1 error\n")
+        self.assertEqual([(found["file"], found["line"], found["rule"]) for found in check_mistakes.FINDING.finditer(report)],
+                         [("fr.txt", None, "missing"), ("cut/fr.txt", "5", "encoding")])
+
+
+HOSTILE = """#!/usr/bin/env python3
+import pathlib, sys
+size = pathlib.Path(sys.argv[4]).stat().st_size
+print("fine")
+sys.exit(0)
+"""
+
+
+class CheckHostile(RefusalTest):
+    def test_each_bad_run_is_refused(self):
+        end = "sys.exit(0)"
+        rows = (
+            Row("an unexpected status", "program", end, "sys.exit(2)", "REFUSED: status 2"),
+            Row("a crash", "program", end, "import os; os.kill(os.getpid(), 11)", "REFUSED: status -11"),
+            Row("a long report", "program", end, "print('x' * 1_000_001)", "REFUSED: a report of 1000007 bytes"),
+            Row("REFUSED: a report that is not UTF-8", "program", end, r"sys.stdout.buffer.write(b'\xff')", "REFUSED: a report that is not UTF-8"),
+            Row("much memory", "program", end, "len('x' * 250_000_000)", "MB of memory for a file of 0 MB"),
+        )
+        self.refuses_each(lambda folder: write(folder, {"program": HOSTILE}),
+                          lambda folder: (sys.executable, CHECKERS / "check_hostile.py", "--scale", "0.001", folder / "program"),
+                          rows)
+
+
+if __name__ == "__main__":
+    unittest.main()
