@@ -22,6 +22,12 @@ std::string_view WithoutByteOrderMark(std::string_view text) noexcept {
              : text;
 }
 
+// A line without a separator has its empty text at its end, so that every text has a place.
+Entry SplitLine(std::string_view line) noexcept {
+  const DictionaryLine fields = SplitDictionaryLine(line);
+  return {fields.key, fields.text.data() != nullptr ? fields.text : line.substr(line.size())};
+}
+
 }  // namespace
 
 DictionaryFile::DictionaryFile(std::string name, std::filesystem::path path, std::string raw)
@@ -42,13 +48,13 @@ void DictionaryFile::ReadAsLibrary() {
   WindowsText text(raw);
   LineReader lines(text);
   for (std::size_t start = 0; const std::optional<std::string_view> line = lines.Next();) {
-    const DictionaryLine fields = SplitDictionaryLine(raw.substr(start, line->size()));
+    const Entry fields = SplitLine(raw.substr(start, line->size()));
     if (!hasHeader_) {
       hasHeader_ = true;
       id_ = fields.key;
       displayName_ = fields.text;
     } else if (!line->empty()) {
-      entries_.push_back({fields.key, fields.text});
+      entries_.push_back(fields);
     }
     start = std::min(raw.find('\n', start + line->size()), raw.size() - 1) + 1;
   }
@@ -72,8 +78,7 @@ void DictionaryFile::ReadLost() {
   for (; line <= source_.LineCount(); ++line) {
     const std::string_view lost = source_.Line(line);
     if (!lost.empty()) {
-      const DictionaryLine fields = SplitDictionaryLine(lost);
-      lostEntries_.push_back({fields.key, fields.text});
+      lostEntries_.push_back(SplitLine(lost));
     }
   }
 }

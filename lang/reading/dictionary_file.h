@@ -11,7 +11,7 @@
 
 namespace KelmoLibs::Lang {
 
-/// A key and its text: views into the file.
+/// A key and its text: views into the file, also if they are empty.
 struct Entry {
   std::string_view key;
   std::string_view text;

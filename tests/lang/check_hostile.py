@@ -16,7 +16,7 @@ import threading
 MEGABYTE = 1_000_000
 TIMES_FILE = 6
 BYTES_FOR_LINE = 56
-CONSTANT = 64 * MEGABYTE
+CONSTANT = 100 * MEGABYTE  # 50,000 findings of a rule are kept
 SECONDS = 120
 LONGEST_REPORT = MEGABYTE
 
@@ -31,6 +31,9 @@ def repeated(size, piece):
     piece *= max(1, min(MEGABYTE, size) // len(piece))
     for _ in range(size // len(piece)):
         yield piece
+
+
+BASE = (b"en English\nkey\tText\nmenu.item.1\tText number %1\n",)
 
 
 def hostile_files(scale):
@@ -58,6 +61,35 @@ def hostile_files(scale):
     yield "brackets", [b"xx X\nkey ", *repeated(half, b"([{<")]
     yield "combining characters", [b"xx X\nkey e", *repeated(half, b"\xCC\x81")]
     yield "UTF-8 saved twice", [b"xx X\nkey ", *repeated(half, "Ã¼".encode())]
+
+
+def hostile_pairs(scale):
+    """Name, pieces of the file and pieces of its base."""
+    for name, pieces in hostile_files(scale):
+        yield name, pieces, BASE
+    count, size = int(scale * 300_000), int(scale * 30 * MEGABYTE)
+    yield ("keys with a typing mistake", [b"xx X\n", *numbered(count, lambda n: f"menu.itm.{n}\tText {n}\n")],
+           [b"en E\n", *numbered(count, lambda n: f"menu.item.{n}\tText {n}\n")])
+    yield ("keys in another case", [b"xx X\n", *numbered(count, lambda n: f"Menu.Item.{n}\tText {n}\n")],
+           [b"en E\n", *numbered(count, lambda n: f"menu.item.{n}\tText {n}\n")])
+    yield ("other placeholders in each text", [b"xx X\n", *numbered(count, lambda n: f"menu.item.{n}\tText %{n} {{0}}\n")],
+           [b"en E\n", *numbered(count, lambda n: f"menu.item.{n}\tText %1 {{{n}}}\n")])
+    yield ("the same long text", [b"xx X\n", *numbered(count, lambda n: f"menu.item.{n}\tThis is the same text\n")],
+           [b"en E\n", *numbered(count, lambda n: f"menu.item.{n}\tThis is the same text\n")])
+    for name, ours, theirs in (("numbered placeholders", "%1 %2 ", "%2 %3 "), ("named placeholders", "{a} {b} ", "{b} {c} "),
+                               ("different placeholders", None, None), ("tags", "<b></i>", "<i></b>"), ("entities", "&amp;&lt;", "&lt;&gt;"),
+                               ("addresses", "http://a.example/ ", "http://b.example/ "), ("accelerators", "&a ", "&b "),
+                               ("line breaks", "\\n\\n", "\\n"), ("doubled words", "word word ", "word "),
+                               ("brackets", "([{", ")]}"), ("opening quotation marks", "\u201E", "\u201C"),
+                               ("scripts in turn", "a\u0431", "ab"), ("percent signs", "%", "% "), ("braces", "{", "}"),
+                               ("angle brackets", "<", "<a "), ("ampersands", "&", "&a")):
+        if ours is None:
+            def placeholders(first):
+                return numbered(size // 10, lambda n: f"{{n{n + first}}} ")
+            yield name, [b"xx X\nkey ", *placeholders(0)], [b"en E\nkey ", *placeholders(5)]
+        else:
+            yield (f"{name} in a text", [b"xx X\nkey ", *repeated(size, ours.encode())],
+                   [b"en E\nkey ", *repeated(size, theirs.encode())])
 
 
 class Run:
@@ -99,15 +131,13 @@ def main():
     found = 0
     with tempfile.TemporaryDirectory() as scratch:
         folder = pathlib.Path(scratch)
-        base = folder / "en.txt"
-        base.write_text("en English\nkey\tText\nmenu.item.1\tText number %1\n", "utf-8")
-        for name, pieces in hostile_files(scale):
-            file = folder / "xx.txt"
+        for name, pieces, base in hostile_pairs(scale):
             size = lines = 0
-            with file.open("wb") as stream:
-                for piece in pieces:
-                    size += stream.write(piece)
-                    lines += piece.count(b"\n")
+            for file, content in (("xx.txt", pieces), ("en.txt", base)):
+                with (folder / file).open("wb") as stream:
+                    for piece in content:
+                        size += stream.write(piece)
+                        lines += piece.count(b"\n")
             run = Run([*arguments, "--lang", "en", "lint", "xx.txt", "--base", "en.txt"], folder)
             problems = list(problems_of(run, size, lines))
             memory = f"take {run.memory / size:.1f} times as much memory" if run.memory else ""

@@ -54,5 +54,13 @@ TEST(DictionaryFile, ReadsWhatTheLibraryReads) {
   }
 }
 
+TEST(DictionaryFile, GivesEmptyTextsAPlace) {
+  const DictionaryFile file("de.txt", "de.txt", "de\nkey\n\xFFlost\nlast");
+  const char* const bytes = file.Source().Bytes().data();
+  EXPECT_EQ(file.DisplayName().data(), bytes + 2);
+  EXPECT_EQ(file.Entries().at(0).text.data(), bytes + 6);
+  EXPECT_EQ(file.LostEntries().at(0).text.data(), bytes + 17);
+}
+
 }  // namespace
 }  // namespace KelmoLibs::Lang
