@@ -25,14 +25,9 @@ std::vector<RuleId> RulesNotRun(const Workspace& workspace) {
 
 std::vector<std::uint32_t> SetsOfTheirOwn(const Workspace& workspace) {
   std::vector<std::uint32_t> sets;
-  if (const MergedDictionary* const base = workspace.Base()) {
-    const std::string_view baseId = workspace.files[*workspace.baseFile].dictionary->IntendedId();
-    for (std::uint32_t i = 0; i < workspace.files.size(); ++i) {
-      const WorkspaceFile& file = workspace.files[i];
-      if (file.isReported && file.dictionary && file.dictionary->IntendedId() != baseId &&
-          workspace.BaseOf(i) != base) {
-        sets.push_back(i);
-      }
+  for (std::uint32_t i = 0; i < workspace.files.size(); ++i) {
+    if (workspace.files[i].isReported && workspace.files[i].isSetOfItsOwn) {
+      sets.push_back(i);
     }
   }
   return sets;

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "lang/reading/name_language.h"
 #include "lang/reading/pattern.h"
 
 namespace KelmoLibs::Lang {
@@ -11,13 +12,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view kUnitTableEnd = "-val.txt";
 constexpr std::string_view kNeutralUnitTable = "lang-val.text";
-constexpr std::string_view kTextEnd = ".txt";
-
-bool EndsWith(std::string_view text, std::string_view end) noexcept {
-  return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
-}
 
 template <class Predicate>
 std::vector<fs::path> FilesOf(const fs::path& folder, Predicate isWanted) {
@@ -38,21 +33,20 @@ std::vector<fs::path> FilesOf(const fs::path& folder, Predicate isWanted) {
 }  // namespace
 
 bool IsUnitTableName(const fs::path& path) {
-  const std::string name = path.filename().u8string();
-  return EndsWith(name, kUnitTableEnd) || name == kNeutralUnitTable;
+  const std::string name = AsciiLowerCase(path.filename().u8string());
+  return FitsPattern(name, "*-val.txt") || name == kNeutralUnitTable;
 }
 
-std::vector<fs::path> ExpandPaths(const std::vector<std::string>& paths,
-                                  std::vector<WorkspaceProblem>& problems) {
-  std::vector<fs::path> files;
+std::vector<GivenFile> ExpandPaths(const std::vector<std::string>& paths,
+                                   std::vector<WorkspaceProblem>& problems) {
+  std::vector<GivenFile> files;
   for (const std::string& given : paths) {
     const fs::path path = fs::u8path(given);
     std::error_code error;
     std::vector<fs::path> found;
-    if (fs::is_directory(path, error)) {
-      found = FilesOf(path, [](const std::string& name) {
-        return EndsWith(name, kTextEnd) || name == kNeutralUnitTable;
-      });
+    const bool isFolder = fs::is_directory(path, error);
+    if (isFolder) {
+      found = FilesOfFolder(path);
     } else if (const std::string pattern = path.filename().u8string();
                pattern.find_first_of("*?") != std::string::npos && !fs::exists(path, error)) {
       found = FilesOf(path.parent_path(),
@@ -63,9 +57,18 @@ std::vector<fs::path> ExpandPaths(const std::vector<std::string>& paths,
     if (found.empty()) {
       problems.push_back({given, "problem.no_files"});
     }
-    files.insert(files.end(), found.begin(), found.end());
+    for (const fs::path& file : found) {
+      files.push_back({file, isFolder});
+    }
   }
   return files;
+}
+
+std::vector<fs::path> FilesOfFolder(const fs::path& folder) {
+  return FilesOf(folder, [](const std::string& name) {
+    const std::string lower = AsciiLowerCase(name);
+    return FitsPattern(lower, "*.txt") || lower == kNeutralUnitTable;
+  });
 }
 
 }  // namespace KelmoLibs::Lang

@@ -2,31 +2,62 @@
 
 #include <algorithm>
 #include <fstream>
-#include <iterator>
+#include <limits>
+#include <set>
 #include <system_error>
+#include <unordered_map>
 #include <utility>
 
 #include "lang/reading/file_names.h"
+#include "lang/reading/name_language.h"
 
 namespace KelmoLibs::Lang {
 namespace {
 
 namespace fs = std::filesystem;
 
-std::optional<std::string> ReadBytes(const fs::path& path) {
+struct Bytes {
+  std::string bytes;
+  const char* problem = nullptr;  // the key of a text
+};
+
+// At most `limit` bytes of the file. A file may have grown since its size was asked for.
+Bytes ReadBytes(const fs::path& path, std::size_t limit) {
   std::error_code error;
-  if (!fs::is_regular_file(path, error)) {
-    return std::nullopt;
+  const fs::file_status status = fs::status(path, error);
+  if (status.type() == fs::file_type::not_found) {
+    return {{}, "problem.not_found"};
+  }
+  if (fs::exists(status) && !fs::is_regular_file(status)) {
+    return {{}, "problem.not_a_file"};
   }
   std::ifstream file(path, std::ios::binary);
-  const auto size = fs::file_size(path, error);
+  const std::uintmax_t size = fs::file_size(path, error);
   if (!file || error) {
-    return std::nullopt;
+    return {{}, "problem.unreadable"};
   }
-  std::string bytes(static_cast<std::size_t>(size), '\0');
-  file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  bytes.resize(static_cast<std::size_t>(file.gcount()));
-  return bytes;
+  constexpr std::size_t kLeastGrowth = 4096;
+  Bytes read;
+  std::size_t filled = 0;
+  do {  // one byte more than the size shows the end of the file
+    const std::size_t known = filled == 0 ? static_cast<std::size_t>(size) + 1
+                                          : filled + std::max(filled / 2, kLeastGrowth);
+    read.bytes.resize(std::min(known, limit));
+    file.read(read.bytes.data() + filled, static_cast<std::streamsize>(read.bytes.size() - filled));
+    filled += static_cast<std::size_t>(file.gcount());
+  } while (file && filled < limit);
+  if (file.bad()) {
+    return {{}, "problem.unreadable"};
+  }
+  read.bytes.resize(filled);
+  return read;
+}
+
+// The id of a dictionary, from its first line.
+std::string ReadId(const fs::path& path) {
+  constexpr std::size_t kEnough = 1024;
+  const DictionaryFile start({}, path, ReadBytes(path, kEnough).bytes);
+  return std::string(start.IntendedId());
 }
 
 // Reads files into a workspace, each file once.
@@ -37,33 +68,172 @@ class Reader {
 
   // The index of the file; nothing if it cannot be read.
   std::optional<std::uint32_t> Read(const fs::path& path, bool isReported) {
-    for (std::uint32_t i = 0; i < workspace_.files.size(); ++i) {
+    // Names that differ only by case may be the same file.
+    std::vector<std::uint32_t>& sameNames = byName_[NameKey(path)];
+    for (const std::uint32_t i : sameNames) {
       std::error_code error;
       if (fs::equivalent(workspace_.files[i].Source().Path(), path, error)) {
         workspace_.files[i].isReported = workspace_.files[i].isReported || isReported;
         return i;
       }
     }
-    const std::string name = path.lexically_normal().generic_u8string();
-    std::optional<std::string> bytes = ReadBytes(path);
-    if (!bytes) {
-      problems_.push_back({name, "problem.unreadable"});
+    const std::string name = path.generic_u8string();
+    Bytes read = ReadBytes(path, std::numeric_limits<std::size_t>::max());
+    if (read.problem != nullptr) {
+      problems_.push_back({name, read.problem});
       return std::nullopt;
     }
     WorkspaceFile file;
     file.isReported = isReported;
     if (IsUnitTableName(path)) {
-      file.units = std::make_unique<UnitFile>(name, path, std::move(*bytes));
+      file.units = std::make_unique<UnitFile>(name, path, std::move(read.bytes));
     } else {
-      file.dictionary = std::make_unique<DictionaryFile>(name, path, std::move(*bytes));
+      file.dictionary = std::make_unique<DictionaryFile>(name, path, std::move(read.bytes));
     }
     workspace_.files.push_back(std::move(file));
-    return static_cast<std::uint32_t>(workspace_.files.size() - 1);
+    sameNames.push_back(static_cast<std::uint32_t>(workspace_.files.size() - 1));
+    return sameNames.back();
   }
 
  private:
+  static std::string NameKey(const fs::path& path) {
+    std::error_code error;
+    const fs::path canonical = fs::weakly_canonical(path, error);
+    return AsciiLowerCase((error ? path : canonical).generic_u8string());
+  }
+
   Workspace& workspace_;
   std::vector<WorkspaceProblem>& problems_;
+  std::unordered_map<std::string, std::vector<std::uint32_t>> byName_;
+};
+
+// The other files with the ids of single files, which hosts load together with them. A sibling is
+// read before a file that it stands before by name.
+class Siblings {
+ public:
+  explicit Siblings(Reader& reader) : reader_(reader) {}
+
+  // Files that are given: they are no siblings.
+  void Exclude(const fs::path& path) { excluded_.insert(path.lexically_normal()); }
+
+  void ReadBefore(const fs::path& path, const std::string& id) { Read(path, id, true); }
+  void ReadBehind(const fs::path& path, const std::string& id) { Read(path, id, false); }
+
+ private:
+  struct Sibling {
+    fs::path path;
+    std::string id;
+  };
+
+  void Read(const fs::path& path, const std::string& id, bool isBefore) {
+    for (const Sibling& sibling : FilesBeside(path)) {
+      if (sibling.id == id && (!isBefore || sibling.path < path) &&
+          excluded_.find(sibling.path.lexically_normal()) == excluded_.end()) {
+        reader_.Read(sibling.path, false);
+      }
+    }
+  }
+
+  // The dictionaries in the folder of `path`, by name.
+  const std::vector<Sibling>& FilesBeside(const fs::path& path) {
+    const fs::path folder = path.parent_path();
+    const auto [known, isNew] = byFolder_.emplace(folder, std::vector<Sibling>());
+    if (isNew) {
+      for (const fs::path& file : FilesOfFolder(folder)) {
+        if (!IsUnitTableName(file)) {
+          known->second.push_back({file, ReadId(file)});
+        }
+      }
+    }
+    return known->second;
+  }
+
+  Reader& reader_;
+  std::set<fs::path> excluded_;
+  std::map<fs::path, std::vector<Sibling>> byFolder_;
+};
+
+// The base's problem; null if it can be the base.
+const char* ProblemOfBase(const WorkspaceFile& file) {
+  if (!file.dictionary) {
+    return "problem.base_is_unit_table";
+  }
+  return file.dictionary->IntendedId().empty() ? "problem.base_without_id" : nullptr;
+}
+
+// Whether `count` is less than a tenth of `all`.
+bool AreFew(std::size_t count, std::size_t all) noexcept {
+  constexpr std::size_t kPart = 10;
+  return count * kPart < all;
+}
+
+// The keys of a file of the base, each once.
+std::vector<std::string_view> KeysOf(const Workspace& workspace, std::uint32_t file) {
+  const MergedDictionary& base = *workspace.Base();
+  std::vector<std::string_view> keys;
+  const auto add = [&](const Entry& entry) {
+    if (base.Find(entry.key).entry == &entry) {
+      keys.push_back(entry.key);
+    }
+  };
+  const DictionaryFile& dictionary = *workspace.files[file].dictionary;
+  std::for_each(dictionary.Entries().begin(), dictionary.Entries().end(), add);
+  std::for_each(dictionary.LostEntries().begin(), dictionary.LostEntries().end(), add);
+  return keys;
+}
+
+// Compares the dictionaries with the files of the base. Most counts end after a tenth of the keys.
+class SetSearch {
+ public:
+  explicit SetSearch(Workspace& workspace) : workspace_(workspace) {
+    for (const std::uint32_t file : workspace.Base()->Files()) {
+      baseKeys_.emplace(file, KeysOf(workspace, file));
+    }
+  }
+
+  void FindUntranslated() {
+    for (const auto& [baseFile, keys] : baseKeys_) {
+      for (const auto& [id, dictionary] : workspace_.dictionaries) {
+        if (&dictionary != workspace_.Base() && HasFewOf(dictionary, keys)) {
+          workspace_.untranslated.push_back({baseFile, id});
+        }
+      }
+    }
+  }
+
+  void FindSetsOfTheirOwn() {
+    for (std::uint32_t i = 0; i < workspace_.files.size(); ++i) {
+      if (workspace_.BaseOf(i) != nullptr) {
+        workspace_.files[i].isSetOfItsOwn = SharesFewKeys(*workspace_.files[i].dictionary);
+      }
+    }
+  }
+
+ private:
+  static bool HasFewOf(const MergedDictionary& dictionary,
+                       const std::vector<std::string_view>& keys) {
+    std::size_t count = 0;
+    for (const std::string_view key : keys) {
+      count += dictionary.Find(key) ? 1U : 0U;
+      if (!AreFew(count, keys.size())) {
+        return false;
+      }
+    }
+    return !keys.empty();
+  }
+
+  bool SharesFewKeys(const DictionaryFile& file) const {
+    std::map<std::uint32_t, std::size_t> counts;  // by file of the base
+    const auto isShared = [&](const Entry& entry) {
+      const FoundEntry found = workspace_.Base()->Find(entry.key);
+      return found && !AreFew(++counts[found.file], baseKeys_.at(found.file).size());
+    };
+    return std::none_of(file.Entries().begin(), file.Entries().end(), isShared) &&
+           std::none_of(file.LostEntries().begin(), file.LostEntries().end(), isShared);
+  }
+
+  Workspace& workspace_;
+  std::map<std::uint32_t, std::vector<std::string_view>> baseKeys_;  // by file
 };
 
 }  // namespace
@@ -85,19 +255,63 @@ const MergedDictionary* Workspace::BaseOf(std::uint32_t file) const noexcept {
   return found == dictionaries.end() || &found->second == base ? nullptr : base;
 }
 
+bool Workspace::OwesKeysOf(std::uint32_t file, std::uint32_t ofBaseFile) const noexcept {
+  const std::string_view id = files[file].dictionary->IntendedId();
+  const auto found =
+      std::lower_bound(untranslated.begin(), untranslated.end(), std::pair(ofBaseFile, id),
+                       [](const UntranslatedFile& one, const auto& wanted) {
+                         return std::pair(one.baseFile, std::string_view(one.id)) < wanted;
+                       });
+  return found == untranslated.end() || found->baseFile != ofBaseFile || found->id != id;
+}
+
 Workspace ReadWorkspace(const WorkspaceRequest& request, std::vector<WorkspaceProblem>& problems) {
   Workspace workspace;
   Reader reader(workspace, problems);
-  for (const fs::path& path : ExpandPaths(request.paths, problems)) {
-    reader.Read(path, true);
+  Siblings siblings(reader);
+  const std::vector<GivenFile> given = ExpandPaths(request.paths, problems);
+  for (const GivenFile& file : given) {
+    siblings.Exclude(file.path);
+  }
+  std::vector<std::pair<fs::path, std::string>> single;  // with their ids
+  const auto read = [&](const fs::path& path, bool isSingle, bool isReported) {
+    const std::string id = isSingle && !IsUnitTableName(path) ? ReadId(path) : std::string();
+    if (!id.empty()) {
+      siblings.ReadBefore(path, id);
+      single.emplace_back(path, id);
+    }
+    return reader.Read(path, isReported);
+  };
+  for (const GivenFile& file : given) {
+    read(file.path, !file.isOfFolder, true);
   }
   if (request.base) {
-    workspace.baseFile = reader.Read(fs::u8path(*request.base), false);
+    const std::optional<std::uint32_t> base = read(fs::u8path(*request.base), true, false);
+    const char* const problem = base ? ProblemOfBase(workspace.files[*base]) : nullptr;
+    if (problem != nullptr) {
+      problems.push_back({*request.base, problem});
+    } else {
+      workspace.baseFile = base;
+    }
+  }
+  for (const auto& [path, id] : single) {
+    siblings.ReadBehind(path, id);
+  }
+  if (workspace.baseFile) {  // the base's other files in the folders of single files
+    const std::string id(workspace.files[*workspace.baseFile].dictionary->IntendedId());
+    for (const auto& [path, ownId] : single) {
+      siblings.ReadBehind(path, id);
+    }
   }
   for (std::uint32_t i = 0; i < workspace.files.size(); ++i) {
     if (const auto& dictionary = workspace.files[i].dictionary) {
       workspace.dictionaries[std::string(dictionary->IntendedId())].Merge(i, *dictionary);
     }
+  }
+  if (workspace.Base() != nullptr) {
+    SetSearch search(workspace);
+    search.FindUntranslated();
+    search.FindSetsOfTheirOwn();
   }
   return workspace;
 }

@@ -21,24 +21,36 @@ struct WorkspaceFile {
   std::unique_ptr<DictionaryFile> dictionary;  // null if it is a unit table
   std::unique_ptr<UnitFile> units;             // null if it is a dictionary
   bool isReported = true;                      // false: only read, to compare other files with it
+  bool isSetOfItsOwn = false;  // shares less than a tenth of its keys with each file of the base
 
   const SourceFile& Source() const noexcept {
     return dictionary ? dictionary->Source() : units->Source();
   }
 };
 
+/// A dictionary that has less than a tenth of the keys of a file of the base: the others of these
+/// keys are not missing.
+struct UntranslatedFile {
+  std::uint32_t baseFile;  // index in Workspace::files
+  std::string id;          // of the dictionary
+};
+
 struct Workspace {
   std::vector<WorkspaceFile> files;
   std::map<std::string, MergedDictionary, std::less<>> dictionaries;  // by intended id
   std::optional<std::uint32_t> baseFile;
+  std::vector<UntranslatedFile> untranslated;  // by index of the base's file, then by id
 
   /// The dictionary that the others are compared with, or null.
   const MergedDictionary* Base() const noexcept;
 
-  /// The dictionary that file number `file` is compared with, or null: without a base, for a file
-  /// with the id of the base, and for a set of its own. A dictionary that has less than a tenth of
-  /// the keys of the base is a set of its own.
+  /// The dictionary that file number `file` is compared with, or null: without a base, for a unit
+  /// table and for a file with the id of the base.
   const MergedDictionary* BaseOf(std::uint32_t file) const noexcept;
+
+  /// Whether keys of file number `ofBaseFile` of the base are missing in the dictionary of file number
+  /// `file` if it lacks them.
+  bool OwesKeysOf(std::uint32_t file, std::uint32_t ofBaseFile) const noexcept;
 };
 
 /// A file or folder that cannot be used: the run ends with status 2.
@@ -52,9 +64,13 @@ struct WorkspaceRequest {
   std::optional<std::string> base;  // UTF-8
 };
 
-/// Reads the files of `request`. Files of one id merge in the order given, in folders by name. For
-/// single files it also reads their base and the files of the same ids in their folders; these are
-/// not reported.
+/// Reads the files of `request`, each once. Files of one id merge in the order given, in folders by
+/// name. For single files it also reads the other files of the same id in their folders, and so for
+/// the base; these are not reported.
+///
+/// All files with the id of the base make the base. A file of a folder that is given is reported,
+/// the base too. A base that cannot be read, is a unit table or has no id is a problem; then there
+/// is none.
 Workspace ReadWorkspace(const WorkspaceRequest& request, std::vector<WorkspaceProblem>& problems);
 
 }  // namespace KelmoLibs::Lang

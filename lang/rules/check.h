@@ -32,8 +32,7 @@ class FileCheck {
   /// All files with the id of this file.
   const MergedDictionary& Merged() const noexcept { return merged_; }
 
-  /// The base that this file is compared with; null if there is none, or if the file belongs to the
-  /// base or to a set of its own.
+  /// The base that this file is compared with; null if there is none, or if the file belongs to it.
   const MergedDictionary* Base() const noexcept { return base_; }
 
   /// Adds a finding at `where`, a view into Source().Bytes(), and returns it, so that the caller
