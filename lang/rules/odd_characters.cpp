@@ -1,7 +1,309 @@
+// Rules of characters that no one writes: letters that an encoding has spoilt, control characters,
+// and characters that Windows keeps as two.
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <optional>
+#include <string>
+#include <string_view>
+
 #include "lang/rules/check.h"
+#include "lang/unicode/code_points.h"
+#include "lang/unicode/double_encoding.h"
 
 namespace KelmoLibs::Lang {
+namespace {
 
-void CheckCharacters(FileCheck& /*check*/) {}
+// What the bytes of a text may be part of. Most texts have none of them.
+enum : unsigned {
+  kControl = 1U,        // C0
+  kQuestion = 2U,       // ?
+  kLatin1Control = 4U,  // U+0080 to U+00BF
+  kLatinCapital = 8U,   // U+00C0 to U+00FF
+  kCyrillic = 16U,      // U+0400 to U+043F
+  kPunctuation = 32U,   // U+2000 to U+2FFF
+  kReplacement = 64U,   // U+F000 to U+FFFF
+  kBeyondBmp = 128U,
+};
+
+constexpr std::array<unsigned char, 256> MakeTable() {
+  std::array<unsigned char, 256> table = {};
+  for (std::size_t byte = 0; byte < 0x20; ++byte) {
+    table[byte] = kControl;
+  }
+  table['\t'] = table['\r'] = 0;  // blanks, and line ends: encoding.cpp
+  table[0x7F] = kControl;
+  table['?'] = kQuestion;
+  table[0xC2] = kLatin1Control;
+  table[0xC3] = kLatinCapital;
+  table[0xD0] = kCyrillic;
+  table[0xE2] = kPunctuation;
+  table[0xEF] = kReplacement;
+  for (std::size_t byte = 0xF0; byte < table.size(); ++byte) {
+    table[byte] = kBeyondBmp;
+  }
+  return table;
+}
+
+constexpr std::array<unsigned char, 256> kTable = MakeTable();
+
+unsigned BytesIn(std::string_view text) noexcept {
+  unsigned found = 0;
+  for (const char c : text) {
+    found |= kTable[static_cast<unsigned char>(c)];
+  }
+  return found;
+}
+
+bool IsLetterByte(char c) noexcept {
+  const auto byte = static_cast<unsigned char>(c);
+  return byte >= 0x80 || (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
+}
+
+bool IsLower(char c) noexcept { return c >= 'a' && c <= 'z'; }
+
+std::size_t CountQuestions(std::string_view text) noexcept {
+  return static_cast<std::size_t>(std::count(text.begin(), text.end(), '?'));
+}
+
+// The word around the byte at `offset`, between blanks; of a long one a part.
+std::string_view WordAt(std::string_view text, std::size_t offset) noexcept {
+  constexpr std::size_t kLongest = 64;
+  const std::size_t skipped = offset - std::min(offset, kLongest);
+  text = text.substr(skipped, 2 * kLongest);
+  offset -= skipped;
+  const std::size_t before = text.find_last_of(" \t", offset);
+  const std::size_t start = before == std::string_view::npos ? 0 : before + 1;
+  return text.substr(start, std::min(text.find_first_of(" \t", offset), text.size()) - start);
+}
+
+// Whether the word is made of letters and "?", with marks at its end. Addresses, patterns and
+// formulas are not.
+bool IsWordWithQuestions(std::string_view word) noexcept {
+  constexpr std::size_t kFewest = 4;
+  const std::size_t end = word.find_last_not_of(".,;:!");
+  word = word.substr(0, end == std::string_view::npos ? 0 : end + 1);
+  return word.size() >= kFewest && std::all_of(word.begin(), word.end(), [](char c) {
+           return c == '?' || c == '-' || c == '\'' || IsLetterByte(c);
+         });
+}
+
+// Whether letters of the script need no blank behind a question mark.
+bool IsWrittenWithoutBlanks(char c) noexcept { return static_cast<unsigned char>(c) >= 0xE0; }
+
+// "enregistr?e", and beside a base without "?" also "?ffnen" and "pr?t ? d?marrer".
+std::optional<std::string_view> FindLostLetter(std::string_view text,
+                                               const std::optional<std::string_view>& base) {
+  const bool hasMore = base && CountQuestions(text) > CountQuestions(*base);
+  if (base && !hasMore) {
+    return std::nullopt;
+  }
+  for (std::size_t i = text.find('?'); i != std::string_view::npos; i = text.find('?', i + 1)) {
+    const char before = i > 0 ? text[i - 1] : ' ';
+    const char after = i + 1 < text.size() ? text[i + 1] : ' ';
+    const char second = i + 2 < text.size() ? text[i + 2] : ' ';
+    if (IsWrittenWithoutBlanks(before) || IsWrittenWithoutBlanks(after)) {
+      continue;
+    }
+    const bool isInWord = IsLetterByte(before) && IsLower(after);
+    const bool isFirst = before == ' ' && IsLetterByte(after) && IsLetterByte(second);
+    const bool isLast = IsLetterByte(before) && after == ' ' && IsLower(second);
+    const bool isFound = isInWord || (hasMore && (isFirst || isLast));
+    if (isFound && IsWordWithQuestions(WordAt(text, i))) {
+      return text.substr(i, 1);
+    }
+  }
+  return std::nullopt;
+}
+
+// "????????? ????": words of question marks.
+std::optional<std::string_view> FindLostWords(std::string_view text,
+                                              const std::optional<std::string_view>& base) {
+  constexpr std::size_t kFewest = 5;
+  if (base && base->find("??") != std::string_view::npos) {
+    return std::nullopt;
+  }
+  std::size_t words = 0;
+  std::size_t questions = 0;
+  std::size_t first = std::string_view::npos;
+  for (std::size_t i = 0; i < text.size();) {
+    const std::size_t end = std::min(text.find(' ', i), text.size());
+    const std::string_view word = text.substr(i, end - i);
+    // "??:??" is a mask; a mark at the end of a word is none.
+    const std::size_t run = std::min(word.find_first_not_of('?'), word.size());
+    if (run >= 2 && word.find_first_not_of(".,;:!)\"", run) == std::string_view::npos) {
+      ++words;
+      questions += run;
+      first = std::min(first, i);
+    }
+    i = end + 1;
+  }
+  const bool isSure = base ? questions >= 3 : words >= 2 && questions >= kFewest;
+  if (!isSure) {
+    return std::nullopt;
+  }
+  return text.substr(first, std::min(text.find_first_not_of('?', first), text.size()) - first);
+}
+
+// A key or a text while it is checked.
+class Part {
+ public:
+  Part(FileCheck& check, std::string_view key, std::string_view part, bool isKey) noexcept
+      : check_(check), key_(key), part_(part), isKey_(isKey) {}
+
+  void Check() {
+    const unsigned bytes = BytesIn(part_);
+    if (bytes == 0) {
+      return;
+    }
+    line_ = check_.Source().LineOf(part_.data());
+    if (check_.IsExplained(line_)) {
+      return;
+    }
+    if ((bytes & kReplacement) != 0) {
+      CheckReplacement();
+    }
+    if ((bytes & (kLatinCapital | kCyrillic)) != 0) {
+      CheckDoubleEncoding();
+    }
+    if ((bytes & kQuestion) != 0 && !isKey_) {
+      CheckQuestions();
+    }
+    if ((bytes & (kControl | kLatin1Control | kPunctuation)) != 0) {
+      CheckControls();
+    }
+    if ((bytes & kBeyondBmp) != 0) {
+      CheckBeyondBmp();
+    }
+  }
+
+ private:
+  Finding& Add(RuleId rule, Severity severity, std::string_view where, Sentence message) {
+    return check_.Add(rule, severity, where, key_, std::move(message));
+  }
+
+  std::optional<std::string_view> BaseText() const {
+    const FoundEntry base = check_.Base() != nullptr ? check_.Base()->Find(key_) : FoundEntry{};
+    return base ? std::optional(base.entry->text) : std::nullopt;
+  }
+
+  void AddLost(std::string_view where, const char* message) {
+    Add(RuleId::kLostLetter, Severity::kError, where, {message, {}}).mend = {"lost-letter.mend",
+                                                                             {}};
+    check_.Explain(line_);
+  }
+
+  void CheckReplacement() {
+    constexpr std::string_view kReplacementCharacter = "\xEF\xBF\xBD";
+    if (const std::size_t found = part_.find(kReplacementCharacter);
+        found != std::string_view::npos) {
+      AddLost(part_.substr(found, kReplacementCharacter.size()), "lost-letter.replacement");
+    }
+  }
+
+  void CheckDoubleEncoding() {
+    if (check_.IsExplained(line_)) {
+      return;
+    }
+    if (const std::optional<DoubleEncoded> found = FindDoubleEncoded(part_)) {
+      Finding& finding = Add(RuleId::kDoubleEncoding, Severity::kError, found->part,
+                             {isKey_ ? "double-encoding.in_key" : "double-encoding.in_text", {}});
+      finding.hint = {"double-encoding.hint", {found->letters}};
+      finding.mend = {"double-encoding.mend", {}};
+      check_.Explain(line_);
+    }
+  }
+
+  void CheckQuestions() {
+    if (check_.IsExplained(line_)) {
+      return;
+    }
+    const std::optional<std::string_view> base = BaseText();
+    if (const auto words = FindLostWords(part_, base)) {
+      AddLost(*words, "lost-letter.questions");
+    } else if (const auto letter = FindLostLetter(part_, base)) {
+      AddLost(*letter, "lost-letter.question");
+    }
+  }
+
+  void AddSeparator(std::string_view where, char32_t value) {
+    std::array<char, 16> name = {};
+    std::snprintf(name.data(), name.size(), "U+%04X", static_cast<unsigned>(value));
+    Finding& finding = Add(RuleId::kLineEnd, isKey_ ? Severity::kError : Severity::kWarning, where,
+                           {"line-end.separator", {name.data()}});
+    finding.mend = {"line-end.separator_mend", {}};
+  }
+
+  void AddControl(std::string_view where, char32_t value) {
+    Finding& finding = Add(RuleId::kControlCharacter, Severity::kError, where,
+                           {isKey_       ? "control-character.in_key"
+                            : value == 0 ? "control-character.nul"
+                                         : "control-character.in_text",
+                            {}});
+    finding.mend = {"control-character.mend", {}};
+  }
+
+  // The first one of a part is enough.
+  void CheckControls() {
+    if (check_.IsExplained(line_)) {
+      return;
+    }
+    VisitCodePoints(part_, [this](char32_t value, std::string_view where) {
+      const bool isSeparator = value == 0x85 || value == 0x2028 || value == 0x2029;
+      const bool isControl = (value < 0x20 && value != '\t' && value != '\r') ||
+                             (value >= 0x7F && value < 0xA0 && !isSeparator);
+      if (isSeparator) {
+        AddSeparator(where, value);
+      } else if (isControl) {
+        AddControl(where, value);
+      }
+      if (isKey_ && (isSeparator || isControl)) {
+        check_.Explain(line_);
+      }
+      return !isSeparator && !isControl;
+    });
+  }
+
+  // A character that the base has too is reported there, once for all languages.
+  void CheckBeyondBmp() {
+    const auto isBeyond = [](char c) { return static_cast<unsigned char>(c) >= 0xF0; };
+    const auto found = static_cast<std::size_t>(std::find_if(part_.begin(), part_.end(), isBeyond) -
+                                                part_.begin());
+    const std::string_view where = part_.substr(found, FirstCodePoint(part_.substr(found)).length);
+    const FoundEntry base = check_.Base() != nullptr ? check_.Base()->Find(key_) : FoundEntry{};
+    if (base && check_.AllFiles().files[base.file].isReported &&
+        (isKey_ ? base.entry->key : base.entry->text).find(where) != std::string_view::npos) {
+      return;
+    }
+    Add(RuleId::kBeyondBmp, Severity::kWarning, where,
+        {"beyond-bmp.message", {std::string(where)}});
+  }
+
+  FileCheck& check_;
+  std::string_view key_;
+  std::string_view part_;
+  bool isKey_;
+  std::uint32_t line_ = 0;
+};
+
+}  // namespace
+
+void CheckCharacters(FileCheck& check) {
+  const auto checkParts = [&check](const Entry& entry) {
+    Part(check, entry.key, entry.key, true).Check();
+    Part(check, entry.key, entry.text, false).Check();
+  };
+  if (check.Source().EncodedAsUtf16() == Utf16::kNo) {  // else they are no views into Bytes()
+    Part(check, "", check.File().Id(), true).Check();
+    for (const Entry& entry : check.File().Entries()) {
+      checkParts(entry);
+    }
+  }
+  for (const Entry& entry : check.File().LostEntries()) {
+    checkParts(entry);
+  }
+}
 
 }  // namespace KelmoLibs::Lang
