@@ -412,7 +412,9 @@ class BaseCheck {
         continue;
       }
       if (!missing.neighbour) {
-        AddMissing(files_.front(), files_.front().Source().Line(1), missing);
+        const SourceFile& source = files_.front().Source();
+        AddMissing(files_.front(), source.LineCount() > 0 ? source.Line(1) : source.Bytes(),
+                   missing);
       } else if (FileCheck* const file = CheckOf(missing.neighbour.file)) {
         Finding& finding = AddMissing(*file, missing.neighbour.entry->key, missing);
         finding.hint = {"missing.neighbour", {}};
