@@ -174,7 +174,8 @@ std::vector<DefaultUnitLine> ReadDefaultUnitLines(std::string_view bytes) {
   for (const std::wstring_view line : Localize::SplitText(text, L"\n")) {
     std::wstring copy(line);
     const auto fields = SplitUnitLine(copy, kDefaultFields, kDefaultFields + 1);
-    lines.push_back({std::wstring(line.substr(0, line.find(L'\r'))), fields.size(),
+    lines.push_back({std::wstring(line.substr(0, line.find(L'\r'))),
+                     {fields.begin(), fields.end()},
                      fields.empty() ? 0 : Localize::IntegerField(fields[0].data())});
   }
   return lines;

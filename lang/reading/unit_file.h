@@ -90,9 +90,9 @@ std::string TextAsRead(std::string_view field);
 
 /// A line of the default unit table, which has four fields: code, factor, symbol, name.
 struct DefaultUnitLine {
-  std::wstring text;  // the line without its line end
-  std::size_t fieldCount = 0;
-  std::int32_t code = 0;  // 0 if there are fewer than four fields
+  std::wstring text;                 // without its line end
+  std::vector<std::wstring> fields;  // none, or at least four; the fourth extends to the line's end
+  std::int32_t code = 0;             // 0 if there are no fields
 };
 
 /// The lines of the default unit table. `bytes` are UTF-16LE, as the library has them. Only a line

@@ -57,7 +57,8 @@ constexpr std::array<Rule, kRuleCount> kRules = {{
     {RuleId::kUnitCode, "unit-code", kError},
     {RuleId::kUnitRepeated, "unit-repeated", kError},
     {RuleId::kUnitUnknown, "unit-unknown", kWarning},
-    {RuleId::kUnitSymbol, "unit-symbol", kNote},
+    {RuleId::kUnitMissing, "unit-missing", kWarning},
+    {RuleId::kUnitSymbol, "unit-symbol", kWarning},
 }};
 
 constexpr bool AreInOrder() {

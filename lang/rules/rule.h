@@ -66,6 +66,7 @@ enum class RuleId : std::uint8_t {
   kUnitCode,
   kUnitRepeated,
   kUnitUnknown,
+  kUnitMissing,
   kUnitSymbol,
 };
 

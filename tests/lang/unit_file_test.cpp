@@ -110,7 +110,7 @@ TEST(UnitFile, FindsTheFirstLineOfACode) {
 TEST(UnitFile, ReadsTheDefaultTable) {
   std::string shown;
   for (const DefaultUnitLine& line : ReadDefaultUnitLines(EmbeddedUnitTable())) {
-    shown += std::to_string(line.code) + '/' + std::to_string(line.fieldCount) + ' ';
+    shown += std::to_string(line.code) + '/' + std::to_string(line.fields.size()) + ' ';
   }
   EXPECT_EQ(shown, "0/0 10/4 10001/4 10002/4 20/4 20001/5 30001/4 40/5 40001/4 40002/4 0/0 ");
 }
