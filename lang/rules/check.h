@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,6 +12,7 @@
 #include "lang/reading/workspace.h"
 #include "lang/rules/findings.h"
 #include "lang/rules/limits.h"
+#include "lang/rules/placeholder_syntax.h"
 
 namespace KelmoLibs::Lang {
 
@@ -34,6 +36,14 @@ class FileCheck {
 
   /// The base that this file is compared with; null if there is none, or if the file belongs to it.
   const MergedDictionary* Base() const noexcept { return base_; }
+
+  /// What placeholders look like in Base(), which is not null. Found out at the first call.
+  const PlaceholderUse& PlaceholdersOfBase() {
+    if (!placeholdersOfBase_) {
+      placeholdersOfBase_ = UseOfPlaceholders(workspace_, *base_);
+    }
+    return *placeholdersOfBase_;
+  }
 
   /// Adds a finding at `where`, a view into Source().Bytes(), and returns it, so that the caller
   /// adds a hint or a mend. The reference is valid until the next Add. `key` may be empty.
@@ -71,6 +81,7 @@ class FileCheck {
   const MergedDictionary& merged_;
   const MergedDictionary* base_;
   Language language_;
+  std::optional<PlaceholderUse> placeholdersOfBase_;
   std::vector<bool> explained_;  // by line number
   bool isWholeFileExplained_ = false;
   bool isIdDoubtful_ = false;

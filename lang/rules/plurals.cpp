@@ -10,18 +10,6 @@
 namespace KelmoLibs::Lang {
 namespace {
 
-constexpr std::size_t kSamples = 4;
-
-// Numbers that need the form, such as "2, 3, 4, 22".
-std::string SamplesOf(const PluralRules& rules, PluralCategory category) {
-  std::string samples;
-  for (const unsigned number : SmallestOf(rules, category, kSamples)) {
-    samples += samples.empty() ? "" : ", ";
-    samples += std::to_string(number);
-  }
-  return samples.empty() ? "1.5" : samples;
-}
-
 // The check of the file that is number `file`; null if it is not reported.
 FileCheck* Reported(std::vector<FileCheck>& files, std::uint32_t file) {
   const auto found = std::find_if(files.begin(), files.end(), [file](const FileCheck& check) {

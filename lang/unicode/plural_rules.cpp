@@ -155,4 +155,29 @@ std::vector<unsigned> SmallestOf(const PluralRules& rules, PluralCategory catego
   return smallest;
 }
 
+std::string SamplesOf(const PluralRules& rules, PluralCategory category) {
+  constexpr std::size_t kSamples = 4;
+  std::string samples;
+  for (const unsigned number : SmallestOf(rules, category, kSamples)) {
+    samples += samples.empty() ? "" : ", ";
+    samples += std::to_string(number);
+  }
+  return samples.empty() ? "1.5" : samples;
+}
+
+bool IsForOneNumber(const PluralRules& rules, PluralCategory category) noexcept {
+  constexpr unsigned kEnd = 103;  // 101 and 102 are the second numbers of Slovenian forms
+  const auto itsNumber = static_cast<unsigned>(category);
+  for (unsigned number = 0; number < kEnd; ++number) {
+    const bool isItsNumber =
+        number == itsNumber || (number == 0 && category == PluralCategory::kOne);
+    PluralOperands operands;
+    operands.i = number;
+    if (!isItsNumber && CategoryOf(rules, operands) == category) {
+      return false;
+    }
+  }
+  return true;
+}
+
 }  // namespace KelmoLibs::Lang

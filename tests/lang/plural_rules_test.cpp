@@ -109,5 +109,33 @@ TEST(PluralRules, GiveSmallestNumbers) {
   EXPECT_FALSE(russian->Has(PluralCategory::kTwo));
 }
 
+TEST(PluralRules, KnowFormsOfOneNumber) {
+  struct Row {
+    const char* name;
+    const char* language;
+    PluralCategory category;
+    bool isForOneNumber;
+  };
+  const Row rows[] = {
+      {"1", "en", PluralCategory::kOne, true},
+      {"0 and 1", "fr", PluralCategory::kOne, true},
+      {"1, 21, 31", "ru", PluralCategory::kOne, false},
+      {"1, 101", "sl", PluralCategory::kOne, false},
+      {"2, 102", "sl", PluralCategory::kTwo, false},
+      {"2", "ar", PluralCategory::kTwo, true},
+      {"0", "ar", PluralCategory::kZero, true},
+      {"0, 10, 11", "lv", PluralCategory::kZero, false},
+  };
+  for (const Row& row : rows) {
+    EXPECT_EQ(IsForOneNumber(*FindPluralRules(row.language, ""), row.category), row.isForOneNumber)
+        << row.language << ' ' << row.name;
+  }
+}
+
+TEST(PluralRules, GiveSamplesForPeople) {
+  EXPECT_EQ(SamplesOf(*FindPluralRules("pl", ""), PluralCategory::kMany), "0, 5, 6, 7");
+  EXPECT_EQ(SamplesOf(*FindPluralRules("pl", ""), PluralCategory::kOther), "1.5");
+}
+
 }  // namespace
 }  // namespace KelmoLibs::Lang
