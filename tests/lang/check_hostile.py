@@ -61,6 +61,17 @@ def hostile_files(scale):
     yield "brackets", [b"xx X\nkey ", *repeated(half, b"([{<")]
     yield "combining characters", [b"xx X\nkey e", *repeated(half, b"\xCC\x81")]
     yield "UTF-8 saved twice", [b"xx X\nkey ", *repeated(half, "Ã¼".encode())]
+    yield "no-break spaces in a key", [b"xx X\nkey", *repeated(half, "\u00A0".encode())]
+    yield "tabs", [b"xx X\nkey\t", *repeated(half, b"a\t")]
+    yield "quotation marks and commas", [b"xx X\n", *repeated(half, b'"a","b",')]
+    yield "equals signs", [b"xx X\n", *repeated(half, b"a=b=")]
+    yield "backslashes", [b"xx X\nkey ", *repeated(half, b"\\")]
+    for name, piece in (("invisible characters", "a\u200B"), ("soft hyphens", "a\u00AD"), ("control characters", "a\x01"),
+                        ("replacement characters", "a\uFFFD"), ("byte-order marks", "\uFEFF"),
+                        ("characters beyond U+FFFF", "\U0001F600"), ("words of two scripts", "a\u0431 "),
+                        ("question marks in words", "a?b "), ("doubled blanks", "a  "), ("letters of all scripts", "a\u03B1\u0430")):
+        yield name, [b"xx X\nkey ", *repeated(half, piece.encode())]
+        yield f"{name}, a few in each line", [b"xx X\n", *numbered(millions // 2, lambda n, piece=piece: f"k{n}\t{4 * piece}\n")]
 
 
 def hostile_pairs(scale):
