@@ -10,6 +10,7 @@
 #include "lang/rules/line_kind.h"
 #include "lang/rules/plural_keys.h"
 #include "lang/rules/similar_keys.h"
+#include "lang/rules/split_key.h"
 #include "lang/unicode/blanks.h"
 #include "lang/unicode/code_points.h"
 #include "lang/unicode/look_alikes.h"
@@ -145,6 +146,11 @@ class BaseCheck {
       FileCheck* const check = CheckOf(fileIndex);
       const DictionaryFile& file = File(fileIndex);
       const auto find = [&](const Entry& entry, bool isLost) {
+        if (const FoundEntry meant =
+                !isLost && check != nullptr ? FindSplitKey(*check, entry) : FoundEntry{}) {
+          surplus_.push_back({check, fileIndex, &entry, meant.entry->key, isLost, true});
+          return;
+        }
         if (!base_.Find(entry.key) && merged_.Find(entry.key).entry == &entry) {
           const bool isExplained = !isLost && check != nullptr && check->IsExplained(entry);
           surplus_.push_back({check, fileIndex, &entry, IntendedKey(entry), isLost, isExplained});

@@ -6,6 +6,7 @@
 
 #include "lang/rules/check.h"
 #include "lang/rules/line_kind.h"
+#include "lang/rules/split_key.h"
 #include "lang/unicode/blanks.h"
 #include "lang/unicode/code_points.h"
 
@@ -54,6 +55,7 @@ class LineCheck {
     ReportGroup(RuleId::kSection, Severity::kWarning, sections_, "section.message.#");
     ReportKeyValues();
     ReportBlanksInKeys();
+    ReportSplitKeys();
     ReportContinuedTexts();
     ReportSecondTabs();
   }
@@ -242,6 +244,26 @@ class LineCheck {
     const bool isInvisible = blank == Blank::kInvisible || blank == Blank::kJoiner;
     finding.mend = {isInvisible ? "blank-in-key.mend.delete" : "blank-in-key.mend.tab", {}};
     check_.Explain(check_.Source().LineOf(entry.key.data()));
+  }
+
+  // A space or tab, at which the library ends the key.
+  void ReportSplitKeys() {
+    for (const Entry& entry : entries_) {
+      const FoundEntry base = FindSplitKey(check_, entry);
+      if (!base || check_.IsExplained(entry)) {
+        continue;
+      }
+      const char* const keyEnd = entry.key.data() + entry.key.size();
+      const std::string key(base.entry->key);
+      Finding& finding =
+          check_.Add(RuleId::kBlankInKey, Severity::kError,
+                     {keyEnd, static_cast<std::size_t>(entry.text.data() - keyEnd)},
+                     base.entry->key, {"blank-in-key.space", {key, std::string(entry.key)}});
+      finding.mend = {"blank-in-key.mend.space", {key}};
+      finding.related.push_back({check_.PlaceIn(base.file, base.entry->key),
+                                 {"related.base", {std::string(base.entry->text)}}});
+      check_.Explain(check_.Source().LineOf(keyEnd));
+    }
   }
 
   // A line whose first word is no key but a word of the text of the line before.

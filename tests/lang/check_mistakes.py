@@ -40,10 +40,10 @@ ROWS = (
     Row("fr.txt", 30, "lost-separator", edit("pump.bearingT", "pump.bearing\tT")),
     Row("fr.txt", 58, "duplicate-key", edit("alarm.list\tListe des alarmes\nalarm.none", "alarm.none")),
     Row("fr.txt", 59, "duplicate-key", edit("tank.full\tRéservoir plein\n", "")),
-    Row("fr.txt", 0, "missing", edit("report.saved", "report.page\tPage %1 sur %2\nreport.saved")),
+    Row("fr.txt", 60, "missing", edit("report.saved", "report.page\tPage %1 sur %2\nreport.saved")),
     # Lines of other formats
     Row("fr.txt", 34, "continued-text", edit("été\ndémarrée", "été démarrée")),
-    Row("fr.txt", 43, "other-format", edit("valve.safety=", "valve.safety\t")),
+    Row("fr.txt", 43, "lost-separator", edit("valve.safety=", "valve.safety\t")),
     Row("fr.txt", 54, "comment", edit("# Alarmes\n", "")),
     # Texts
     Row("fr.txt", 24, "placeholder", edit("en défaut : %3", "en défaut : %2")),
@@ -53,7 +53,7 @@ ROWS = (
     Row("fr.txt", 64, "untranslated", edit("The connection to the control unit is interrupted.", "La liaison est interrompue.")),
     # Whole files
     Row("windows-1252/fr.txt", 23, "encoding", ["--from", "windows-1252"]),
-    Row("cut/fr.txt", 54, "encoding", lambda content: content.replace(b"r\xC3servoir est vide", "réservoir est vide".encode())),
+    Row("cut/fr.txt", 52, "encoding", lambda content: content.replace(b"r\xC3servoir est vide", "réservoir est vide".encode())),
     Row("utf-16/fr.txt", 1, "encoding", ["--from", "utf-16"]),
     Row("saved-twice/fr.txt", 1, "double-encoding", lambda content: content.decode("utf-8").encode("windows-1252")),
     Row("byte-order-mark/fr.txt", 1, "byte-order-mark", []),
