@@ -1,8 +1,13 @@
+#include <cstdlib>
+#include <functional>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
 #include "lang/commands/command_line.h"
+#include "lang/report/progress_bar.h"
 #include "platform/arguments.h"
 #include "platform/console.h"
 #include "platform/user_language.h"
@@ -13,6 +18,16 @@ using namespace KelmoLibs::Lang;
 
 constexpr unsigned kWidthOfFiles = 80;
 
+// "auto": on a terminal that can show them, unless the user does not want any.
+bool WantsColours(const std::string& option) {
+  const char* const noColours = std::getenv("NO_COLOR");
+  const bool isUnwanted = noColours != nullptr && *noColours != '\0';
+  if (option == "never" || (option == "auto" && isUnwanted)) {
+    return false;
+  }
+  return EnableColours(Stream::kOutput) || option == "always";
+}
+
 struct Run {
   const Texts& texts;
 
@@ -21,7 +36,24 @@ struct Run {
         Write(Stream::kOutput, answer.output) && Write(Stream::kError, answer.error);
     return isWritten ? answer.status : 2;
   }
-  int operator()(const LintOptions& options) const { return Lint(options, texts); }
+  int operator()(const IgnoreOptions& options) const { return (*this)(Ignore(options, texts)); }
+  int operator()(const LintOptions& options) const {
+    TextStyle style;
+    style.hasColours = WantsColours(options.color);
+    style.width = TerminalWidth(Stream::kOutput).value_or(style.width);
+    std::optional<ProgressBar> bar;
+    std::function<void(double)> progress;
+    if (IsTerminal(Stream::kError)) {
+      bar.emplace([](std::string_view line) { Write(Stream::kError, line); });
+      progress = [&bar](double share) { bar->Show(share); };
+    }
+    const Answer answer = Lint(options, texts, style, progress);
+    bar.reset();
+    return (*this)(answer);
+  }
+  int operator()(const RulesOptions& options) const {
+    return (*this)(Rules(options, texts, TerminalWidth(Stream::kOutput).value_or(kWidthOfFiles)));
+  }
 };
 
 }  // namespace

@@ -70,6 +70,12 @@ class Command {
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
   }
 
+  // An option that may be given several times, each time with one value.
+  void Each(const std::string& name, std::vector<std::string>& target, const std::string& value) {
+    Prepare(app_.add_option("--" + name, target, key_ + '.' + name), value)
+        ->allow_extra_args(false);
+  }
+
   // An option with few possible values.
   template <class Target>
   void Choice(const std::string& name, Target& target, const std::vector<std::string>& values) {
@@ -101,7 +107,9 @@ struct AllOptions {
   std::string language;
   bool isVersion = false;
   bool isManPage = false;
+  IgnoreOptions ignore;
   LintOptions lint;
+  RulesOptions rules;
 };
 
 std::vector<std::string> Languages() {
@@ -121,6 +129,23 @@ void Describe(CLI::App& app, AllOptions& options, Checks& checks) {
   Command lint = program.Sub("lint");
   lint.Argument("path", options.lint.paths);
   lint.Value("base", options.lint.base, "file");
+  lint.Choice("format", options.lint.format, {"text", "json", "sarif", "github"});
+  lint.Choice("fail-on", options.lint.failOn, {"error", "warning", "note", "never"});
+  lint.Flag("release", options.lint.isRelease);
+  lint.Flag("all", options.lint.showsAll);
+  lint.Each("rule", options.lint.rules, "rule_level");
+  lint.Value("baseline", options.lint.baseline, "file");
+  lint.Value("explain", options.lint.explained, "rule");
+  lint.Choice("color", options.lint.color, {"auto", "always", "never"});
+
+  Command ignore = program.Sub("ignore");
+  ignore.RequiredArgument("file", options.ignore.file);
+  ignore.RequiredArgument("key", options.ignore.key);
+  ignore.RequiredArgument("rule", options.ignore.rule);
+  ignore.Value("reason", options.ignore.reason, "text");
+
+  Command rules = program.Sub("rules");
+  rules.Argument("rule", options.rules.rule);
 }
 
 // The innermost command that was given.
@@ -301,6 +326,12 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments,
   }
   if (!command.get_subcommands({}).empty()) {  // a command is missing
     return {language, Answer{kWrongUse, "", help(command)}};
+  }
+  if (command.get_name() == "ignore") {
+    return {language, options.ignore};
+  }
+  if (command.get_name() == "rules") {
+    return {language, options.rules};
   }
   return {language, options.lint};
 }

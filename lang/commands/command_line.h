@@ -5,20 +5,17 @@
 #include <variant>
 #include <vector>
 
+#include "lang/commands/answer.h"
+#include "lang/commands/ignore.h"
 #include "lang/commands/lint.h"
+#include "lang/commands/rules.h"
 
 namespace KelmoLibs::Lang {
 
-/// What the program prints if no command is to run: help, its version, or what is wrong.
-struct Answer {
-  int status = 0;
-  std::string output;
-  std::string error;
-};
-
 struct CommandLine {
   std::string language = "en";  // one of TextLanguages()
-  std::variant<Answer, LintOptions> command;
+  // What to do; an Answer if no command is to run: help, the version, or what is wrong.
+  std::variant<Answer, IgnoreOptions, LintOptions, RulesOptions> command;
 };
 
 /// Reads the arguments behind the name of the program. `userLanguage` counts unless --lang is given;

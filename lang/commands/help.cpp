@@ -15,31 +15,6 @@ constexpr std::size_t kNarrowest = 40;
 
 std::string Blanks(std::size_t count) { return std::string(count, ' '); }
 
-// `text` in lines of at most `width` columns, from the second line on with `indent` blanks in front.
-// The first line begins in column `at`.
-std::string Wrap(std::string_view text, std::size_t at, std::size_t indent, std::size_t width) {
-  std::string wrapped;
-  std::size_t column = at;
-  while (!text.empty()) {
-    const std::size_t end = std::min(text.find(' '), text.size());
-    const std::string_view word = text.substr(0, end);
-    const std::size_t length = CountCodePoints(word);
-    if (!wrapped.empty()) {
-      if (column + 1 + length > width) {
-        wrapped += '\n' + Blanks(indent);
-        column = indent;
-      } else {
-        wrapped += ' ';
-        ++column;
-      }
-    }
-    wrapped += word;
-    column += length;
-    text.remove_prefix(std::min(end + 1, text.size()));
-  }
-  return wrapped;
-}
-
 // Names and texts in two columns.
 std::string Table(const std::vector<HelpRow>& rows, std::size_t width) {
   std::size_t widest = 0;
@@ -113,6 +88,29 @@ std::vector<HelpRow> Environment(const Texts& texts) {
 }
 
 }  // namespace
+
+std::string Wrap(std::string_view text, std::size_t at, std::size_t indent, std::size_t width) {
+  std::string wrapped;
+  std::size_t column = at;
+  while (!text.empty()) {
+    const std::size_t end = std::min(text.find(' '), text.size());
+    const std::string_view word = text.substr(0, end);
+    const std::size_t length = CountCodePoints(word);
+    if (!wrapped.empty()) {
+      if (column + 1 + length > width) {
+        wrapped += '\n' + Blanks(indent);
+        column = indent;
+      } else {
+        wrapped += ' ';
+        ++column;
+      }
+    }
+    wrapped += word;
+    column += length;
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
+  return wrapped;
+}
 
 std::string HelpText(const CommandHelp& help, const Texts& texts, unsigned columns) {
   const std::size_t width = std::max<std::size_t>(columns, kNarrowest);

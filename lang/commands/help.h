@@ -1,12 +1,18 @@
 // The help of the commands, as text for a terminal and as a manual page.
 #pragma once
 
+#include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "lang/texts/texts.h"
 
 namespace KelmoLibs::Lang {
+
+/// `text` in lines of at most `width` columns, broken at spaces; from the second line on with `indent`
+/// spaces in front. The first line begins in column `at`.
+std::string Wrap(std::string_view text, std::size_t at, std::size_t indent, std::size_t width);
 
 /// A command, an argument or an option: how it is written, and the key of the text about it.
 struct HelpRow {

@@ -1,50 +1,309 @@
 #include "lang/commands/lint.h"
 
-#include "lang/report/report.h"
+#include <algorithm>
+#include <array>
+#include <fstream>
+#include <system_error>
+#include <utility>
+
+#include "lang/commands/rules.h"
+#include "lang/project/baseline.h"
+#include "lang/project/projects.h"
+#include "lang/reading/file_names.h"
+#include "lang/report/visible_text.h"
 #include "lang/rules/check_workspace.h"
-#include "platform/console.h"
 
 namespace KelmoLibs::Lang {
 namespace {
 
-std::vector<RuleId> RulesNotRun(const Workspace& workspace) {
-  std::vector<RuleId> rules;
-  bool hasDictionary = false;
-  for (const WorkspaceFile& file : workspace.files) {
-    hasDictionary = hasDictionary || (file.isReported && file.dictionary);
+namespace fs = std::filesystem;
+
+using Levels = std::array<std::optional<Level>, kRuleCount>;
+
+std::optional<Level>& LevelOf(Levels& levels, RuleId rule) {
+  return levels[static_cast<std::size_t>(rule)];
+}
+
+// The rules whose findings are errors in a release: the user sees a key, nothing or a wrong form.
+constexpr std::array<RuleId, 3> kReleaseRules = {RuleId::kMissing, RuleId::kEmpty,
+                                                 RuleId::kPluralForm};
+
+// The path as its user would write it in the current folder.
+std::string ShownPath(const fs::path& path) {
+  std::error_code error;
+  const fs::path relative = path.lexically_proximate(fs::current_path(error));
+  return (error ? path : relative).generic_u8string();
+}
+
+class LintRun {
+ public:
+  LintRun(const LintOptions& options, const Texts& texts, TextStyle style,
+          const std::function<void(double)>& progress)
+      : options_(options), texts_(texts), style_(style), progress_(progress) {
+    style_.showsAll = options.showsAll;
   }
-  if (hasDictionary && workspace.Base() == nullptr) {
+
+  Answer Run() {
+    if (!ReadRuleOptions()) {
+      return std::move(answer_);
+    }
+    const std::vector<std::string> paths =
+        options_.paths.empty() ? std::vector<std::string>{"."} : options_.paths;
+    std::vector<WorkspaceProblem> problems;
+    std::optional<std::string> base = options_.base;
+    for (const GivenFile& file : ExpandPaths(paths, problems)) {
+      const Project* const project = projects_.Of(file.path);
+      if (!options_.base && project != nullptr && project->base) {
+        const std::string projectsBase = ShownPath(*project->base);
+        if (base && *base != projectsBase) {
+          Complain(ShownPath(project->path), {"project.other_base", {*base}});
+        }
+        base = projectsBase;
+      }
+    }
+    for (const Projects::Problem& problem : projects_.Problems()) {
+      std::string path = ShownPath(problem.path);
+      if (problem.fault.line > 0) {
+        path +=
+            ':' + std::to_string(problem.fault.line) + ':' + std::to_string(problem.fault.column);
+      }
+      Complain(path, problem.fault.sentence);
+    }
+    if (answer_.status != 0) {
+      return std::move(answer_);
+    }
+    problems.clear();
+    const Workspace workspace = ReadWorkspace({paths, base}, problems);
+    for (const WorkspaceProblem& problem : problems) {
+      Complain(problem.path, {problem.reason, {}});
+    }
+    if (!workspace.files.empty() || options_.format != "text") {
+      Check(workspace);
+    }
+    return std::move(answer_);
+  }
+
+ private:
+  void Complain(const std::string& path, const Sentence& reason) {
+    answer_.error += VisibleText(texts_.Say({"problem.line", {path, texts_.Say(reason)}})) + '\n';
+    answer_.status = kStatusWrong;
+  }
+
+  // False if an option names no rule or level.
+  bool ReadRuleOptions() {
+    for (const std::string& option : options_.rules) {
+      const std::size_t sign = std::min(option.find('='), option.size());
+      const Rule* const rule = FindRule(std::string_view(option).substr(0, sign));
+      const std::optional<Level> level =
+          FindLevel(std::string_view(option).substr(std::min(sign + 1, option.size())));
+      if (rule == nullptr || !level) {
+        answer_.error =
+            VisibleText(texts_.Say(
+                {"usage.wrong", {"kelmo-lang lint", texts_.Say({"usage.rule", {option}})}})) +
+            '\n';
+        answer_.status = kStatusWrong;
+        return false;
+      }
+      LevelOf(optionLevels_, rule->id) = level;
+    }
+    return true;
+  }
+
+  // The level of the rule in a file of the project, which may be null; nothing: as the rule says.
+  std::optional<Level> LevelIn(const Project* project, RuleId rule) const {
+    const auto index = static_cast<std::size_t>(rule);
+    if (optionLevels_[index]) {
+      return optionLevels_[index];
+    }
+    std::optional<Level> level = project != nullptr ? project->levels[index] : std::nullopt;
+    const bool isReleaseRule =
+        std::find(kReleaseRules.begin(), kReleaseRules.end(), rule) != kReleaseRules.end();
+    if (options_.isRelease && isReleaseRule && level != Level::kOff) {
+      level = Level::kError;
+    }
+    return level;
+  }
+
+  SettingsOfFiles Settings(const Workspace& workspace) {
+    SettingsOfFiles settings;
+    settings.settings.clear();
+    std::vector<const Project*> owners;  // of each of the settings
+    for (const WorkspaceFile& file : workspace.files) {
+      const Project* const project = projects_.Of(file.Source().Path());
+      projectOf_.push_back(project);
+      auto owner = std::find(owners.begin(), owners.end(), project);
+      if (owner == owners.end()) {
+        RuleSettings& added = settings.settings.emplace_back();
+        for (const Rule& rule : AllRules()) {
+          if (const auto level = LevelIn(project, rule.id)) {
+            added.isOn[static_cast<std::size_t>(rule.id)] = *level != Level::kOff;
+          }
+        }
+        if (project != nullptr) {
+          added.limits = project->limits;
+        }
+        owner = owners.insert(owners.end(), project);
+      }
+      settings.ofFile.push_back(static_cast<std::uint32_t>(owner - owners.begin()));
+    }
+    if (settings.settings.empty()) {
+      settings.settings.emplace_back();
+    }
+    return settings;
+  }
+
+  // Whether a finding of the rule stays; changes its severity.
+  bool Adjust(std::uint32_t file, RuleId rule, Severity& severity) const {
+    const std::optional<Level> level = LevelIn(projectOf_[file], rule);
+    if (!level) {
+      return RuleOf(rule).isOnByDefault;
+    }
+    if (*level != Level::kOff) {
+      severity = static_cast<Severity>(static_cast<int>(*level) - 1);
+    }
+    return *level != Level::kOff;
+  }
+
+  void Check(const Workspace& workspace) {
+    const SettingsOfFiles settings = Settings(workspace);
+    Findings found = CheckWorkspace(workspace, settings, progress_);
+    Report report{workspace, found.Take(), found.Counted(), {}, {}};
+    auto& findings = report.findings;
+    findings.erase(std::remove_if(findings.begin(), findings.end(),
+                                  [&](Finding& finding) {
+                                    const std::uint32_t file = finding.place.file;
+                                    const Project* const project = projectOf_[file];
+                                    return !Adjust(file, finding.rule, finding.severity) ||
+                                           (project != nullptr &&
+                                            project->Ignores(workspace.files[file].Source().Path(),
+                                                             finding.rule, finding.key));
+                                  }),
+                   findings.end());
+    auto& counted = report.counted;
+    counted.erase(std::remove_if(counted.begin(), counted.end(),
+                                 [&](CountedFindings& one) {
+                                   return !Adjust(one.file, one.rule, one.severity);
+                                 }),
+                  counted.end());
+    SortFindings(findings);
+    FindNotCompared(workspace, settings, report);
+    if (!CompareWithBaseline(report)) {
+      Print(report);
+    }
+  }
+
+  static void FindNotCompared(const Workspace& workspace, const SettingsOfFiles& settings,
+                              Report& report) {
+    const MergedDictionary* const base = workspace.Base();
+    std::vector<bool> isNotRun(kRuleCount);
+    for (std::uint32_t i = 0; i < workspace.files.size(); ++i) {
+      const WorkspaceFile& file = workspace.files[i];
+      if (!file.isReported || !file.dictionary) {
+        continue;
+      }
+      if (base == nullptr) {
+        for (const Rule& rule : AllRules()) {
+          const auto index = static_cast<std::size_t>(rule.id);
+          isNotRun[index] = isNotRun[index] || (rule.needsBase && settings.Of(i).IsOn(rule.id));
+        }
+      } else if (file.isSetOfItsOwn) {
+        report.setsOfTheirOwn.push_back(i);
+      }
+    }
     for (const Rule& rule : AllRules()) {
-      if (rule.needsBase && rule.isOnByDefault) {
-        rules.push_back(rule.id);
+      if (isNotRun[static_cast<std::size_t>(rule.id)]) {
+        report.rulesNotRun.push_back(rule.id);
       }
     }
   }
-  return rules;
-}
 
-std::vector<std::uint32_t> SetsOfTheirOwn(const Workspace& workspace) {
-  std::vector<std::uint32_t> sets;
-  for (std::uint32_t i = 0; i < workspace.files.size(); ++i) {
-    if (workspace.files[i].isReported && workspace.files[i].isSetOfItsOwn) {
-      sets.push_back(i);
+  std::optional<fs::path> BaselinePath() const {
+    if (options_.baseline) {
+      return fs::u8path(*options_.baseline);
+    }
+    for (const auto& project : projects_.All()) {
+      if (project->baseline) {
+        return project->baseline;
+      }
+    }
+    return std::nullopt;
+  }
+
+  // True if the baseline was written, so that there is nothing to report.
+  bool CompareWithBaseline(Report& report) {
+    const std::optional<fs::path> path = BaselinePath();
+    if (!path || answer_.status != 0) {
+      return false;
+    }
+    std::error_code error;
+    if (!fs::exists(*path, error)) {
+      std::ofstream file(*path, std::ios::binary);
+      file << WriteBaseline(report.workspace, report.findings, *path);
+      if (!file.flush()) {
+        Complain(ShownPath(*path), {"problem.unwritable", {}});
+        return true;
+      }
+      answer_.error +=
+          VisibleText(texts_.Say(
+              {"baseline.written.#", {std::to_string(report.findings.size()), ShownPath(*path)}})) +
+          '\n';
+      return true;
+    }
+    const std::optional<std::string> bytes = ReadFileBytes(*path);
+    if (!bytes) {
+      Complain(ShownPath(*path), {"problem.unreadable", {}});
+    } else if (const auto fault =
+                   RemoveAccepted(*bytes, report.workspace, *path, report.findings)) {
+      Complain(ShownPath(*path), fault->sentence);
+    }
+    return false;
+  }
+
+  FailOn FailsOn() const {
+    if (options_.failOn) {
+      return FindFailOn(*options_.failOn).value_or(FailOn::kError);
+    }
+    for (const auto& project : projects_.All()) {
+      if (project->failOn) {
+        return *project->failOn;
+      }
+    }
+    return FailOn::kError;
+  }
+
+  void Print(const Report& report) {
+    const std::string& format = options_.format;
+    answer_.output = format == "json"     ? JsonReport(report)
+                     : format == "sarif"  ? SarifReport(report)
+                     : format == "github" ? GithubReport(report)
+                                          : TextReport(report, texts_, style_);
+    const Summary summary = SummaryOf(report);
+    const std::array<std::size_t, 4> failing = {0,
+                                                summary.errors + summary.warnings + summary.notes,
+                                                summary.errors + summary.warnings, summary.errors};
+    if (answer_.status == 0 && failing[static_cast<std::size_t>(FailsOn())] > 0) {
+      answer_.status = kStatusFound;
     }
   }
-  return sets;
-}
+
+  const LintOptions& options_;
+  const Texts& texts_;
+  TextStyle style_;
+  const std::function<void(double)>& progress_;
+  Levels optionLevels_;
+  Projects projects_;
+  std::vector<const Project*> projectOf_;  // by file
+  Answer answer_;
+};
 
 }  // namespace
 
-int Lint(const LintOptions& options, const Texts& texts) {
-  std::vector<WorkspaceProblem> problems;
-  const Workspace workspace = ReadWorkspace({options.paths, options.base}, problems);
-  Findings findings = CheckWorkspace(workspace);
-  Report report{workspace, findings.Take(), findings.Counted(), RulesNotRun(workspace),
-                SetsOfTheirOwn(workspace)};
-  SortFindings(report.findings);
-  const std::string text = TextReport(report, texts, {});
-  const bool isWritten = Write(Stream::kOutput, text);
-  return problems.empty() && isWritten ? static_cast<int>(!report.findings.empty()) : 2;
+Answer Lint(const LintOptions& options, const Texts& texts, TextStyle terminal,
+            const std::function<void(double)>& progress) {
+  if (options.explained) {
+    return ExplainRule(*options.explained, texts, terminal.width);
+  }
+  return LintRun(options, texts, terminal, progress).Run();
 }
 
 }  // namespace KelmoLibs::Lang

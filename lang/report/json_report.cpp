@@ -50,7 +50,7 @@ class JsonWriter {
       }
       Json member = {{"file", NameOf(i)}, {"kind", file.dictionary ? "dictionary" : "units"}};
       member["id"] = file.dictionary ? Json(WellFormedText(file.dictionary->IntendedId())) : Json();
-      member["comparedWithBase"] = report_.workspace.BaseOf(i) != nullptr;
+      member["comparedWithBase"] = report_.workspace.BaseOf(i) != nullptr && !file.isSetOfItsOwn;
       files.push_back(std::move(member));
     }
     return files;

@@ -1,5 +1,7 @@
 #include "lang/report/machine_text.h"
 
+#include <cstdint>
+
 #include "lang/report/visible_text.h"
 
 namespace KelmoLibs::Lang {
@@ -44,6 +46,18 @@ std::string IdentityOf(const Finding& finding) {
     }
   }
   return identity;
+}
+
+// FNV-1a.
+std::string FingerprintOf(std::string_view identity) {
+  constexpr unsigned kDigits = 16;
+  std::uint64_t hash = 0xCBF29CE484222325U;
+  for (const char c : identity) {
+    hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001B3U;
+  }
+  std::string fingerprint;
+  AppendHex(hash, kDigits, fingerprint);
+  return fingerprint;
 }
 
 }  // namespace KelmoLibs::Lang

@@ -24,4 +24,7 @@ std::string EnglishLines(const Finding& finding);
 /// rule, the key, and the arguments of the message that are no numbers. Parts end with a NUL.
 std::string IdentityOf(const Finding& finding);
 
+/// 16 hexadecimal digits that are others for another identity.
+std::string FingerprintOf(std::string_view identity);
+
 }  // namespace KelmoLibs::Lang

@@ -1,4 +1,3 @@
-#include <array>
 #include <map>
 #include <nlohmann/json.hpp>
 
@@ -10,12 +9,6 @@ namespace KelmoLibs::Lang {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-void AppendHex(std::uint64_t value, unsigned digits, std::string& text) {
-  while (digits-- > 0) {
-    text += "0123456789ABCDEF"[value >> (4 * digits) & 0xFU];
-  }
-}
 
 bool IsUnreserved(char c) noexcept {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' ||
@@ -43,18 +36,6 @@ std::string UriOf(std::string_view path) {
     }
   }
   return uri;
-}
-
-// FNV-1a of the identity, and which one of the findings of this identity in the file it is.
-std::string FingerprintOf(const std::string& identity, std::size_t number) {
-  std::uint64_t hash = 0xCBF29CE484222325U;
-  for (const char c : identity) {
-    hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001B3U;
-  }
-  constexpr unsigned kDigits = 16;
-  std::string fingerprint;
-  AppendHex(hash, kDigits, fingerprint);
-  return fingerprint + ':' + std::to_string(number);
 }
 
 Json RuleMember(const Rule& rule) {
@@ -124,7 +105,7 @@ class SarifWriter {
     const std::string identity =
         report_.workspace.files[finding.place.file].Source().Name() + '\0' + IdentityOf(finding);
     result["partialFingerprints"] = {
-        {"kelmoLang/v1", FingerprintOf(identity, ++numbers_[identity])}};
+        {"kelmoLang/v1", FingerprintOf(identity) + ":" + std::to_string(++numbers_[identity])}};
     return result;
   }
 

@@ -49,15 +49,6 @@ Unit TakeUnit(std::string_view& text) noexcept {
   return unit;
 }
 
-void AppendHex(std::uint32_t value, unsigned digits, std::string& text) {
-  while (digits < 6 && value >> (4 * digits) != 0) {
-    ++digits;
-  }
-  while (digits-- > 0) {
-    text += "0123456789ABCDEF"[value >> (4 * digits) & 0xFU];
-  }
-}
-
 void AppendByte(const Unit& unit, std::string& text) {
   text += '<';
   AppendHex(static_cast<unsigned char>(unit.bytes.front()), 2, text);
@@ -112,6 +103,16 @@ unsigned Sum(const std::vector<Cell>& cells, std::size_t first, std::size_t last
 }
 
 }  // namespace
+
+void AppendHex(std::uint64_t value, unsigned digits, std::string& text) {
+  constexpr unsigned kMost = 16;
+  while (digits < kMost && value >> (4 * digits) != 0) {
+    ++digits;
+  }
+  while (digits-- > 0) {
+    text += "0123456789ABCDEF"[value >> (4 * digits) & 0xFU];
+  }
+}
 
 std::string VisibleText(std::string_view bytes) {
   std::string text;

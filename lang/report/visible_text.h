@@ -14,6 +14,9 @@ std::string VisibleText(std::string_view bytes);
 /// `bytes` as UTF-8: a byte that is not UTF-8 becomes "<E9>", all else stays.
 std::string WellFormedText(std::string_view bytes);
 
+/// Appends `value` with at least `digits` hexadecimal digits.
+void AppendHex(std::uint64_t value, unsigned digits, std::string& text);
+
 /// Columns that `text`, a result of VisibleText, takes on a terminal.
 unsigned WidthOf(std::string_view text);
 

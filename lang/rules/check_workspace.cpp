@@ -5,16 +5,58 @@
 namespace KelmoLibs::Lang {
 namespace {
 
+// Tells how much of the bytes of all files is checked. The checks of lines are half of the work on a
+// file, and those of texts the other half.
+class Progress {
+ public:
+  Progress(const Workspace& workspace, const std::function<void(double)>& report)
+      : report_(report) {
+    for (const WorkspaceFile& file : workspace.files) {
+      total_ += file.isReported ? Size(file) : 0;
+    }
+  }
+
+  void AddHalf(const FileCheck& check) {
+    done_ += static_cast<double>(check.Source().Raw().size()) / 2;
+    Show(0);
+  }
+
+  // `share` of the half of this file that is not added yet.
+  void ShowHalf(const FileCheck& check, double share) {
+    Show(share * static_cast<double>(check.Source().Raw().size()) / 2);
+  }
+
+ private:
+  static double Size(const WorkspaceFile& file) {
+    return static_cast<double>(file.Source().Raw().size());
+  }
+  void Show(double more) {
+    if (report_ && total_ > 0) {
+      report_((done_ + more) / total_);
+    }
+  }
+
+  const std::function<void(double)>& report_;
+  double total_ = 0;
+  double done_ = 0;
+};
+
 // Whether hosts see this entry, and nothing else is reported about its line.
 bool IsTextChecked(const FileCheck& check, const Entry& entry) {
   return check.Merged().Find(entry.key).entry == &entry && !check.IsExplained(entry);
 }
 
-void CheckTexts(FileCheck& check) {
+void CheckTexts(FileCheck& check, Progress& progress) {
   if (check.Source().EncodedAsUtf16() != Utf16::kNo) {
     return;  // what the library reads of it are no texts
   }
-  for (const Entry& entry : check.File().Entries()) {
+  constexpr std::size_t kEntriesAtOnce = 0x1000;
+  const std::vector<Entry>& entries = check.File().Entries();
+  for (const Entry& entry : entries) {
+    if (const auto index = static_cast<std::size_t>(&entry - entries.data());
+        index % kEntriesAtOnce == 0) {
+      progress.ShowHalf(check, static_cast<double>(index) / static_cast<double>(entries.size()));
+    }
     if (!IsTextChecked(check, entry)) {
       continue;
     }
@@ -28,7 +70,7 @@ void CheckTexts(FileCheck& check) {
 }
 
 void CheckDictionary(const Workspace& workspace, const MergedDictionary& dictionary,
-                     const SettingsOfFiles& settings, Findings& findings) {
+                     const SettingsOfFiles& settings, Findings& findings, Progress& progress) {
   std::vector<FileCheck> files;
   for (const std::uint32_t file : dictionary.Files()) {
     if (workspace.files[file].isReported) {
@@ -43,10 +85,12 @@ void CheckDictionary(const Workspace& workspace, const MergedDictionary& diction
     CheckCharacters(file);
     CheckLines(file);
     CheckKeys(file);
+    progress.AddHalf(file);
   }
   CheckBesideBase(files);
   for (FileCheck& file : files) {
-    CheckTexts(file);
+    CheckTexts(file, progress);
+    progress.AddHalf(file);
   }
   CheckPlurals(files);
   CheckConsistency(files);
@@ -54,10 +98,12 @@ void CheckDictionary(const Workspace& workspace, const MergedDictionary& diction
 
 }  // namespace
 
-Findings CheckWorkspace(const Workspace& workspace, const SettingsOfFiles& settings) {
+Findings CheckWorkspace(const Workspace& workspace, const SettingsOfFiles& settings,
+                        const std::function<void(double)>& progress) {
   Findings findings;
+  Progress done(workspace, progress);
   for (const auto& [id, dictionary] : workspace.dictionaries) {
-    CheckDictionary(workspace, dictionary, settings, findings);
+    CheckDictionary(workspace, dictionary, settings, findings, done);
   }
   for (std::uint32_t i = 0; i < workspace.files.size(); ++i) {
     if (workspace.files[i].units && workspace.files[i].isReported) {

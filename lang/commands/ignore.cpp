@@ -1,0 +1,78 @@
+#include "lang/commands/ignore.h"
+
+#include <fstream>
+#include <system_error>
+
+#include "lang/project/projects.h"
+#include "lang/report/visible_text.h"
+#include "text/utf8.h"
+
+namespace KelmoLibs::Lang {
+namespace {
+
+namespace fs = std::filesystem;
+
+Answer Wrong(const Texts& texts, const Sentence& sentence) {
+  return {
+      kStatusWrong, "",
+      VisibleText(texts.Say({"usage.wrong", {"kelmo-lang ignore", texts.Say(sentence)}})) + '\n'};
+}
+
+Answer Problem(const Texts& texts, const std::string& path, const Sentence& reason) {
+  return {kStatusWrong, "",
+          VisibleText(texts.Say({"problem.line", {path, texts.Say(reason)}})) + '\n'};
+}
+
+}  // namespace
+
+Answer Ignore(const IgnoreOptions& options, const Texts& texts) {
+  const Rule* const rule = FindRule(options.rule);
+  if (rule == nullptr) {
+    return Wrong(texts, {"rules.unknown", {options.rule}});
+  }
+  if (options.reason.empty()) {
+    return Wrong(texts, {"ignore.reason", {}});
+  }
+  for (const std::string* const text : {&options.file, &options.key, &options.reason}) {
+    if (Localize::WellFormedUtf8Length(*text) != text->size()) {
+      return Wrong(texts, {"ignore.not_utf8", {*text}});
+    }
+  }
+  const fs::path file = fs::u8path(options.file);
+  std::error_code error;
+  if (!fs::is_regular_file(file, error)) {
+    return Problem(texts, options.file, {"problem.unreadable", {}});
+  }
+  const std::optional<fs::path> found = FindProjectFile(file.parent_path());
+  const fs::path path = found ? *found : file.parent_path() / kProjectFileName;
+  const std::string name = path.generic_u8string();
+  std::string bytes;
+  if (found) {
+    const std::optional<std::string> read = ReadFileBytes(path);
+    if (!read) {
+      return Problem(texts, name, {"problem.unreadable", {}});
+    }
+    bytes = *read;
+    std::vector<ProjectFault> faults;
+    const Project project = ParseProject(bytes, path, faults);
+    if (!faults.empty()) {
+      const ProjectFault& fault = faults.front();
+      return Problem(texts,
+                     name + ':' + std::to_string(fault.line) + ':' + std::to_string(fault.column),
+                     fault.sentence);
+    }
+    if (project.Ignores(file, rule->id, options.key)) {
+      return {0, VisibleText(texts.Say({"ignore.already", {name}})) + '\n', ""};
+    }
+  }
+  const std::string written =
+      WithIgnored(bytes, {NameInProject(file, path), options.key, rule->id}, options.reason);
+  std::ofstream stream(path, std::ios::binary);
+  stream << written;
+  if (!stream.flush()) {
+    return Problem(texts, name, {"problem.unwritable", {}});
+  }
+  return {0, VisibleText(texts.Say({"ignore.written", {name}})) + '\n', ""};
+}
+
+}  // namespace KelmoLibs::Lang
