@@ -52,6 +52,10 @@ std::string_view Stem(std::string_view path) {
 
 // Whether the parts of `id` stand one after the other among `parts`.
 bool Contains(const std::vector<std::string_view>& parts, std::string_view id) {
+  constexpr std::size_t kLongestId = 256;  // of a name of a file, in bytes
+  if (id.size() > kLongestId) {
+    return false;
+  }
   const std::vector<std::string_view> idParts = Parts(id);
   return std::search(parts.begin(), parts.end(), idParts.begin(), idParts.end(),
                      [](std::string_view a, std::string_view b) {

@@ -204,7 +204,7 @@ class SetSearch {
   void FindSetsOfTheirOwn() {
     for (std::uint32_t i = 0; i < workspace_.files.size(); ++i) {
       if (workspace_.BaseOf(i) != nullptr) {
-        workspace_.files[i].isSetOfItsOwn = SharesFewKeys(*workspace_.files[i].dictionary);
+        workspace_.files[i].isSetOfItsOwn = IsSetOfItsOwn(*workspace_.files[i].dictionary);
       }
     }
   }
@@ -222,14 +222,19 @@ class SetSearch {
     return !keys.empty();
   }
 
-  bool SharesFewKeys(const DictionaryFile& file) const {
+  bool IsSetOfItsOwn(const DictionaryFile& file) const {
+    std::size_t keys = 0;
+    std::size_t shared = 0;
     std::map<std::uint32_t, std::size_t> counts;  // by file of the base
-    const auto isShared = [&](const Entry& entry) {
+    const auto isEnough = [&](const Entry& entry) {
+      ++keys;
       const FoundEntry found = workspace_.Base()->Find(entry.key);
+      shared += found ? 1U : 0U;
       return found && !AreFew(++counts[found.file], baseKeys_.at(found.file).size());
     };
-    return std::none_of(file.Entries().begin(), file.Entries().end(), isShared) &&
-           std::none_of(file.LostEntries().begin(), file.LostEntries().end(), isShared);
+    return std::none_of(file.Entries().begin(), file.Entries().end(), isEnough) &&
+           std::none_of(file.LostEntries().begin(), file.LostEntries().end(), isEnough) &&
+           shared * 2 < keys;
   }
 
   Workspace& workspace_;
@@ -263,6 +268,19 @@ bool Workspace::OwesKeysOf(std::uint32_t file, std::uint32_t ofBaseFile) const n
                          return std::pair(one.baseFile, std::string_view(one.id)) < wanted;
                        });
   return found == untranslated.end() || found->baseFile != ofBaseFile || found->id != id;
+}
+
+void MergeFiles(Workspace& workspace) {
+  for (std::uint32_t i = 0; i < workspace.files.size(); ++i) {
+    if (const auto& dictionary = workspace.files[i].dictionary) {
+      workspace.dictionaries[std::string(dictionary->IntendedId())].Merge(i, *dictionary);
+    }
+  }
+  if (workspace.Base() != nullptr) {
+    SetSearch search(workspace);
+    search.FindUntranslated();
+    search.FindSetsOfTheirOwn();
+  }
 }
 
 Workspace ReadWorkspace(const WorkspaceRequest& request, std::vector<WorkspaceProblem>& problems) {
@@ -303,16 +321,7 @@ Workspace ReadWorkspace(const WorkspaceRequest& request, std::vector<WorkspacePr
       siblings.ReadBehind(path, id);
     }
   }
-  for (std::uint32_t i = 0; i < workspace.files.size(); ++i) {
-    if (const auto& dictionary = workspace.files[i].dictionary) {
-      workspace.dictionaries[std::string(dictionary->IntendedId())].Merge(i, *dictionary);
-    }
-  }
-  if (workspace.Base() != nullptr) {
-    SetSearch search(workspace);
-    search.FindUntranslated();
-    search.FindSetsOfTheirOwn();
-  }
+  MergeFiles(workspace);
   return workspace;
 }
 

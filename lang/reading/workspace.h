@@ -21,7 +21,10 @@ struct WorkspaceFile {
   std::unique_ptr<DictionaryFile> dictionary;  // null if it is a unit table
   std::unique_ptr<UnitFile> units;             // null if it is a dictionary
   bool isReported = true;                      // false: only read, to compare other files with it
-  bool isSetOfItsOwn = false;  // shares less than a tenth of its keys with each file of the base
+
+  /// Most of its keys are not in the base, and it has less than a tenth of the keys of each file of
+  /// the base. These keys are not surplus.
+  bool isSetOfItsOwn = false;
 
   const SourceFile& Source() const noexcept {
     return dictionary ? dictionary->Source() : units->Source();
@@ -52,6 +55,10 @@ struct Workspace {
   /// `file` if it lacks them.
   bool OwesKeysOf(std::uint32_t file, std::uint32_t ofBaseFile) const noexcept;
 };
+
+/// Merges the dictionaries of all files by id, and compares them with the base. To be called once,
+/// when all files are read.
+void MergeFiles(Workspace& workspace);
 
 /// A file or folder that cannot be used: the run ends with status 2.
 struct WorkspaceProblem {

@@ -1,5 +1,6 @@
 // Keys and texts beside those of the base. Tested by beside_base_test.cpp.
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -151,8 +152,11 @@ class BaseCheck {
           surplus_.push_back({check, fileIndex, &entry, meant.entry->key, isLost, true});
           return;
         }
-        if (!base_.Find(entry.key) && merged_.Find(entry.key).entry == &entry) {
-          const bool isExplained = !isLost && check != nullptr && check->IsExplained(entry);
+        if (base_.Find(entry.key)) {
+          return;
+        }
+        const bool isExplained = !isLost && check != nullptr && check->IsExplained(entry);
+        if (isExplained || merged_.Find(entry.key).entry == &entry) {
           surplus_.push_back({check, fileIndex, &entry, IntendedKey(entry), isLost, isExplained});
         }
       };
@@ -210,15 +214,20 @@ class BaseCheck {
   }
 
   void MatchLookAlikes() {
-    std::map<std::string, std::size_t> forms;  // of the missing keys
+    const std::hash<std::string> hash;
+    std::vector<std::pair<std::size_t, std::size_t>> forms;  // hashes and indices of missing keys
     for (std::size_t i = 0; i < missing_.size(); ++i) {
       if (!missing_[i].isExplained) {
-        forms.emplace(LookAlikeForm(MissingName(i)), i);
+        forms.emplace_back(hash(LookAlikeForm(MissingName(i))), i);
       }
     }
+    std::sort(forms.begin(), forms.end());
     for (SurplusKey& surplus : surplus_) {
-      const auto found = forms.find(LookAlikeForm(surplus.name));
-      if (found == forms.end() || missing_[found->second].isExplained) {
+      const std::string form = LookAlikeForm(surplus.name);
+      const auto found =
+          std::lower_bound(forms.begin(), forms.end(), std::pair(hash(form), std::size_t{0}));
+      if (found == forms.end() || missing_[found->second].isExplained ||
+          LookAlikeForm(MissingName(found->second)) != form) {
         continue;
       }
       MissingKey& missing = missing_[found->second];

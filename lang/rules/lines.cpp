@@ -16,6 +16,7 @@ namespace {
 using Entries = std::vector<const Entry*>;
 
 constexpr std::size_t kRelatedPlaces = 9;
+constexpr std::size_t kFewestOfColumn = 3;
 constexpr std::size_t kSingleFindings = 5;  // more lines with the same fault make one finding
 
 constexpr std::array<const char*, kTextFormatCount> kFormatMessages = {
@@ -333,7 +334,8 @@ class LineCheck {
         lines.push_back(entry);
       }
     }
-    if (lines.size() > kSingleFindings) {
+    const bool isColumn = lines.size() >= kFewestOfColumn && lines.size() * 2 > entries_.size();
+    if (isColumn || lines.size() > kSingleFindings) {
       ReportSecondTab(*lines.front(), lines.size());
       return;
     }

@@ -91,9 +91,9 @@ std::size_t PartLength(std::string_view key, std::size_t start, std::size_t end)
   return std::min(key.find_first_of(kPartEnds, end), key.size()) - begin;
 }
 
-bool IsTypingMistake(std::string_view a, std::string_view b, const Difference& difference) {
+bool IsTypingMistake(std::string_view a, std::string_view b, const Difference& difference,
+                     std::size_t distance) {
   constexpr std::string_view kDigits = "0123456789";
-  constexpr std::size_t kShortPart = 2;
   const auto has = [&difference](std::string_view characters) {
     return difference.a.find_first_of(characters) != std::string_view::npos ||
            difference.b.find_first_of(characters) != std::string_view::npos;
@@ -101,9 +101,10 @@ bool IsTypingMistake(std::string_view a, std::string_view b, const Difference& d
   if (has(kDigits)) {
     return false;
   }
+  const std::size_t shortestPart = distance > 1 ? 6 : 3;  // others are rather other words
   const std::size_t start = difference.start;
-  return has(kPartEnds) || (PartLength(a, start, start + difference.a.size()) > kShortPart &&
-                            PartLength(b, start, start + difference.b.size()) > kShortPart);
+  return has(kPartEnds) || (PartLength(a, start, start + difference.a.size()) >= shortestPart &&
+                            PartLength(b, start, start + difference.b.size()) >= shortestPart);
 }
 
 struct Pair {
@@ -192,7 +193,7 @@ class Search {
     const std::string_view b = surplus_[keys.surplus];
     const Difference difference = DifferenceOf(a, b);
     const std::size_t distance = EditDistance(difference.a, difference.b, limit);
-    if (distance <= limit && IsTypingMistake(a, b, difference)) {
+    if (distance <= limit && IsTypingMistake(a, b, difference, distance)) {
       pairs.push_back({distance, keys});
     }
   }
