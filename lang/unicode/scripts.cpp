@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <iterator>
+#include <string_view>
+
+#include "lang/unicode/look_alikes.h"
 
 namespace KelmoLibs::Lang {
 namespace {
@@ -64,35 +67,9 @@ constexpr Range kRanges[] = {
 };
 // clang-format on
 
-// Letters that look alike in most fonts. 0: no letter of this script does.
-struct LookAlikes {
-  char32_t latin;
-  char32_t cyrillic;
-  char32_t greek;
-};
-
-constexpr LookAlikes kLookAlikes[] = {
-    {'A', 0x0410, 0x0391},    {'B', 0x0412, 0x0392}, {'C', 0x0421, 0x03F9}, {'E', 0x0415, 0x0395},
-    {'H', 0x041D, 0x0397},    {'I', 0x0406, 0x0399}, {'J', 0x0408, 0x037F}, {'K', 0x041A, 0x039A},
-    {'M', 0x041C, 0x039C},    {'N', 0, 0x039D},      {'O', 0x041E, 0x039F}, {'P', 0x0420, 0x03A1},
-    {'S', 0x0405, 0},         {'T', 0x0422, 0x03A4}, {'X', 0x0425, 0x03A7}, {'Y', 0x04AE, 0x03A5},
-    {'Z', 0, 0x0396},         {'a', 0x0430, 0},      {'c', 0x0441, 0x03F2}, {'e', 0x0435, 0},
-    {'h', 0x04BB, 0},         {'i', 0x0456, 0},      {'j', 0x0458, 0x03F3}, {'o', 0x043E, 0x03BF},
-    {'p', 0x0440, 0},         {'s', 0x0455, 0},      {'v', 0, 0x03BD},      {'x', 0x0445, 0},
-    {'y', 0x0443, 0},         {0, 0x0413, 0x0393},   {0, 0x041F, 0x03A0},   {0, 0x0424, 0x03A6},
-    {0x00CF, 0x0407, 0x03AA},  // I with two dots
-    {0x00EF, 0x0457, 0x03CA},  // i with two dots
-    {0x00CB, 0x0401, 0},       // E with two dots
-    {0x00EB, 0x0451, 0},       // e with two dots
-    {0x00F3, 0, 0x03CC},       // o with an acute accent
-};
-
-char32_t LetterOf(Script script, const LookAlikes& letters) noexcept {
-  return script == kLatin      ? letters.latin
-         : script == kCyrillic ? letters.cyrillic
-         : script == kGreek    ? letters.greek
-                               : 0;
-}
+// The Latin letters that look like one of the script.
+constexpr std::string_view kLikeCyrillic = "ABCEHIJKMOPSTXYacehijopsxy";
+constexpr std::string_view kLikeGreek = "ABEHIKMNOPTXYZov";
 
 }  // namespace
 
@@ -107,12 +84,14 @@ Script ScriptOf(char32_t character) noexcept {
       ->script;
 }
 
-char32_t LookAlikeIn(Script script, char32_t character) noexcept {
-  const Script own = ScriptOf(character);
-  const auto* const found =
-      std::find_if(std::begin(kLookAlikes), std::end(kLookAlikes),
-                   [=](const LookAlikes& letters) { return LetterOf(own, letters) == character; });
-  return found != std::end(kLookAlikes) ? LetterOf(script, *found) : 0;
+bool LooksLikeLetterOf(Script script, char32_t character) noexcept {
+  const char32_t latin = AsciiLookAlike(character);
+  if (ScriptOf(latin) != kLatin || ScriptOf(character) == script) {
+    return false;
+  }
+  const std::string_view letters = script == kCyrillic ? kLikeCyrillic : kLikeGreek;
+  return script == kLatin ||
+         (latin < 0x80U && letters.find(static_cast<char>(latin)) != std::string_view::npos);
 }
 
 }  // namespace KelmoLibs::Lang

@@ -18,8 +18,8 @@ Script ScriptOf(char32_t character) noexcept;
 
 inline bool IsLetter(char32_t character) noexcept { return ScriptOf(character) >= Script::kLatin; }
 
-/// The letter of `script` that looks like `character`, a letter of another of the three scripts
-/// kLatin, kGreek and kCyrillic; 0 if there is none.
-char32_t LookAlikeIn(Script script, char32_t character) noexcept;
+/// Whether `character` looks like a letter of `script` and is a letter of another one. The scripts
+/// are kLatin, kGreek and kCyrillic.
+bool LooksLikeLetterOf(Script script, char32_t character) noexcept;
 
 }  // namespace KelmoLibs::Lang

@@ -55,14 +55,17 @@ TEST(Scripts, ACharacterHasAScriptIfItIsALetterOrAMark) {
 }
 
 TEST(Scripts, LettersLookAlikeInBothDirections) {
-  EXPECT_EQ(LookAlikeIn(Script::kCyrillic, 'a'), 0x0430U);
-  EXPECT_EQ(LookAlikeIn(Script::kLatin, 0x0430), char32_t{'a'});
-  EXPECT_EQ(LookAlikeIn(Script::kGreek, 'O'), 0x039FU);
-  EXPECT_EQ(LookAlikeIn(Script::kCyrillic, 0x039F), 0x041EU);  // Greek and Cyrillic O
-  EXPECT_EQ(LookAlikeIn(Script::kGreek, 'a'), 0U);
-  EXPECT_EQ(LookAlikeIn(Script::kCyrillic, 'Q'), 0U);
-  EXPECT_EQ(LookAlikeIn(Script::kLatin, 0x0436), 0U);  // Cyrillic zhe
-  EXPECT_EQ(LookAlikeIn(Script::kLatin, '1'), 0U);
+  EXPECT_TRUE(LooksLikeLetterOf(Script::kCyrillic, 'a'));
+  EXPECT_TRUE(LooksLikeLetterOf(Script::kLatin, 0x0430));  // Cyrillic a
+  EXPECT_TRUE(LooksLikeLetterOf(Script::kGreek, 'O'));
+  EXPECT_TRUE(LooksLikeLetterOf(Script::kCyrillic, 0x039F));  // Greek O
+  EXPECT_TRUE(LooksLikeLetterOf(Script::kGreek, 0x041E));     // Cyrillic O
+  EXPECT_FALSE(LooksLikeLetterOf(Script::kLatin, 'a'));       // of the script itself
+  EXPECT_FALSE(LooksLikeLetterOf(Script::kGreek, 'a'));
+  EXPECT_FALSE(LooksLikeLetterOf(Script::kCyrillic, 'Q'));
+  EXPECT_FALSE(LooksLikeLetterOf(Script::kLatin, 0x0436));  // Cyrillic zhe
+  EXPECT_FALSE(LooksLikeLetterOf(Script::kCyrillic, '1'));
+  EXPECT_FALSE(LooksLikeLetterOf(Script::kLatin, 0x2013));  // dash
 }
 
 }  // namespace

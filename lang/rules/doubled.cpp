@@ -1,0 +1,77 @@
+// Rules doubled-word and doubled-blank. Tests: doubled_test.cpp.
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <string>
+#include <string_view>
+
+#include "lang/reading/word_reader.h"
+#include "lang/rules/text_rules.h"
+
+namespace KelmoLibs::Lang {
+namespace {
+
+bool IsBlanks(std::string_view text) noexcept {
+  return !text.empty() && text.find_first_not_of(' ') == std::string_view::npos;
+}
+
+// Languages that double words: for a plural, for emphasis, or because of the order of the words.
+bool DoublesWords(std::string_view language) noexcept {
+  constexpr std::string_view kLanguages =
+      " az bn fil gu hi id ja jv km kn ko lo mi ml mr ms my ne pa si sm su sw ta te th tk tl to tr"
+      " ur uz vi zh ";
+  const std::size_t found = kLanguages.find(language);
+  return !language.empty() && found != std::string_view::npos && kLanguages[found - 1] == ' ' &&
+         kLanguages[found + language.size()] == ' ';
+}
+
+// Words that stand twice in right sentences: "die Werte, die die Pumpe hat" without its comma.
+bool IsDoubledByRight(std::string_view word) noexcept {
+  constexpr std::string_view kWords[] = {
+      "had",  "that",                              // English
+      "das",  "dem",  "den", "der", "die", "sie",  // German
+      "nous", "vous",                              // French
+      "que",  "si",                                // Spanish, Portuguese, Italian
+      "dat",  "det",  "az",  "ez",                 // Dutch, Scandinavian, Hungarian
+  };
+  return std::find(std::begin(kWords), std::end(kWords), word) != std::end(kWords);
+}
+
+std::string_view FindDoubledWord(std::string_view text) {
+  constexpr std::size_t kShortest = 2;
+  WordReader words(text);
+  std::string_view last;
+  for (Word word; words.Next(word); last = word.letters) {
+    if (word.letters.size() >= kShortest && word.letters == last && IsBlanks(word.before) &&
+        !IsDoubledByRight(word.letters)) {
+      return word.letters;
+    }
+  }
+  return {};
+}
+
+std::string_view FindDoubledBlank(std::string_view text) noexcept {
+  const std::size_t found = text.find("  ");
+  return found == std::string_view::npos ? std::string_view() : text.substr(found, 2);
+}
+
+}  // namespace
+
+void CheckDoubled(const TextCheck& check) {
+  const std::string_view word = DoublesWords(check.file.FileLanguage().primary)
+                                    ? std::string_view()
+                                    : FindDoubledWord(check.Text());
+  if (!word.empty() && FindDoubledWord(check.BaseText()).empty()) {
+    check.Add(RuleId::kDoubledWord, Severity::kNote, word,
+              {"doubled-word.message", {std::string(word)}});
+  }
+  if (!check.base && check.file.AllFiles().Base() != nullptr) {
+    return;  // nobody compares the base, whose blanks are meant
+  }
+  const std::string_view blanks = FindDoubledBlank(check.Text());
+  if (!blanks.empty() && FindDoubledBlank(check.BaseText()).empty()) {
+    check.Add(RuleId::kDoubledBlank, Severity::kNote, blanks, {"doubled-blank.message", {}});
+  }
+}
+
+}  // namespace KelmoLibs::Lang

@@ -1,0 +1,179 @@
+// Rule mixed-script: a word with a letter of another script that looks like one of its own script.
+// Words such as "USB-port" in Cyrillic letters or Latin abbreviations with Cyrillic endings are
+// right. Tests: mixed_scripts_test.cpp.
+#include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "lang/reading/word_reader.h"
+#include "lang/rules/text_rules.h"
+#include "lang/unicode/code_points.h"
+#include "lang/unicode/scripts.h"
+
+namespace KelmoLibs::Lang {
+namespace {
+
+struct ScriptName {
+  Script script;
+  std::string_view name;  // in keys of texts
+};
+constexpr std::array<ScriptName, 3> kScripts = {
+    {{Script::kLatin, "latin"}, {Script::kGreek, "greek"}, {Script::kCyrillic, "cyrillic"}}};
+
+// What a word has of one script.
+struct Letters {
+  std::size_t count = 0;
+  std::size_t runs = 0;  // groups of neighbouring letters
+  std::string_view first;
+  bool isAtBegin = false;
+  bool isAtEnd = false;
+  bool areUpperCase = true;
+  std::array<bool, kScripts.size()> lookLike = {true, true, true};  // all letters, by script
+};
+using LettersByScript = std::array<Letters, kScripts.size()>;
+
+bool IsUpperCase(char32_t letter) noexcept {
+  return (letter >= 'A' && letter <= 'Z') || (letter >= 0x0386 && letter <= 0x03AB) ||
+         (letter >= 0x0400 && letter <= 0x042F);
+}
+
+LettersByScript LettersOf(std::string_view word) {
+  LettersByScript found;
+  std::size_t last = kScripts.size();
+  bool isFirst = true;
+  VisitCodePoints(word, [&](char32_t character, std::string_view part) {
+    const Script script = ScriptOf(character);
+    for (std::size_t i = 0; i < kScripts.size(); ++i) {
+      if (kScripts[i].script != script) {
+        continue;
+      }
+      Letters& letters = found[i];
+      if (letters.count++ == 0) {
+        letters.first = part;
+      }
+      letters.runs += last != i ? 1 : 0;
+      letters.isAtBegin = letters.isAtBegin || isFirst;
+      letters.areUpperCase = letters.areUpperCase && IsUpperCase(character);
+      for (std::size_t other = 0; other < kScripts.size(); ++other) {
+        letters.lookLike[other] =
+            letters.lookLike[other] && LooksLikeLetterOf(kScripts[other].script, character);
+      }
+      last = i;
+    }
+    isFirst = false;
+    return true;
+  });
+  if (last < kScripts.size()) {
+    found[last].isAtEnd = true;
+  }
+  return found;
+}
+
+// -oFILE, /CFILE and the like: the Latin letters are the name of an option.
+bool IsBehindOption(std::string_view before, bool isAtBegin) noexcept {
+  constexpr std::string_view kSigns = "-/=@_:#.+";
+  if (before.empty() || kSigns.find(before.back()) == std::string_view::npos) {
+    return false;
+  }
+  return before.back() != '-' || before.size() > 1 || isAtBegin;  // no hyphen between two words
+}
+
+// Whether the letters `own` are a mistake within a word whose other letters are `home`.
+bool AreIntruders(const Letters& own, const Letters& home, Script homeScript, Script ownScript,
+                  bool isCyrillicText) noexcept {
+  constexpr std::size_t kShortest = 3;
+  if (ownScript == Script::kGreek || homeScript == Script::kGreek) {
+    return home.count >= kShortest;  // units and formulas have fewer letters
+  }
+  const bool areTwoParts = own.runs == 1 && home.runs == 1;
+  if (ownScript == Script::kLatin && areTwoParts && own.isAtBegin && own.areUpperCase) {
+    // A Latin abbreviation with an ending.
+    return own.count == 1 && home.count >= kShortest;
+  }
+  return !(ownScript == Script::kCyrillic && areTwoParts && own.isAtEnd && isCyrillicText &&
+           home.count > 1);
+}
+
+// Whether letters of two scripts stand side by side, as far as the first bytes of letters tell: Greek
+// ones begin with CD to CF, Cyrillic ones with D0 to D4.
+bool MayBeMixed(std::string_view text) noexcept {
+  Script last = Script::kNone;
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    if ((byte & 0xC0U) == 0x80U) {
+      continue;  // within a character
+    }
+    const Script script = byte < 0x80U    ? ScriptOf(byte)
+                          : byte <= 0xC9U ? Script::kLatin
+                          : byte <= 0xCCU ? Script::kNone
+                          : byte <= 0xCFU ? Script::kGreek
+                          : byte <= 0xD4U ? Script::kCyrillic
+                                          : Script::kNone;
+    if (script != last && script != Script::kNone && last != Script::kNone) {
+      return true;
+    }
+    last = script;
+  }
+  return false;
+}
+
+bool IsCyrillicLanguage(std::string_view language) noexcept {
+  constexpr std::string_view kLanguages = " be bg ce cv kk ky mk mn ru sr tg tt uk uz ";
+  const std::size_t found = kLanguages.find(language);
+  return !language.empty() && found != std::string_view::npos && kLanguages[found - 1] == ' ' &&
+         kLanguages[found + language.size()] == ' ';
+}
+
+bool CheckWord(const TextCheck& check, const Word& word) {
+  const LettersByScript letters = LettersOf(word.letters);
+  std::size_t left = kScripts.size();
+  std::size_t right = kScripts.size();
+  for (std::size_t i = 0; i < kScripts.size(); ++i) {
+    if (letters[i].count > 0) {
+      if (right < kScripts.size()) {
+        return false;  // of three scripts: a formula
+      }
+      (left == kScripts.size() ? left : right) = i;
+    }
+  }
+  if (right == kScripts.size()) {
+    return false;
+  }
+  const bool isLeft = letters[left].lookLike[right];
+  const bool isRight = letters[right].lookLike[left];
+  if (!isLeft && !isRight) {
+    return false;
+  }
+  const bool isLeftOwn = isLeft && (!isRight || letters[left].count < letters[right].count);
+  const std::size_t own = isLeftOwn ? left : right;
+  const std::size_t home = isLeftOwn ? right : left;
+  if ((IsBehindOption(word.before, word.before.data() == check.Text().data()) &&
+       letters[left].isAtBegin) ||
+      !AreIntruders(letters[own], letters[home], kScripts[home].script, kScripts[own].script,
+                    IsCyrillicLanguage(check.file.FileLanguage().primary))) {
+    return false;
+  }
+  std::string key = "mixed-script.";
+  key.append(kScripts[own].name).append("-in-").append(kScripts[home].name);
+  check.Add(RuleId::kMixedScript, Severity::kWarning, letters[own].first,
+            {std::move(key), {std::string(letters[own].first), std::string(word.letters)}});
+  return true;
+}
+
+}  // namespace
+
+void CheckMixedScripts(const TextCheck& check) {
+  if (!MayBeMixed(check.Text())) {
+    return;
+  }
+  WordReader words(check.Text());
+  Word word;
+  while (words.Next(word)) {
+    if (MayBeMixed(word.letters) && CheckWord(check, word)) {
+      return;
+    }
+  }
+}
+
+}  // namespace KelmoLibs::Lang

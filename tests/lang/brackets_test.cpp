@@ -1,0 +1,49 @@
+// The rule bracket.
+#include <gtest/gtest.h>
+
+#include "tests/lang/text_rule_results.h"
+
+namespace KelmoLibs::Lang {
+namespace {
+
+TEST(Brackets, AreClosed) {
+  const TextRow rows[] = {
+      {"balanced", "de", "(a) [b] {c}", "(a) [b] {c}", ""},
+      {"lost end", "de", "Length (mm)", u8"Länge (mm", "warning bracket.message ("},
+      {"lost begin", "de", "Length (mm)", u8"Länge mm)", "warning bracket.message )"},
+      {"lost begin of a placeholder", "de", "Pumps [%1]", "Pumpen %1]",
+       "warning bracket.message ]"},
+      {"one too many", "de", "Length (mm)", u8"Länge (mm))", "warning bracket.message )"},
+      {"braces of a placeholder", "de", "by {name}", "von {name", ""},
+      {"braces", "de", "the set", "die {Menge", "warning bracket.message {"},
+      {"wrong order", "de", "(mm)", ")mm(", "warning bracket.message )"},
+      {"the first lone one is marked", "de", "(a)", "(a (b", "warning bracket.message ("},
+      {"nested", "de", "((a))", "((a))", ""},
+      {"mixed width", "zh", "Length (mm)", u8"长度（mm)", ""},
+      {"full-width", "zh", "Length (mm)", u8"长度（mm", u8"warning bracket.message （"},
+      {"corner brackets", "ja", "\"%1\" moved", u8"「%1を移動", u8"warning bracket.message 「"},
+      {"the base is unbalanced too", "de", "still wanted (", "noch gesucht (", ""},
+      {"another kind is unbalanced in the base", "de", "still wanted (", "noch [gesucht (",
+       "warning bracket.message ["},
+      {"guillemets", "de", "\"%1\" moved", u8"»%1« verschoben", ""},
+      {"guillemets of Finnish", "fi", "\"%1\" moved", u8"»%1» siirretty", ""},
+      {"lone guillemet", "fr", "\"%1\" moved", u8"« %1 déplacé", u8"warning bracket.message «"},
+      {"the quotation of the base is open", "fr", "keyword `", u8"mot-clé « ", ""},
+      {"enumeration by letters", "de", "a, b", "a) eins, b) zwei", ""},
+      {"enumeration by numbers", "de", "1, 12", "1) eins\\n12) zwei", ""},
+      {"enumeration by Roman numbers", "de", "1, 2", "i) eins; iv) vier", ""},
+      {"enumeration in Cyrillic letters", "ru", "a, b", u8"а) один, б) два", ""},
+      {"smiley", "de", "Done", "Fertig :-)", ""},
+      {"sad smiley", "de", "Failed", "Fehler :(", ""},
+      {"quoted bracket", "de", "expected '('", u8"„(“ erwartet", ""},
+      {"no base: a note", "de", "", u8"Länge (mm", "note bracket.message ("},
+      {"no base, balanced", "de", "", u8"Länge (mm)", ""},
+  };
+  for (const TextRow& row : rows) {
+    SCOPED_TRACE(row.name);
+    EXPECT_EQ(ResultsOf(CheckBrackets, row), row.expected);
+  }
+}
+
+}  // namespace
+}  // namespace KelmoLibs::Lang
