@@ -1,7 +1,339 @@
+// The rules line-break, entity and tag: what stands in a text for its layout, beside the base.
+// Translations differ in much of it on purpose, so these rules look only at what is surely lost.
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <string>
+
+#include "lang/rules/addresses.h"
 #include "lang/rules/check.h"
 
 namespace KelmoLibs::Lang {
+namespace {
 
-void CheckMarkup(const TextCheck& /*check*/) {}
+constexpr std::size_t kNone = std::string_view::npos;
+
+char At(std::string_view text, std::size_t at) noexcept {
+  return at < text.size() ? text[at] : '\0';
+}
+bool IsDigit(char c) noexcept { return c >= '0' && c <= '9'; }
+bool IsLetter(char c) noexcept { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+bool IsLetterOrDigit(char c) noexcept { return IsLetter(c) || IsDigit(c); }
+
+char Small(char c) noexcept { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+bool AreEqualNames(std::string_view left, std::string_view right) noexcept {
+  return left.size() == right.size() &&
+         std::equal(left.begin(), left.end(), right.begin(),
+                    [](char l, char r) { return Small(l) == Small(r); });
+}
+
+// Line breaks.
+
+struct LineBreaks {
+  std::size_t count = 0;
+  std::size_t longestLine = 0;  // bytes
+  std::string_view last;
+  bool isAtStart = false;
+  bool isAtEnd = false;
+  bool isBehindSentence = false;  // one of them
+};
+
+// Whether "C:" stands in front of `at`, as a word.
+bool IsBehindDrive(std::string_view text, std::size_t at) noexcept {
+  return at > 1 && text[at - 1] == ':' && IsLetter(text[at - 2]) &&
+         (at == 2 || std::string_view(" \"'(<=").find(text[at - 3]) != kNone);
+}
+
+// The "\n" of a text. A path such as "C:\new" has none, nor has "\\n".
+LineBreaks FindLineBreaks(std::string_view text) noexcept {
+  constexpr std::size_t kLength = 2;
+  LineBreaks breaks;
+  bool isInPath = false;
+  std::size_t start = 0;
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    if (text[at] == ' ') {
+      isInPath = false;
+    } else if (text[at] == '\\') {
+      isInPath = isInPath || IsBehindDrive(text, at);
+      if (At(text, at + 1) == 'n' && !isInPath) {
+        ++breaks.count;
+        breaks.last = text.substr(at, kLength);
+        breaks.longestLine = std::max(breaks.longestLine, at - start);
+        breaks.isAtStart = breaks.isAtStart || at == 0;
+        breaks.isBehindSentence = breaks.isBehindSentence ||
+                                  (at > 0 && std::string_view(".:!?").find(text[at - 1]) != kNone);
+        breaks.isAtEnd = at + kLength == text.size();
+        start = at + kLength;
+      }
+      ++at;
+    }
+  }
+  breaks.longestLine = std::max(breaks.longestLine, text.size() - start);
+  return breaks;
+}
+
+// Whether the text has more or fewer line breaks than it should. Lines of prose are broken at other
+// places in other languages, and labels need not be broken, so the breaks inside are counted only in
+// texts of a few short lines, and are missing only behind a sentence.
+bool HasOtherBreaks(const LineBreaks& base, const LineBreaks& text) noexcept {
+  constexpr std::size_t kMost = 2;
+  constexpr std::size_t kLongestIfLess = 60;
+  constexpr std::size_t kLongestIfMore = 40;
+  if (base.count == text.count) {
+    return false;
+  }
+  if (base.count > 0 && (base.isAtStart != text.isAtStart || base.isAtEnd != text.isAtEnd)) {
+    return true;
+  }
+  if (base.count > kMost || text.count > base.count + kMost) {
+    return false;
+  }
+  return text.count < base.count ? base.isBehindSentence && base.longestLine <= kLongestIfLess
+                                 : base.longestLine <= kLongestIfMore;
+}
+
+void CheckLineBreaks(const TextCheck& check) {
+  const LineBreaks base = FindLineBreaks(check.BaseText());
+  const LineBreaks text = FindLineBreaks(check.Text());
+  const bool isOneWord = base.count == 0 && check.BaseText().find(' ') == kNone;
+  if (isOneWord || !HasOtherBreaks(base, text)) {
+    return;
+  }
+  const std::string_view where = text.count > base.count ? text.last : check.Text();
+  check.Add(RuleId::kLineBreak, Severity::kWarning, where,
+            {"line-break.message", {std::to_string(text.count), std::to_string(base.count)}});
+}
+
+// Entities.
+
+struct Entity {
+  std::string_view whole;  // "&amp;"; without the ";" if it is broken
+  std::string_view name;   // "amp", "#160"
+  bool isBroken = false;
+};
+
+constexpr std::string_view kEntities[] = {
+    "amp",    "lt",    "gt",     "quot",   "apos",   "nbsp",   "copy",  "reg",    "trade",
+    "hellip", "mdash", "ndash",  "laquo",  "raquo",  "ldquo",  "rdquo", "lsquo",  "rsquo",
+    "bdquo",  "sbquo", "eacute", "egrave", "agrave", "ccedil", "auml",  "ouml",   "uuml",
+    "Auml",   "Ouml",  "Uuml",   "szlig",  "euro",   "deg",    "times", "middot", "bull",
+    "shy",    "sect",  "plusmn", "micro",  "rarr",   "larr"};
+constexpr std::ptrdiff_t kMeantWithoutEnd = 6;  // so many of them are seen without the ";" too
+
+// The first entity of `text` at or behind `at`; its `whole` is empty if there is none.
+Entity FindEntity(std::string_view text, std::size_t at) noexcept {
+  constexpr std::size_t kLongest = 10;
+  for (at = text.find('&', at); at != kNone; at = text.find('&', at + 1)) {
+    std::size_t first = at + 1;
+    const bool isAfterBlank = At(text, first) == ' ';
+    first += isAfterBlank ? 1U : 0U;
+    std::size_t end = first + (At(text, first) == '#' ? 1U : 0U);
+    const bool isNumber = end > first;
+    while (end < first + kLongest && IsLetterOrDigit(At(text, end))) {
+      ++end;
+    }
+    const std::string_view name = text.substr(first, end - first);
+    if (name.empty() || (isNumber && (name.size() < 2 || !IsDigit(name[name[1] == 'x' ? 2 : 1])))) {
+      continue;
+    }
+    const auto* const known = std::find(std::begin(kEntities), std::end(kEntities), name);
+    const bool isKnown = known != std::end(kEntities);
+    const bool isClosed = At(text, end) == ';';
+    if (isClosed && !isAfterBlank && (isNumber || isKnown)) {
+      return {text.substr(at, end + 1 - at), name};
+    }
+    const bool isMeant = isNumber || known - std::begin(kEntities) < kMeantWithoutEnd;
+    if (isMeant && (isClosed || !isAfterBlank)) {
+      return {text.substr(at, end - at + (isClosed ? 1U : 0U)), name, true};
+    }
+  }
+  return {};
+}
+
+bool HasEntity(std::string_view text, std::string_view name) noexcept {
+  for (Entity entity = FindEntity(text, 0); !entity.whole.empty();) {
+    if (!entity.isBroken && entity.name == name) {
+      return true;
+    }
+    entity = FindEntity(
+        text, static_cast<std::size_t>(entity.whole.data() + entity.whole.size() - text.data()));
+  }
+  return false;
+}
+
+void CheckEntities(const TextCheck& check) {
+  const std::string_view text = check.Text();
+  const std::string_view base = check.BaseText();
+  const Entity first = FindEntity(text, 0);
+  const bool hasBaseEntities = !FindEntity(base, 0).whole.empty();
+  if (!hasBaseEntities) {
+    // The base is plain text: the user would see the letters of the entity.
+    if (!first.whole.empty() && !first.isBroken && base.find('<') == kNone) {
+      check.Add(RuleId::kEntity, Severity::kWarning, first.whole,
+                {"entity.surplus", {std::string(first.whole)}});
+    }
+    return;
+  }
+  for (std::size_t at = 0; at < text.size();) {
+    const Entity entity = FindEntity(text, at);
+    if (entity.whole.empty()) {
+      break;
+    }
+    if (entity.isBroken) {
+      check
+          .Add(RuleId::kEntity, Severity::kWarning, entity.whole,
+               {"entity.broken", {std::string(entity.whole)}})
+          .hint = {"entity.hint", {'&' + std::string(entity.name) + ';'}};
+      return;
+    }
+    at = static_cast<std::size_t>(entity.whole.data() + entity.whole.size() - text.data());
+  }
+  // The sign itself where the base has its entity.
+  const std::size_t sign = text.find('&');
+  const bool isEntity = sign != kNone && FindEntity(text, sign).whole.data() == text.data() + sign;
+  if (sign != kNone && !isEntity && HasEntity(base, "amp") && !HasEntity(text, "amp")) {
+    check
+        .Add(RuleId::kEntity, Severity::kWarning, text.substr(sign, 1),
+             {"entity.missing", {"&amp;"}})
+        .hint = {"entity.hint", {"&amp;"}};
+  }
+}
+
+// Tags.
+
+struct Tag {
+  std::string_view whole;  // "<b>", "</b>", "<br/>", "<a href='…'>"
+  std::string_view name;
+  bool isClosing = false;
+};
+
+// Tags that programs show text with. Others may stand for a word: "<file>".
+constexpr std::array<std::string_view, 32> kKnownTags = {
+    "a",     "b",     "big", "center", "code", "div", "em", "font", "h1",   "h2",     "h3",
+    "h4",    "i",     "img", "li",     "ol",   "pre", "s",  "span", "sub",  "strong", "sup",
+    "small", "table", "td",  "th",     "tr",   "tt",  "u",  "ul",   "html", "body"};
+
+bool IsKnownTag(std::string_view name) noexcept {
+  return std::any_of(kKnownTags.begin(), kKnownTags.end(),
+                     [name](std::string_view known) { return AreEqualNames(known, name); });
+}
+
+// The tags of a text with a name that is known; a text with more of them than are kept is not
+// judged.
+class Tags {
+ public:
+  static constexpr std::size_t kMost = 64;
+
+  explicit Tags(std::string_view text) noexcept {
+    std::size_t close = 0;
+    for (std::size_t at = text.find('<'); at != kNone; at = text.find('<', at + 1)) {
+      const std::size_t slash = At(text, at + 1) == '/' ? 1 : 0;
+      const std::size_t first = at + 1 + slash;
+      std::size_t end = first;
+      while (IsLetterOrDigit(At(text, end))) {
+        ++end;
+      }
+      // Looked for once, so that the time stays linear.
+      close = close < end ? text.find('>', end) : close;
+      if (close == kNone) {
+        return;
+      }
+      const char behind = At(text, end);
+      const std::string_view name = text.substr(first, end - first);
+      const bool isTag =
+          IsLetter(At(text, first)) && (behind == '>' || behind == ' ' || behind == '/');
+      if (isTag && IsKnownTag(name)) {
+        Add({text.substr(at, close + 1 - at), name, slash != 0});
+      }
+    }
+  }
+
+  const Tag* begin() const noexcept { return found_.data(); }
+  const Tag* end() const noexcept { return found_.data() + count_; }
+  bool AreAll() const noexcept { return areAll_; }
+
+  std::ptrdiff_t Count(std::string_view name, bool isClosing) const noexcept {
+    return std::count_if(begin(), end(), [&](const Tag& tag) {
+      return tag.isClosing == isClosing && AreEqualNames(tag.name, name);
+    });
+  }
+  // Opening tags without closing ones.
+  std::ptrdiff_t Balance(std::string_view name) const noexcept {
+    return Count(name, false) - Count(name, true);
+  }
+
+ private:
+  void Add(const Tag& tag) noexcept {
+    if (count_ == kMost) {
+      areAll_ = false;
+      return;
+    }
+    found_[count_++] = tag;
+  }
+
+  std::array<Tag, kMost> found_;
+  std::size_t count_ = 0;
+  bool areAll_ = true;
+};
+
+// Chinese, Japanese and Korean have other ways to mark words: their texts often leave out styles.
+bool MayLeaveOut(std::string_view tag, const Language& language) noexcept {
+  const bool isStyle = AreEqualNames(tag, "b") || AreEqualNames(tag, "i") ||
+                       AreEqualNames(tag, "u") || AreEqualNames(tag, "em") ||
+                       AreEqualNames(tag, "strong");
+  return isStyle &&
+         (language.primary == "zh" || language.primary == "ja" || language.primary == "ko");
+}
+
+void CheckTags(const TextCheck& check) {
+  const Tags base(check.BaseText());
+  if (base.begin() == base.end()) {
+    return;
+  }
+  const Tags text(check.Text());
+  if (!base.AreAll() || !text.AreAll()) {
+    return;
+  }
+  // A style may be given to more or fewer words, but each tag that opens also closes.
+  for (const Tag& tag : text) {
+    const std::ptrdiff_t surplus = text.Balance(tag.name) - base.Balance(tag.name);
+    if (surplus != 0) {
+      const std::string lacking = (surplus > 0 ? "</" : "<") + std::string(tag.name) + '>';
+      check.Add(RuleId::kTag, Severity::kWarning, tag.whole, {"tag.unbalanced", {lacking}});
+      return;
+    }
+  }
+  for (const Tag& tag : base) {
+    if (text.Count(tag.name, tag.isClosing) == 0 &&
+        !MayLeaveOut(tag.name, check.file.FileLanguage())) {
+      check.Add(RuleId::kTag, Severity::kWarning, check.Text(),
+                {"tag.missing", {std::string(tag.whole)}});
+      return;
+    }
+  }
+}
+
+bool HasAny(const TextCheck& check, char sign) noexcept {
+  return check.Text().find(sign) != kNone || check.BaseText().find(sign) != kNone;
+}
+
+}  // namespace
+
+void CheckMarkup(const TextCheck& check) {
+  if (!check.base || check.Text().empty() || check.Text() == check.BaseText()) {
+    return;
+  }
+  if (HasAny(check, '\\')) {
+    CheckLineBreaks(check);
+  }
+  if (HasAny(check, '&')) {
+    CheckEntities(check);
+  }
+  if (check.BaseText().find('<') != kNone) {
+    CheckTags(check);
+  }
+  CheckAddresses(check);
+}
 
 }  // namespace KelmoLibs::Lang
