@@ -199,6 +199,15 @@ bool IsBeginOfSentence(std::string_view text) {
          (!last.empty() && kWords.find(" " + std::string(last) + " ") != std::string_view::npos);
 }
 
+std::size_t CountWords(std::string_view text, std::size_t most) {
+  std::size_t count = 0;
+  WordReader words(text);
+  for (Word word; count < most && words.Next(word);) {
+    ++count;
+  }
+  return count;
+}
+
 bool IsEndMarkMeant(const TextCheck& check, const End& base, const End& own) {
   const std::string_view language = check.file.FileLanguage().primary;
   if (language == "hy") {
@@ -212,17 +221,13 @@ bool IsEndMarkMeant(const TextCheck& check, const End& base, const End& own) {
       own.kind != EndKind::kEllipsis) {
     return MayOmitQuestionMark(language);
   }
+  constexpr std::size_t kLongSentence = 8;
+  if (base.kind == EndKind::kColon && own.kind == EndKind::kFullStop) {
+    // A sentence in front of a list.
+    return CountWords(check.BaseText(), kLongSentence) == kLongSentence;
+  }
   return base.kind == EndKind::kOther && own.kind == EndKind::kColon &&
          IsBeginOfSentence(check.BaseText());
-}
-
-std::size_t CountWords(std::string_view text, std::size_t most) {
-  std::size_t count = 0;
-  WordReader words(text);
-  for (Word word; count < most && words.Next(word);) {
-    ++count;
-  }
-  return count;
 }
 
 bool IsFullStopMeant(const TextCheck& check, const End& base, const End& own) {

@@ -87,8 +87,9 @@ bool AreIntruders(const Letters& own, const Letters& home, Script homeScript, Sc
     return home.count >= kShortest;  // units and formulas have fewer letters
   }
   const bool areTwoParts = own.runs == 1 && home.runs == 1;
-  if (ownScript == Script::kLatin && areTwoParts && own.isAtBegin && own.areUpperCase) {
-    // A Latin abbreviation with an ending.
+  if (ownScript == Script::kLatin && areTwoParts && own.areUpperCase &&
+      (own.isAtBegin || own.count > 1)) {
+    // A Latin abbreviation with an ending, or behind a word.
     return own.count == 1 && home.count >= kShortest;
   }
   return !(ownScript == Script::kCyrillic && areTwoParts && own.isAtEnd && isCyrillicText &&
@@ -125,6 +126,11 @@ bool IsCyrillicLanguage(std::string_view language) noexcept {
          kLanguages[found + language.size()] == ' ';
 }
 
+// &X: some translators make a Latin letter the accelerator, so that every keyboard has it.
+bool IsAccelerator(const Letters& own, std::string_view before) noexcept {
+  return own.isAtBegin && own.count == 1 && !before.empty() && before.back() == '&';
+}
+
 bool CheckWord(const TextCheck& check, const Word& word) {
   const LettersByScript letters = LettersOf(word.letters);
   std::size_t left = kScripts.size();
@@ -150,6 +156,7 @@ bool CheckWord(const TextCheck& check, const Word& word) {
   const std::size_t home = isLeftOwn ? right : left;
   if ((IsBehindOption(word.before, word.before.data() == check.Text().data()) &&
        letters[left].isAtBegin) ||
+      IsAccelerator(letters[own], word.before) ||
       !AreIntruders(letters[own], letters[home], kScripts[home].script, kScripts[own].script,
                     IsCyrillicLanguage(check.file.FileLanguage().primary))) {
     return false;

@@ -4,8 +4,10 @@
 namespace KelmoLibs::Lang {
 
 void CheckPunctuation(const TextCheck& check) {
-  CheckEnd(check);
-  CheckBrackets(check);
+  if (CountCodePoints(check.Text()) != 1) {  // a single character is its own name: ":" for "Colon"
+    CheckEnd(check);
+    CheckBrackets(check);
+  }
   CheckAccelerators(check);
 }
 

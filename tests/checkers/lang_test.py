@@ -1,13 +1,16 @@
-"""The checkers of kelmo-lang refuse falsified inputs and programs: tests/lang/check_rules.py, check_mistakes.py and
-check_hostile.py.
+"""The checkers of kelmo-lang refuse falsified inputs and programs: tests/lang/check_rules.py, check_mistakes.py,
+check_hostile.py, check_examples.py and catalogues.py.
 """
 
+import struct
 import sys
 import unittest
+from unittest import mock
 
 from refusals import TOP, RefusalTest, Row, new_folder, write
 
 sys.path[:0] = [str(TOP / "tests/lang")]
+import catalogues  # noqa: E402
 import check_mistakes  # noqa: E402
 
 CHECKERS = TOP / "tests/lang"
@@ -123,6 +126,63 @@ class CheckHostile(RefusalTest):
         self.refuses_each(lambda folder: write(folder, {"program": HOSTILE}),
                           lambda folder: (sys.executable, CHECKERS / "check_hostile.py", "--scale", "0.001", folder / "program"),
                           rows)
+
+
+class CheckExamples(RefusalTest):
+    def test_silence_about_a_fault_and_a_warning_about_the_examples_are_refused(self):
+        files = {"program": "#!/usr/bin/env python3\n" "import pathlib, sys\n"
+                 "found = b'(\\n' in pathlib.Path('LANG/de.txt').read_bytes()\n"
+                 "print('[bracket]')\n" "sys.exit(found)\n",
+                 "examples/en.txt": "en\na\tb\n", "examples/de.txt": "de\na\tc\n", "examples/faulty.txt": "("}
+        rows = (
+            Row("a program that finds nothing", "program", "sys.exit(found)", "sys.exit(0)", "an open bracket in de.txt"),
+            Row("a program that finds always", "program", "sys.exit(found)", "sys.exit(1)", "the examples give status 1"),
+            Row("another rule", "program", "[bracket]", "[length]", "an open bracket in de.txt"),
+        )
+        self.refuses_each(lambda folder: write(folder, files),
+                          lambda folder: (sys.executable, CHECKERS / "check_examples.py", folder / "examples",
+                                          folder / "program"),
+                          rows)
+
+
+class CheckCatalogues(unittest.TestCase):
+    def test_false_alarms_are_counted(self):
+        warning = {"id": "de", "rule": "bracket", "key": "a", "severity": "warning", "message": "m"}
+        error = {**warning, "severity": "error"}
+        line = "bash\tde\tbracket\ta\t{}\treason\n"
+        for name, texts, found, verdicts, is_too_many in (
+            ("nothing found", 1000, [], "", False),
+            ("one in 1,000", 1000, [warning], "", False),
+            ("one in 999", 999, [warning], "", True),
+            ("two in 1,999, one is true", 1999, [warning, {**warning, "key": "b"}], line.format("true"), False),
+            ("two in 1,999, one is false", 1999, [warning, {**warning, "key": "b"}], line.format("false"), True),
+            ("an error", 9000, [error], "", True),
+            ("a true error", 9000, [error], line.format("true"), False),
+            ("a false error", 9000, [error], line.format("false"), True),
+            ("no texts", 0, [], "", True),
+        ):
+            with self.subTest(name), new_folder(lambda folder: write(folder, {"list.txt": "# comment\n"})) as folder, \
+                    mock.patch.multiple(catalogues, TUNED=["bash"], MEASURED=["bash"], MEASURED_LATER=["bash"],
+                                        convert=lambda *_: {"de": texts}, findings=lambda *_: iter(found)):
+                (folder / "list.txt").write_text(verdicts, "utf-8")
+                self.assertEqual(catalogues.check(["program"], folder, folder / "list.txt")[1], is_too_many)
+
+    def test_a_catalogue_is_read(self):
+        texts = [(b"", b"header"), (b"menu\4Open", b"\xc3\x96ffnen"), (b"%d file\0%d files", b"%d Datei\0%d Dateien")]
+        blobs = [blob for pair in zip(*texts) for blob in pair]
+        tables, data = b"", b""
+        start = 28 + 16 * len(texts)
+        for blob in blobs:
+            tables += struct.pack("<2I", len(blob), start + len(data))
+            data += blob + b"\0"
+        header = struct.pack("<7I", 0x950412DE, 0, len(texts), 28, 28 + 8 * len(texts), 0, 0)
+        with new_folder(lambda folder: (folder / "a.mo").write_bytes(header + tables + data)) as folder:
+            menu, files = catalogues.key_of("menu\4Open"), catalogues.key_of("%d file")
+            self.assertEqual(list(catalogues.entries(folder / "a.mo", "de")), [
+                (menu, "Open", "\u00d6ffnen"),
+                (f"{files}.one", "%d file", ""), (f"{files}.other", "%d files", ""),
+                (f"{files}.one", "", "%d Datei"), (f"{files}.other", "", "%d Dateien"),
+            ])
 
 
 if __name__ == "__main__":

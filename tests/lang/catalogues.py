@@ -1,16 +1,28 @@
 #!/usr/bin/env python3
-"""Dictionaries from the catalogues of six Debian programs, to count false alarms of kelmo-lang with.
+"""Dictionaries from the catalogues of nine Debian programs, to count false alarms of kelmo-lang with.
 
 catalogues.py convert FOLDER [PACKAGE...]
     Downloads the packages and writes FOLDER/PACKAGE/: en.txt has the texts of the program, and the other files have its
     translations. FOLDER/downloads keeps the packages.
+catalogues.py check FOLDER LIST PROGRAM...
+    Converts all packages and checks them with kelmo-lang. LIST has the findings that somebody has judged. No error and at
+    most one warning in 1,000 texts may be without the verdict "true". Status 77: the packages cannot be downloaded.
 
-The programs were named before the first of them was checked. The rules were tuned with the first three; the other three
-are measured once, at the end. Their texts are under the licences of the programs and do not belong into this project.
+The texts of the programs are under their licences and do not belong into this project.
+
+The rules were tuned with the first three programs. Each other group was named before its first text was checked; then it
+was measured once, and only then its false alarms were mended. False alarms for 1,000 texts, errors among them:
+
+    Group                   Texts   Measured first   After the mends
+    TUNED                  32,322                -              0.56
+    MEASURED               38,030             1.79              0.79
+    MEASURED_LATER         21,217             1.23              0.71
 """
 
 import contextlib
 import hashlib
+import json
+import os
 import pathlib
 import struct
 import subprocess
@@ -18,16 +30,25 @@ import sys
 
 TUNED = ["bash", "dpkg", "kdiff3"]
 MEASURED = ["gnome-calculator", "mc-data", "wget"]
+MEASURED_LATER = ["aria2", "gettext", "nano"]
 LANGUAGES = "ar cs de el es fi fr it ja ko pl pt_BR ru th tr uk vi zh_CN".split()
 
-# The names of the plural forms, in the order of the catalogues, by their number; for languages of their own before.
+# The names of the plural forms, in the order of the catalogues, by their number; before, for single languages.
+ROMANCE = ["one", "many", "other"]
 PLURAL_FORMS = {
-    "cs": ["one", "few", "other"],
+    ("cs", 3): ["one", "few", "other"],
+    ("es", 3): ROMANCE,
+    ("fr", 3): ROMANCE,
+    ("it", 3): ROMANCE,
+    ("pt_BR", 3): ROMANCE,
     1: ["other"],
     2: ["one", "other"],
     3: ["one", "few", "many"],
+    4: ["one", "few", "many", "other"],
     6: ["zero", "one", "two", "few", "many", "other"],
 }
+
+SKIPPED = 77
 
 
 class NoNetwork(Exception):
@@ -86,7 +107,9 @@ def entries(path, language):
         if len(english) == 1:
             yield key, english[0], translations[0]
             continue
-        forms = PLURAL_FORMS.get(language) or PLURAL_FORMS[len(translations)]
+        if language == "tr" and len(translations) == 1:
+            translations *= 2  # some Turkish catalogues have one form for all numbers
+        forms = PLURAL_FORMS.get((language, len(translations))) or PLURAL_FORMS[len(translations)]
         yield f"{key}.one", english[0], ""
         yield f"{key}.other", english[1], ""
         for form, translation in zip(forms, translations):
@@ -121,13 +144,68 @@ def convert(package, folder):
     return counts
 
 
+def findings(program, folder, package):
+    """The errors and warnings in the dictionaries of a package. Missing keys are left out: the translations are not
+    complete."""
+    command = [*program, "lint", package, "--base", f"{package}/en.txt", "--format", "json", "--rule", "missing=off"]
+    run = subprocess.run(command, cwd=folder, capture_output=True, check=False)
+    if run.returncode not in (0, 1):
+        sys.exit(f"{command} gives status {run.returncode}:\n{run.stderr.decode('utf-8')}")
+    for finding in json.loads(run.stdout)["findings"]:
+        if finding["severity"] != "note":
+            yield finding
+
+
+def read_verdicts(path):
+    """The verdict, "true" or "false", for each (package, language, rule, key)."""
+    verdicts = {}
+    for line in path.read_text("utf-8").splitlines():
+        if line and not line.startswith("#"):
+            *judged, verdict, _reason = line.split("\t")
+            verdicts[tuple(judged)] = verdict
+    return verdicts
+
+
+def check(program, folder, path):
+    """The lines of the report, and whether there are too many false alarms."""
+    verdicts = read_verdicts(path)
+    report = []
+    is_too_many = False
+    for packages in (TUNED, MEASURED, MEASURED_LATER):
+        texts = 0
+        counts = {"true": 0, "false": 0, "not judged": 0}
+        for package in packages:
+            texts += sum(convert(package, folder).values())
+            for finding in findings(program, folder, package):
+                judged = (package, finding["id"], finding["rule"], finding["key"])
+                verdict = verdicts.get(judged, "not judged")
+                counts[verdict] += 1
+                is_error = finding["severity"] == "error" and verdict != "true"
+                is_too_many |= is_error
+                if is_error or verdict == "not judged":
+                    report.append("\t".join([*judged, finding["severity"], finding["message"]]))
+        alarms = counts["false"] + counts["not judged"]
+        is_too_many |= alarms * 1000 > texts or texts == 0
+        report.append(f"{', '.join(packages)}: {texts} texts; findings by verdict: {counts}")
+    return report, is_too_many
+
+
 def main():
     action, folder, *arguments = sys.argv[1:]
     folder = pathlib.Path(folder)
     if action == "convert":
-        for package in arguments or [*TUNED, *MEASURED]:
+        for package in arguments or [*TUNED, *MEASURED, *MEASURED_LATER]:
             counts = convert(package, folder)
             print(f"{package}: {sum(counts.values())} texts in {len(counts)} languages")
+    elif action == "check":
+        path, *program = arguments
+        try:
+            report, is_too_many = check([os.path.abspath(part) for part in program], folder, pathlib.Path(path))
+        except NoNetwork as problem:
+            print(f"skipped: the packages cannot be downloaded: {problem}")
+            sys.exit(SKIPPED)
+        print(*report, sep="\n")
+        sys.exit(1 if is_too_many else 0)
     else:
         sys.exit(f"{action} is unknown")
 

@@ -43,6 +43,8 @@ TEST(MixedScripts, AreFound) {
       {"abbreviation with an ending", "ru", "of the PDF", u8"PDF\u0430", ""},
       {"abbreviation of look-alikes with an ending", "ru", "of TCP", u8"TCP\u043D\u044B\u0439", ""},
       {"name with an ending", "ru", "in bash", u8"bash\u0430", ""},
+      {"abbreviation behind a word", "ru", "MC menu", u8"\u041C\u0435\u043D\u044EMC", ""},
+      {"Latin accelerator", "uk", "Insert group", u8"\u0433\u0440&y\u043F\u0443", ""},
       {"ordinal number", "ru", "the Nth", u8"N\u0439", ""},
       {"variable with an ending", "ru", "the Xth", u8"X\u044B\u0439", ""},
       {"no look-alike", "ru", "CD fan", u8"CD\u0448\u043D\u0438\u043A", ""},
