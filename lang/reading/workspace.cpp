@@ -262,10 +262,11 @@ const MergedDictionary* Workspace::BaseOf(std::uint32_t file) const noexcept {
 
 bool Workspace::OwesKeysOf(std::uint32_t file, std::uint32_t ofBaseFile) const noexcept {
   const std::string_view id = files[file].dictionary->IntendedId();
+  using FileAndId = std::pair<std::uint32_t, std::string_view>;
   const auto found =
-      std::lower_bound(untranslated.begin(), untranslated.end(), std::pair(ofBaseFile, id),
-                       [](const UntranslatedFile& one, const auto& wanted) {
-                         return std::pair(one.baseFile, std::string_view(one.id)) < wanted;
+      std::lower_bound(untranslated.begin(), untranslated.end(), FileAndId{ofBaseFile, id},
+                       [](const UntranslatedFile& one, const FileAndId& wanted) {
+                         return FileAndId{one.baseFile, one.id} < wanted;
                        });
   return found == untranslated.end() || found->baseFile != ofBaseFile || found->id != id;
 }

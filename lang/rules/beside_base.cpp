@@ -192,7 +192,7 @@ class BaseCheck {
     return static_cast<std::size_t>(found - sorted_.begin());
   }
 
-  void Explain(SurplusKey& surplus) {
+  static void Explain(SurplusKey& surplus) {
     if (surplus.file != nullptr) {
       surplus.file->Explain(surplus.file->Source().LineOf(surplus.entry->key.data()));
     }
@@ -349,10 +349,11 @@ class BaseCheck {
       std::size_t count = 0;
       for (const std::uint32_t baseFile : base_.Files()) {
         for (const Entry& entry : File(baseFile).Entries()) {
-          const auto hump = std::adjacent_find(
-              entry.key.begin(), entry.key.end(),
-              [](char a, char b) { return IsBetween(a, 'a', 'z') && IsBetween(b, 'A', 'Z'); });
-          count += hump != entry.key.end() ? 1U : 0U;
+          const bool hasHump =
+              std::adjacent_find(entry.key.begin(), entry.key.end(), [](char a, char b) {
+                return IsBetween(a, 'a', 'z') && IsBetween(b, 'A', 'Z');
+              }) != entry.key.end();
+          count += hasHump ? 1U : 0U;
         }
       }
       hasBaseCamelCase_ = count * kUsual > base_.KeyCount();

@@ -188,14 +188,15 @@ KeyShape::KeyShape(const std::vector<Entry>& entries) noexcept {
       }
     }
   }
-  const auto most = std::max_element(
-      counts.begin(), counts.end(), [](const Count& a, const Count& b) { return a.keys < b.keys; });
-  separator_ = '\0';
-  if (most->keys >= kFewest && most->keys * 2 >= entries.size()) {
-    separator_ = kSeparators[static_cast<std::size_t>(most - counts.begin())];
-    areAscii_ = (most->keys - most->ascii) * kNearlyAllOf <= most->keys;
-    areBeforeTabs_ = (most->keys - most->beforeTabs) * kNearlyAllOf <= most->keys;
-  }
+  const auto best = static_cast<std::size_t>(
+      std::max_element(counts.begin(), counts.end(),
+                       [](const Count& a, const Count& b) { return a.keys < b.keys; }) -
+      counts.begin());
+  const Count& most = counts[best];
+  const bool isKnown = most.keys >= kFewest && most.keys * 2 >= entries.size();
+  separator_ = isKnown ? kSeparators[best] : '\0';
+  areAscii_ = isKnown && (most.keys - most.ascii) * kNearlyAllOf <= most.keys;
+  areBeforeTabs_ = isKnown && (most.keys - most.beforeTabs) * kNearlyAllOf <= most.keys;
 }
 
 bool KeyShape::Fits(std::string_view key) const noexcept {
@@ -205,7 +206,7 @@ bool KeyShape::Fits(std::string_view key) const noexcept {
 
 bool IsBeforeTab(const Entry& entry) noexcept {
   // A text, even an empty one behind a separator, stands in the same line.
-  return !entry.text.empty() && entry.key.data()[entry.key.size()] == '\t';
+  return !entry.text.empty() && *(entry.key.data() + entry.key.size()) == '\t';
 }
 
 bool IsAscii(std::string_view text) noexcept {

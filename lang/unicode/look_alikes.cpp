@@ -16,6 +16,7 @@ namespace {
 
 constexpr char32_t kFirstFullWidth = 0xFF01;
 constexpr char32_t kLastFullWidth = 0xFF5E;
+constexpr char32_t kLastCodePoint = 0x10FFFF;
 constexpr char32_t kSoftHyphen = 0x00AD;
 constexpr char32_t kByteOrderMark = 0xFEFF;
 
@@ -121,7 +122,7 @@ template <class Append>
 std::string Transform(std::string_view key, Append append) {
   std::string form;
   VisitCodePoints(key, [&form, append](char32_t character, std::string_view part) {
-    if (character == kNotUtf8 || character > 0x10FFFF) {
+    if (character > kLastCodePoint) {  // or kNotUtf8
       form += part;
     } else {
       AppendDecomposed(character, [&form, append](char32_t one) { append(one, form); });
@@ -141,9 +142,10 @@ char32_t AsciiLookAlike(char32_t character) noexcept {
   if (character >= kFirstFullWidth && character <= kLastFullWidth) {
     return character - kFirstFullWidth + '!';
   }
-  const auto found = std::lower_bound(kLookAlikes.begin(), kLookAlikes.end(), character);
-  return found != kLookAlikes.end() && *found == character
-             ? static_cast<char32_t>(kAscii[static_cast<std::size_t>(found - kLookAlikes.begin())])
+  const auto found = static_cast<std::size_t>(
+      std::lower_bound(kLookAlikes.begin(), kLookAlikes.end(), character) - kLookAlikes.begin());
+  return found < kLookAlikes.size() && kLookAlikes[found] == character
+             ? static_cast<char32_t>(kAscii[found])
              : character;
 }
 
