@@ -122,7 +122,6 @@ void CheckId(FileCheck& check) {
   if (!name.fits) {
     check.Add(RuleId::kIdUnlikeName, Severity::kWarning, where, {},
               {"id-unlike-name.message", {std::string(id), name.language}});
-    check.DoubtId();
   }
 }
 
@@ -187,10 +186,11 @@ void ReportCopy(FileCheck& check, const Copy& copy) {
                              {"duplicate-key.first", {std::string(first.entry->text)}}});
 }
 
-// Whether `file`, which has the id of the checked file, should have another id.
+// Whether the checked file or `file`, which has the same id, should have another one.
 bool HasDoubtfulId(const FileCheck& check, std::uint32_t file) {
-  const SourceFile& source = check.AllFiles().files[file].Source();
-  return check.IsIdDoubtful() || !CompareWithName(check.File().IntendedId(), source.Name()).fits;
+  const std::string_view id = check.File().IntendedId();
+  return check.IsIdDoubtful() || !CompareWithName(id, check.Source().Name()).fits ||
+         !CompareWithName(id, check.AllFiles().files[file].Source().Name()).fits;
 }
 
 void CheckDuplicateKeys(FileCheck& check) {

@@ -14,8 +14,8 @@ namespace {
 constexpr std::size_t kShortestKey = 4;
 constexpr std::size_t kShortestKeyOfTwo = 8;  // shorter keys may differ by one letter only
 constexpr std::size_t kLongestKey = 256;
-constexpr std::size_t kMostHashes = 1'000'000;    // of the shorter list, in memory
-constexpr std::size_t kMostLookups = 20'000'000;  // of the longer list
+constexpr std::size_t kMostHashes = 1'000'000;   // of the shorter list, in memory
+constexpr std::size_t kMostLookups = 4'000'000;  // of the longer list
 constexpr std::size_t kMostOfOneHash = 8;
 constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15;  // arbitrary, odd
 constexpr std::string_view kPartEnds = "._-/:";

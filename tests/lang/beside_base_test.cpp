@@ -87,6 +87,14 @@ TEST(CheckBesideBase, DoesNotReportKeysOfUnreadableFiles) {
   }
 }
 
+TEST(CheckBesideBase, AnIdUnlikeTheNameHidesNothing) {
+  EXPECT_EQ(FindingsOf({{"en.txt", kBase, false},
+                        {"fr.txt", "de Deutsch\nmenu.open\tx\nmsg.saved\tx\nunit.none\n"}},
+                       0, RuleId::kHeader, RuleId::kEmpty),
+            "fr.txt:1:1 warning id-unlike-name  id-unlike-name.message\n"
+            "fr.txt:2:1 warning missing menu.save missing.message\n");
+}
+
 TEST(CheckBesideBase, OfSeveralFilesTheOneWithTheNeighbourLacksAKey) {
   const std::vector<MadeUpFile> files = {
       {"en", "en English\na.one\t1\na.two\t2\na.three\t3\n", false},
