@@ -36,6 +36,7 @@ struct Run {
         Write(Stream::kOutput, answer.output) && Write(Stream::kError, answer.error);
     return isWritten ? answer.status : 2;
   }
+  int operator()(const FixOptions& options) const { return (*this)(Fix(options, texts)); }
   int operator()(const IgnoreOptions& options) const { return (*this)(Ignore(options, texts)); }
   int operator()(const LintOptions& options) const {
     TextStyle style;

@@ -107,6 +107,7 @@ struct AllOptions {
   std::string language;
   bool isVersion = false;
   bool isManPage = false;
+  FixOptions fix;
   IgnoreOptions ignore;
   LintOptions lint;
   RulesOptions rules;
@@ -146,6 +147,11 @@ void Describe(CLI::App& app, AllOptions& options, Checks& checks) {
 
   Command rules = program.Sub("rules");
   rules.Argument("rule", options.rules.rule);
+
+  Command fix = program.Sub("fix");
+  fix.Argument("path", options.fix.paths);
+  fix.Value("from", options.fix.from, "encoding");
+  fix.Flag("diff", options.fix.isDiff);
 }
 
 // The innermost command that was given.
@@ -332,6 +338,9 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments,
   }
   if (command.get_name() == "rules") {
     return {language, options.rules};
+  }
+  if (command.get_name() == "fix") {
+    return {language, options.fix};
   }
   return {language, options.lint};
 }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "lang/commands/answer.h"
+#include "lang/commands/fix.h"
 #include "lang/commands/ignore.h"
 #include "lang/commands/lint.h"
 #include "lang/commands/rules.h"
@@ -15,7 +16,7 @@ namespace KelmoLibs::Lang {
 struct CommandLine {
   std::string language = "en";  // one of TextLanguages()
   // What to do; an Answer if no command is to run: help, the version, or what is wrong.
-  std::variant<Answer, IgnoreOptions, LintOptions, RulesOptions> command;
+  std::variant<Answer, FixOptions, IgnoreOptions, LintOptions, RulesOptions> command;
 };
 
 /// Reads the arguments behind the name of the program. `userLanguage` counts unless --lang is given;

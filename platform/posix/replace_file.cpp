@@ -1,0 +1,84 @@
+#include "platform/replace_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include "platform/file_descriptor.h"
+
+namespace KelmoLibs::Lang {
+namespace {
+
+using Localize::FileDescriptor;
+
+constexpr mode_t kPermissions = 07777;
+
+std::error_code LastError() noexcept { return {errno, std::system_category()}; }
+
+std::error_code WriteToDisk(const FileDescriptor& file, std::string_view bytes) noexcept {
+  while (!bytes.empty()) {
+    const std::size_t count = file.Write(bytes.data(), bytes.size());
+    if (count == 0) {
+      return LastError();
+    }
+    bytes.remove_prefix(count);
+  }
+  return ::fsync(file.Get()) == 0 ? std::error_code() : LastError();
+}
+
+// The owner first: a change of the owner can remove permissions. Only root can give files away; all
+// others keep the new file for themselves, as editors do.
+std::error_code CopyPermissions(const FileDescriptor& from, const FileDescriptor& to) noexcept {
+  struct stat status = {};
+  if (::fstat(from.Get(), &status) != 0) {
+    return LastError();
+  }
+  const bool isOwnerCopied = ::fchown(to.Get(), status.st_uid, status.st_gid) == 0;
+  const mode_t mode = status.st_mode & kPermissions;
+  // Without the owner, the bits that run a program as its owner must not stay.
+  const mode_t copied = isOwnerCopied ? mode : mode & 0777U;
+  return ::fchmod(to.Get(), copied) == 0 ? std::error_code() : LastError();
+}
+
+}  // namespace
+
+std::error_code ReplaceFileBytes(const std::filesystem::path& path, std::string_view bytes) {
+  std::error_code error;
+  const std::filesystem::path target = std::filesystem::canonical(path, error);
+  if (error) {
+    return error;
+  }
+  // Renaming needs no permission for the file itself; opening it for writing does.
+  const FileDescriptor old(::open(target.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK));
+  if (!old.IsOpen()) {
+    return LastError();
+  }
+  if (!old.RegularFileSize()) {
+    return std::make_error_code(std::errc::invalid_argument);
+  }
+  std::string temporary = (target.parent_path() / ".kelmo-lang-XXXXXX").native();
+  {
+    const FileDescriptor file(::mkostemp(temporary.data(), O_CLOEXEC));
+    if (!file.IsOpen()) {
+      return LastError();
+    }
+    error = WriteToDisk(file, bytes);
+    if (!error) {
+      error = CopyPermissions(old, file);
+    }
+  }
+  if (!error && std::rename(temporary.c_str(), target.c_str()) != 0) {
+    error = LastError();
+  }
+  if (error) {
+    ::unlink(temporary.c_str());
+  }
+  return error;
+}
+
+}  // namespace KelmoLibs::Lang
