@@ -121,34 +121,37 @@ constexpr std::string_view kEntities[] = {
     "shy",    "sect",  "plusmn", "micro",  "rarr",   "larr"};
 constexpr std::ptrdiff_t kMeantWithoutEnd = 6;  // so many of them are seen without the ";" too
 
-// The first entity of `text` at or behind `at`; its `whole` is empty if there is none.
-Entity FindEntity(std::string_view text, std::size_t at) noexcept {
+// The entity that begins with the "&" at `at`; its `whole` is empty if there is none.
+Entity EntityAt(std::string_view text, std::size_t at) noexcept {
   constexpr std::size_t kLongest = 10;
-  for (at = text.find('&', at); at != kNone; at = text.find('&', at + 1)) {
-    std::size_t first = at + 1;
-    const bool isAfterBlank = At(text, first) == ' ';
-    first += isAfterBlank ? 1U : 0U;
-    std::size_t end = first + (At(text, first) == '#' ? 1U : 0U);
-    const bool isNumber = end > first;
-    while (end < first + kLongest && IsLetterOrDigit(At(text, end))) {
-      ++end;
-    }
-    const std::string_view name = text.substr(first, end - first);
-    if (name.empty() || (isNumber && (name.size() < 2 || !IsDigit(name[name[1] == 'x' ? 2 : 1])))) {
-      continue;
-    }
-    const auto* const known = std::find(std::begin(kEntities), std::end(kEntities), name);
-    const bool isKnown = known != std::end(kEntities);
-    const bool isClosed = At(text, end) == ';';
-    if (isClosed && !isAfterBlank && (isNumber || isKnown)) {
-      return {text.substr(at, end + 1 - at), name};
-    }
-    const bool isMeant = isNumber || known - std::begin(kEntities) < kMeantWithoutEnd;
-    if (isMeant && (isClosed || !isAfterBlank)) {
-      return {text.substr(at, end - at + (isClosed ? 1U : 0U)), name, true};
-    }
+  const bool isAfterBlank = At(text, at + 1) == ' ';
+  const std::size_t first = at + (isAfterBlank ? 2U : 1U);
+  const bool isNumber = At(text, first) == '#' && IsLetterOrDigit(At(text, first + 1));
+  std::size_t end = first + (isNumber ? 1U : 0U);
+  while (end < first + kLongest && IsLetterOrDigit(At(text, end))) {
+    ++end;
+  }
+  const std::string_view name = text.substr(std::min(first, text.size()), end - first);
+  const auto* const known = std::find(std::begin(kEntities), std::end(kEntities), name);
+  const bool isKnown = known != std::end(kEntities);
+  const bool isClosed = At(text, end) == ';';
+  if (isClosed && !isAfterBlank && (isNumber || isKnown)) {
+    return {text.substr(at, end + 1 - at), name};
+  }
+  const bool isMeant = isNumber || known - std::begin(kEntities) < kMeantWithoutEnd;
+  if (isMeant && (isClosed || !isAfterBlank)) {
+    return {text.substr(at, end - at + (isClosed ? 1U : 0U)), name, true};
   }
   return {};
+}
+
+// The first entity of `text` at or behind `at`; its `whole` is empty if there is none.
+Entity FindEntity(std::string_view text, std::size_t at) noexcept {
+  Entity entity;
+  for (at = text.find('&', at); at != kNone && entity.whole.empty(); at = text.find('&', at + 1)) {
+    entity = EntityAt(text, at);
+  }
+  return entity;
 }
 
 bool HasEntity(std::string_view text, std::string_view name) noexcept {
@@ -249,8 +252,10 @@ class Tags {
     }
   }
 
+  // NOLINTBEGIN(readability-identifier-naming): for range-based loops
   const Tag* begin() const noexcept { return found_.data(); }
   const Tag* end() const noexcept { return found_.data() + count_; }
+  // NOLINTEND(readability-identifier-naming)
   bool AreAll() const noexcept { return areAll_; }
 
   std::ptrdiff_t Count(std::string_view name, bool isClosing) const noexcept {

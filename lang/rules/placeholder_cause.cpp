@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "lang/unicode/code_points.h"
+#include "lang/unicode/look_alikes.h"
 
 namespace KelmoLibs::Lang {
 namespace {
@@ -25,70 +26,47 @@ struct PlainCharacter {
   Damage damage;
 };
 
-char32_t Distance(char32_t character, char32_t first, char32_t last) noexcept {
-  return first <= character && character <= last ? character - first : last;
-}
-
-// Letters of other alphabets that look like Latin ones.
-char LatinOf(char32_t letter) noexcept {
-  struct Pair {
-    char32_t letter;
-    char latin;
-  };
-  static constexpr Pair kPairs[] = {
-      {0x0391, 'a'}, {0x0392, 'b'}, {0x0395, 'e'}, {0x0397, 'h'}, {0x0399, 'i'},  // Greek capitals
-      {0x039A, 'k'}, {0x039C, 'm'}, {0x039D, 'n'}, {0x039F, 'o'}, {0x03A1, 'p'}, {0x03A4, 't'},
-      {0x03A5, 'y'}, {0x03A7, 'x'}, {0x03B1, 'a'}, {0x03B9, 'i'},  // small ones
-      {0x03BD, 'v'}, {0x03BF, 'o'}, {0x03C1, 'p'}, {0x03C5, 'u'}, {0x03C7, 'x'}, {0x0405, 's'},
-      {0x0406, 'i'}, {0x0408, 'j'}, {0x0410, 'a'}, {0x0412, 'b'},  // Cyrillic
-      {0x0415, 'e'}, {0x041A, 'k'}, {0x041C, 'm'}, {0x041D, 'h'}, {0x041E, 'o'}, {0x0420, 'p'},
-      {0x0421, 'c'}, {0x0422, 't'}, {0x0423, 'y'}, {0x0425, 'x'}, {0x0430, 'a'}, {0x0435, 'e'},
-      {0x043A, 'k'}, {0x043C, 'm'}, {0x043D, 'h'}, {0x043E, 'o'}, {0x0440, 'p'}, {0x0441, 'c'},
-      {0x0442, 't'}, {0x0443, 'y'}, {0x0445, 'x'}, {0x0455, 's'}, {0x0456, 'i'}, {0x0458, 'j'},
-  };
-  const auto* const found =
-      std::find_if(std::begin(kPairs), std::end(kPairs),
-                   [letter](const Pair& pair) { return pair.letter == letter; });
-  return found != std::end(kPairs) ? found->latin : '\0';
-}
-
 bool IsBlank(char32_t character) noexcept {
+  // From U+2000 to U+200F also zero-width ones and marks of direction.
   return character == ' ' || character == 0xA0 || character == 0x202F || character == 0x3000 ||
-         (0x2000 <= character &&
-          character <= 0x200F);  // also zero-width ones and marks of direction
+         (0x2000 <= character && character <= 0x200F);
 }
 
 // The small ASCII character that was meant; \0 for what can be in no placeholder, \1 for nothing.
 constexpr char kOther = '\0';
 constexpr char kLeftOut = '\1';
 
+// Of a character of ASCII.
+char Small(char32_t character) noexcept {
+  return static_cast<char>('A' <= character && character <= 'Z' ? character - 'A' + 'a'
+                                                                : character);
+}
+
 PlainCharacter Plain(char32_t character) noexcept {
   constexpr char32_t kDigits = 10;
-  constexpr char32_t kFirstDigits[] = {0x0660, 0x06F0, 0x0966,
-                                       0x0E50};  // Arabic, Persian, Hindi, Thai
+  // Arabic, Persian, Hindi, Thai
+  constexpr char32_t kFirstDigits[] = {0x0660, 0x06F0, 0x0966, 0x0E50};
   if (IsBlank(character)) {
     return {kLeftOut, Damage::kBlank};
   }
-  if ('A' <= character && character <= 'Z') {
-    return {static_cast<char>(character - 'A' + 'a'), Damage::kCapital};
-  }
   if (' ' < character && character < 0x7F) {
-    return {static_cast<char>(character), Damage::kNone};
-  }
-  if (0xFF01 <= character && character <= 0xFF5E) {
-    const PlainCharacter plain = Plain(character - 0xFF01 + '!');
-    return {plain.character, Damage::kFullWidth};
+    const char small = Small(character);
+    return {small, static_cast<char32_t>(small) == character ? Damage::kNone : Damage::kCapital};
   }
   if (character == 0x066A) {  // Arabic percent sign
     return {'%', Damage::kDigit};
   }
   for (const char32_t first : kFirstDigits) {
-    if (const char32_t digit = Distance(character, first, first + kDigits); digit < kDigits) {
-      return {static_cast<char>('0' + digit), Damage::kDigit};
+    if (first <= character && character < first + kDigits) {
+      return {static_cast<char>('0' + (character - first)), Damage::kDigit};
     }
   }
-  const char latin = LatinOf(character);
-  return {latin, latin != kOther ? Damage::kLookAlike : Damage::kNone};
+  const char32_t like = AsciiLookAlike(character);
+  if (like == character) {
+    return {kOther, Damage::kNone};
+  }
+  const bool isFullWidth = 0xFF01 <= character && character <= 0xFF5E;
+  return {Small(like), isFullWidth ? Damage::kFullWidth : Damage::kLookAlike};
 }
 
 // The text in plain characters, and the place of each in it.
@@ -129,108 +107,141 @@ bool Overlap(std::string_view left, std::string_view right) noexcept {
   return left.data() < right.data() + right.size() && right.data() < left.data() + left.size();
 }
 
-// Whether the program sees a placeholder of the base in a part of the text.
-bool IsSeen(std::string_view part, const Placeholders& found, const Placeholders& base) noexcept {
-  return std::any_of(found.begin(), found.end(), [&](const Placeholder& placeholder) {
-    return Overlap(placeholder.whole, part) &&
-           std::any_of(base.begin(), base.end(),
-                       [&](const Placeholder& other) { return IsSameValue(other, placeholder); });
-  });
-}
-
-// Calls `visit(begin, end)` for each place of `wanted` in the text until it returns true.
-template <class Visitor>
-bool VisitPlaces(const PlainText& plain, const std::string& wanted, Visitor visit) {
-  for (std::size_t at = plain.characters.find(wanted); at != std::string::npos;
-       at = plain.characters.find(wanted, at + 1)) {
-    if (visit(at, at + wanted.size())) {
-      return true;
-    }
-  }
-  return false;
-}
-
 bool IsOpening(char c) noexcept { return std::string_view("{[(<").find(c) != std::string::npos; }
 bool IsClosing(char c) noexcept { return std::string_view("}])>").find(c) != std::string::npos; }
 bool IsBrace(char c) noexcept { return c == '{' || c == '}'; }
+
+// Looks for one placeholder in one text.
+class Search {
+ public:
+  Search(const Placeholder& missing, std::string_view text, const Placeholders& found,
+         const Placeholders& base)
+      : missing_(missing), text_(text), found_(found), base_(base), plain_(text) {}
+
+  // The placeholder itself, in other characters.
+  PlaceholderCause FindItself() const {
+    const std::string wanted = PlainLetters(missing_.whole);
+    return FirstOf(wanted, [&](std::size_t begin, std::size_t end) -> PlaceholderCause {
+      const std::string_view part = PartOf(begin, end);
+      const bool isLongerNumber = IsDigit(wanted.back()) && IsDigit(At(end));
+      const Damage damage = WorstIn(begin, end);
+      const bool isPercentage = damage == Damage::kBlank && begin > 0 && IsDigit(At(begin - 1));
+      if (part == missing_.whole || isLongerNumber || damage == Damage::kNone || isPercentage) {
+        return {};
+      }
+      return {part, kHints[static_cast<std::size_t>(damage)]};
+    });
+  }
+
+  // The percent sign behind the number, as texts from right to left often have it.
+  PlaceholderCause FindSwapped() const {
+    return FirstOf(PlainLetters(missing_.name) + '%',
+                   [&](std::size_t begin, std::size_t end) -> PlaceholderCause {
+                     if ((begin > 0 && IsDigit(At(begin - 1))) || IsDigit(At(end))) {
+                       return {};
+                     }
+                     return {PartOf(begin, end), "placeholder.hint.swapped"};
+                   });
+  }
+
+  // The name or number in other brackets, or in one only.
+  PlaceholderCause FindInBrackets() const {
+    return FirstOf(
+        PlainLetters(missing_.name), [&](std::size_t begin, std::size_t end) -> PlaceholderCause {
+          const char before = begin > 0 ? At(begin - 1) : kOther;
+          const char behind = At(end);
+          const bool isInWord = (IsLetter(before) && AreBeside(begin - 1, begin)) ||
+                                (IsLetter(behind) && AreBeside(end - 1, end));
+          const bool isBetween = (IsOpening(before) && IsClosing(behind)) ||
+                                 (IsBrace(before) && !IsDigit(behind)) || IsBrace(behind);
+          if (isInWord || !isBetween) {
+            return {};
+          }
+          const bool hasBefore = IsOpening(before) || IsClosing(before);
+          const bool hasBehind = IsOpening(behind) || IsClosing(behind);
+          return {PartOf(begin - (hasBefore ? 1U : 0U), end + (hasBehind ? 1U : 0U)),
+                  "placeholder.hint.brackets"};
+        });
+  }
+
+ private:
+  char At(std::size_t index) const noexcept {
+    return index < plain_.characters.size() ? plain_.characters[index] : kOther;
+  }
+
+  // Whether no blank stands between two characters.
+  bool AreBeside(std::size_t left, std::size_t right) const noexcept {
+    return plain_.origins[left].end == plain_.origins[right].begin;
+  }
+
+  std::string_view PartOf(std::size_t begin, std::size_t end) const noexcept {
+    const std::size_t first = plain_.origins[begin].begin;
+    return text_.substr(first, plain_.origins[end - 1].end - first);
+  }
+
+  // A blank in front of the first character is not in the placeholder.
+  Damage WorstIn(std::size_t begin, std::size_t end) const noexcept {
+    Damage worst = Damage::kNone;
+    for (std::size_t i = begin; i < end; ++i) {
+      const Damage damage = plain_.origins[i].damage;
+      if (i != begin || damage != Damage::kBlank) {
+        worst = std::min(worst, damage);
+      }
+    }
+    return worst;
+  }
+
+  // Whether the program sees a placeholder of the base in a part of the text.
+  bool IsSeen(std::string_view part) const noexcept {
+    return std::any_of(found_.begin(), found_.end(), [&](const Placeholder& placeholder) {
+      return Overlap(placeholder.whole, part) &&
+             std::any_of(base_.begin(), base_.end(),
+                         [&](const Placeholder& other) { return IsSameValue(other, placeholder); });
+    });
+  }
+
+  // The first cause that `causeAt(begin, end)` gives for a place of `wanted`.
+  template <class CauseAt>
+  PlaceholderCause FirstOf(const std::string& wanted, CauseAt causeAt) const {
+    for (std::size_t at = plain_.characters.find(wanted); at != std::string::npos;
+         at = plain_.characters.find(wanted, at + 1)) {
+      const PlaceholderCause cause = causeAt(at, at + wanted.size());
+      if (!cause.where.empty() && !IsSeen(cause.where)) {
+        return cause;
+      }
+    }
+    return {};
+  }
+
+  const Placeholder& missing_;
+  std::string_view text_;
+  const Placeholders& found_;
+  const Placeholders& base_;
+  PlainText plain_;
+};
 
 }  // namespace
 
 PlaceholderCause CauseOfMissing(const Placeholder& missing, std::string_view text,
                                 const Placeholders& found, const Placeholders& base) {
-  const PlainText plain(text);
-  PlaceholderCause cause;
-  const auto partOf = [&](std::size_t begin, std::size_t end) {
-    const std::size_t first = plain.origins[begin].begin;
-    return text.substr(first, plain.origins[end - 1].end - first);
-  };
-  const auto isNumber = [&](std::size_t at) {
-    return at < plain.characters.size() && IsDigit(plain.characters[at]);
-  };
-
-  // The placeholder itself, in other characters.
-  const std::string wanted = PlainLetters(missing.whole);
-  const bool isFound = VisitPlaces(plain, wanted, [&](std::size_t begin, std::size_t end) {
-    const std::string_view part = partOf(begin, end);
-    const bool isLongerNumber = IsDigit(wanted.back()) && isNumber(end);
-    if (part == missing.whole || isLongerNumber || IsSeen(part, found, base)) {
-      return false;
-    }
-    Damage damage = Damage::kNone;
-    for (std::size_t i = begin; i < end; ++i) {
-      // A blank in front of the first character is not in the placeholder.
-      const Damage here = plain.origins[i].damage;
-      damage = std::min(damage, i == begin && here == Damage::kBlank ? Damage::kNone : here);
-    }
-    const bool isPercentOfNumber = damage == Damage::kBlank && begin > 0 && isNumber(begin - 1);
-    if (damage == Damage::kNone || isPercentOfNumber) {
-      return false;
-    }
-    cause = {part, kHints[static_cast<std::size_t>(damage)]};
-    return true;
-  });
-  if (isFound) {
+  constexpr std::size_t kLongest = 10'000;  // bytes; longer texts are no texts for people
+  if (text.size() > kLongest) {
+    return {};
+  }
+  const Search search(missing, text, found, base);
+  const PlaceholderCause cause = search.FindItself();
+  if (!cause.where.empty()) {
     return cause;
   }
-
-  // The percent sign behind the number, as texts from right to left often have it.
-  if (missing.syntax == PlaceholderSyntax::kPercentNumber) {
-    VisitPlaces(plain, PlainLetters(missing.name) + '%', [&](std::size_t begin, std::size_t end) {
-      const std::string_view part = partOf(begin, end);
-      if ((begin > 0 && isNumber(begin - 1)) || isNumber(end) || IsSeen(part, found, base)) {
-        return false;
-      }
-      cause = {part, "placeholder.hint.swapped"};
-      return true;
-    });
-    return cause;
+  switch (missing.syntax) {
+    case PlaceholderSyntax::kPercentNumber:
+      return search.FindSwapped();
+    case PlaceholderSyntax::kBraceNumber:
+    case PlaceholderSyntax::kBraceName:
+      return missing.name.empty() ? PlaceholderCause{} : search.FindInBrackets();
+    default:
+      return {};
   }
-
-  // The name or number in other brackets, or in one only.
-  const bool hasBraces = missing.syntax == PlaceholderSyntax::kBraceNumber ||
-                         missing.syntax == PlaceholderSyntax::kBraceName;
-  if (hasBraces && !missing.name.empty()) {
-    VisitPlaces(plain, PlainLetters(missing.name), [&](std::size_t begin, std::size_t end) {
-      const char before = begin > 0 ? plain.characters[begin - 1] : kOther;
-      const char behind = end < plain.characters.size() ? plain.characters[end] : kOther;
-      const bool isInWord = IsLetter(before) || IsLetter(behind);
-      const bool isBetween = (IsOpening(before) && IsClosing(behind)) ||
-                             (IsBrace(before) && !isNumber(end)) || IsBrace(behind);
-      if (isInWord || !isBetween) {
-        return false;
-      }
-      const bool hasBefore = IsOpening(before) || IsClosing(before);
-      const bool hasBehind = IsOpening(behind) || IsClosing(behind);
-      const std::string_view part =
-          partOf(begin - (hasBefore ? 1U : 0U), end + (hasBehind ? 1U : 0U));
-      if (IsSeen(part, found, base)) {
-        return false;
-      }
-      cause = {part, "placeholder.hint.brackets"};
-      return true;
-    });
-  }
-  return cause;
 }
 
 }  // namespace KelmoLibs::Lang

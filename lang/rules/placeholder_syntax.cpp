@@ -107,6 +107,13 @@ bool IsIcuKind(std::string_view text, std::size_t at) noexcept {
          kind == "date" || kind == "time" || kind == "list";
 }
 
+// Whether the percent sign at `at` begins a part of a date, such as %Y.
+bool IsOfDate(std::string_view text, std::size_t at) noexcept {
+  constexpr std::string_view kOfDates = "YHMBbyjkZTRD";
+  return kOfDates.find(text[at + 1]) != kNone && !IsLetter(At(text, at + 2)) &&
+         (at == 0 || !IsDigit(text[at - 1]));
+}
+
 // "%d" in "%dpx" is a placeholder, and "%i" in "100%ig" is none.
 bool IsWord(std::string_view text, std::size_t percent, std::size_t conversion) noexcept {
   constexpr std::string_view kOftenBeforeLetters = "dsuifx";
@@ -131,63 +138,81 @@ Placeholders::Placeholders(std::string_view text, PercentDigits digits) noexcept
   }
 }
 
-// Reads what begins with the percent sign at `at`, and returns where to go on.
+// Reads what begins with the percent sign at `at`, and returns where to go on. So do the other
+// readers.
 std::size_t Placeholders::ReadPercent(std::string_view text, std::size_t at,
                                       PercentDigits digits) noexcept {
-  constexpr std::size_t kLongestNumber = 2;
-  constexpr std::string_view kOfDates = "YHMBbyjkZTRD";
   const std::size_t next = at + 1;
-  const char sign = At(text, next);
-  const bool isQtLocal = sign == 'L' && IsDigit(At(text, next + 1));  // %L1 is %1 with separators
-  const std::size_t number = isQtLocal ? next + 1 : next;
-  const std::size_t end = EndOfDigits(text, number);
-  if (sign == '%') {
-    // In Turkish the percent sign stands in front: "%%1".
-    const bool isBeforeNumber = digits == PercentDigits::kAreNumber &&
-                                IsDigit(At(text, next + 1)) &&
-                                At(text, EndOfDigits(text, next + 1)) != '$';
-    return isBeforeNumber ? next : next + 1;
-  }
-  if (sign == '(' || sign == '{') {
-    const std::size_t close = EndOfName(text, next + 1);
-    const bool isNamed = close > next + 1 && At(text, close) == (sign == '(' ? ')' : '}');
-    if (isNamed && sign == '{') {
-      Add(PlaceholderSyntax::kPercentBrace, Part(text, at, close + 1), Part(text, next + 1, close));
-      return close + 1;
+  switch (At(text, next)) {
+    case '\0':
+      return next;
+    case '%': {
+      // In Turkish the percent sign stands in front: "%%1".
+      const bool isBeforeNumber = digits == PercentDigits::kAreNumber &&
+                                  IsDigit(At(text, next + 1)) &&
+                                  At(text, EndOfDigits(text, next + 1)) != '$';
+      return isBeforeNumber ? next : next + 1;
     }
-    const std::size_t conversion =
-        isNamed ? std::min(text.find_first_not_of("0123456789.+-#", close + 1), text.size()) : 0;
-    if (isNamed &&
-        (TypeOf(At(text, conversion)) != PrintfType::kNone || At(text, conversion) == 'r')) {
-      Add(PlaceholderSyntax::kPercentName, Part(text, at, conversion + 1),
-          Part(text, next + 1, close));
-      return conversion + 1;
-    }
-    return next;
+    case '(':
+    case '{':
+      return ReadPercentName(text, at);
+    case 'L':  // %L1 is %1 with separators
+      return IsDigit(At(text, next + 1)) ? ReadPercentNumber(text, at, digits)
+                                         : ReadPrintf(text, at);
+    default:
+      break;
   }
-  if (IsDigit(At(text, number)) && At(text, number) != '0' && At(text, end) != '$') {
-    const std::size_t before = count_;
-    const std::size_t endOfPrintf = ReadPrintf(text, at);
-    if (count_ > before) {
-      const bool isSure = At(text, end) == '.';
-      const bool isBeforeWord = IsLetter(At(text, endOfPrintf));  // "%1hours"
-      hasDoubtfulDigits_ = hasDoubtfulDigits_ || (!isSure && !isBeforeWord);
-      if (isSure || (digits == PercentDigits::kAreWidth && !isBeforeWord)) {
-        return endOfPrintf;
-      }
-      count_ = before;
-      --lastArgument_;
-    }
-    if (end - number <= kLongestNumber) {
-      Add(PlaceholderSyntax::kPercentNumber, Part(text, at, end), Part(text, number, end));
-    }
-    return end;
+  if (IsDigit(text[next]) && text[next] != '0' && At(text, EndOfDigits(text, next)) != '$') {
+    return ReadPercentNumber(text, at, digits);
   }
-  if (kOfDates.find(sign) != kNone && sign != '\0' && !IsLetter(At(text, next + 1)) &&
-      !(at > 0 && IsDigit(text[at - 1]))) {
-    isTimeFormat_ = true;
-  }
+  isTimeFormat_ = isTimeFormat_ || IsOfDate(text, at);
   return ReadPrintf(text, at);
+}
+
+// %(name)s, %{name}
+std::size_t Placeholders::ReadPercentName(std::string_view text, std::size_t at) noexcept {
+  const std::size_t first = at + 2;
+  const bool isBrace = text[at + 1] == '{';
+  const std::size_t close = EndOfName(text, first);
+  if (close == first || At(text, close) != (isBrace ? '}' : ')')) {
+    return at + 1;
+  }
+  const std::string_view name = Part(text, first, close);
+  if (isBrace) {
+    Add(PlaceholderSyntax::kPercentBrace, Part(text, at, close + 1), name);
+    return close + 1;
+  }
+  const std::size_t conversion =
+      std::min(text.find_first_not_of("0123456789.+-#", close + 1), text.size());
+  if (TypeOf(At(text, conversion)) == PrintfType::kNone && At(text, conversion) != 'r') {
+    return at + 1;
+  }
+  Add(PlaceholderSyntax::kPercentName, Part(text, at, conversion + 1), name);
+  return conversion + 1;
+}
+
+// %1, %L1, or the width of %5d
+std::size_t Placeholders::ReadPercentNumber(std::string_view text, std::size_t at,
+                                            PercentDigits digits) noexcept {
+  constexpr std::size_t kLongest = 2;
+  const std::size_t number = text[at + 1] == 'L' ? at + 2 : at + 1;
+  const std::size_t end = EndOfDigits(text, number);
+  const std::size_t before = count_;
+  const std::size_t endOfPrintf = ReadPrintf(text, at);
+  if (count_ > before) {
+    const bool isSure = At(text, end) == '.';
+    const bool isBeforeWord = IsLetter(At(text, endOfPrintf));  // "%1hours"
+    hasDoubtfulDigits_ = hasDoubtfulDigits_ || (!isSure && !isBeforeWord);
+    if (isSure || (digits == PercentDigits::kAreWidth && !isBeforeWord)) {
+      return endOfPrintf;
+    }
+    count_ = before;
+    --lastArgument_;
+  }
+  if (end - number <= kLongest) {
+    Add(PlaceholderSyntax::kPercentNumber, Part(text, at, end), Part(text, number, end));
+  }
+  return end;
 }
 
 // %[number$][flags][width][.precision][size]conversion
@@ -303,45 +328,68 @@ bool HasPlaceholderMark(std::string_view text) noexcept {
   return std::any_of(text.begin(), text.end(), [](char c) { return c == '%' || c == '{'; });
 }
 
+namespace {
+
+// Counts the texts of a dictionary that have a syntax.
+class UseCount {
+ public:
+  void Add(std::string_view text) noexcept {
+    const Placeholders placeholders(text, PercentDigits::kAreNumber);
+    if (placeholders.HasDoubtfulDigits()) {
+      ++doubtful_;
+      return;
+    }
+    if (placeholders.IsTimeFormat() || placeholders.IsEmpty()) {
+      return;
+    }
+    ++texts_;
+    std::array<bool, kPlaceholderSyntaxCount> isIn{};
+    for (const Placeholder& placeholder : placeholders) {
+      // A text such as "{Town}" may be a label.
+      isIn[Index(placeholder.syntax)] = placeholder.whole.size() < text.size();
+    }
+    for (std::size_t i = 0; i < counts_.size(); ++i) {
+      counts_[i] += isIn[i] ? 1U : 0U;
+    }
+  }
+
+  PlaceholderUse Result() const noexcept {
+    constexpr std::size_t kRarest = 50;  // in one of so many texts with placeholders
+    PlaceholderUse use;
+    const bool areWidths = counts_[Index(PlaceholderSyntax::kPrintf)] >
+                           counts_[Index(PlaceholderSyntax::kPercentNumber)];
+    use.digits = areWidths ? PercentDigits::kAreWidth : PercentDigits::kAreNumber;
+    const auto ofDoubtful =
+        areWidths ? PlaceholderSyntax::kPrintf : PlaceholderSyntax::kPercentNumber;
+    for (std::size_t i = 0; i < counts_.size(); ++i) {
+      const std::size_t count = counts_[i] + (i == Index(ofDoubtful) ? doubtful_ : 0);
+      use.isUsed[i] = count > 0 && count * kRarest >= texts_;
+    }
+    return use;
+  }
+
+ private:
+  static constexpr std::size_t Index(PlaceholderSyntax syntax) noexcept {
+    return static_cast<std::size_t>(syntax);
+  }
+
+  std::array<std::size_t, kPlaceholderSyntaxCount> counts_{};
+  std::size_t texts_ = 0;
+  std::size_t doubtful_ = 0;
+};
+
+}  // namespace
+
 PlaceholderUse UseOfPlaceholders(const Workspace& workspace, const MergedDictionary& dictionary) {
-  constexpr std::size_t kRarest = 50;  // in one of so many texts with placeholders
-  std::array<std::size_t, kPlaceholderSyntaxCount> counts{};
-  const auto count = [&](PlaceholderSyntax syntax) -> std::size_t& {
-    return counts[static_cast<std::size_t>(syntax)];
-  };
-  std::size_t texts = 0;
-  std::size_t doubtful = 0;
+  UseCount count;
   for (const std::uint32_t file : dictionary.Files()) {
     for (const Entry& entry : workspace.files[file].dictionary->Entries()) {
-      if (!HasPlaceholderMark(entry.text)) {
-        continue;
-      }
-      const Placeholders placeholders(entry.text, PercentDigits::kAreNumber);
-      std::array<bool, kPlaceholderSyntaxCount> isIn{};
-      for (const Placeholder& placeholder : placeholders) {
-        // A text such as "{Town}" may be a label.
-        isIn[static_cast<std::size_t>(placeholder.syntax)] =
-            placeholder.whole.size() < entry.text.size();
-      }
-      if (placeholders.HasDoubtfulDigits()) {
-        ++doubtful;
-      } else if (!placeholders.IsTimeFormat()) {
-        texts += placeholders.IsEmpty() ? 0U : 1U;
-        for (std::size_t i = 0; i < counts.size(); ++i) {
-          counts[i] += isIn[i] ? 1U : 0U;
-        }
+      if (HasPlaceholderMark(entry.text)) {
+        count.Add(entry.text);
       }
     }
   }
-  PlaceholderUse use;
-  const bool areWidths =
-      count(PlaceholderSyntax::kPrintf) > count(PlaceholderSyntax::kPercentNumber);
-  use.digits = areWidths ? PercentDigits::kAreWidth : PercentDigits::kAreNumber;
-  count(areWidths ? PlaceholderSyntax::kPrintf : PlaceholderSyntax::kPercentNumber) += doubtful;
-  for (std::size_t i = 0; i < counts.size(); ++i) {
-    use.isUsed[i] = counts[i] > 0 && counts[i] * kRarest >= texts;
-  }
-  return use;
+  return count.Result();
 }
 
 bool IsSameValue(const Placeholder& left, const Placeholder& right) noexcept {

@@ -47,8 +47,10 @@ class Placeholders {
   /// `text` outlives the placeholders. O(length of the text).
   Placeholders(std::string_view text, PercentDigits digits) noexcept;
 
+  // NOLINTBEGIN(readability-identifier-naming): for range-based loops
   const Placeholder* begin() const noexcept { return found_.data(); }
   const Placeholder* end() const noexcept { return found_.data() + count_; }
+  // NOLINTEND(readability-identifier-naming)
   bool IsEmpty() const noexcept { return count_ == 0; }
 
   /// False if the text has more placeholders than are kept, or braces that seem to be something
@@ -63,6 +65,9 @@ class Placeholders {
 
  private:
   std::size_t ReadPercent(std::string_view text, std::size_t at, PercentDigits digits) noexcept;
+  std::size_t ReadPercentName(std::string_view text, std::size_t at) noexcept;
+  std::size_t ReadPercentNumber(std::string_view text, std::size_t at,
+                                PercentDigits digits) noexcept;
   std::size_t ReadPrintf(std::string_view text, std::size_t at) noexcept;
   std::size_t ReadBrace(std::string_view text, std::size_t at) noexcept;
   void Add(PlaceholderSyntax syntax, std::string_view whole, std::string_view name) noexcept;

@@ -267,48 +267,51 @@ Comparison WithoutLookAlikes(const TextCheck& check, Comparison comparison,
   return comparison;
 }
 
+bool HasSyntax(const Placeholders& placeholders, PlaceholderSyntax syntax) noexcept {
+  return std::any_of(placeholders.begin(), placeholders.end(),
+                     [syntax](const Placeholder& other) { return other.syntax == syntax; });
+}
+
 // How "%5d" is read: as the base's text has it, else as most texts of the base have it.
-PercentDigits DigitsOf(const TextCheck& check, const Placeholders& base) {
-  const auto has = [&](PlaceholderSyntax syntax) {
-    return std::any_of(base.begin(), base.end(), [syntax](const Placeholder& placeholder) {
-      return placeholder.syntax == syntax;
-    });
-  };
-  const bool hasNumber = has(PlaceholderSyntax::kPercentNumber) && !base.HasDoubtfulDigits();
-  if (hasNumber != has(PlaceholderSyntax::kPrintf)) {
+PercentDigits DigitsOf(const TextCheck& check, std::string_view baseText) {
+  const Placeholders base(baseText, PercentDigits::kAreNumber);
+  const Placeholders text(check.Text(), PercentDigits::kAreNumber);
+  if (!base.HasDoubtfulDigits() && !text.HasDoubtfulDigits()) {
+    return PercentDigits::kAreNumber;
+  }
+  const bool hasNumber =
+      HasSyntax(base, PlaceholderSyntax::kPercentNumber) && !base.HasDoubtfulDigits();
+  if (hasNumber != HasSyntax(base, PlaceholderSyntax::kPrintf)) {
     return hasNumber ? PercentDigits::kAreNumber : PercentDigits::kAreWidth;
   }
   return check.file.PlaceholdersOfBase().digits;
 }
 
-void CheckBesideReference(const TextCheck& check, const Reference& reference,
-                          PercentDigits digits) {
+// Whether a form of one number, such as "One file", says it in words or as another form does.
+bool MaySayNumber(const Reference& reference, const Placeholders& base, const Placeholders& text,
+                  PercentDigits digits) {
+  if (!reference.mayLackNumber || LacksOne(base, text)) {
+    return reference.mayLackNumber;
+  }
+  if (reference.other == nullptr) {
+    return false;
+  }
+  const Placeholders other(reference.other->text, digits);
+  return !other.AreAll() || Compare(other, text).difference == Difference::kNone;
+}
+
+void CheckBesideReference(const TextCheck& check, const Reference& reference) {
   const std::string_view baseText = reference.base.entry->text;
+  const PercentDigits digits = DigitsOf(check, baseText);
   const Placeholders base(baseText, digits);
   const Placeholders text(check.Text(), digits);
-  const bool areDoubtful = base.HasDoubtfulDigits() || text.HasDoubtfulDigits();
-  if (digits == PercentDigits::kAreNumber && areDoubtful &&
-      DigitsOf(check, base) == PercentDigits::kAreWidth) {
-    CheckBesideReference(check, reference, PercentDigits::kAreWidth);
-    return;
-  }
   if (!base.AreAll() || !text.AreAll() || base.IsTimeFormat() || text.IsTimeFormat()) {
     return;
   }
   const Comparison comparison = Compare(base, text);
-  if (comparison.difference == Difference::kNone) {
-    return;
+  if (comparison.difference != Difference::kNone && !MaySayNumber(reference, base, text, digits)) {
+    Report(check, reference, base, text, WithoutLookAlikes(check, comparison, baseText, base));
   }
-  if (reference.mayLackNumber && LacksOne(base, text)) {
-    return;
-  }
-  if (reference.mayLackNumber && reference.other != nullptr) {
-    const Placeholders other(reference.other->text, digits);
-    if (!other.AreAll() || Compare(other, text).difference == Difference::kNone) {
-      return;
-    }
-  }
-  Report(check, reference, base, text, WithoutLookAlikes(check, comparison, baseText, base));
 }
 
 }  // namespace
@@ -323,7 +326,7 @@ void CheckPlaceholders(const TextCheck& check) {
   }
   const Reference reference = ReferenceOf(check);
   if (reference.base && reference.base.entry->text != check.Text()) {
-    CheckBesideReference(check, reference, PercentDigits::kAreNumber);
+    CheckBesideReference(check, reference);
   }
 }
 
