@@ -1,4 +1,4 @@
-# Compares the libraries that a built library needs with the reviewed list. For a shared object, also checks the SONAME
+# Compares the libraries that a built file needs with the reviewed list. For a shared object, also checks the SONAME
 # and the version in the file name.
 #   cmake -D LIBRARY=file -D EXPECTED=list -D OBJDUMP=tool [-D VERSION=major.minor.patch] -P check_dependencies.cmake
 
@@ -9,7 +9,7 @@ string(REGEX MATCHALL "(DLL Name:|NEEDED) +[^\n]+" rows "${output}")
 list(TRANSFORM rows REPLACE "^(DLL Name:|NEEDED) +" "")
 compare_names(${LIBRARY} "${rows}" ${EXPECTED})
 
-if(NOT LIBRARY MATCHES "\\.dll$")
+if(NOT LIBRARY MATCHES "\\.(dll|exe)$")
   get_filename_component(name ${LIBRARY} NAME)
   set(plain libkelmo_Mestrel_Localizer.so)
   if(NOT name STREQUAL "${plain}.${VERSION}")

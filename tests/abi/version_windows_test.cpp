@@ -1,4 +1,4 @@
-// The version resource of the DLL, which Windows shows to users.
+// The version resources of the DLL and of kelmo-lang.exe, which Windows shows to users.
 
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -10,18 +10,24 @@
 
 namespace {
 
-class VersionResource : public testing::Test {
+constexpr const wchar_t* kFiles[] = {
+    L"kelmo_Mestrel_Localizer.dll",
+#ifdef KELMO_HAS_LANG
+    L"kelmo-lang.exe",
+#endif
+};
+
+class VersionResource : public testing::TestWithParam<const wchar_t*> {
  protected:
   void SetUp() override {
-    constexpr const wchar_t* kLibrary = L"kelmo_Mestrel_Localizer.dll";
-    const HMODULE module = ::LoadLibraryW(kLibrary);
-    ASSERT_NE(module, nullptr);
-    wchar_t path[MAX_PATH] = {};
-    ASSERT_GT(::GetModuleFileNameW(module, path, MAX_PATH), 0U);
-    block_.resize(::GetFileVersionInfoSizeW(path, nullptr));
+    wchar_t program[MAX_PATH] = {};
+    ASSERT_GT(::GetModuleFileNameW(nullptr, program, MAX_PATH), 0U);
+    const std::wstring folder(program, std::wcsrchr(program, L'\\') + 1);
+    const std::wstring path = folder + GetParam();
+    block_.resize(::GetFileVersionInfoSizeW(path.c_str(), nullptr));
     ASSERT_FALSE(block_.empty()) << "no version resource";
-    ASSERT_TRUE(::GetFileVersionInfoW(path, 0, static_cast<DWORD>(block_.size()), block_.data()));
-    ::FreeLibrary(module);
+    ASSERT_TRUE(
+        ::GetFileVersionInfoW(path.c_str(), 0, static_cast<DWORD>(block_.size()), block_.data()));
   }
 
   template <class Value>
@@ -48,7 +54,7 @@ class VersionResource : public testing::Test {
   std::vector<char> block_;
 };
 
-TEST_F(VersionResource, HoldsTheVersionOfTheProject) {
+TEST_P(VersionResource, HoldsTheVersionOfTheProject) {
   const auto* const fixed = Query<VS_FIXEDFILEINFO>(L"\\");
   ASSERT_NE(fixed, nullptr);
   const auto number = [](DWORD high, DWORD low) {
@@ -61,7 +67,9 @@ TEST_F(VersionResource, HoldsTheVersionOfTheProject) {
   const std::wstring version(narrow.begin(), narrow.end());
   EXPECT_EQ(Text(L"FileVersion"), version);
   EXPECT_EQ(Text(L"ProductVersion"), version);
-  EXPECT_EQ(Text(L"OriginalFilename"), L"kelmo_Mestrel_Localizer.dll");
+  EXPECT_EQ(Text(L"OriginalFilename"), GetParam());
 }
+
+INSTANTIATE_TEST_SUITE_P(, VersionResource, testing::ValuesIn(kFiles));
 
 }  // namespace
