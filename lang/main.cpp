@@ -7,9 +7,11 @@
 #include <vector>
 
 #include "lang/commands/command_line.h"
+#include "lang/commands/page.h"
 #include "lang/report/progress_bar.h"
 #include "platform/arguments.h"
 #include "platform/console.h"
+#include "platform/desktop.h"
 #include "platform/user_language.h"
 
 namespace {

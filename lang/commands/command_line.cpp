@@ -130,6 +130,7 @@ void Describe(CLI::App& app, AllOptions& options, Checks& checks) {
   Command lint = program.Sub("lint");
   lint.Argument("path", options.lint.paths);
   lint.Value("base", options.lint.base, "file");
+  lint.Value("html", options.lint.html, "file");
   lint.Choice("format", options.lint.format, {"text", "json", "sarif", "github"});
   lint.Choice("fail-on", options.lint.failOn, {"error", "warning", "note", "never"});
   lint.Flag("release", options.lint.isRelease);

@@ -82,9 +82,9 @@ std::vector<HelpRow> ExitStatus(const Texts& texts) {
 }
 
 std::vector<HelpRow> Environment(const Texts& texts) {
-  return {{"LC_ALL, LC_MESSAGES, LANG", texts.Find("help.environment.locale")},
-          {"NO_COLOR", texts.Find("help.environment.no_color")},
-          {"TERM", texts.Find("help.environment.term")}};
+  return {{"LC_ALL, LC_MESSAGES, LANG", texts.Find("manual.environment.locale")},
+          {"NO_COLOR", texts.Find("manual.environment.no_color")},
+          {"TERM", texts.Find("manual.environment.term")}};
 }
 
 }  // namespace
@@ -140,26 +140,28 @@ std::string ManPage(const std::vector<CommandHelp>& commands, const Texts& texts
                     const std::string& version) {
   const CommandHelp& program = commands.front();
   std::string page = ".TH KELMO-LANG 1 \"\" \"kelmo-lang " + version + "\"\n";
-  page += RoffTitle(texts.Find("help.name"));
+  page += RoffTitle(texts.Find("manual.name"));
   page += Roff(program.name) + " \\- " + Roff(program.description) + '\n';
-  page += RoffTitle(texts.Find("help.synopsis"));
+  page += RoffTitle(texts.Find("manual.synopsis"));
   for (const CommandHelp& command : commands) {
     if (command.commands.empty()) {
       page += Roff(command.usage) + "\n.br\n";
     }
   }
-  page += RoffTitle(texts.Find("help.description"));
+  page += RoffTitle(texts.Find("manual.description"));
   page += Roff(program.details) + '\n' + RoffTitle(texts.Find("help.options")) +
           RoffRows(program.options) + RoffTitle(texts.Find("help.commands"));
   for (const CommandHelp& command : commands) {
     if (command.commands.empty()) {
+      std::vector<HelpRow> options = command.options;
+      options.erase(options.begin());  // that for help: it stands among those of the program
       page += ".SS " + Roff(command.name) + '\n' + Roff(command.description) + ".\n";
       page += command.details.empty() ? "" : ".PP\n" + Roff(command.details) + '\n';
-      page += RoffRows(command.arguments) + RoffRows(command.options);
+      page += RoffRows(command.arguments) + RoffRows(options);
     }
   }
   page += RoffTitle(texts.Find("help.status")) + RoffRows(ExitStatus(texts));
-  page += RoffTitle(texts.Find("help.environment")) + RoffRows(Environment(texts));
+  page += RoffTitle(texts.Find("manual.environment")) + RoffRows(Environment(texts));
   page += RoffTitle(texts.Find("help.examples"));
   for (const CommandHelp& command : commands) {
     for (const HelpExample& example : command.examples) {

@@ -6,6 +6,7 @@
 #include <system_error>
 #include <utility>
 
+#include "lang/commands/page.h"
 #include "lang/commands/rules.h"
 #include "lang/project/baseline.h"
 #include "lang/project/projects.h"
@@ -72,12 +73,13 @@ class LintRun {
     if (answer_.status != 0) {
       return std::move(answer_);
     }
+    base = base ? base : options_.defaultBase;
     problems.clear();
     const Workspace workspace = ReadWorkspace({paths, base}, problems);
     for (const WorkspaceProblem& problem : problems) {
       Complain(problem.path, {problem.reason, {}});
     }
-    if (!workspace.files.empty() || options_.format != "text") {
+    if (!workspace.files.empty() || options_.format != "text" || options_.html) {
       Check(workspace);
     }
     return std::move(answer_);
@@ -87,6 +89,7 @@ class LintRun {
   void Complain(const std::string& path, const Sentence& reason) {
     answer_.error += VisibleText(texts_.Say({"problem.line", {path, texts_.Say(reason)}})) + '\n';
     answer_.status = kStatusWrong;
+    problems_.push_back({path, reason});
   }
 
   // False if an option names no rule or level.
@@ -189,6 +192,7 @@ class LintRun {
     FindNotCompared(workspace, settings, report);
     if (!CompareWithBaseline(report)) {
       Print(report);
+      WriteHtml(report);
     }
   }
 
@@ -286,6 +290,12 @@ class LintRun {
     }
   }
 
+  void WriteHtml(const Report& report) {
+    if (options_.html && !WritePage(report, problems_, fs::u8path(*options_.html), texts_)) {
+      Complain(*options_.html, {"problem.unwritable", {}});
+    }
+  }
+
   const LintOptions& options_;
   const Texts& texts_;
   TextStyle style_;
@@ -293,6 +303,7 @@ class LintRun {
   Levels optionLevels_;
   Projects projects_;
   std::vector<const Project*> projectOf_;  // by file
+  std::vector<PageProblem> problems_;
   Answer answer_;
 };
 

@@ -13,14 +13,16 @@
 namespace KelmoLibs::Lang {
 
 struct LintOptions {
-  std::vector<std::string> paths;        // none: the current folder
-  std::optional<std::string> base;       // none: that of the project file
-  std::string format = "text";           // json, sarif, github
-  std::string color = "auto";            // always, never
-  std::optional<std::string> failOn;     // a name of FailOn
-  std::vector<std::string> rules;        // "missing=off"
-  std::optional<std::string> baseline;   // none: that of the project file
-  std::optional<std::string> explained;  // a rule that is explained, and nothing is checked
+  std::vector<std::string> paths;          // none: the current folder
+  std::optional<std::string> base;         // none: that of the project file
+  std::optional<std::string> defaultBase;  // if neither `base` nor the project file names one
+  std::optional<std::string> html;         // the file of the page
+  std::string format = "text";             // json, sarif, github
+  std::string color = "auto";              // always, never
+  std::optional<std::string> failOn;       // a name of FailOn
+  std::vector<std::string> rules;          // "missing=off"
+  std::optional<std::string> baseline;     // none: that of the project file
+  std::optional<std::string> explained;    // a rule that is explained, and nothing is checked
   bool isRelease = false;
   bool showsAll = false;
 };

@@ -50,7 +50,4 @@ std::string JsonReport(const Report& report);
 std::string SarifReport(const Report& report);
 std::string GithubReport(const Report& report);
 
-/// One HTML page for people who open no terminal.
-std::string HtmlReport(const Report& report, const Texts& texts);
-
 }  // namespace KelmoLibs::Lang

@@ -137,6 +137,8 @@ std::string WellFormedText(std::string_view bytes) {
   return text;
 }
 
+std::string_view TakeCharacter(std::string_view& bytes) noexcept { return TakeUnit(bytes).bytes; }
+
 unsigned WidthOf(std::string_view text) {
   unsigned width = 0;
   while (!text.empty()) {

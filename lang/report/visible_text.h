@@ -17,6 +17,10 @@ std::string WellFormedText(std::string_view bytes);
 /// Appends `value` with at least `digits` hexadecimal digits.
 void AppendHex(std::uint64_t value, unsigned digits, std::string& text);
 
+/// Takes the first character off `bytes`, which are not empty: its bytes, or one byte that is not
+/// UTF-8.
+std::string_view TakeCharacter(std::string_view& bytes) noexcept;
+
 /// Columns that `text`, a result of VisibleText, takes on a terminal.
 unsigned WidthOf(std::string_view text);
 

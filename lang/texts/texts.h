@@ -19,6 +19,9 @@ class Texts {
   /// language gives the English texts.
   explicit Texts(std::string_view language);
 
+  /// The code of the language: "en".
+  const std::string& Language() const noexcept { return language_; }
+
   /// The text of `key`; the key itself if there is none.
   std::string Find(std::string_view key) const;
 

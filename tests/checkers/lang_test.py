@@ -1,5 +1,5 @@
 """The checkers of kelmo-lang refuse falsified inputs and programs: tests/lang/check_rules.py, check_mistakes.py,
-check_hostile.py, check_examples.py and catalogues.py.
+check_hostile.py, check_manual.py, check_examples.py and catalogues.py.
 """
 
 import struct
@@ -55,6 +55,35 @@ class CheckRules(RefusalTest):
         with new_folder(lambda folder: write(folder, {"program": PROGRAM, "rules/readme.txt": ""})) as folder:
             self.refuses("rules has no folders",
                          (sys.executable, CHECKERS / "check_rules.py", folder / "rules", folder / "program"))
+
+
+# Prints a manual page.
+MANUAL = {"program": """#!/bin/sh
+cat <<'PAGE'
+.TH KELMO-LANG 1
+.SH NAME
+kelmo-lang \\- checks
+.SH SYNOPSIS
+.SH DESCRIPTION
+.SH OPTIONS
+.SH COMMANDS
+.SH EXIT STATUS
+.SH ENVIRONMENT
+.SH EXAMPLES
+PAGE
+"""}
+
+
+class CheckManual(RefusalTest):
+    def test_each_false_page_is_refused(self):
+        rows = (
+            Row("a section is missing", "program", ".SH OPTIONS\n", "", "the sections are NAME, SYNOPSIS, DESCRIPTION, COMMANDS"),
+            Row("a macro that does not exist", "program", ".SH EXAMPLES\n", ".SH EXAMPLES\n.XX a\n", "macro 'XX' not defined"),
+            Row("a text is missing", "program", ".SH EXAMPLES\n", ".SH EXAMPLES\nhelp.lint.base\n", "the text help.lint.base is missing"),
+            Row("the program fails", "program", "PAGE\n", "PAGE\nexit 2\n", "status 2"),
+        )
+        self.refuses_each(lambda folder: write(folder, MANUAL),
+                          lambda folder: (sys.executable, CHECKERS / "check_manual.py", folder / "program"), rows)
 
 
 class Answers:

@@ -1,0 +1,126 @@
+// Tested by page_test.cpp.
+#include "lang/commands/page.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <fstream>
+#include <optional>
+#include <random>
+#include <system_error>
+
+#include "lang/commands/lint.h"
+#include "lang/reading/file_names.h"
+#include "lang/report/visible_text.h"
+#include "platform/console.h"
+
+namespace KelmoLibs::Lang {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kBaseName = "en.txt";
+constexpr std::string_view kBaseId = "en";
+
+bool WriteFile(const fs::path& path, const std::string& bytes) {
+  std::ofstream file(path, std::ios::binary);
+  file << bytes;
+  file.close();
+  return !file.fail();
+}
+
+// What a double click means.
+std::string FolderOf(const Desktop& desktop) {
+  const fs::path& folder = desktop.programFolder;
+  return folder.empty() || FilesOfFolder(folder).empty() ? "." : folder.u8string();
+}
+
+// The id of the dictionary; nothing for a file that cannot be read.
+std::string IdOf(const fs::path& path) {
+  constexpr std::size_t kLongestHeader = 1024;
+  std::string bytes(kLongestHeader, '\0');
+  std::ifstream file(path, std::ios::binary);
+  file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  bytes.resize(static_cast<std::size_t>(file.gcount()));
+  return std::string(DictionaryFile("", "", bytes).IntendedId());
+}
+
+// The dictionary in the same folder that translations are most probably compared with.
+std::optional<std::string> DefaultBase(const std::string& path) {
+  std::error_code error;
+  const fs::path given = fs::u8path(path);
+  const fs::path folder = fs::is_directory(given, error) ? given : given.parent_path();
+  if (fs::is_regular_file(folder / kBaseName, error)) {
+    return (folder / kBaseName).u8string();
+  }
+  for (const fs::path& file : FilesOfFolder(folder.empty() ? fs::path(".") : folder)) {
+    if (!IsUnitTableName(file) && IdOf(file) == kBaseId) {
+      return file.u8string();
+    }
+  }
+  return std::nullopt;
+}
+
+// A new folder that no other program knows.
+std::optional<fs::path> NewFolder(const fs::path& dataFolder) {
+  constexpr int kParts = 4;
+  constexpr std::string_view kLetters = "0123456789abcdef";
+  if (dataFolder.empty()) {
+    return std::nullopt;
+  }
+  std::random_device random;
+  std::string name;
+  for (int i = 0; i < kParts; ++i) {
+    for (std::uint32_t bits = random(), digit = 0; digit < 8; ++digit, bits >>= 4U) {
+      name += kLetters[bits & 0xFU];
+    }
+  }
+  const fs::path folder = dataFolder / "kelmo-lang" / name;
+  std::error_code error;
+  fs::create_directories(folder.parent_path(), error);
+  return fs::create_directory(folder, error) ? std::optional(folder) : std::nullopt;
+}
+
+int Fail(const std::string& message, const Desktop& desktop, const Texts& texts) {
+  Write(Stream::kError, message + texts.Find("page.press_enter") + '\n');
+  desktop.waitForEnter();
+  return kStatusWrong;
+}
+
+std::string Message(const char* key, const fs::path& path, const Texts& texts) {
+  return VisibleText(texts.Say({key, {path.u8string()}})) + '\n';
+}
+
+}  // namespace
+
+bool WritePage(const Report& report, const std::vector<PageProblem>& problems, const fs::path& path,
+               const Texts& texts) {
+  return WriteFile(path, HtmlReport({report, problems, {}, ""}, texts));
+}
+
+bool AreDropped(const std::vector<std::string>& arguments) {
+  return std::all_of(arguments.begin(), arguments.end(), [](const std::string& argument) {
+    std::error_code error;
+    return fs::exists(fs::u8path(argument), error);
+  });
+}
+
+int ShowPage(const std::vector<std::string>& paths, const Desktop& desktop, const Texts& texts) {
+  LintOptions options;
+  options.paths = paths.empty() ? std::vector<std::string>{FolderOf(desktop)} : paths;
+  options.defaultBase = DefaultBase(options.paths.front());
+  const std::optional<fs::path> folder = NewFolder(desktop.dataFolder);
+  if (!folder) {
+    return Fail(Message("page.no_folder", desktop.dataFolder, texts), desktop, texts);
+  }
+  const fs::path page = *folder / "page.html";
+  options.html = page.u8string();
+  const Answer answer = Lint(options, texts, {}, {});
+  std::error_code error;
+  if (!fs::exists(page, error)) {
+    return Fail(answer.error, desktop, texts);
+  }
+  return desktop.open(page) ? answer.status
+                            : Fail(Message("page.not_opened", page, texts), desktop, texts);
+}
+
+}  // namespace KelmoLibs::Lang

@@ -1,0 +1,27 @@
+// The HTML page: for lint --html, and for people who start the program by mouse.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "lang/report/html_report.h"
+#include "lang/texts/texts.h"
+#include "platform/desktop.h"
+
+namespace KelmoLibs::Lang {
+
+/// Writes the page about `report` to the file `path`. False if it cannot be written.
+bool WritePage(const Report& report, const std::vector<PageProblem>& problems,
+               const std::filesystem::path& path, const Texts& texts);
+
+/// Whether the program was started for these files: there are only paths of existing files and
+/// folders among the arguments, or none at all.
+bool AreDropped(const std::vector<std::string>& arguments);
+
+/// Checks `paths`, or without any the folder of the program (the working folder, if there are no
+/// dictionaries), and opens the page. It is written into a new folder under the user's local data.
+/// If this fails, a message stays in the console until Enter is pressed. Returns the exit status.
+int ShowPage(const std::vector<std::string>& paths, const Desktop& desktop, const Texts& texts);
+
+}  // namespace KelmoLibs::Lang

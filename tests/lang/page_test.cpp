@@ -1,0 +1,121 @@
+// Started by mouse: which files are checked, and what is written and opened.
+#include "lang/commands/page.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "tests/support/read_file.h"
+
+namespace KelmoLibs::Lang {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::vector<fs::path> opened;
+int waits = 0;
+
+bool Open(const fs::path& file) {
+  opened.push_back(file);
+  return true;
+}
+bool DoNotOpen(const fs::path& /*file*/) { return false; }
+void Wait() { ++waits; }
+
+class PageTest : public ::testing::Test {
+ protected:
+  PageTest() : folder_(fs::u8path(u8"page_test \u043C\u043E\u0439 [\u00FC]")) {
+    opened.clear();
+    waits = 0;
+    fs::remove_all(folder_);
+    fs::create_directory(folder_);
+    fs::create_directory(folder_ / "texts");
+    fs::create_directory(folder_ / "data");
+  }
+  ~PageTest() override { fs::remove_all(folder_); }
+
+  std::string AddFile(const std::string& name, const std::string& bytes) const {
+    const fs::path path = folder_ / "texts" / fs::u8path(name);
+    std::ofstream(path, std::ios::binary) << bytes;
+    return path.u8string();
+  }
+
+  Desktop MakeDesktop() const { return {folder_ / "texts", folder_ / "data", Open, Wait}; }
+
+  fs::path folder_;
+  Texts texts_{"en"};
+};
+
+TEST_F(PageTest, OnlyExistingPathsAreDropped) {
+  const std::string file = AddFile(u8"\u0444 r.txt", "fr\n");
+  EXPECT_TRUE(AreDropped({}));
+  EXPECT_TRUE(AreDropped({file, folder_.u8string()}));
+  EXPECT_FALSE(AreDropped({file, "--help"}));
+  EXPECT_FALSE(AreDropped({"lint", file}));
+}
+
+TEST_F(PageTest, DroppedFilesGiveAPageInANewFolder) {
+  const std::string base = AddFile("en.txt", "en\na\tone %1\nb\ttwo\n");
+  const std::string bytes = "fr\na\tun %1\n";
+  const std::string file = AddFile("fr.txt", bytes);
+  ShowPage({file}, MakeDesktop(), texts_);
+  ASSERT_EQ(opened.size(), 1U);
+  EXPECT_EQ(opened[0].parent_path().parent_path(), folder_ / "data" / "kelmo-lang");
+  EXPECT_EQ(opened[0].parent_path().filename().u8string().size(), 32U);
+  const std::string page = ReadFile(opened[0]);
+  EXPECT_NE(page.find("key &quot;<bdi dir=\"auto\">b</bdi>&quot; is missing"), std::string::npos);
+  EXPECT_NE(page.find("are compared with <bdi dir=\"auto\">"), std::string::npos);
+  EXPECT_EQ(ReadFile(fs::u8path(file)), bytes);
+
+  ShowPage({file}, MakeDesktop(), texts_);
+  ASSERT_EQ(opened.size(), 2U);
+  EXPECT_NE(opened[0], opened[1]);
+  EXPECT_EQ(waits, 0);
+}
+
+TEST_F(PageTest, ADoubleClickChecksTheFolderOfTheProgram) {
+  AddFile("fr.txt", "fr\na\tun\n");
+  ShowPage({}, MakeDesktop(), texts_);
+  ASSERT_EQ(opened.size(), 1U);
+  EXPECT_NE(ReadFile(opened[0]).find("fr.txt"), std::string::npos);
+}
+
+TEST_F(PageTest, WithoutEnTxtTheBaseIsTheDictionaryWithTheIdEn) {
+  AddFile("a.txt", "de\na\teins\n");
+  AddFile("source.txt", "en English\na\tone\nb\ttwo\n");
+  ShowPage({(folder_ / "texts").u8string()}, MakeDesktop(), texts_);
+  ASSERT_EQ(opened.size(), 1U);
+  const std::string page = ReadFile(opened[0]);
+  const std::size_t at = page.find("are compared with");
+  ASSERT_NE(at, std::string::npos);
+  EXPECT_NE(page.substr(at, 200).find("source.txt"), std::string::npos);
+}
+
+TEST_F(PageTest, WithoutABaseThePageSaysSo) {
+  const std::string file = AddFile("fr.txt", "fr\na\tun\n");
+  ShowPage({file}, MakeDesktop(), texts_);
+  ASSERT_EQ(opened.size(), 1U);
+  EXPECT_NE(ReadFile(opened[0]).find("There is no dictionary to compare with"), std::string::npos);
+}
+
+TEST_F(PageTest, AFailureWaitsForThePerson) {
+  const std::string file = AddFile("fr.txt", "fr\na\tun\n");
+  Desktop desktop = MakeDesktop();
+  desktop.open = DoNotOpen;
+  EXPECT_EQ(ShowPage({file}, desktop, texts_), 2);
+  EXPECT_EQ(waits, 1);
+  desktop = MakeDesktop();
+  desktop.dataFolder = fs::u8path(file);  // no folder can be in a file
+  EXPECT_EQ(ShowPage({file}, desktop, texts_), 2);
+  EXPECT_EQ(waits, 2);
+  desktop.dataFolder.clear();
+  EXPECT_EQ(ShowPage({file}, desktop, texts_), 2);
+  EXPECT_EQ(waits, 3);
+  EXPECT_TRUE(opened.empty());
+}
+
+}  // namespace
+}  // namespace KelmoLibs::Lang
