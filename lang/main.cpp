@@ -57,6 +57,11 @@ struct Run {
   int operator()(const RulesOptions& options) const {
     return (*this)(Rules(options, texts, TerminalWidth(Stream::kOutput).value_or(kWidthOfFiles)));
   }
+  int operator()(const ShowOptions& options) const { return (*this)(Show(options, texts)); }
+  int operator()(const UnitsListOptions&) const { return (*this)(ListUnits(texts)); }
+  int operator()(const UnitsExplainOptions& options) const {
+    return (*this)(ExplainUnit(options, texts));
+  }
 };
 
 }  // namespace

@@ -111,6 +111,8 @@ struct AllOptions {
   IgnoreOptions ignore;
   LintOptions lint;
   RulesOptions rules;
+  ShowOptions show;
+  UnitsExplainOptions explain;
 };
 
 std::vector<std::string> Languages() {
@@ -153,6 +155,14 @@ void Describe(CLI::App& app, AllOptions& options, Checks& checks) {
   fix.Argument("path", options.fix.paths);
   fix.Value("from", options.fix.from, "encoding");
   fix.Flag("diff", options.fix.isDiff);
+
+  Command show = program.Sub("show");
+  show.RequiredArgument("path", options.show.path);
+  show.Argument("key", options.show.key);
+
+  Command units = program.Sub("units");
+  units.Sub("list");
+  units.Sub("explain").RequiredArgument("code", options.explain.code);
 }
 
 // The innermost command that was given.
@@ -342,6 +352,13 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments,
   }
   if (command.get_name() == "fix") {
     return {language, options.fix};
+  }
+  if (app.got_subcommand("show")) {
+    return {language, options.show};
+  }
+  if (app.got_subcommand("units")) {
+    return command.get_name() == "list" ? CommandLine{language, UnitsListOptions{}}
+                                        : CommandLine{language, options.explain};
   }
   return {language, options.lint};
 }

@@ -10,13 +10,17 @@
 #include "lang/commands/ignore.h"
 #include "lang/commands/lint.h"
 #include "lang/commands/rules.h"
+#include "lang/commands/show.h"
+#include "lang/commands/units.h"
 
 namespace KelmoLibs::Lang {
 
 struct CommandLine {
   std::string language = "en";  // one of TextLanguages()
   // What to do; an Answer if no command is to run: help, the version, or what is wrong.
-  std::variant<Answer, FixOptions, IgnoreOptions, LintOptions, RulesOptions> command;
+  std::variant<Answer, FixOptions, IgnoreOptions, LintOptions, RulesOptions, ShowOptions,
+               UnitsListOptions, UnitsExplainOptions>
+      command;
 };
 
 /// Reads the arguments behind the name of the program. `userLanguage` counts unless --lang is given;

@@ -5,6 +5,7 @@
 #include <optional>
 #include <utility>
 
+#include "lang/unicode/utf8_from_wide.h"
 #include "lang/unicode/windows_characters.h"
 #include "text/line_reader.h"
 #include "text/utf8.h"
@@ -160,13 +161,7 @@ void UnitFile::AppendMessages(std::wstring_view path, Localize::ErrorList& messa
   }
 }
 
-std::string TextAsRead(std::string_view field) {
-  std::string text;
-  for (const wchar_t unit : WindowsLine(field)) {
-    Localize::AppendUtf8(static_cast<char32_t>(unit), text);
-  }
-  return text;
-}
+std::string TextAsRead(std::string_view field) { return Utf8FromWide(WindowsLine(field)); }
 
 std::vector<DefaultUnitLine> ReadDefaultUnitLines(std::string_view bytes) {
   std::vector<DefaultUnitLine> lines;

@@ -7,20 +7,17 @@
 
 #include "lang/reading/unit_file.h"
 #include "lang/texts/embedded_texts.h"
+#include "lang/unicode/utf8_from_wide.h"
 #include "phyval/unit_catalogue.h"
-#include "text/utf8.h"
 
 namespace KelmoLibs::Lang {
 namespace {
 
 constexpr std::size_t kNameField = 3;
 
-// The names of the rows are ASCII. A blank at the end is removed.
+// A blank at the end is removed.
 std::string NameOf(const std::wstring& name) {
-  std::string utf8;
-  for (const wchar_t c : name) {
-    Localize::AppendUtf8(static_cast<char32_t>(c), utf8);
-  }
+  std::string utf8 = Utf8FromWide(name);
   utf8.resize(utf8.find_last_not_of(' ') + 1);
   return utf8;
 }

@@ -1,5 +1,5 @@
 """The checkers of kelmo-lang refuse falsified inputs and programs: tests/lang/check_rules.py, check_mistakes.py,
-check_hostile.py, check_manual.py, check_examples.py and catalogues.py.
+check_transcripts.py, check_hostile.py, check_manual.py, check_examples.py and catalogues.py.
 """
 
 import struct
@@ -84,6 +84,34 @@ class CheckManual(RefusalTest):
         )
         self.refuses_each(lambda folder: write(folder, MANUAL),
                           lambda folder: (sys.executable, CHECKERS / "check_manual.py", folder / "program"), rows)
+
+
+TRANSCRIPT = {
+    "program": "#!/usr/bin/env python3\nimport sys\nprint('text of', *sys.argv[4:])\nsys.exit('none' in sys.argv)\n",
+    "shown/transcript.txt": """$ kelmo-lang show a
+text of a
+
+$ kelmo-lang show none
+text of none
+exit status: 1
+
+""",
+}
+
+
+class CheckTranscripts(RefusalTest):
+    def test_each_false_transcript_is_refused(self):
+        transcript = "shown/transcript.txt"
+        rows = (
+            Row("another output", transcript, "text of a\n", "text of b\n", "$ kelmo-lang show a gives text of a"),
+            Row("another status", transcript, "status: 1", "status: 2", "$ kelmo-lang show none gives text of none"),
+            Row("a further line", transcript, "text of a\n", "text of a\nmore\n", "$ kelmo-lang show a gives text of a"),
+            Row("no command", transcript, "$ kelmo-lang show a\ntext of a\n\n$ kelmo-lang", "kelmo-lang",
+                "does not begin with a command"),
+        )
+        self.refuses_each(lambda folder: write(folder, TRANSCRIPT),
+                          lambda folder: (sys.executable, CHECKERS / "check_transcripts.py", folder / "shown", folder / "program"),
+                          rows)
 
 
 class Answers:
