@@ -152,7 +152,7 @@ void Describe(CLI::App& app, AllOptions& options, Checks& checks) {
   rules.Argument("rule", options.rules.rule);
 
   Command fix = program.Sub("fix");
-  fix.Argument("path", options.fix.paths);
+  fix.RequiredArgument("path", options.fix.paths);
   fix.Value("from", options.fix.from, "encoding");
   fix.Flag("diff", options.fix.isDiff);
 

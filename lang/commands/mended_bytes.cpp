@@ -122,21 +122,22 @@ class Mending {
   }
 
   void Translate(CodePage page, std::string_view line, std::string& mended) {
-    const auto unknown = std::find_if(line.begin(), line.end(),
-                                      [page](char byte) { return !CharacterOf(page, byte); });
-    if (unknown != line.end() && result_.refusal.IsEmpty()) {
-      result_.refusal = {
-          "fix.refused.byte",
-          {std::to_string(line_), std::string(CodePageName(page)), VisibleText({&*unknown, 1})}};
+    for (const char& byte : line) {
+      if (result_.refusal.IsEmpty() && !CharacterOf(page, byte)) {
+        result_.refusal = {
+            "fix.refused.byte",
+            {std::to_string(line_), std::string(CodePageName(page)), VisibleText({&byte, 1})}};
+      }
     }
     ++translated_;
     mended += Utf8FromCodePage(page, line);
   }
 
   void MendLines() {
-    const std::string bytes = std::exchange(result_.bytes, {});
+    const std::string translated = std::exchange(result_.bytes, {});
+    const std::string_view bytes = translated;
     const bool isCr =
-        bytes.find('\n') == std::string::npos && bytes.find('\r') != std::string::npos;
+        bytes.find('\n') == std::string_view::npos && bytes.find('\r') != std::string_view::npos;
     const char end = isCr ? '\r' : '\n';
     std::string mended;
     mended.reserve(bytes.size());
@@ -144,8 +145,8 @@ class Mending {
       const std::size_t found = bytes.find(end, start);
       const std::size_t behind = std::min(found, bytes.size());
       ++line_;
-      AppendLine(std::string_view(bytes).substr(start, behind - start), mended);
-      if (found != std::string::npos) {
+      AppendLine(bytes.substr(start, behind - start), mended);
+      if (found != std::string_view::npos) {
         mended += '\n';
       }
       start = behind + 1;
@@ -159,9 +160,8 @@ class Mending {
     }
   }
 
-  void AddGuess(const std::string& bytes) {
-    const std::string_view id =
-        WithoutMarks(std::string_view(bytes).substr(0, bytes.find_first_of(" \t\r\n")));
+  void AddGuess(std::string_view bytes) {
+    const std::string_view id = WithoutMarks(bytes.substr(0, bytes.find_first_of(" \t\r\n")));
     Sentence left = {"fix.left.encoding.#",
                      {std::to_string(notUtf8_), std::to_string(notUtf8Line_)}};
     if (const auto guess = GuessCodePage(samples_, LanguageOf(id).primary)) {
@@ -284,6 +284,7 @@ std::optional<NamedEncoding> FindEncoding(std::string_view name) {
 
 std::vector<std::string> EncodingNames() {
   std::vector<std::string> names;
+  names.reserve(kAllCodePages.size() + kUtf16Names.size());
   for (const CodePage page : kAllCodePages) {
     names.emplace_back(CodePageName(page));
   }

@@ -106,9 +106,12 @@ struct Faults {
 
 std::string_view BytesBeyondAscii(std::string_view bytes) noexcept {
   constexpr std::size_t kLongest = 24;
-  const auto end = std::find_if(bytes.begin(), bytes.end(),
-                                [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-  return bytes.substr(0, std::min(kLongest, static_cast<std::size_t>(end - bytes.begin())));
+  std::size_t length = 0;
+  while (length < std::min(kLongest, bytes.size()) &&
+         static_cast<unsigned char>(bytes[length]) >= 0x80) {
+    ++length;
+  }
+  return bytes.substr(0, length);
 }
 
 Faults FindFaults(FileCheck& check) {
@@ -311,7 +314,7 @@ void CheckSingleCrs(FileCheck& check) {
     }
     const std::uint32_t number = source.LineOf(bytes.data() + position);
     const std::string_view line = source.Line(number);
-    const std::size_t column = static_cast<std::size_t>(bytes.data() + position - line.data());
+    const auto column = static_cast<std::size_t>(bytes.data() + position - line.data());
     const std::size_t behind = line.find_first_not_of('\r', column);
     position = static_cast<std::size_t>(line.data() - bytes.data()) +
                std::min(behind, line.size()) - 1;  // one of several CRs is enough

@@ -4,7 +4,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -229,10 +228,9 @@ class Part {
   }
 
   void AddSeparator(std::string_view where, char32_t value) {
-    std::array<char, 16> name = {};
-    std::snprintf(name.data(), name.size(), "U+%04X", static_cast<unsigned>(value));
+    const char* const name = value == 0x85 ? "U+0085" : value == 0x2028 ? "U+2028" : "U+2029";
     Finding& finding = Add(RuleId::kLineEnd, isKey_ ? Severity::kError : Severity::kWarning, where,
-                           {"line-end.separator", {name.data()}});
+                           {"line-end.separator", {name}});
     finding.mend = {"line-end.separator_mend", {}};
   }
 

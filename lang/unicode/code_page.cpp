@@ -107,10 +107,12 @@ std::optional<CodePage> FindCodePage(std::string_view name) {
   if (lower.compare(0, kShort.size(), kShort) == 0) {
     lower.replace(0, 2, "windows-");
   }
-  const auto found = std::find(kNames.begin(), kNames.end(), lower);
-  return found != kNames.end()
-             ? std::optional(kAllCodePages[static_cast<std::size_t>(found - kNames.begin())])
-             : std::nullopt;
+  for (const CodePage page : kAllCodePages) {
+    if (CodePageName(page) == lower) {
+      return page;
+    }
+  }
+  return std::nullopt;
 }
 
 std::optional<char32_t> CharacterOf(CodePage page, char byte) noexcept {
@@ -127,10 +129,12 @@ std::optional<char> ByteOf(CodePage page, char32_t character) noexcept {
     return static_cast<char>(character);
   }
   const UpperHalf& half = UpperHalfOf(page);
-  const auto found = std::find(half.begin(), half.end(), character);
-  return found != half.end()
-             ? std::optional(static_cast<char>(found - half.begin() + kFirstBeyondAscii))
-             : std::nullopt;
+  for (std::size_t i = 0; i < half.size(); ++i) {
+    if (half[i] == character) {
+      return static_cast<char>(i + kFirstBeyondAscii);
+    }
+  }
+  return std::nullopt;
 }
 
 std::string Utf8FromCodePage(CodePage page, std::string_view bytes) {

@@ -1,6 +1,6 @@
 #include "lang/unicode/double_encoding.h"
 
-#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 
@@ -91,17 +91,30 @@ bool IsSign(char32_t value) noexcept {
          value == 0x2122 || IsBetween(value, 0x2190, 0x22FF);
 }
 
-// The kinds of letters of which several in a row are needed; 0: no letters that texts have.
+struct Range {
+  char32_t first;
+  char32_t last;
+};
+
+// The scripts of which two letters in a row are needed.
+constexpr std::array<Range, 9> kScripts = {{{0x386, 0x3CE},      // Greek
+                                            {0x400, 0x491},      // Cyrillic
+                                            {0x5D0, 0x5EA},      // Hebrew
+                                            {0x60C, 0x6D2},      // Arabic
+                                            {0x900, 0xE5B},      // of India, Thai
+                                            {0x10A0, 0x10FF},    // Georgian
+                                            {0x3001, 0x9FFF},    // Chinese, Japanese
+                                            {0xFF01, 0xFF5E},    // their full-width marks
+                                            {0xAC00, 0xD7A3}}};  // Korean
+
+// The script in kScripts, counted from 1; 0 for all others.
 unsigned ScriptOf(char32_t value) noexcept {
-  return IsBetween(value, 0x386, 0x3CE)                                         ? 1U  // Greek
-         : IsBetween(value, 0x400, 0x491)                                       ? 2U  // Cyrillic
-         : IsBetween(value, 0x5D0, 0x5EA)                                       ? 3U  // Hebrew
-         : IsBetween(value, 0x60C, 0x6D2)                                       ? 4U  // Arabic
-         : IsBetween(value, 0x900, 0xE5B)                                       ? 5U  // India, Thai
-         : IsBetween(value, 0x10A0, 0x10FF)                                     ? 6U  // Georgian
-         : IsBetween(value, 0x3001, 0x9FFF) || IsBetween(value, 0xFF01, 0xFF5E) ? 7U  // Chinese
-         : IsBetween(value, 0xAC00, 0xD7A3)                                     ? 8U  // Korean
-                                                                                : 0U;
+  for (unsigned i = 0; i < kScripts.size(); ++i) {
+    if (IsBetween(value, kScripts[i].first, kScripts[i].last)) {
+      return i + 1;
+    }
+  }
+  return 0;
 }
 
 // How sure it is that a sequence is no real text; kSure and more are reported.
@@ -141,45 +154,51 @@ bool IsUsualCyrillic(char32_t value) noexcept {
   return IsBetween(value, 0x410, 0x44F) || kOthers.find(value) != std::u32string_view::npos;
 }
 
+// Sequences one behind the other.
+struct Run {
+  std::size_t length = 0;
+  unsigned sure = 0;
+  char32_t last = 0;    // the last character of the text in it
+  std::string letters;  // what they were
+};
+
+Run RunAt(CodePage page, std::string_view text, char32_t before) {
+  Run run;
+  unsigned script = 0;
+  run.last = before;
+  for (Sequence sequence = SequenceAt(page, text); sequence.value != 0;) {
+    const std::string_view rest = text.substr(run.length + sequence.length);
+    const char32_t after = rest.empty() ? 0 : FirstCodePoint(rest).value;
+    const bool isLetter = page == CodePage::kWindows1252 || IsUsualCyrillic(sequence.value);
+    const unsigned itsScript = isLetter ? ScriptOf(sequence.value) : 0;
+    run.sure += page == CodePage::kWindows1252 ? SureIn1252(sequence, run.last, after)
+                                               : SureIn1251(sequence, run.last, after);
+    run.sure += itsScript != 0 && itsScript == script ? kSure : 0U;
+    script = itsScript;
+    run.last = sequence.last;
+    run.length += sequence.length;
+    Localize::AppendUtf8(sequence.value, run.letters);
+    sequence = rest.empty() ? Sequence() : SequenceAt(page, rest);
+  }
+  return run;
+}
+
 std::optional<DoubleEncoded> FindIn(CodePage page, std::string_view text) {
   DoubleEncoded found;
   unsigned sure = 0;
   char32_t before = 0;
   for (std::size_t i = 0; i < text.size();) {
-    const std::size_t start = i;
-    unsigned sureOfRun = 0;
-    unsigned script = 0;
-    std::string letters;
-    for (Sequence sequence; i < text.size(); i += sequence.length) {
-      sequence = SequenceAt(page, text.substr(i));
-      if (sequence.value == 0) {
-        break;
-      }
-      const std::size_t end = i + sequence.length;
-      const char32_t after = end < text.size() ? FirstCodePoint(text.substr(end)).value : 0;
-      const unsigned itsScript = page == CodePage::kWindows1251 && !IsUsualCyrillic(sequence.value)
-                                     ? 0U
-                                     : ScriptOf(sequence.value);
-      sureOfRun += page == CodePage::kWindows1252 ? SureIn1252(sequence, before, after)
-                                                  : SureIn1251(sequence, before, after);
-      sureOfRun += itsScript != 0 && itsScript == script ? kSure : 0U;
-      script = itsScript;
-      before = sequence.last;
-      Localize::AppendUtf8(sequence.value, letters);
+    const Run run = RunAt(page, text.substr(i), before);
+    if (run.sure > 0 && found.part.empty()) {
+      found = {text.substr(i, run.length), run.letters};
     }
-    if (i == start) {
-      const CodePoint character = FirstCodePoint(text.substr(i));
-      before = character.value;
-      i += character.length;
-      continue;
-    }
-    if (sureOfRun > 0 && found.part.empty()) {
-      found = {text.substr(start, i - start), letters};
-    }
-    sure += sureOfRun;
+    sure += run.sure;
     if (sure >= kSure) {
       return found;
     }
+    const CodePoint character = FirstCodePoint(text.substr(i));
+    before = run.length > 0 ? run.last : character.value;
+    i += run.length > 0 ? run.length : character.length;
   }
   return std::nullopt;
 }

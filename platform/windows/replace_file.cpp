@@ -41,6 +41,15 @@ std::wstring TargetOf(const std::filesystem::path& path) {
   if (!file.IsOpen()) {
     return {};
   }
+  // Some file systems let an administrator write a file that is marked as read-only.
+  BY_HANDLE_FILE_INFORMATION information = {};
+  if (::GetFileInformationByHandle(file.Get(), &information) == 0) {
+    return {};
+  }
+  if ((information.dwFileAttributes & FILE_ATTRIBUTE_READONLY) != 0) {
+    ::SetLastError(ERROR_ACCESS_DENIED);
+    return {};
+  }
   const DWORD length = ::GetFinalPathNameByHandleW(file.Get(), nullptr, 0, FILE_NAME_NORMALIZED);
   std::wstring target(length, L'\0');
   const DWORD written =
