@@ -8,13 +8,12 @@
 namespace KelmoLibs::Lang {
 namespace {
 
-constexpr std::string_view kDigits = "0123456789";
 constexpr std::string_view kAsciiLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
 constexpr std::string_view kNameCharacters =
     "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_";
 
 // A name or a tag is not longer, so that a text of brackets alone does not take long.
-constexpr std::size_t kLongestPart = 200;
+constexpr std::size_t kLongestPart = 100;
 
 bool IsOneOf(std::string_view set, std::string_view text, std::size_t position) noexcept {
   return position < text.size() && set.find(text[position]) != std::string_view::npos;

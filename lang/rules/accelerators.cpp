@@ -30,33 +30,36 @@ bool IsEntity(std::string_view text, std::size_t ampersand) noexcept {
   return end < text.size() && text[end] == ';' && end > ampersand + 1;
 }
 
-// ...?a=1&b=2 and other words of a command.
-bool IsInCommand(std::string_view text, std::size_t ampersand) noexcept {
-  constexpr std::size_t kLongest = 200;
-  for (std::size_t i = ampersand; i > 0 && ampersand - i < kLongest && text[i - 1] != ' '; --i) {
-    const char before = text[i - 1];
-    if (before == '=' || before == '?' || (before == '/' && i > 1 && text[i - 2] == '/')) {
-      return true;
-    }
-  }
-  return ampersand > 0 && (text[ampersand - 1] == '>' || text[ampersand - 1] == '<');
+// Whether the word at the end of `part` is one of a command or an address, such as ?a=1&b=2. `wasSo`:
+// the answer for the text in front of `part`.
+bool IsInCommand(std::string_view part, bool wasSo) noexcept {
+  const std::size_t blank = part.rfind(' ');
+  const std::string_view word = blank == std::string_view::npos ? part : part.substr(blank + 1);
+  return (wasSo && blank == std::string_view::npos) ||
+         word.find_first_of("=?") != std::string_view::npos ||
+         word.find("//") != std::string_view::npos;
 }
 
 Accelerators AcceleratorsOf(std::string_view text) {
   Accelerators found;
-  for (std::size_t i = text.find('&'); i != std::string_view::npos; i = text.find('&', i)) {
-    if (i + 1 < text.size() && text[i + 1] == '&') {
-      i += 2;
+  bool isInCommand = false;
+  std::size_t last = 0;
+  for (std::size_t i = text.find('&'); i != std::string_view::npos; i = text.find('&', last)) {
+    isInCommand = IsInCommand(text.substr(last, i - last), isInCommand);
+    last = i + 1;
+    if (last == text.size()) {
+      break;
+    }
+    if (text[last] == '&') {
+      ++last;
       continue;
     }
-    if (i + 1 < text.size() && !IsEntity(text, i) && !IsInCommand(text, i)) {
-      const CodePoint next = FirstCodePoint(text.substr(i + 1));
-      if (IsLetter(next.value)) {
-        ++found.count;
-        found.last = text.substr(i, 1 + next.length);
-      }
+    const bool isRedirection = i > 0 && (text[i - 1] == '>' || text[i - 1] == '<');
+    const CodePoint next = FirstCodePoint(text.substr(last));
+    if (IsLetter(next.value) && !isInCommand && !isRedirection && !IsEntity(text, i)) {
+      ++found.count;
+      found.last = text.substr(i, 1 + next.length);
     }
-    ++i;
   }
   return found;
 }

@@ -45,9 +45,6 @@ const Bracket* BracketOf(char32_t character) noexcept {
   return nullptr;
 }
 
-// What has no counterpart, for each kind: the first closing bracket, else the first open one.
-using Lone = std::array<std::string_view, kKindCount>;
-
 // The character before `position`, or 0.
 char32_t CharacterBefore(std::string_view text, std::size_t position) noexcept {
   if (position == 0) {
@@ -106,44 +103,60 @@ bool IsEnumeration(std::string_view text, std::size_t position) noexcept {
          (!IsLetter(before) && (before < '0' || before > '9') && before != '%');
 }
 
-// `isStrict`: also counts brackets that may mean something else.
-bool HasLone(std::string_view text, bool isStrict, Lone& lone) {
-  lone = {};
-  std::array<std::size_t, kKindCount> depths = {};
-  std::array<std::string_view, kKindCount> open = {};
-  std::array<std::string_view, kKindCount> closing = {};
-  std::size_t guillemets = 0;
-  for (std::size_t position = 0; position < text.size();) {
-    const CodePoint character = FirstCodePoint(text.substr(position));
-    const std::string_view part = text.substr(position, character.length);
-    const Bracket* const bracket = BracketOf(character.value);
-    if (bracket != nullptr && (isStrict || !IsQuoted(text, part))) {
-      const std::size_t kind = bracket->kind;
-      const bool isMeant = isStrict || character.length > 1 || !IsSmiley(text, position);
-      if (kind == kGuillemets) {
-        ++guillemets;  // some languages use them in the other order, or one of both alone
-        open[kind] = part;
-      } else if (character.value == bracket->open) {
-        if (isMeant && depths[kind]++ == 0) {
-          open[kind] = part;
-        }
-      } else if (depths[kind] > 0) {
-        --depths[kind];
-      } else if (isMeant && (isStrict || kind != kRound || !IsEnumeration(text, position)) &&
-                 closing[kind].empty()) {
-        closing[kind] = part;
+// Counts the brackets of a text. A strict count also has brackets that may mean something else.
+class BracketCount {
+ public:
+  BracketCount(std::string_view text, bool isStrict) : text_(text), isStrict_(isStrict) {
+    VisitCodePoints(text, [this](char32_t character, std::string_view part) {
+      const Bracket* const bracket = BracketOf(character);
+      if (bracket != nullptr && (isStrict_ || !IsQuoted(text_, part))) {
+        Count(bracket->kind, character == bracket->open, part);
+      }
+      return true;
+    });
+    depths_[kGuillemets] %= 2;
+  }
+
+  /// The first closing bracket of the kind that closes nothing, else the first open one that stays
+  /// open; empty if all have their counterparts.
+  std::string_view Lone(std::size_t kind) const noexcept {
+    return !closing_[kind].empty() ? closing_[kind] : depths_[kind] > 0 ? open_[kind] : "";
+  }
+
+  bool HasLone() const noexcept {
+    for (std::size_t kind = 0; kind < kKindCount; ++kind) {
+      if (!Lone(kind).empty()) {
+        return true;
       }
     }
-    position += character.length;
+    return false;
   }
-  depths[kGuillemets] = guillemets % 2;
-  bool hasLone = false;
-  for (std::size_t kind = 0; kind < kKindCount; ++kind) {
-    lone[kind] = !closing[kind].empty() ? closing[kind] : depths[kind] > 0 ? open[kind] : "";
-    hasLone = hasLone || !lone[kind].empty();
+
+ private:
+  void Count(std::size_t kind, bool isOpening, std::string_view part) {
+    const auto position = static_cast<std::size_t>(part.data() - text_.data());
+    const bool isMeant = isStrict_ || part.size() > 1 || !IsSmiley(text_, position);
+    if (kind == kGuillemets) {
+      ++depths_[kind];  // some languages use them in the other order, or one of both alone
+      open_[kind] = part;
+    } else if (isOpening) {
+      if (isMeant && depths_[kind]++ == 0) {
+        open_[kind] = part;
+      }
+    } else if (depths_[kind] > 0) {
+      --depths_[kind];
+    } else if (isMeant && closing_[kind].empty() &&
+               (isStrict_ || kind != kRound || !IsEnumeration(text_, position))) {
+      closing_[kind] = part;
+    }
   }
-  return hasLone;
-}
+
+  std::string_view text_;
+  bool isStrict_;
+  std::array<std::size_t, kKindCount> depths_ = {};
+  std::array<std::string_view, kKindCount> open_ = {};
+  std::array<std::string_view, kKindCount> closing_ = {};
+};
 
 // Whether a quotation of the base is not closed: the program adds its end.
 bool HasOddQuotes(std::string_view text) noexcept {
@@ -178,23 +191,21 @@ bool MayHaveBrackets(std::string_view text) noexcept {
 }  // namespace
 
 void CheckBrackets(const TextCheck& check) {
-  Lone lone;
-  if (!MayHaveBrackets(check.Text()) || !HasLone(check.Text(), true, lone) ||
-      !HasLone(check.Text(), false, lone)) {
+  if (!MayHaveBrackets(check.Text()) || !BracketCount(check.Text(), true).HasLone()) {
     return;
   }
-  Lone loneInBase;
-  HasLone(check.BaseText(), true, loneInBase);
+  const BracketCount brackets(check.Text(), false);
+  const BracketCount base(check.BaseText(), true);
   const bool isQuoteOpen = HasOddQuotes(check.BaseText());
+  const bool hasBraces = check.BaseText().find('{') != std::string_view::npos;  // of placeholders
   // Without a base nobody knows whether the program adds the other one.
   const Severity severity = check.base ? Severity::kWarning : Severity::kNote;
   for (std::size_t kind = 0; kind < kKindCount; ++kind) {
-    if (kind == kCurly && check.BaseText().find('{') != std::string_view::npos) {
-      continue;  // placeholders
-    }
-    if (!lone[kind].empty() && loneInBase[kind].empty() && !(kind == kGuillemets && isQuoteOpen)) {
-      check.Add(RuleId::kBracket, severity, lone[kind],
-                {"bracket.message", {std::string(lone[kind])}});
+    const std::string_view lone = brackets.Lone(kind);
+    const bool isMeant = !base.Lone(kind).empty() || (kind == kCurly && hasBraces) ||
+                         (kind == kGuillemets && isQuoteOpen);
+    if (!lone.empty() && !isMeant) {
+      check.Add(RuleId::kBracket, severity, lone, {"bracket.message", {std::string(lone)}});
       return;
     }
   }

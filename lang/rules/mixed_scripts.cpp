@@ -96,8 +96,24 @@ bool AreIntruders(const Letters& own, const Letters& home, Script homeScript, Sc
            home.count > 1);
 }
 
-// Whether letters of two scripts stand side by side, as far as the first bytes of letters tell: Greek
-// ones begin with CD to CF, Cyrillic ones with D0 to D4.
+// The script of the letter that begins with the byte, as far as it tells: Greek ones begin with CD to
+// CF, Cyrillic ones with D0 to D4.
+Script ScriptOfLead(unsigned char byte) noexcept {
+  constexpr unsigned char kLastLatin = 0xC9;
+  constexpr unsigned char kFirstGreek = 0xCD;
+  constexpr unsigned char kFirstCyrillic = 0xD0;
+  constexpr unsigned char kLastCyrillic = 0xD4;
+  if (byte < 0x80U) {
+    return ScriptOf(byte);
+  }
+  return byte <= kLastLatin      ? Script::kLatin
+         : byte < kFirstGreek    ? Script::kNone
+         : byte < kFirstCyrillic ? Script::kGreek
+         : byte <= kLastCyrillic ? Script::kCyrillic
+                                 : Script::kNone;
+}
+
+// Whether letters of two scripts may stand side by side.
 bool MayBeMixed(std::string_view text) noexcept {
   Script last = Script::kNone;
   for (const char c : text) {
@@ -105,12 +121,7 @@ bool MayBeMixed(std::string_view text) noexcept {
     if ((byte & 0xC0U) == 0x80U) {
       continue;  // within a character
     }
-    const Script script = byte < 0x80U    ? ScriptOf(byte)
-                          : byte <= 0xC9U ? Script::kLatin
-                          : byte <= 0xCCU ? Script::kNone
-                          : byte <= 0xCFU ? Script::kGreek
-                          : byte <= 0xD4U ? Script::kCyrillic
-                                          : Script::kNone;
+    const Script script = ScriptOfLead(byte);
     if (script != last && script != Script::kNone && last != Script::kNone) {
       return true;
     }
