@@ -94,15 +94,16 @@ class LintRun {
 
   // False if an option names no rule or level.
   bool ReadRuleOptions() {
-    for (const std::string& option : options_.rules) {
+    for (const std::string& given : options_.rules) {
+      const std::string_view option = given;
       const std::size_t sign = std::min(option.find('='), option.size());
-      const Rule* const rule = FindRule(std::string_view(option).substr(0, sign));
+      const Rule* const rule = FindRule(option.substr(0, sign));
       const std::optional<Level> level =
-          FindLevel(std::string_view(option).substr(std::min(sign + 1, option.size())));
+          FindLevel(option.substr(std::min(sign + 1, option.size())));
       if (rule == nullptr || !level) {
         answer_.error =
             VisibleText(texts_.Say(
-                {"usage.wrong", {"kelmo-lang lint", texts_.Say({"usage.rule", {option}})}})) +
+                {"usage.wrong", {"kelmo-lang lint", texts_.Say({"usage.rule", {given}})}})) +
             '\n';
         answer_.status = kStatusWrong;
         return false;

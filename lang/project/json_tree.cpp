@@ -15,11 +15,13 @@ constexpr std::size_t kDeepest = 16;
 // An iterator that tells how far the reader has come. The reader takes a byte by ++.
 class CountingIterator {
  public:
+  // NOLINTBEGIN(readability-identifier-naming): the names that iterators have
   using iterator_category = std::input_iterator_tag;
   using value_type = char;
   using difference_type = std::ptrdiff_t;
   using pointer = const char*;
   using reference = const char&;
+  // NOLINTEND(readability-identifier-naming)
 
   CountingIterator(const char* position, std::size_t* count) : position_(position), count_(count) {}
 

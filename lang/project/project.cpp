@@ -67,7 +67,7 @@ class ProjectReader {
       const JsonValue& name = object.names[i];
       if (std::find(seen.begin(), seen.end(), name.text) != seen.end()) {
         Complain(name.begin, {"project.repeated", {name.text}});
-      } else if (!read(std::string_view(name.text), object.items[i])) {
+      } else if (!read(name.text, object.items[i])) {
         Complain(name.begin, {"project.unknown", {name.text}});
       }
       seen.emplace_back(name.text);

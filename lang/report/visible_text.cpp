@@ -156,7 +156,7 @@ Excerpt ExcerptOf(std::string_view line, std::size_t offset, std::uint32_t lengt
   const std::size_t mark = cells.size();
   // Marks have no width: the limit of characters ends a long row of them.
   std::string_view behind = line.substr(offset);
-  for (unsigned used = 0; !behind.empty() && used <= width && cells.size() - mark <= 2 * width;
+  for (unsigned used = 0; !behind.empty() && used <= width && (cells.size() - mark) / 2 <= width;
        used += cells.back().width) {
     AppendCell(behind, cells);
   }

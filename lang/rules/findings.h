@@ -37,11 +37,15 @@ class Findings {
   /// The others.
   std::vector<CountedFindings> Counted() const;
 
+  // NOLINTBEGIN(readability-identifier-naming): the names that containers have
+
   // The kept findings. Keys and arguments of the last one may be longer than kKeptBytes.
   auto begin() const noexcept { return kept_.begin(); }
   auto end() const noexcept { return kept_.end(); }
   std::size_t size() const noexcept { return kept_.size(); }
   bool empty() const noexcept { return kept_.empty(); }
+  // NOLINTEND(readability-identifier-naming)
+
   const Finding& operator[](std::size_t index) const noexcept { return kept_[index]; }
 
  private:
