@@ -15,10 +15,12 @@ import subprocess
 import sys
 import tempfile
 
-# A finding and its mend: a function from the bytes of the file to those of the mended one, or the arguments of
-# `kelmo-lang fix`.
+# A finding and its mend: FIX, or a function from the bytes of the file to those of the mended one.
 Row = collections.namedtuple("Row", "file line rule mend")
 Finding = collections.namedtuple("Finding", "file line rule message")
+
+
+FIX = None  # the command that the report names
 
 
 def edit(old, new):
@@ -52,12 +54,12 @@ ROWS = (
     Row("fr.txt", 51, "lost-letter", edit("r\uFFFDservoir", "réservoir")),
     Row("fr.txt", 64, "untranslated", edit("The connection to the control unit is interrupted.", "La liaison est interrompue.")),
     # Whole files
-    Row("windows-1252/fr.txt", 23, "encoding", ["--from", "windows-1252"]),
+    Row("windows-1252/fr.txt", 23, "encoding", FIX),
     Row("cut/fr.txt", 52, "encoding", lambda content: content.replace(b"r\xC3servoir est vide", "réservoir est vide".encode())),
-    Row("utf-16/fr.txt", 1, "encoding", ["--from", "utf-16"]),
-    Row("saved-twice/fr.txt", 1, "double-encoding", lambda content: content.decode("utf-8").encode("windows-1252")),
-    Row("byte-order-mark/fr.txt", 1, "byte-order-mark", []),
-    Row("cr/fr.txt", 1, "line-end", []),
+    Row("utf-16/fr.txt", 1, "encoding", FIX),
+    Row("saved-twice/fr.txt", 4, "double-encoding", lambda content: content.decode("utf-8").encode("windows-1252")),
+    Row("byte-order-mark/fr.txt", 1, "byte-order-mark", FIX),
+    Row("cr/fr.txt", 1, "line-end", FIX),
     Row("no-header/fr.txt", 1, "header", lambda content: "fr Français\n".encode() + content),
 )
 
@@ -86,12 +88,16 @@ class Tool:
 
 
 def mend(tool, row):
+    """Returns what went wrong."""
     file = tool.folder / row.file
-    if callable(row.mend):
+    if row.mend is not FIX:
         file.write_bytes(row.mend(file.read_bytes()))
         return ""
-    status, text = tool.run("fix", row.file, *row.mend)
-    return "" if status == 0 else f"fix ended with {status}:\n{text}"
+    command = re.search(r"mend: kelmo-lang (fix .*)$", tool.report(row.file), re.MULTILINE)
+    if not command:
+        return "the report names no command"
+    status, text = tool.run(*command[1].split())
+    return "" if status == 0 else f"{command[1]} ended with {status}: {text}"
 
 
 def places(findings):
@@ -125,8 +131,10 @@ def problems(data, program, is_update):
             original = (folder / file).read_bytes()
             transcript += tool.report(file).replace("\\fr.txt", "/fr.txt") + "\n"
             before = tool.findings(file)
-            if places(before) != places(rows):
-                missing = collections.Counter(places(rows)) - collections.Counter(places(before))
+            # A fault of a whole file may be reported in several lines; the first one counts.
+            seen = places(before) if file == "fr.txt" else places(before)[:1]
+            if len({found.rule for found in before} - {row.rule for row in rows}) > 0 or seen != places(rows):
+                missing = collections.Counter(places(rows)) - collections.Counter(seen)
                 more = collections.Counter(places(before)) - collections.Counter(places(rows))
                 yield f"{file}: not found: {sorted(missing)}, found beside: {sorted(more)}"
             for row in rows:
