@@ -67,7 +67,12 @@ struct Run {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const CommandLine line = ParseCommandLine(ProgramArguments(argc, argv), UserLanguage(),
+  const std::vector<std::string> arguments = ProgramArguments(argc, argv);
+  const std::optional<Desktop> desktop = StartedFromDesktop();
+  if (desktop && AreDropped(arguments)) {
+    return ShowPage(arguments, *desktop, Texts(UserLanguage()));
+  }
+  const CommandLine line = ParseCommandLine(arguments, UserLanguage(),
                                             TerminalWidth(Stream::kOutput).value_or(kWidthOfFiles));
   const Texts texts(line.language);
   return std::visit(Run{texts}, line.command);

@@ -6,11 +6,15 @@
 #include <fstream>
 #include <optional>
 #include <random>
+#include <set>
 #include <system_error>
+#include <utility>
 
 #include "lang/commands/lint.h"
+#include "lang/commands/mended_bytes.h"
 #include "lang/reading/file_names.h"
 #include "lang/report/visible_text.h"
+#include "lang/unicode/code_page.h"
 #include "platform/console.h"
 
 namespace KelmoLibs::Lang {
@@ -90,11 +94,89 @@ std::string Message(const char* key, const fs::path& path, const Texts& texts) {
   return VisibleText(texts.Say({key, {path.u8string()}})) + '\n';
 }
 
+// The encodings that the finding about the encoding guesses: they are arguments of its hint.
+std::vector<CodePage> GuessesOf(const Report& report, std::uint32_t file) {
+  std::vector<CodePage> pages;
+  for (const Finding& finding : report.findings) {
+    if (finding.rule == RuleId::kEncoding && finding.place.file == file) {
+      for (const std::string& argument : finding.hint.arguments) {
+        if (const std::optional<CodePage> page = FindCodePage(argument)) {
+          pages.push_back(*page);
+        }
+      }
+    }
+  }
+  return pages;
+}
+
+// Writes mended copies of the reported files into one folder.
+class CopyWriter {
+ public:
+  // `folder` is made for the first copy.
+  explicit CopyWriter(fs::path folder) : folder_(std::move(folder)) {}
+
+  void Add(const Report& report, std::uint32_t file) {
+    const SourceFile& source = report.workspace.files[file].Source();
+    const std::vector<CodePage> guesses = GuessesOf(report, file);
+    for (const CodePage page : guesses) {
+      AddOne(file, source, page);
+    }
+    if (guesses.empty()) {
+      AddOne(file, source, std::nullopt);
+    }
+  }
+
+  bool IsWritten() const noexcept { return isWritten_; }
+  const fs::path& Folder() const noexcept { return folder_; }
+  const std::vector<MendedCopy>& Copies() const noexcept { return copies_; }
+
+ private:
+  void AddOne(std::uint32_t file, const SourceFile& source, std::optional<CodePage> page) {
+    MendedBytes mended =
+        MendBytes(source.Raw(), page ? std::optional<NamedEncoding>(*page) : std::nullopt);
+    if (mended.changes.empty() || !mended.refusal.IsEmpty()) {
+      return;
+    }
+    const std::string readAs(page ? CodePageName(*page) : "");
+    const std::string name = NewName(source.Path(), readAs);
+    std::error_code error;
+    fs::create_directories(folder_, error);
+    isWritten_ = WriteFile(folder_ / fs::u8path(name), mended.bytes) && isWritten_;
+    copies_.push_back(
+        {file, folder_.filename().u8string() + '/' + name, readAs, std::move(mended.changes)});
+  }
+
+  // "fr.txt", "fr.windows-1251.txt"; a second file with that name is "fr (2).txt".
+  std::string NewName(const fs::path& path, const std::string& readAs) {
+    const std::string start = path.stem().u8string() + (readAs.empty() ? "" : '.' + readAs);
+    const std::string end = path.extension().u8string();
+    std::string name = start + end;
+    for (int number = 2; !names_.insert(name).second; ++number) {
+      name = start + " (" + std::to_string(number) + ')' + end;
+    }
+    return name;
+  }
+
+  fs::path folder_;
+  std::set<std::string> names_;
+  std::vector<MendedCopy> copies_;
+  bool isWritten_ = true;
+};
+
 }  // namespace
 
 bool WritePage(const Report& report, const std::vector<PageProblem>& problems, const fs::path& path,
                const Texts& texts) {
-  return WriteFile(path, HtmlReport({report, problems, {}, ""}, texts));
+  CopyWriter copies(path.parent_path() / fs::u8path(path.stem().u8string() + "-mended"));
+  for (std::uint32_t i = 0; i < report.workspace.files.size(); ++i) {
+    if (report.workspace.files[i].isReported && report.workspace.files[i].dictionary) {
+      copies.Add(report, i);
+    }
+  }
+  std::error_code error;
+  const fs::path folder = fs::absolute(copies.Folder(), error);
+  const Page page{report, problems, copies.Copies(), folder.u8string()};
+  return copies.IsWritten() && WriteFile(path, HtmlReport(page, texts));
 }
 
 bool AreDropped(const std::vector<std::string>& arguments) {

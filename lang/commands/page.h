@@ -11,7 +11,9 @@
 
 namespace KelmoLibs::Lang {
 
-/// Writes the page about `report` to the file `path`. False if it cannot be written.
+/// Writes the page about `report` to the file `path`, and mended copies of dictionaries into a folder
+/// beside it, "NAME-mended" for "NAME.html": those that fix mends without being told an encoding, and
+/// one for each encoding that a file may have. False if something cannot be written.
 bool WritePage(const Report& report, const std::vector<PageProblem>& problems,
                const std::filesystem::path& path, const Texts& texts);
 

@@ -247,9 +247,12 @@ class HtmlWriter {
     std::string guessed;
     for (const MendedCopy& copy : page_.copies) {
       if (copy.file == file) {
-        const std::string link =
-            "<li><a href=\"" + HtmlAddress(copy.path) + "\">" + Isolated(copy.path) + "</a>" +
-            (copy.readAs.empty() ? "" : " (" + HtmlOf(copy.readAs) + ")") + "</li>\n";
+        std::string link =
+            "<li><a href=\"" + HtmlAddress(copy.path) + "\">" + Isolated(copy.path) + "</a>";
+        for (const Sentence& change : copy.changes) {
+          link += (&change == &copy.changes.front() ? ": " : "; ") + Say(change);
+        }
+        link += "</li>\n";
         (copy.readAs.empty() ? certain : guessed) += link;
       }
     }

@@ -12,9 +12,10 @@ namespace KelmoLibs::Lang {
 
 /// A copy of a checked file in which faults are mended.
 struct MendedCopy {
-  std::uint32_t file = 0;  // index in Workspace::files
-  std::string path;        // relative to the page, with slashes, UTF-8
-  std::string readAs;      // if the encoding of the file is a guess: the one of this copy
+  std::uint32_t file = 0;         // index in Workspace::files
+  std::string path;               // relative to the page, with slashes, UTF-8
+  std::string readAs;             // if the encoding of the file is a guess: the one of this copy
+  std::vector<Sentence> changes;  // what is mended
 };
 
 /// A file or folder that could not be checked.

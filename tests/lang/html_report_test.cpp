@@ -114,7 +114,8 @@ TEST_F(HtmlReportTest, TheWholePage) {
   AddFinding(RuleId::kEncoding, Severity::kNote, 2, 3, 0, 1);
   counted_.push_back({RuleId::kMissing, Severity::kWarning, 2, 1200});
   problems_.push_back({"<gone>.txt", {"problem.unreadable", {}}});
-  copies_ = {{3, "page-mended/fr windows-1252.txt", "windows-1252"}, {2, "page-mended/a'.txt", ""}};
+  copies_ = {{3, "page-mended/fr windows-1252.txt", "windows-1252", {{"missing.message", {"<a>"}}}},
+             {2, "page-mended/a'.txt", "", {}}};
   folderOfCopies_ = "C:\\<folder>";
   const std::string page = Without(Without(Write(), "<style>", "</style>"), "<dl>", "</dl>");
   EXPECT_EQ(page, ReadProjectFile("tests/data/lang/page.html")) << page;

@@ -101,6 +101,44 @@ TEST_F(PageTest, WithoutABaseThePageSaysSo) {
   EXPECT_NE(ReadFile(opened[0]).find("There is no dictionary to compare with"), std::string::npos);
 }
 
+TEST_F(PageTest, MendedCopiesLieBesideThePage) {
+  AddFile("de.txt",
+          "\xEF\xBB\xBF"
+          "de\na\tB\xC3\xA4r\n");
+  const std::string bytes =
+      "ru\na\t\xCF\xF0\xE8\xE2\xE5\xF2, \xEA\xE0\xEA \xE4\xE5\xEB\xE0\n";  // windows-1251
+  const std::string guessed = AddFile("ru.txt", bytes);
+  AddFile("fr.txt", "fr\na\tun\n");
+  ShowPage({(folder_ / "texts").u8string()}, MakeDesktop(), texts_);
+  ASSERT_EQ(opened.size(), 1U);
+  const fs::path folder = opened[0].parent_path() / "page-mended";
+  EXPECT_EQ(ReadFile(folder / "de.txt"), "de\na\tB\xC3\xA4r\n");
+  EXPECT_EQ(ReadFile(folder / "ru.windows-1251.txt"),
+            u8"ru\na\t\u041F\u0440\u0438\u0432\u0435\u0442, \u043A\u0430\u043A "
+            u8"\u0434\u0435\u043B\u0430\n");
+  EXPECT_FALSE(fs::exists(folder / "ru.txt"));  // a guess is no mend
+  EXPECT_FALSE(fs::exists(folder / "fr.txt"));  // nothing to mend
+  const std::string page = ReadFile(opened[0]);
+  EXPECT_NE(page.find("href=\"page-mended/de.txt\""), std::string::npos);
+  EXPECT_NE(page.find("href=\"page-mended/ru.windows-1251.txt\""), std::string::npos);
+  EXPECT_EQ(ReadFile(fs::u8path(guessed)), bytes);
+}
+
+TEST_F(PageTest, CopiesOfFilesWithOneNameAreTwo) {
+  fs::create_directory(folder_ / "other");
+  const std::string first = AddFile("de.txt",
+                                    "\xEF\xBB\xBF"
+                                    "de\na\t1\n");
+  const std::string second = AddFile("../other/de.txt",
+                                     "\xEF\xBB\xBF"
+                                     "de\nb\t2\n");
+  ShowPage({first, second}, MakeDesktop(), texts_);
+  ASSERT_EQ(opened.size(), 1U);
+  const fs::path folder = opened[0].parent_path() / "page-mended";
+  EXPECT_EQ(ReadFile(folder / "de.txt"), "de\na\t1\n");
+  EXPECT_EQ(ReadFile(folder / "de (2).txt"), "de\nb\t2\n");
+}
+
 TEST_F(PageTest, AFailureWaitsForThePerson) {
   const std::string file = AddFile("fr.txt", "fr\na\tun\n");
   Desktop desktop = MakeDesktop();
