@@ -18,6 +18,9 @@ CHECKERS = TOP / "tests/lang"
 # Finds the word "wrong" in the files of a folder.
 PROGRAM = """#!/usr/bin/env python3
 import pathlib, sys
+if sys.argv[3] == "rules":
+    print("spelling  error  A word is wrong.")
+    sys.exit()
 found = 0
 for file in sorted(pathlib.Path(sys.argv[4]).iterdir()):
     for number, line in enumerate(file.read_text("utf-8").splitlines(), 1):
@@ -46,6 +49,9 @@ class CheckRules(RefusalTest):
             Row("another message is expected", expected, "this is", "that is", "says bad/de.txt:2:1: error: that is wrong"),
             Row("the program finds something with another rule", "program", "[spelling]", "[words]",
                 "the bad files give no [spelling]; status 1: bad/de.txt:2"),
+            Row("a rule has no folder", "program", '")\n    sys.exit()', '\\nwords  note")\n    sys.exit()',
+                "words: the rule has no folder"),
+            Row("a folder has no rule", "program", "spelling  error", "spell  error", "spelling: there is no such rule"),
             Row("the program fails on good files", "program", "found = 0\n", "found = 2\n", "the good files give status 2"),
         )
         self.refuses_each(lambda folder: write(folder, RULES),

@@ -2,13 +2,19 @@
 """check_rules.py [--update] FOLDER PROGRAM...: runs kelmo-lang on the golden files of each rule.
 
 FOLDER has a folder for each rule, under its name: `bad` has files with the fault, `good` has files without it, and
-`expected.txt` is the report about `bad`. The base is the file en.txt, if there is one; --update writes `expected.txt`.
+`expected.txt` is the report about `bad`. Every rule that `kelmo-lang rules` lists has a folder. The base is the file en.txt, if there is one; --update writes `expected.txt`.
 """
 
 import os
 import pathlib
 import subprocess
 import sys
+
+
+def rules(program):
+    """The names of all rules: the first word of each line."""
+    run = subprocess.run([*program, "--lang", "en", "rules"], capture_output=True, check=True)
+    return {line.split()[0] for line in run.stdout.decode("utf-8").splitlines() if line.strip()}
 
 
 def lint(program, folder, name):
@@ -22,6 +28,9 @@ def problems(top, program, is_update):
     folders = sorted(folder for folder in top.iterdir() if folder.is_dir())
     if not folders:
         yield f"{top} has no folders"
+    names = {folder.name for folder in folders}
+    for name in sorted(rules(program) ^ names):
+        yield f"{name}: there is no such rule" if name in names else f"{name}: the rule has no folder"
     for folder in folders:
         mark = f"[{folder.name}]"
         status, report = lint(program, folder, "bad")
