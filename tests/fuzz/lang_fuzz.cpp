@@ -1,15 +1,19 @@
-// Checks any bytes with all rules of kelmo-lang, as a dictionary, its base and a unit table, and writes
-// the reports. The three files are separated by lines that have only a form feed; without one, the
-// bytes are one dictionary.
+// Checks any bytes with all rules of kelmo-lang, as a dictionary, its base and a unit table, writes the
+// reports, and mends the files. The files are separated by lines that have only a form feed; without
+// one, the bytes are one dictionary.
 #include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <nlohmann/json.hpp>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "dictionary/dictionary_line.h"
+#include "lang/commands/mended_bytes.h"
+#include "lang/report/html_report.h"
 #include "lang/report/report.h"
 #include "lang/rules/check_workspace.h"
 #include "tests/fuzz/fuzz_target.h"
@@ -95,12 +99,40 @@ void CheckFinding(const Workspace& workspace, const Texts& texts, const Finding&
   }
 }
 
+void CheckUtf8(const std::string& text) {
+  Expect(EncodeUtf8(model::Decode(text)) == text, "a report that is not UTF-8");
+}
+
 void CheckReports(const Report& report, const Texts& texts) {
   for (const bool hasColours : {false, true}) {
     const std::string text = TextReport(report, texts, {hasColours, true, 80});
     Expect(report.findings.empty() || !text.empty(), "an empty report");
-    Expect(EncodeUtf8(model::Decode(text)) == text, "a report that is not UTF-8");
+    CheckUtf8(text);
   }
+  const auto json = nlohmann::json::parse(JsonReport(report));  // throws also if it is not UTF-8
+  Expect(json.at("findings").size() == report.findings.size(), "the findings in JSON");
+  const auto sarif = nlohmann::json::parse(SarifReport(report));
+  Expect(sarif.at("runs").at(0).at("results").size() == report.findings.size(),
+         "the findings in SARIF");
+  CheckUtf8(GithubReport(report));
+  CheckUtf8(HtmlReport({report, {}, {}, {}}, texts));
+}
+
+// ---- What is mended
+
+// Mending twice changes as much as mending once, and the library reads at least as much as before.
+void CheckMending(const DictionaryFile& file, const std::optional<NamedEncoding>& encoding) {
+  const MendedBytes mended = MendBytes(file.Source().Raw(), encoding);
+  if (mended.changes.empty() || !mended.refusal.IsEmpty()) {
+    Expect(mended.bytes == file.Source().Raw(), "bytes that are changed without a reason");
+    return;
+  }
+  const DictionaryFile after("", {}, mended.bytes);
+  Expect(file.Source().EncodedAsUtf16() != Utf16::kNo ||
+             after.Entries().size() >= file.Entries().size(),
+         "fewer entries after mending");
+  const MendedBytes again = MendBytes(mended.bytes, encoding);
+  Expect(again.changes.empty() && again.bytes == mended.bytes, "bytes that are changed again");
 }
 
 // ---- The files
@@ -147,4 +179,11 @@ void CheckWith(std::string_view bytes) {
     CheckFinding(workspace, texts, finding);
   }
   CheckReports(report, texts);
+  for (const WorkspaceFile& file : workspace.files) {
+    if (file.dictionary) {
+      CheckMending(*file.dictionary, std::nullopt);
+      CheckMending(*file.dictionary, CodePage::kWindows1252);
+      CheckMending(*file.dictionary, Utf16::kLittleEndian);
+    }
+  }
 }
