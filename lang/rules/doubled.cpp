@@ -37,8 +37,33 @@ bool IsDoubledByRight(std::string_view word) noexcept {
   return std::find(std::begin(kWords), std::end(kWords), word) != std::end(kWords);
 }
 
+// Whether the first letters of a word stand in the part in front of the blanks before it. Reading the
+// words takes ten times as long.
+bool MayHaveDoubledWord(std::string_view text) noexcept {
+  constexpr std::size_t kTwoLetters = 4;  // bytes, if the first one is not ASCII
+  std::size_t begin = 0;
+  for (std::size_t end = text.find(' '); end != std::string_view::npos;
+       end = text.find(' ', begin)) {
+    const std::size_t next = text.find_first_not_of(' ', end);
+    if (next == std::string_view::npos) {
+      break;
+    }
+    const std::size_t size = static_cast<unsigned char>(text[next]) < 0x80U ? 2 : kTwoLetters;
+    const std::string_view first = text.substr(next, size);
+    if (text.substr(begin, end - begin).find(first.substr(0, first.find(' '))) !=
+        std::string_view::npos) {
+      return true;
+    }
+    begin = next;
+  }
+  return false;
+}
+
 std::string_view FindDoubledWord(std::string_view text) {
   constexpr std::size_t kShortest = 2;
+  if (!MayHaveDoubledWord(text)) {
+    return {};
+  }
   WordReader words(text);
   std::string_view last;
   for (Word word; words.Next(word); last = word.letters) {

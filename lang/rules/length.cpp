@@ -15,10 +15,11 @@ namespace {
 
 std::size_t WidthOf(std::string_view text) {
   std::size_t width = 0;
-  VisitCodePoints(text, [&](char32_t character, std::string_view /*part*/) {
-    width += DisplayWidth(character);
-    return true;
-  });
+  while (!text.empty()) {
+    const CodePoint first = FirstCodePoint(text);
+    width += first.length == 1 ? 1 : DisplayWidth(first.value);
+    text.remove_prefix(first.length);
+  }
   return width;
 }
 
@@ -26,12 +27,6 @@ std::size_t WidthOf(std::string_view text) {
 constexpr std::size_t LongestFor(std::size_t widthOfBase) noexcept {
   constexpr std::size_t kMore = 20;
   return 2 * widthOfBase + kMore;
-}
-
-// A text takes at most twice its bytes in columns, and at least one for four of them.
-bool MayBeTooLong(std::string_view text, std::string_view base) noexcept {
-  constexpr std::size_t kBytesOfCharacter = 4;
-  return text.size() > LongestFor(base.size() / kBytesOfCharacter);
 }
 
 const KeyLimit* LimitOf(const TextCheck& check) {
@@ -55,11 +50,14 @@ void CheckLength(const TextCheck& check) {
     }
     return;
   }
-  if (!check.base || check.BaseText().empty() || !MayBeTooLong(check.Text(), check.BaseText())) {
+  if (!check.base || check.BaseText().empty()) {
     return;
   }
-  const std::size_t width = WidthOf(check.Text());
   const std::size_t widthOfBase = WidthOf(check.BaseText());
+  if (check.Text().size() <= LongestFor(widthOfBase)) {
+    return;  // no character takes more columns than bytes
+  }
+  const std::size_t width = WidthOf(check.Text());
   if (width > LongestFor(widthOfBase)) {
     check.Add(RuleId::kLength, Severity::kNote, check.Text(),
               {"length.message", {std::to_string(width), std::to_string(widthOfBase)}});
