@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::size_t kShownOfARule = 20;
 constexpr std::size_t kMarginWidth = 5;  // of a line number, without the blank behind it
-constexpr std::size_t kLabelWidth = 8;   // of "base:", which ends above the text
+constexpr std::size_t kLabelWidth = 8;   // of "base:" at least, which ends above the text
 
 // The escape sequences of terminals.
 constexpr std::string_view kBold = "\x1B[1m";
@@ -33,7 +33,12 @@ std::string RightAligned(std::string_view text, std::size_t width) {
 class TextWriter {
  public:
   TextWriter(const Report& report, const Texts& texts, const TextStyle& style)
-      : report_(report), texts_(texts), style_(style) {}
+      : report_(report), texts_(texts), style_(style) {
+    for (const char* const label :
+         {"label.base", "label.hint", "label.mend", "label.or", "label.see"}) {
+      labelWidth_ = std::max<std::size_t>(labelWidth_, WidthOf(texts.Find(label) + ':'));
+    }
+  }
 
   std::string Write() {
     std::array<std::size_t, kRuleCount> notShown = {};
@@ -129,7 +134,7 @@ class TextWriter {
   }
 
   void WriteLabelled(const std::string& label, std::string_view said) {
-    Coloured(kBlue, RightAligned(label + ':', kLabelWidth));
+    Coloured(kBlue, RightAligned(label + ':', labelWidth_));
     text_.append(" ").append(said).append("\n");
   }
 
@@ -193,6 +198,7 @@ class TextWriter {
   const Report& report_;
   const Texts& texts_;
   const TextStyle& style_;
+  std::size_t labelWidth_ = kLabelWidth;  // so that all labels of a language end in one column
   std::string text_;
 };
 

@@ -23,7 +23,7 @@ STATUSES = [
     (["LANG"], None, 1, "2 errors in 3 files"),
     (["LANG/de 1.txt", "--fail-on", "never"], None, 0, ""),
     (["LANG/en.txt", "--base", "LANG/en.txt"], None, 0, "no findings in 1 file"),
-    (["LANG/en.txt", "--fail-on", "note"], None, 0, "not run for want of a base (--base): "),
+    (["LANG/en.txt", "--fail-on", "note"], None, 0, "not run, because there is no base (--base): "),
     (["LANG/de 1.txt", "--base", "LANG/en.txt", "--rule", "duplicate-key=off"], None, 0, "warning: key "),
     (["LANG/de 1.txt", "--base", "LANG/en.txt", "--rule", "duplicate-key=off", "--release"], None, 1, "error: key "),
     (["LANG/de 1.txt", "--base", "LANG/en.txt", "--rule", "duplicate-key=note", "--fail-on", "warning"], None, 1, "note: "),

@@ -33,8 +33,8 @@ class TextReportTest : public ::testing::Test {
     return finding;
   }
 
-  std::string Write(const TextStyle& style = {}) const {
-    return TextReport(Report{workspace_, findings_, counted_, rulesNotRun_, sets_}, Texts("en"),
+  std::string Write(const TextStyle& style = {}, const char* language = "en") const {
+    return TextReport(Report{workspace_, findings_, counted_, rulesNotRun_, sets_}, Texts(language),
                       style);
   }
 
@@ -63,6 +63,19 @@ TEST_F(TextReportTest, ShowsAFindingWithItsLineHintMendAndRelatedPlaces) {
             "   base: en.txt:2 \"Saved\"\n"
             "    see: en.txt related.without_label\n"
             "1 error in 2 files\n");
+}
+
+TEST_F(TextReportTest, EndsWideLabelsInOneColumn) {
+  Finding& finding = findings_.emplace_back(FindingAt(RuleId::kComment, Severity::kError, 0, 9));
+  finding.mend = {"label.or", {}};
+  finding.related.push_back({{0, 2, 11, 5, 13}, {"related.base", {"Saved"}}});
+  EXPECT_EQ(Write({}, "ru"),
+            u8"fr.txt:2:1: ошибка: нет ключа «k» [comment]\n"
+            u8"    2 | msg.saved\u2192Fichier enregistr<E9>\n"
+            "      | ^^^^^^^^^\n"
+            u8" решение: или\n"
+            u8"оригинал: en.txt:2 «Saved»\n"
+            u8"1 ошибка в 2 файлах\n");
 }
 
 TEST_F(TextReportTest, ShowsNoLineOfAFindingAboutTheFile) {
@@ -139,7 +152,7 @@ TEST_F(TextReportTest, SaysWhatWasNotDone) {
   rulesNotRun_ = {RuleId::kMissing, RuleId::kEmpty};
   sets_ = {0, 1};
   EXPECT_EQ(Write(),
-            "not run for want of a base (--base): missing, empty\n"
+            "not run, because there is no base (--base): missing, empty\n"
             "not compared with the base, because they have other keys: en.txt, fr.txt\n"
             "no findings in 2 files\n");
 }
