@@ -1,5 +1,5 @@
 """The checkers of kelmo-lang refuse falsified inputs and programs: tests/lang/check_rules.py, check_mistakes.py,
-check_transcripts.py, check_hostile.py, check_manual.py, check_examples.py and catalogues.py.
+check_texts.py, check_transcripts.py, check_hostile.py, check_manual.py, check_examples.py and catalogues.py.
 """
 
 import struct
@@ -90,6 +90,58 @@ class CheckManual(RefusalTest):
         )
         self.refuses_each(lambda folder: write(folder, MANUAL),
                           lambda folder: (sys.executable, CHECKERS / "check_manual.py", folder / "program"), rows)
+
+
+TEXTS = {
+    "lang/rules/rule.cpp": 'constexpr Rule kRules[] = {{RuleId::kEmpty, "empty", kError}};\n',
+    "lang/report.cpp": """// "page.comment" is no key.
+const std::string key = "rule." + name + '.' + part;
+const char* const parts[] = {"title", "cause", "library", "mend"};
+Say({"empty.message", {key}}); Say({"page.files.#", {count, name}}); Open("page.html");
+""",
+    "lang/texts/en.txt": "en English\nempty.message\t%1 is empty\npage.files.one\t%2: a file\npage.files.other\t%2: %1 files\n"
+                         "rule.empty.cause\ta\nrule.empty.library\tb\nrule.empty.mend\tc\nrule.empty.title\td\n",
+    "lang/texts/de.txt": "de Deutsch\nempty.message\t%1 ist leer\npage.files.one\t%2: eine Datei\npage.files.other\t%2: %1 Dateien\n"
+                         "rule.empty.cause\ta\nrule.empty.library\tb\nrule.empty.mend\tc\nrule.empty.title\td\n",
+    "lang/texts/ru.txt": "ru Russian\nempty.message\t%1\npage.files.few\t%2 %1\npage.files.many\t%2 %1\npage.files.one\t%2 %1\n"
+                         "rule.empty.cause\ta\nrule.empty.library\tb\nrule.empty.mend\tc\nrule.empty.title\td\n",
+}
+
+
+class CheckTexts(RefusalTest):
+    def test_each_false_text_is_refused(self):
+        base, german, russian, source = "lang/texts/en.txt", "lang/texts/de.txt", "lang/texts/ru.txt", "lang/report.cpp"
+        mend = "rule.empty.mend\tc\n"
+        rows = (
+            Row("another language in the first line", german, "de ", "fr ", "de.txt: the first line does not begin with de"),
+            Row("no end of the last line", german, "title\td\n", "title\td", "de.txt: the last line has no end"),
+            Row("no tab", german, "mend\tc", "mend c", "de.txt:7: this is not a key, a tab and a text"),
+            Row("two tabs", german, "mend\tc", "mend\tc\td", "de.txt:7: this is not a key, a tab and a text"),
+            Row("no text", german, "mend\tc", "mend\t", "de.txt:7: this is not a key, a tab and a text"),
+            Row("a key twice", german, mend, mend * 2, "the keys are not sorted, or one stands there twice: rule.empty.mend"),
+            Row("not sorted", german, mend, mend + "aa\tb\n", "the keys are not sorted, or one stands there twice: empty.message"),
+            Row("no text of a key", german, mend, "", "de.txt lacks the key rule.empty.mend"),
+            Row("no plural form", russian, "page.files.few\t%2 %1\n", "", "ru.txt lacks the key page.files.few"),
+            Row("a plural form of another language", german, "page.files.one", "page.files.few\t%1 %2\npage.files.one",
+                "de.txt has the key page.files.few"),
+            Row("a further key", german, mend, mend + "rule.empty.text\tt\n", "de.txt has the key rule.empty.text"),
+            Row("no placeholder", german, "%1 ist", "x ist", "de.txt: empty.message has the placeholders []"),
+            Row("another placeholder", german, "%1 ist", "%2 ist", "de.txt: empty.message has the placeholders ['%2']"),
+            Row("no placeholder for many", russian, "many\t%2 %1", "many\t%2", "ru.txt: page.files.many has the placeholders ['%2']"),
+            Row("no placeholder for one", russian, "one\t%2 %1", "one\t%1", "ru.txt: page.files.one has the placeholders ['%1']"),
+            Row("a rule without texts", "lang/rules/rule.cpp", "{{", '{{RuleId::kTag, "tag", kError}, {', "lacks the key rule.tag.cause"),
+            Row("texts without a rule", "lang/rules/rule.cpp", '"empty"', '"tag"', "explains the rule empty, which rule.cpp lacks"),
+            Row("no rules", "lang/rules/rule.cpp", "RuleId", "Id", "rule.cpp names no rules"),
+            Row("a key without a text", source, "empty.message", "empty.text", "a source names the key empty.text, which en.txt lacks"),
+            Row("a plural key without a text", source, "page.files.#", "page.lines.#", "a source names the key page.lines.#"),
+            Row("a text that no source names", source, 'Say({"empty.message", {key}});', "", "no source names the key empty.message"),
+            Row("plural forms that no source names", source, "page.files.#", "page.files.one",
+                "no source names the key page.files.other"),
+            Row("parts that are not joined", source, '"mend"', '"men", "d"', "no source names the key rule.empty.mend"),
+            Row("a further language", "lang/texts/fr.txt", None, "fr\n", "the languages are ['de', 'en', 'fr', 'ru']"),
+        )
+        self.refuses_each(lambda folder: write(folder, TEXTS),
+                          lambda folder: (sys.executable, CHECKERS / "check_texts.py", folder / "lang"), rows)
 
 
 TRANSCRIPT = {
