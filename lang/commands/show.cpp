@@ -50,7 +50,7 @@ std::wstring HostPath(const SourceFile& source, bool isUnitTable) {
 // The files that are shown, as a program has them after it has loaded them.
 class LoadedFiles {
  public:
-  explicit LoadedFiles(const Workspace& workspace) : workspace_(workspace) {
+  explicit LoadedFiles(const Workspace& workspace) {
     for (std::uint32_t i = 0; i < workspace.files.size(); ++i) {
       const WorkspaceFile& file = workspace.files[i];
       if (file.isReported && file.dictionary) {
@@ -89,7 +89,6 @@ class LoadedFiles {
     return std::string(file.HasHeader() ? file.Id() : file.IntendedId());
   }
 
-  const Workspace& workspace_;
   std::map<std::string, MergedDictionary> merged_;
   Localize::CurrentLanguage language_;
   Localize::DictionaryTable dictionaries_;

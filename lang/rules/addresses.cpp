@@ -42,17 +42,23 @@ std::string_view FindPage(std::string_view text, std::size_t at) noexcept {
     if (!IsScheme(scheme)) {
       continue;
     }
-    std::size_t end = at + kMark.size();
+    // Only the name is read before it is known to be one: "http://http://…" must not take long.
+    const std::size_t nameStart = at + kMark.size();
+    std::size_t end = nameStart;
+    while (end < text.size() && text[end] != '/' && IsInPage(text[end])) {
+      ++end;
+    }
+    const bool hasPath = end < text.size() && text[end] == '/';
+    const std::string_view host = text.substr(nameStart, end - nameStart);
+    const std::string_view name = hasPath ? host : WithoutEnd(host);
+    // "http://address:port" and "http://[user@]host.name" are patterns.
+    if (name.find('.') == kNone || name.find('[') != kNone) {
+      continue;
+    }
     while (end < text.size() && IsInPage(text[end])) {
       ++end;
     }
-    const std::string_view page = WithoutEnd(text.substr(first, end - first));
-    const std::string_view host = page.substr(std::min(at + kMark.size() - first, page.size()));
-    const std::string_view name = host.substr(0, host.find('/'));
-    // "http://address:port" and "http://[user@]host.name" are patterns.
-    if (name.find('.') != kNone && name.find('[') == kNone) {
-      return page;
-    }
+    return WithoutEnd(text.substr(first, end - first));
   }
   return {};
 }
@@ -145,6 +151,7 @@ bool VisitAddresses(std::string_view text, Finder find, Visitor visit) {
 void CheckKind(const TextCheck& check, Finder find) {
   constexpr std::size_t kMost = 16;  // so that the time stays linear
   std::size_t seen = 0;
+  std::size_t searched = 0;
   // A page for reports may be the e-mail address of the translators.
   const bool hasAddress = !FindPage(check.Text(), 0).empty() || !FindMail(check.Text(), 0).empty();
   VisitAddresses(check.BaseText(), find, [&](std::string_view base) {
@@ -160,8 +167,13 @@ void CheckKind(const TextCheck& check, Finder find) {
       return true;
     }
     return VisitAddresses(check.Text(), find, [&](std::string_view text) {
-      if (check.BaseText().find(text) != kNone || !IsTypingMistake(base, text) ||
-          ArePagesAlike(base, text)) {
+      if (!IsTypingMistake(base, text) || ArePagesAlike(base, text)) {
+        return false;
+      }
+      if (++searched > kMost) {
+        return true;
+      }
+      if (check.BaseText().find(text) != kNone) {
         return false;
       }
       check.Add(RuleId::kAddress, Severity::kWarning, text, {"address.other", {std::string(text)}})

@@ -89,7 +89,9 @@ def hostile_pairs(scale):
            [b"en E\n", *numbered(count, lambda n: f"menu.item.{n}\tThis is the same text\n")])
     for name, ours, theirs in (("numbered placeholders", "%1 %2 ", "%2 %3 "), ("named placeholders", "{a} {b} ", "{b} {c} "),
                                ("different placeholders", None, None), ("tags", "<b></i>", "<i></b>"), ("entities", "&amp;&lt;", "&lt;&gt;"),
-                               ("addresses", "http://a.example/ ", "http://b.example/ "), ("accelerators", "&a ", "&b "),
+                               ("addresses", "http://a.example/ ", "http://b.example/ "),
+                               ("longer addresses", "http://one.example/ ", "http://ones.example/ "),
+                               ("schemes", "http://", "https://x.example/ "), ("mail addresses", "me@one.example ", "me@two.example "), ("accelerators", "&a ", "&b "),
                                ("line breaks", "\\n\\n", "\\n"), ("doubled words", "word word ", "word "),
                                ("brackets", "([{", ")]}"), ("opening quotation marks", "\u201E", "\u201C"),
                                ("scripts in turn", "a\u0431", "ab"), ("percent signs", "%", "% "), ("braces", "{", "}"),
