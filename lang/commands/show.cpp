@@ -163,7 +163,7 @@ class Page {
     }
   }
 
-  std::string PlaceText(const SourceFile& source, std::string_view part) const {
+  static std::string PlaceText(const SourceFile& source, std::string_view part) {
     return VisibleText(source.Name()) + ':' + std::to_string(source.LineOf(part.data()));
   }
 

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "lang/rules/check.h"
+#include "lang/rules/fix_command.h"
 #include "lang/unicode/code_page_guess.h"
 #include "text/utf8.h"
 
@@ -21,12 +22,6 @@ constexpr char kControlZ = '\x1A';
 
 bool StartsWith(std::string_view text, std::string_view start) noexcept {
   return text.substr(0, start.size()) == start;
-}
-
-// `kelmo-lang COMMAND NAME`, with the name as a shell needs it.
-std::string FixCommand(std::string_view options, const std::string& name) {
-  const bool isPlain = name.find_first_of(" \"'()&;$") == std::string::npos;
-  return "fix " + std::string(options) + (isPlain ? name : '"' + name + '"');
 }
 
 // The keys that nobody gets because the library stops reading.

@@ -12,8 +12,10 @@
 #include <vector>
 
 #include "lang/rules/check.h"
+#include "lang/rules/fix_command.h"
 #include "lang/rules/library_units.h"
 #include "lang/rules/symbol_letters.h"
+#include "lang/rules/unit_encoding.h"
 #include "lang/unicode/blanks.h"
 #include "lang/unicode/code_points.h"
 #include "lang/unicode/windows_characters.h"
@@ -165,12 +167,12 @@ class UnitCheck {
   // False if the library reads nothing that other rules could judge.
   bool CheckBytes() {
     if (Source().EncodedAsUtf16() != Utf16::kNo) {
-      AddToFile(RuleId::kEncoding, Severity::kError, {"units.utf16", {}}).mend = {"units.mend.utf8",
-                                                                                  {}};
+      ExplainEncoding(file_, AddToFile(RuleId::kEncoding, Severity::kError, {"units.utf16", {}}));
       return false;
     }
     if (Source().LineEnds() == LineEnd::kCr) {
-      AddToFile(RuleId::kLineEnd, Severity::kError, {"units.cr", {}}).mendCommand = FixCommand();
+      AddToFile(RuleId::kLineEnd, Severity::kError, {"units.cr", {}}).mendCommand =
+          FixCommand("", Source().Name());
       return false;
     }
     if (file_.StopsBecause() == Stop::kEndOfFile) {
@@ -184,18 +186,20 @@ class UnitCheck {
     Finding& finding =
         Add(isControlZ ? RuleId::kControlCharacter : RuleId::kEncoding, Severity::kError, stop,
             lost == "0" ? Sentence{key, {}} : Sentence{key + ".lost.#", {lost}});
-    finding.mend = {isControlZ ? "units.mend.delete" : "units.mend.utf8", {}};
+    if (isControlZ) {
+      finding.mend = {"units.mend.delete", {}};
+    } else {
+      ExplainEncoding(file_, finding);
+    }
     return line > 1;  // else the header is cut
   }
-
-  std::string FixCommand() const { return "fix " + Source().Name(); }
 
   void CheckByteOrderMark() {
     const std::string_view line = file_.HeaderLine();
     if (WithoutByteOrderMark(line).size() < line.size()) {
       Add(RuleId::kByteOrderMark, Severity::kError, line.substr(0, kByteOrderMark.size()),
           {"units.byte_order_mark", {}})
-          .mendCommand = FixCommand();
+          .mendCommand = FixCommand("", Source().Name());
     }
   }
 

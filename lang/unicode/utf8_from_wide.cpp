@@ -1,5 +1,7 @@
 #include "lang/unicode/utf8_from_wide.h"
 
+#include <cstddef>
+
 #include "text/utf8.h"
 
 namespace KelmoLibs::Lang {
@@ -9,10 +11,10 @@ std::string Utf8FromWide(std::wstring_view wide) {
   constexpr char32_t kLowSurrogate = 0xDC00;
   constexpr unsigned kSurrogateBits = 10;
   std::string utf8;
-  for (auto unit = wide.begin(); unit != wide.end(); ++unit) {
-    auto character = static_cast<char32_t>(*unit);
+  for (std::size_t i = 0; i < wide.size(); ++i) {
+    auto character = static_cast<char32_t>(wide[i]);
     if ((character & ~char32_t{0x3FF}) == kHighSurrogate) {
-      const auto low = static_cast<char32_t>(*++unit);
+      const auto low = static_cast<char32_t>(wide[++i]);
       character =
           0x10000 + ((character - kHighSurrogate) << kSurrogateBits) + (low - kLowSurrogate);
     }

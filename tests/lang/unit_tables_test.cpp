@@ -18,12 +18,17 @@ using namespace std::string_literals;
 const std::string table =
     "de D\n10001 m M\n10002 Z Z\n20001 q Q\n30001 % K\n40001 ° G\n40002 rad R";
 
-// "encoding error 2:3; " for each finding.
-std::string FindingsIn(const std::string& bytes, const std::string& name = "de-val.txt") {
+Findings Check(const std::string& bytes, const std::string& name) {
   Workspace workspace;
   workspace.files.emplace_back().units = std::make_unique<UnitFile>(name, name, bytes);
   Findings findings;
   CheckUnits(workspace, 0, findings);
+  return findings;
+}
+
+// "encoding error 2:3; " for each finding.
+std::string FindingsIn(const std::string& bytes, const std::string& name = "de-val.txt") {
+  const Findings findings = Check(bytes, name);
   std::string text;
   for (const Finding& finding : findings) {
     text.append(RuleOf(finding.rule).name).append(" ").append(SeverityName(finding.severity));
@@ -79,6 +84,38 @@ TEST(UnitTables, FindFaultsOfBytes) {
   for (const Row& row : rows) {
     SCOPED_TRACE(row.name);
     EXPECT_EQ(FindingsIn(row.bytes), row.findings);
+  }
+}
+
+TEST(UnitTables, SayHowToMendTheBytes) {
+  const struct {
+    const char* name;
+    std::string bytes;
+    const char* command;
+    const char* mend;
+  } rows[] = {
+      {"Cyrillic", "ru R\n10001 \xEC \xEC\xE5\xF2\xF0\n20001 x \xEF\xEB\xEE\xF9\xE0\xE4\xFC\n",
+       "fix --from windows-1251 a-val.txt", ""},
+      {"a language of other encodings", "ja J\n10001 \x81 \x8D\n", "", "encoding.mend.unknown"},
+      {"UTF-16 with a mark",
+       "\xFF\xFE"
+       "d\0e\0"s,
+       "fix a-val.txt", ""},
+      {"UTF-16 without a mark", "\0d\0e\0 \0D\0\n\0\x31\0 \0m\0 \0M"s,
+       "fix --from utf-16be a-val.txt", ""},
+      {"CR", "a A\r10001 m M\r", "fix a-val.txt", ""},
+      {"a byte-order mark",
+       "\xEF\xBB\xBF"
+       "a A\n",
+       "fix a-val.txt", ""},
+      {"0x1A", "a A\n10001 m M\x1A", "", "units.mend.delete"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    const Findings findings = Check(row.bytes, "a-val.txt");
+    ASSERT_FALSE(findings.empty());
+    EXPECT_EQ(findings[0].mendCommand, row.command);
+    EXPECT_EQ(findings[0].mend.key, row.mend);
   }
 }
 
