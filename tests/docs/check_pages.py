@@ -160,7 +160,7 @@ def check_packages(page, text):
 
 tests = set()
 for file in (top / "tests").rglob("*.cpp"):
-    for suite, name in re.findall(r"^TEST(?:_F)?\((\w+), (\w+)\)", file.read_text("utf-8"), re.M):
+    for suite, name in re.findall(r"^TEST(?:_F|_P)?\((\w+), (\w+)\)", file.read_text("utf-8"), re.M):
         tests.add(f"{suite}.{name}")
 presets = json.loads((top / "CMakePresets.json").read_text())
 
