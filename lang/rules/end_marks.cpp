@@ -21,6 +21,7 @@ struct End {
   EndKind kind = EndKind::kOther;
   std::string_view mark;  // a view into the text; empty if the kind is kOther
   bool isInBrackets = false;
+  bool hasEllipsis = false;  // also of a question: "?…"
 };
 
 bool IsOneOf(std::u32string_view set, char32_t character) noexcept {
@@ -138,7 +139,8 @@ End MarksAtEnd(std::string_view text, bool isSemicolonQuestion) noexcept {
   }
   const std::string_view marks = text.substr(before.size());
   if (isQuestion || dots >= kDotsOfEllipsis) {
-    return {isQuestion ? EndKind::kQuestion : EndKind::kEllipsis, marks};
+    return {isQuestion ? EndKind::kQuestion : EndKind::kEllipsis, marks, false,
+            dots >= kDotsOfEllipsis};
   }
   return IsFullStop(last.value)      ? End{EndKind::kFullStop, lastPart}
          : IsExclamation(last.value) ? End{EndKind::kExclamation, lastPart}
@@ -220,6 +222,9 @@ bool IsEndMarkMeant(const TextCheck& check, const End& base, const End& own) {
   if (base.kind == EndKind::kQuestion && own.kind != EndKind::kColon &&
       own.kind != EndKind::kEllipsis) {
     return MayOmitQuestionMark(language);
+  }
+  if (base.kind == EndKind::kEllipsis && own.hasEllipsis) {
+    return true;
   }
   constexpr std::size_t kLongSentence = 8;
   if (base.kind == EndKind::kColon && own.kind == EndKind::kFullStop) {

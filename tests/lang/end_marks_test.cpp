@@ -33,6 +33,9 @@ TEST(EndMarks, CompareWithTheBase) {
       {"placeholder in angle brackets is none", "de", "Two: <a> <b>", "Zwei <a> <b>", ""},
       {"accelerator behind the mark", "ja", "Save &as...", u8"名前を付けて保存...(&A)", ""},
       // Different ends.
+      {"ellipsis behind a question mark", "de", u8"Open…", u8"Öffnen?…", ""},
+      {"question mark instead of an ellipsis", "de", u8"Open…", u8"Öffnen?",
+       "warning end-mark.no-ellipsis ?"},
       {"lost colon", "de", "Name:", "Name", "warning end-mark.no-colon (all)"},
       {"added colon", "de", "Name", "Name:", "warning end-mark.surplus :"},
       {"lost question mark", "de", "Really?", "Wirklich.", "warning end-mark.no-question-mark ."},
