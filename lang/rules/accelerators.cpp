@@ -30,6 +30,17 @@ bool IsEntity(std::string_view text, std::size_t ampersand) noexcept {
   return end < text.size() && text[end] == ';' && end > ampersand + 1;
 }
 
+// &amp without its semicolon, where the base has &amp; itself. Rule entity reports it.
+bool IsBrokenEntity(std::string_view text, std::size_t ampersand, std::string_view base) {
+  constexpr std::size_t kLongest = 32;
+  std::size_t end = ampersand + 1;
+  while (end < text.size() && end - ampersand <= kLongest && IsAsciiAlphanumeric(text[end])) {
+    ++end;
+  }
+  return end > ampersand + 1 && base.find(std::string(text.substr(ampersand, end - ampersand)) +
+                                          ';') != std::string_view::npos;
+}
+
 // Whether the word at the end of `part` is one of a command or an address, such as ?a=1&b=2. `wasSo`:
 // the answer for the text in front of `part`.
 bool IsInCommand(std::string_view part, bool wasSo) noexcept {
@@ -40,7 +51,7 @@ bool IsInCommand(std::string_view part, bool wasSo) noexcept {
          word.find("//") != std::string_view::npos;
 }
 
-Accelerators AcceleratorsOf(std::string_view text) {
+Accelerators AcceleratorsOf(std::string_view text, std::string_view base) {
   Accelerators found;
   bool isInCommand = false;
   std::size_t last = 0;
@@ -56,7 +67,8 @@ Accelerators AcceleratorsOf(std::string_view text) {
     }
     const bool isRedirection = i > 0 && (text[i - 1] == '>' || text[i - 1] == '<');
     const CodePoint next = FirstCodePoint(text.substr(last));
-    if (IsLetter(next.value) && !isInCommand && !isRedirection && !IsEntity(text, i)) {
+    if (IsLetter(next.value) && !isInCommand && !isRedirection && !IsEntity(text, i) &&
+        !IsBrokenEntity(text, i, base)) {
       ++found.count;
       found.last = text.substr(i, 1 + next.length);
     }
@@ -71,8 +83,8 @@ void CheckAccelerators(const TextCheck& check) {
   if (!check.base || (!mayHave && check.BaseText().find('&') == std::string_view::npos)) {
     return;
   }
-  const Accelerators base = AcceleratorsOf(check.BaseText());
-  const Accelerators own = AcceleratorsOf(check.Text());
+  const Accelerators base = AcceleratorsOf(check.BaseText(), check.BaseText());
+  const Accelerators own = AcceleratorsOf(check.Text(), check.BaseText());
   if (own.count > base.count) {
     check.Add(
         RuleId::kAccelerator, Severity::kWarning, own.last,

@@ -1,4 +1,5 @@
-// Rule bracket: each bracket of a text is closed. Tests: brackets_test.cpp.
+// Rule bracket: each bracket of a text is closed, and no spreadsheet has put the text into quotation
+// marks. Tests: brackets_test.cpp.
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -166,6 +167,39 @@ bool HasOddQuotes(std::string_view text) noexcept {
          0;
 }
 
+bool HasDoubleQuotes(std::string_view text) noexcept {
+  bool found = text.find("&quot;") != std::string_view::npos;
+  VisitCodePoints(text, [&found](char32_t character, std::string_view) {
+    found = found || (character != '\'' && character != 0x2019 && IsQuote(character));
+    return !found;
+  });
+  return found;
+}
+
+// Whether a spreadsheet has put the text into quotation marks: it doubles those within, and does so
+// for texts with blanks or marks. A name in quotation marks may be the translator's style.
+bool IsQuotedBySpreadsheet(std::string_view text, std::string_view base) noexcept {
+  constexpr std::size_t kShortest = 3;
+  constexpr std::ptrdiff_t kBlanksOfSentence = 2;
+  if (text.size() < kShortest || text.front() != '"' || text.back() != '"' || base.empty() ||
+      IsQuote(FirstCodePoint(base).value) || IsQuote(CharacterBefore(base, base.size()))) {
+    return false;
+  }
+  const std::string_view inner = text.substr(1, text.size() - 2);
+  bool hasDoubled = false;
+  for (std::size_t i = inner.find('"'); i != std::string_view::npos; i = inner.find('"', i + 2)) {
+    if (inner.substr(i, 2) != "\"\"") {
+      return false;
+    }
+    hasDoubled = true;
+  }
+  if (HasDoubleQuotes(base) && !HasDoubleQuotes(inner)) {
+    return false;  // those of the base may be meant
+  }
+  return hasDoubled || inner.find_first_of(",;") != std::string_view::npos ||
+         std::count(inner.begin(), inner.end(), ' ') >= kBlanksOfSentence;
+}
+
 // Whether there may be a bracket.
 bool MayHaveBrackets(std::string_view text) noexcept {
   for (const char c : text) {
@@ -191,6 +225,11 @@ bool MayHaveBrackets(std::string_view text) noexcept {
 }  // namespace
 
 void CheckBrackets(const TextCheck& check) {
+  if (check.base && IsQuotedBySpreadsheet(check.Text(), check.BaseText())) {
+    check.Add(RuleId::kBracket, Severity::kWarning, check.Text(), {"bracket.quoted", {}}).mend = {
+        "bracket.quoted_mend", {}};
+    return;
+  }
   if (!MayHaveBrackets(check.Text()) || !BracketCount(check.Text(), true).HasLone()) {
     return;
   }

@@ -75,6 +75,22 @@ std::string_view FindDoubledWord(std::string_view text) {
   return {};
 }
 
+// The second half of a text that is one sentence pasted twice, with or without a blank between;
+// empty if it is none. Shorter texts may be doubled on purpose.
+std::string_view FindSecondHalf(std::string_view text) {
+  constexpr std::ptrdiff_t kFewestBlanks = 2;  // of three words, one of which may be a placeholder
+  const std::size_t half = text.size() / 2;
+  const bool isBlankBetween = text.size() % 2 != 0;
+  const std::string_view second = text.substr(text.size() - half);
+  if (half == 0 || (isBlankBetween && text[half] != ' ') || text.substr(0, half) != second ||
+      std::count(second.begin(), second.end(), ' ') < kFewestBlanks) {
+    return {};
+  }
+  WordReader words(second);
+  Word word;
+  return words.Next(word) && words.Next(word) ? second : std::string_view();
+}
+
 std::string_view FindDoubledBlank(std::string_view text) noexcept {
   const std::size_t found = text.find("  ");
   return found == std::string_view::npos ? std::string_view() : text.substr(found, 2);
@@ -83,6 +99,14 @@ std::string_view FindDoubledBlank(std::string_view text) noexcept {
 }  // namespace
 
 void CheckDoubled(const TextCheck& check) {
+  if (check.base) {
+    const std::string_view half = FindSecondHalf(check.Text());
+    if (!half.empty() && FindSecondHalf(check.BaseText()).empty()) {
+      check.Add(RuleId::kDoubledWord, Severity::kWarning, half, {"doubled-word.text", {}}).mend = {
+          "doubled-word.text_mend", {}};
+      return;
+    }
+  }
   const std::string_view word = DoublesWords(check.file.FileLanguage().primary)
                                     ? std::string_view()
                                     : FindDoubledWord(check.Text());

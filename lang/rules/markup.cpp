@@ -39,10 +39,20 @@ struct LineBreaks {
   bool isBehindSentence = false;  // one of them
 };
 
-// Whether "C:" stands in front of `at`, as a word.
+// Whether "C:" stands in front of `at`, as a word: behind a blank, a mark or a quotation mark.
 bool IsBehindDrive(std::string_view text, std::size_t at) noexcept {
-  return at > 1 && text[at - 1] == ':' && IsLetter(text[at - 2]) &&
-         (at == 2 || std::string_view(" \"'(<=").find(text[at - 3]) != kNone);
+  if (at < 2 || text[at - 1] != ':' || !IsLetter(text[at - 2])) {
+    return false;
+  }
+  constexpr std::string_view kQuotes[] = {u8"\u201C", u8"\u201D", u8"\u201E", u8"\u2018",
+                                          u8"\u201A", u8"\u00AB", u8"\u00BB", u8"\u300C",
+                                          u8"\u00A0", u8"\u202F"};
+  const std::string_view before = text.substr(0, at - 2);
+  return before.empty() || std::string_view(" \t\"'`()[{<>=,;|/").find(before.back()) != kNone ||
+         std::any_of(std::begin(kQuotes), std::end(kQuotes), [before](std::string_view quote) {
+           return before.size() >= quote.size() &&
+                  before.substr(before.size() - quote.size()) == quote;
+         });
 }
 
 // The "\n" of a text. A path such as "C:\new" has none, nor has "\\n".
@@ -203,6 +213,41 @@ void CheckEntities(const TextCheck& check) {
   }
 }
 
+// Escapes of other formats.
+
+bool IsHexDigit(char c) noexcept { return IsDigit(c) || (Small(c) >= 'a' && Small(c) <= 'f'); }
+
+// The first "\u00c9" or "\xE9" that stands for a letter beyond ASCII. "\x86" is the end of a path.
+std::string_view FindEscape(std::string_view text) noexcept {
+  constexpr std::size_t kDigitsOfU = 4;
+  constexpr std::size_t kDigitsOfX = 2;
+  for (std::size_t at = text.find('\\'); at != kNone; at = text.find('\\', at + 2)) {
+    const char kind = At(text, at + 1);
+    const std::size_t count = kind == 'u' ? kDigitsOfU : kind == 'x' ? kDigitsOfX : 0;
+    const std::string_view digits = text.substr(std::min(at + 2, text.size()), count);
+    if (count == 0 || digits.size() < count ||
+        !std::all_of(digits.begin(), digits.end(), IsHexDigit)) {
+      continue;
+    }
+    const bool isAscii =
+        kind == 'u' ? digits.substr(0, 2) == "00" && digits[2] < '8' : digits[0] < 'A';
+    if (!isAscii) {
+      return text.substr(at, 2 + count);
+    }
+  }
+  return {};
+}
+
+void CheckEscapes(const TextCheck& check) {
+  const std::string_view base = check.BaseText();
+  const bool hasBase = base.find("\\u") != kNone || base.find("\\x") != kNone;
+  const std::string_view escape = hasBase ? std::string_view() : FindEscape(check.Text());
+  if (!escape.empty()) {
+    check.Add(RuleId::kEntity, Severity::kWarning, escape, {"entity.escape", {std::string(escape)}})
+        .mend = {"entity.escape_mend", {}};
+  }
+}
+
 // Tags.
 
 struct Tag {
@@ -331,6 +376,7 @@ void CheckMarkup(const TextCheck& check) {
   }
   if (HasAny(check, '\\')) {
     CheckLineBreaks(check);
+    CheckEscapes(check);
   }
   if (HasAny(check, '&')) {
     CheckEntities(check);

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,6 +12,7 @@
 #include "lang/rules/check.h"
 #include "lang/unicode/code_points.h"
 #include "lang/unicode/double_encoding.h"
+#include "lang/unicode/scripts.h"
 
 namespace KelmoLibs::Lang {
 namespace {
@@ -146,6 +148,51 @@ std::optional<std::string_view> FindLostWords(std::string_view text,
   return text.substr(first, std::min(text.find_first_not_of('?', first), text.size()) - first);
 }
 
+bool HasLetter(std::string_view text) noexcept {
+  bool found = false;
+  VisitCodePoints(text, [&found](char32_t character, std::string_view) {
+    found = IsLetter(character);
+    return !found;
+  });
+  return found;
+}
+
+// "&????" and "????…": nothing but question marks and marks, where the base has letters.
+std::optional<std::string_view> FindLostText(std::string_view text,
+                                             const std::optional<std::string_view>& base) {
+  constexpr std::size_t kFewest = 4;
+  const bool isMask = text.find_first_of("-/*%#\\_=0123456789") != std::string_view::npos;
+  if (!base || isMask || CountQuestions(text) < kFewest || HasLetter(text) || !HasLetter(*base) ||
+      base->find("??") != std::string_view::npos) {
+    return std::nullopt;
+  }
+  const std::size_t first = text.find('?');
+  return text.substr(first, std::min(text.find_first_not_of('?', first), text.size()) - first);
+}
+
+// What spreadsheets write for a formula that they cannot compute, in their languages. They take a
+// text such as "=Open" or "-Name" for a formula.
+bool IsErrorValue(std::string_view text) noexcept {
+  constexpr std::string_view kValues[] = {
+      // Without a word
+      "#N/A", "#N/D", "#N/B", "#NV", u8"#Н/Д", "#I/T",
+      // English
+      "#NAME?", "#REF!", "#VALUE!", "#NUM!", "#NULL!", "#DIV/0!", "#SPILL!", "#CALC!",
+      // French; the blank may be one without a break
+      "#NOM?", "#NOM ?", u8"#NOM\u00A0?", u8"#NOM\u202F?", "#VALEUR!", "#NOMBRE!", "#NUL!",
+      // German
+      "#BEZUG!", "#WERT!", "#ZAHL!",
+      // Russian
+      u8"#ИМЯ?", u8"#ССЫЛКА!", u8"#ЗНАЧ!", u8"#ЧИСЛО!", u8"#ПУСТО!", u8"#ДЕЛ/0!",
+      // Spanish, Portuguese and Italian
+      u8"#¿NOMBRE?", u8"#¡REF!", u8"#¡VALOR!", u8"#¡NUM!", u8"#¡NULO!", u8"#¡DIV/0!", "#NOME?",
+      "#VALOR!", u8"#NÚM!", "#NULO!", "#RIF!", "#VALORE!", "#NULLO!",
+      // Polish, Czech and Dutch
+      "#NAZWA?", "#ADR!", "#ARG!", "#LICZBA!", "#ZERO!", "#DZIEL/0!", u8"#NÁZEV?", "#ODKAZ!",
+      "#HODNOTA!", "#NAAM?", "#VERW!", "#WAARDE!", "#GETAL!", "#LEEG!", "#DEEL/0!"};
+  return std::find(std::begin(kValues), std::end(kValues), text) != std::end(kValues);
+}
+
 // A key or a text while it is checked.
 class Part {
  public:
@@ -153,6 +200,9 @@ class Part {
       : check_(check), key_(key), part_(part), isKey_(isKey) {}
 
   void Check() {
+    if (!isKey_ && !part_.empty() && part_.front() == '#') {
+      CheckErrorValue();
+    }
     const unsigned bytes = BytesIn(part_);
     if (bytes == 0) {
       return;
@@ -215,6 +265,20 @@ class Part {
     }
   }
 
+  void CheckErrorValue() {
+    line_ = check_.Source().LineOf(part_.data());
+    if (check_.IsExplained(line_) || !IsErrorValue(part_)) {
+      return;
+    }
+    const std::optional<std::string_view> base = BaseText();
+    if (base && !IsErrorValue(*base)) {
+      Add(RuleId::kLostLetter, Severity::kError, part_,
+          {"lost-letter.error_value", {std::string(part_)}})
+          .mend = {"lost-letter.error_value_mend", {}};
+      check_.Explain(line_);
+    }
+  }
+
   void CheckQuestions() {
     if (check_.IsExplained(line_)) {
       return;
@@ -222,6 +286,8 @@ class Part {
     const std::optional<std::string_view> base = BaseText();
     if (const auto words = FindLostWords(part_, base)) {
       AddLost(*words, "lost-letter.questions");
+    } else if (const auto text = FindLostText(part_, base)) {
+      AddLost(*text, "lost-letter.questions");
     } else if (const auto letter = FindLostLetter(part_, base)) {
       AddLost(*letter, "lost-letter.question");
     }

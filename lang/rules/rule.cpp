@@ -48,7 +48,7 @@ constexpr std::array<Rule, kRuleCount> kRules = {{
     {RuleId::kMixedScript, "mixed-script", kWarning},
     {RuleId::kUntranslated, "untranslated", kNote, kBesideBase},
     {RuleId::kFullStop, "full-stop", kNote, kBesideBase},
-    {RuleId::kDoubledWord, "doubled-word", kNote},
+    {RuleId::kDoubledWord, "doubled-word", kWarning},
     {RuleId::kDoubledBlank, "doubled-blank", kNote},
     {RuleId::kLength, "length", kNote, kBesideBase},
     {RuleId::kInconsistent, "inconsistent", kNote, kBesideBase, kOff},
