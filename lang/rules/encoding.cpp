@@ -11,6 +11,7 @@
 
 #include "lang/rules/check.h"
 #include "lang/rules/fix_command.h"
+#include "lang/rules/line_kind.h"
 #include "lang/unicode/code_page_guess.h"
 #include "text/utf8.h"
 
@@ -109,6 +110,21 @@ std::string_view BytesBeyondAscii(std::string_view bytes) noexcept {
   return bytes.substr(0, length);
 }
 
+// Whether `bytes` begins with the first bytes of a letter, and nothing stands behind them.
+bool IsCutLetter(std::string_view bytes) noexcept {
+  const auto first = static_cast<unsigned char>(bytes.front());
+  const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
+  return first >= 0xC2 && first <= 0xF4 && bytes.size() < length &&
+         std::all_of(bytes.begin() + 1, bytes.end(),
+                     [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80; });
+}
+
+// Whether the fault at `position` is the only one: the file ends within a letter. It has other
+// letters beyond ASCII, so that the last bytes are no letter of a code page.
+bool IsCutFile(std::string_view bytes, std::size_t position) noexcept {
+  return IsCutLetter(bytes.substr(position)) && !IsAscii(bytes.substr(0, position));
+}
+
 Faults FindFaults(FileCheck& check) {
   constexpr std::size_t kSampleBytes = 1U << 16U;
   const SourceFile& source = check.Source();
@@ -123,7 +139,9 @@ Faults FindFaults(FileCheck& check) {
     const std::uint32_t number = source.LineOf(bytes.data() + position);
     const std::string_view line = source.Line(number);
     check.Explain(number);
-    FaultyLines& lines = IsDamagedUtf8(line) ? faults.damaged : faults.inCodePage;
+    const bool isFirst = faults.damaged.count + faults.inCodePage.count == 0;
+    const bool isDamaged = (isFirst && IsCutFile(bytes, position)) || IsDamagedUtf8(line);
+    FaultyLines& lines = isDamaged ? faults.damaged : faults.inCodePage;
     const std::string_view fault = BytesBeyondAscii(bytes.substr(position));
     if (++lines.count == 1) {
       lines.firstFault = fault;
@@ -179,8 +197,31 @@ void ExplainDamage(const FileCheck& check, const FaultyLines& lines, Finding& fi
   finding.mend = {isEnd ? "encoding.mend.end_missing" : "encoding.mend.damaged", {}};
 }
 
+// Lines in an encoding that is not known may look like damaged UTF-8 by chance. They belong to the
+// others, if these are not fewer.
+void JoinLinesOfUnknownEncoding(const FileCheck& check, Faults& faults) {
+  FaultyLines& lines = faults.inCodePage;
+  if (faults.damaged.count == 0 || lines.count < faults.damaged.count ||
+      GuessCodePage(lines.samples, check.FileLanguage().primary)) {
+    return;
+  }
+  std::vector<std::string_view> places = {lines.firstFault, faults.damaged.firstFault};
+  for (const FaultyLines* const some : {&lines, &faults.damaged}) {
+    if (some->count > 1) {
+      places.push_back(some->second);
+    }
+  }
+  std::sort(places.begin(), places.end(),
+            [](std::string_view a, std::string_view b) { return a.data() < b.data(); });
+  lines.firstFault = places[0];
+  lines.second = places[1];
+  lines.count += faults.damaged.count;
+  faults.damaged = {};
+}
+
 void CheckUtf8(FileCheck& check) {
-  const Faults faults = FindFaults(check);
+  Faults faults = FindFaults(check);
+  JoinLinesOfUnknownEncoding(check, faults);
   if (faults.inCodePage.count + faults.damaged.count == 0) {
     return;
   }

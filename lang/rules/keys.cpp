@@ -6,9 +6,8 @@
 
 #include "lang/reading/name_language.h"
 #include "lang/rules/check.h"
+#include "lang/rules/header_fault.h"
 #include "lang/rules/line_kind.h"
-#include "lang/unicode/blanks.h"
-#include "lang/unicode/code_points.h"
 
 namespace KelmoLibs::Lang {
 namespace {
@@ -19,49 +18,28 @@ bool IsBlank(std::string_view text) noexcept {
   return text.find_first_not_of(kBlanks) == std::string_view::npos;
 }
 
-bool HasUnicodeBlank(std::string_view text) {
-  bool hasBlank = false;
-  VisitCodePoints(text, [&hasBlank](char32_t character, std::string_view) {
-    hasBlank = BlankOf(character) != Blank::kNo;
-    return !hasBlank;
-  });
-  return hasBlank;
-}
-
-// Whether the first line was meant as an entry.
-bool IsEntryInHeader(const FileCheck& check) {
-  const std::string_view id = check.File().IntendedId();
-  const bool isLanguage = !check.FileLanguage().primary.empty();
-  const KeyShape shape(check.File().Entries());
-  if (!isLanguage && shape.IsKnown() && shape.Fits(id)) {
-    return true;
-  }
-  // A key such as "no" or "ok" may also be an id: then the file has the key too.
-  return check.Base() != nullptr && check.Base()->Find(id) && !check.Merged().Find(id) &&
-         (!isLanguage || check.File().DisplayName() == check.Base()->Find(id).entry->text);
-}
-
-// The key of the sentence, or null.
-const char* HeaderFault(const FileCheck& check) {
-  const DictionaryFile& file = check.File();
-  const std::string_view id = file.IntendedId();
-  if (id.empty()) {
-    return IsBlank(check.Source().Line(1)) ? "header.blank_line" : "header.indented";
-  }
-  if (KindOf({id, file.DisplayName()}) != LineKind::kEntry) {
-    return "header.comment";
-  }
-  if (HasUnicodeBlank(id)) {
-    return "header.unicode_blank";
-  }
-  return IsEntryInHeader(check) ? "header.entry" : nullptr;
-}
-
 // Whether the library or people read the whole first line.
 bool HasWholeHeader(const FileCheck& check) {
   const DictionaryFile& file = check.File();
   return file.StopsBecause() == Stop::kEndOfFile || check.Source().EncodedAsUtf16() != Utf16::kNo ||
          file.StopsAt() > check.Source().Line(1).size();
+}
+
+void ReportHeader(FileCheck& check, const char* fault) {
+  const std::string_view line = check.Source().Line(1);
+  const std::string id(check.File().IntendedId());
+  check.Explain(1);
+  if (const Entry* const header = FindDisplacedHeader(check)) {
+    const std::uint32_t number = check.Source().LineOf(header->key.data());
+    check.Explain(number);
+    Finding& finding = check.Add(RuleId::kHeader, Severity::kError, line, {},
+                                 {"header.displaced", {std::to_string(number), id}});
+    finding.mend = {"header.displaced_mend", {std::to_string(number)}};
+    finding.related.push_back({check.PlaceIn(check.FileIndex(), check.Source().Line(number)),
+                               {"header.displaced_here", {}}});
+    return;
+  }
+  check.Add(RuleId::kHeader, Severity::kError, line, {}, {fault, {id}}).mend = {"header.mend", {}};
 }
 
 bool CheckHeader(FileCheck& check) {
@@ -82,10 +60,7 @@ bool CheckHeader(FileCheck& check) {
     return false;
   }
   if (const char* const fault = HeaderFault(check)) {
-    check
-        .Add(RuleId::kHeader, Severity::kError, line, {}, {fault, {std::string(file.IntendedId())}})
-        .mend = {"header.mend", {}};
-    check.Explain(1);
+    ReportHeader(check, fault);
     check.DoubtId();
     return false;
   }
@@ -108,6 +83,26 @@ std::optional<std::string_view> SameIdButForCase(const FileCheck& check) {
   return std::nullopt;
 }
 
+// The texts of a file that hosts do not see, because a file with the same id, which is loaded before,
+// has their keys.
+struct LostTexts {
+  std::size_t count = 0;
+  FoundEntry first;  // what hosts see instead of the first one
+};
+
+// Nothing if most texts are seen: then the files may complete each other.
+LostTexts FindLostTexts(const FileCheck& check) {
+  const std::vector<Entry>& entries = check.File().Entries();
+  LostTexts lost;
+  for (const Entry& entry : entries) {
+    const FoundEntry found = check.Merged().Find(entry.key);
+    if (!entry.key.empty() && found.file != check.FileIndex()) {
+      lost.first = lost.count++ == 0 ? found : lost.first;
+    }
+  }
+  return lost.count * 2 > entries.size() ? lost : LostTexts();
+}
+
 void CheckId(FileCheck& check) {
   const std::string_view id = check.File().IntendedId();
   const auto start = static_cast<std::size_t>(id.data() - check.Source().Bytes().data());
@@ -119,10 +114,20 @@ void CheckId(FileCheck& check) {
     return;
   }
   const NameLanguage name = CompareWithName(id, check.Source().Name());
-  if (!name.fits) {
-    check.Add(RuleId::kIdUnlikeName, Severity::kWarning, where, {},
-              {"id-unlike-name.message", {std::string(id), name.language}});
+  if (name.fits) {
+    return;
   }
+  if (const LostTexts lost = FindLostTexts(check); lost.count > 0) {
+    const std::string& winner = check.AllFiles().files[lost.first.file].Source().Name();
+    Finding& finding =
+        check.Add(RuleId::kIdUnlikeName, Severity::kError, where, {},
+                  {"id-unlike-name.lost.#",
+                   {std::to_string(lost.count), std::string(id), name.language, winner}});
+    finding.mend = {"id-unlike-name.lost_mend", {}};
+    return;
+  }
+  check.Add(RuleId::kIdUnlikeName, Severity::kWarning, where, {},
+            {"id-unlike-name.message", {std::string(id), name.language}});
 }
 
 void CheckIndentedLines(FileCheck& check) {

@@ -2,9 +2,12 @@
 // never the text alone. Tested by lines_test.cpp.
 #include <algorithm>
 #include <array>
+#include <charconv>
+#include <system_error>
 #include <utility>
 
 #include "lang/rules/check.h"
+#include "lang/rules/header_fault.h"
 #include "lang/rules/line_kind.h"
 #include "lang/rules/split_key.h"
 #include "lang/unicode/blanks.h"
@@ -42,7 +45,7 @@ class LineCheck {
       : check_(check), entries_(check.File().Entries()), shape_(entries_) {}
 
   void Run() {
-    if (FindOtherFormat()) {
+    if (FindRichText() || FindMovedColumns() || FindOtherFormat()) {
       return;
     }
     Sort();
@@ -64,6 +67,73 @@ class LineCheck {
  private:
   bool IsInBase(const Entry& entry) const noexcept {
     return check_.Base() != nullptr && check_.Base()->Find(entry.key);
+  }
+
+  void ReportFormat(std::string_view line, Sentence message, Sentence mend) {
+    check_.Add(RuleId::kOtherFormat, Severity::kError, line, {}, std::move(message)).mend =
+        std::move(mend);
+    check_.ExplainWholeFile();
+  }
+
+  bool FindRichText() {
+    constexpr std::string_view kStart = "{\\rtf";
+    if (check_.Source().Bytes().substr(0, kStart.size()) != kStart) {
+      return false;
+    }
+    ReportFormat(check_.Source().Line(1), {"other-format.rtf", {}}, {"other-format.rtf_mend", {}});
+    return true;
+  }
+
+  // The part behind the last tab of the line; empty if there is none.
+  static std::string_view LastColumn(const Entry& entry) noexcept {
+    const std::size_t tab = entry.text.rfind('\t');
+    return tab != std::string_view::npos ? entry.text.substr(tab + 1)
+           : IsBeforeTab(entry)          ? entry.text
+                                         : std::string_view();
+  }
+
+  // The number that the key is; 0 if it is none.
+  static std::uint32_t RowNumber(std::string_view key) noexcept {
+    std::uint32_t number = 0;
+    const auto [end, error] = std::from_chars(key.data(), key.data() + key.size(), number);
+    return error == std::errc() && end == key.data() + key.size() ? number : 0;
+  }
+
+  // Whether the keys of the base stand in the second column of most lines, behind texts or behind
+  // numbers that count up.
+  bool FindMovedColumns() {
+    if (check_.Base() == nullptr) {
+      return false;
+    }
+    Entries swapped;
+    Entries numbered;
+    std::uint32_t lastRow = 0;
+    std::size_t lines = 0;
+    for (const Entry& entry : entries_) {
+      lines += entry.key.empty() || entry.text.empty() ? 0U : 1U;
+      if (entry.key.empty() || entry.text.empty() || IsInBase(entry)) {
+        continue;
+      }
+      const std::string_view second = entry.text.substr(0, entry.text.find_first_of(" \t"));
+      if (const std::uint32_t row = RowNumber(entry.key);
+          row > lastRow && check_.Base()->Find(second)) {
+        lastRow = row;
+        numbered.push_back(&entry);
+      } else if (check_.Base()->Find(LastColumn(entry))) {
+        swapped.push_back(&entry);
+      }
+    }
+    const auto areMost = [lines](const Entries& some) {
+      return some.size() >= kFewestOfColumn && some.size() * 2 > lines;
+    };
+    if (areMost(numbered)) {
+      ReportFormat(LineOf(*numbered.front()), {"other-format.row_numbers", {}},
+                   {"other-format.row_numbers_mend", {}});
+    } else if (areMost(swapped)) {
+      ReportFormat(LineOf(*swapped.front()), {"other-format.swapped", {}},
+                   {"other-format.swapped_mend", {}});
+    }
+    return check_.IsWholeFileExplained();
   }
 
   // Whether most lines are of one other format.
@@ -274,9 +344,10 @@ class LineCheck {
     }
     const Entry* previous = nullptr;  // the entry that may be continued
     Entries lines;
+    const Entry* const header = FindDisplacedHeader(check_);
     for (const Entry& entry : entries_) {
       if (previous != nullptr && !shape_.Fits(entry.key) && IsContinuation(entry) &&
-          !check_.IsExplained(entry)) {
+          !check_.IsExplained(entry) && &entry != header) {
         lines.push_back(&entry);
         continue;
       }

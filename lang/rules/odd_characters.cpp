@@ -293,8 +293,30 @@ class Part {
     }
   }
 
+  // The key of the entry that a line end at `separator` would begin; empty if there is none. Only a
+  // tab behind it, or a key that is missing, is a proof: this part may also be prose.
+  std::string_view KeyBehind(std::string_view separator) const {
+    const std::string_view rest =
+        part_.substr(static_cast<std::size_t>(separator.data() - part_.data()) + separator.size());
+    const std::size_t end = rest.find_first_of(" \t");
+    if (isKey_ || end == 0 || end == std::string_view::npos) {
+      return {};
+    }
+    const std::string_view key = rest.substr(0, end);
+    const bool isMissing =
+        check_.Base() != nullptr && check_.Base()->Find(key) && !check_.Merged().Find(key);
+    return rest[end] == '\t' || isMissing ? key : std::string_view();
+  }
+
   void AddSeparator(std::string_view where, char32_t value) {
     const char* const name = value == 0x85 ? "U+0085" : value == 0x2028 ? "U+2028" : "U+2029";
+    if (const std::string_view key = KeyBehind(where); !key.empty()) {
+      Add(RuleId::kLineEnd, Severity::kError, where,
+          {"line-end.separator_lost_entry", {name, std::string(key)}})
+          .mend = {"line-end.mend", {}};
+      check_.Explain(line_);
+      return;
+    }
     Finding& finding = Add(RuleId::kLineEnd, isKey_ ? Severity::kError : Severity::kWarning, where,
                            {"line-end.separator", {name}});
     finding.mend = {"line-end.separator_mend", {}};

@@ -19,7 +19,7 @@ constexpr std::array<Rule, kRuleCount> kRules = {{
     {RuleId::kControlCharacter, "control-character", kError},
     {RuleId::kLineEnd, "line-end", kError},
     {RuleId::kHeader, "header", kError},
-    {RuleId::kIdUnlikeName, "id-unlike-name", kWarning},
+    {RuleId::kIdUnlikeName, "id-unlike-name", kError},
     {RuleId::kDuplicateKey, "duplicate-key", kError},
     {RuleId::kLostSeparator, "lost-separator", kError},
     {RuleId::kIndentedLine, "indented-line", kError},

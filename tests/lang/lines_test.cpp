@@ -114,6 +114,58 @@ TEST(CheckLines, ReportsOneFindingForOneCause) {
   }
 }
 
+TEST(CheckLines, ReportsMovedColumns) {
+  const Row rows[] = {
+      {"swapped", "Auf\ta.a\nZu und\ta.b\nAus\ta.c\nb\tx\n",
+       "f:2:1 error other-format  other-format.swapped\n"},
+      {"swapped in half of the lines", "Auf\ta.a\nZu\ta.b\na.c\tx\nb\tx\n", ""},
+      {"texts that are keys, behind keys", "a.a\ta.b\na.b\ta.c\na.c\ta.a\nb\tb\n", ""},
+      {"row numbers", "1\ta.a\tx\n2\ta.b\ty z\n7\ta.c\tx\n",
+       "f:2:1 error other-format  other-format.row_numbers\n"},
+      {"row numbers and blanks", "1 a.a x\n2 a.b x\n3 a.c x\n",
+       "f:2:1 error other-format  other-format.row_numbers\n"},
+      {"numbers that do not count up", "2\ta.a\tx\n1\ta.b\tx\n0\ta.c\tx\n",
+       "f:2:4 warning second-tab 2 second-tab.message.#\n"},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.name);
+    EXPECT_EQ(FindingsOf({{"base", "en English\na.a\tx\na.b\tx\na.c\tx\nb\tx\n", false},
+                          {"f", "x Name\n" + row.lines}},
+                         0, RuleId::kConflictMarker, RuleId::kSecondTab),
+              row.expected);
+  }
+}
+
+TEST(CheckLines, ReportsRichText) {
+  EXPECT_EQ(FindingsOf({{"f", "{\\rtf1\\ansi\n\\f0 de\\par\n\\par\n\\par\n}\n"}}, std::nullopt,
+                       RuleId::kEncoding, RuleId::kInconsistent),
+            "f:1:1 error other-format  other-format.rtf\n");
+}
+
+TEST(CheckLines, ReportsEntriesBehindSeparators) {
+  const Row rows[] = {
+      {"a tab behind the key", "a.a\tx\u2028c\tx\n",
+       "f:2:6 error line-end a.a line-end.separator_lost_entry\n"},
+      {"paragraph separator", "a.a\tx\u2029c\tx\n",
+       "f:2:6 error line-end a.a line-end.separator_lost_entry\n"},
+      {"next line", "a.a\tx\u0085c\tx\n",
+       "f:2:6 error line-end a.a line-end.separator_lost_entry\n"},
+      {"a missing key of the base", "a.a\tx\u2028a.b x\n",
+       "f:2:6 error line-end a.a line-end.separator_lost_entry\n"},
+      {"a key that is not missing", "a.b\ty\na.a\tx\u2028a.b x\n",
+       "f:3:6 warning line-end a.a line-end.separator\n"},
+      {"a word", "a.a\tx\u2028word x\n", "f:2:6 warning line-end a.a line-end.separator\n"},
+      {"at the end", "a.a\tx\u2028\n", "f:2:6 warning line-end a.a line-end.separator\n"},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.name);
+    EXPECT_EQ(
+        FindingsOf({{"base", "en English\na.a\tx\na.b\tx\n", false}, {"f", "x Name\n" + row.lines}},
+                   0, RuleId::kLineEnd, RuleId::kLineEnd),
+        row.expected);
+  }
+}
+
 TEST(CheckLines, AKeyOfTheBaseIsRight) {
   const std::string base = "en English\n#a\tx\nb\u00A0c\tx\nd\tx\ty\ne\t1\nf\t2\n";
   const std::string translation = "de Deutsch\n#a\tx\nb\u00A0c\tx\nd\tx\ty\ne\t1\nf\t2\n";
