@@ -149,7 +149,9 @@ bool VisitAddresses(std::string_view text, Finder find, Visitor visit) {
 
 // Reports the first address of the base that the text does not have.
 void CheckKind(const TextCheck& check, Finder find) {
-  constexpr std::size_t kMost = 16;  // so that the time stays linear
+  // So that the time stays linear.
+  constexpr std::size_t kMost = 16;
+  constexpr std::size_t kLongest = 2'000;  // programs take no longer ones
   std::size_t seen = 0;
   std::size_t searched = 0;
   // A page for reports may be the e-mail address of the translators.
@@ -158,7 +160,7 @@ void CheckKind(const TextCheck& check, Finder find) {
     if (++seen > kMost) {
       return true;
     }
-    if (check.Text().find(base) != kNone) {
+    if (base.size() > kLongest || check.Text().find(base) != kNone) {
       return false;
     }
     if (!hasAddress) {
