@@ -1,6 +1,7 @@
 #include "lang/reading/source_file.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "lang/unicode/utf16.h"
@@ -9,6 +10,26 @@
 namespace KelmoLibs::Lang {
 
 using Localize::WellFormedUtf8Length;
+
+namespace {
+
+// Lines that are longer have checkpoints at this distance.
+constexpr std::size_t kCheckpointDistance = std::size_t{64} * 1024;
+
+bool IsContinuation(char c) noexcept { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; }
+
+// The last byte at or before `at` that is part of no code point that starts before it.
+std::size_t CodePointStart(std::string_view bytes, std::size_t at) noexcept {
+  constexpr std::size_t kMostContinuations = 3;
+  for (std::size_t back = 0; back <= kMostContinuations; ++back) {
+    if (!IsContinuation(bytes[at - back])) {
+      return at - back;
+    }
+  }
+  return at;  // no code point has so many bytes
+}
+
+}  // namespace
 
 SourceFile::SourceFile(std::string name, std::filesystem::path path, std::string raw)
     : name_(std::move(name)),
@@ -31,8 +52,37 @@ void SourceFile::FindLines() {
   for (std::size_t start = 0; start < bytes.size();) {
     lineStarts_.push_back(start);
     const std::size_t found = bytes.find(end, start);
-    start = found == std::string_view::npos ? bytes.size() : found + 1;
+    const std::size_t next = found == std::string_view::npos ? bytes.size() : found + 1;
+    AddCheckpoints(start, next);
+    start = next;
   }
+}
+
+void SourceFile::AddCheckpoints(std::size_t start, std::size_t end) {
+  std::size_t before = 0;
+  while (end - start > kCheckpointDistance) {
+    const std::size_t next = CodePointStart(Bytes(), start + kCheckpointDistance);
+    before += CountCodePoints(Bytes().substr(start, next - start));
+    checkpoints_.push_back({next, before});
+    start = next;
+  }
+}
+
+std::uint32_t SourceFile::CountBetween(std::size_t start, std::size_t end) const noexcept {
+  const std::string_view bytes = Bytes();
+  const auto first = std::lower_bound(
+      checkpoints_.begin(), checkpoints_.end(), start,
+      [](const Checkpoint& checkpoint, std::size_t offset) { return checkpoint.offset < offset; });
+  const auto behind = std::upper_bound(
+      first, checkpoints_.end(), end,
+      [](std::size_t offset, const Checkpoint& checkpoint) { return offset < checkpoint.offset; });
+  if (first == behind) {
+    return CountCodePoints(bytes.substr(start, end - start));
+  }
+  const Checkpoint& last = *std::prev(behind);
+  return CountCodePoints(bytes.substr(start, first->offset - start)) +
+         static_cast<std::uint32_t>(last.before - first->before) +
+         CountCodePoints(bytes.substr(last.offset, end - last.offset));
 }
 
 std::string_view SourceFile::Line(std::uint32_t number) const noexcept {
@@ -59,12 +109,11 @@ Place SourceFile::PlaceOf(std::string_view part) const noexcept {
   if (line == 0) {  // an empty file
     return {};
   }
-  const char* const lineStart = Bytes().data() + lineStarts_[line - 1];
-  const std::string_view before(lineStart, static_cast<std::size_t>(part.data() - lineStart));
-  const std::string_view text = Line(line);
-  const std::size_t left = text.size() - std::min(text.size(), before.size());
-  return {0, line, CountCodePoints(before) + 1, CountCodePoints(part.substr(0, left)),
-          static_cast<std::size_t>(part.data() - Bytes().data())};
+  const std::size_t lineStart = lineStarts_[line - 1];
+  const auto offset = static_cast<std::size_t>(part.data() - Bytes().data());
+  const std::size_t end =
+      std::max(offset, std::min(offset + part.size(), lineStart + Line(line).size()));
+  return {0, line, CountBetween(lineStart, offset) + 1, CountBetween(offset, end), offset};
 }
 
 std::uint32_t CountCodePoints(std::string_view bytes) noexcept {
@@ -73,7 +122,7 @@ std::uint32_t CountCodePoints(std::string_view bytes) noexcept {
     const std::size_t wellFormed = WellFormedUtf8Length(bytes);
     count += static_cast<std::size_t>(
         std::count_if(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(wellFormed),
-                      [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }));
+                      [](char c) { return !IsContinuation(c); }));
     bytes.remove_prefix(wellFormed);
     if (!bytes.empty()) {
       ++count;

@@ -55,11 +55,22 @@ class SourceFile {
   /// The line of the byte at `position`, a pointer into Bytes() or to its end. O(log n).
   std::uint32_t LineOf(const char* position) const noexcept;
 
-  /// The place of `part`, a view into Bytes(). Its length ends with the line.
+  /// The place of `part`, a view into Bytes(). Its length ends with the line. Not slower in a long
+  /// line.
   Place PlaceOf(std::string_view part) const noexcept;
 
  private:
+  // A byte of a long line at which a code point starts, and the code points of the line before it.
+  struct Checkpoint {
+    std::size_t offset;
+    std::size_t before;
+  };
+
   void FindLines();
+  void AddCheckpoints(std::size_t start, std::size_t end);
+
+  // The code points between two bytes of a line.
+  std::uint32_t CountBetween(std::size_t start, std::size_t end) const noexcept;
 
   std::string name_;
   std::filesystem::path path_;
@@ -68,6 +79,7 @@ class SourceFile {
   Utf16 utf16_ = Utf16::kNo;
   LineEnd lineEnd_ = LineEnd::kLf;
   std::vector<std::size_t> lineStarts_;
+  std::vector<Checkpoint> checkpoints_;  // by offset
 };
 
 /// Number of code points in `bytes`; each byte that is not UTF-8 counts as one.
