@@ -1,10 +1,9 @@
 #include "lang/commands/fix.h"
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 
 #include "lang/commands/mended_bytes.h"
+#include "lang/reading/file_bytes.h"
 #include "lang/reading/file_names.h"
 #include "lang/report/line_diff.h"
 #include "lang/report/visible_text.h"
@@ -12,16 +11,6 @@
 
 namespace KelmoLibs::Lang {
 namespace {
-
-std::optional<std::string> BytesOf(const std::filesystem::path& path) {
-  std::error_code error;
-  if (!std::filesystem::is_regular_file(path, error)) {
-    return std::nullopt;
-  }
-  std::ifstream file(path, std::ios::binary);
-  std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-  return file.is_open() && !file.bad() ? std::optional(std::move(bytes)) : std::nullopt;
-}
 
 class Fixing {
  public:
@@ -59,7 +48,7 @@ class Fixing {
 
   void FixFile(const std::filesystem::path& path) {
     const std::string name = path.generic_u8string();
-    const std::optional<std::string> bytes = BytesOf(path);
+    const std::optional<std::string> bytes = ReadFileBytes(path);
     if (!bytes) {
       SayOf(name, {"problem.unreadable", {}}, kStatusWrong);
       return;

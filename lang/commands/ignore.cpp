@@ -1,9 +1,9 @@
 #include "lang/commands/ignore.h"
 
-#include <fstream>
 #include <system_error>
 
 #include "lang/project/projects.h"
+#include "lang/reading/file_bytes.h"
 #include "lang/report/visible_text.h"
 #include "text/utf8.h"
 
@@ -67,9 +67,7 @@ Answer Ignore(const IgnoreOptions& options, const Texts& texts) {
   }
   const std::string written =
       WithIgnored(bytes, {NameInProject(file, path), options.key, rule->id}, options.reason);
-  std::ofstream stream(path, std::ios::binary);
-  stream << written;
-  if (!stream.flush()) {
+  if (WriteFileBytes(path, written)) {
     return Problem(texts, name, {"problem.unwritable", {}});
   }
   return {0, VisibleText(texts.Say({"ignore.written", {name}})) + '\n', ""};

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <fstream>
 #include <system_error>
 #include <utility>
 
@@ -10,6 +9,7 @@
 #include "lang/commands/rules.h"
 #include "lang/project/baseline.h"
 #include "lang/project/projects.h"
+#include "lang/reading/file_bytes.h"
 #include "lang/reading/file_names.h"
 #include "lang/report/visible_text.h"
 #include "lang/rules/check_workspace.h"
@@ -242,9 +242,7 @@ class LintRun {
     }
     std::error_code error;
     if (!fs::exists(*path, error)) {
-      std::ofstream file(*path, std::ios::binary);
-      file << WriteBaseline(report.workspace, report.findings, *path);
-      if (!file.flush()) {
+      if (WriteFileBytes(*path, WriteBaseline(report.workspace, report.findings, *path))) {
         Complain(ShownPath(*path), {"problem.unwritable", {}});
         return true;
       }

@@ -1,9 +1,9 @@
 #include "lang/project/projects.h"
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 #include <utility>
+
+#include "lang/reading/file_bytes.h"
 
 namespace KelmoLibs::Lang {
 
@@ -40,15 +40,6 @@ const Project* Projects::Read(const fs::path& path) {
     problems_.push_back({path, std::move(fault)});
   }
   return projects_.back().get();
-}
-
-std::optional<std::string> ReadFileBytes(const fs::path& path) {
-  std::error_code error;
-  std::ifstream file(path, std::ios::binary);
-  if (!fs::is_regular_file(path, error) || !file) {
-    return std::nullopt;
-  }
-  return std::string(std::istreambuf_iterator<char>(file), {});
 }
 
 }  // namespace KelmoLibs::Lang

@@ -38,7 +38,4 @@ class Projects {
   std::vector<Problem> problems_;
 };
 
-/// The bytes of the file; nothing if it cannot be read.
-std::optional<std::string> ReadFileBytes(const std::filesystem::path& path);
-
 }  // namespace KelmoLibs::Lang

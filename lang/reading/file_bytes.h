@@ -1,0 +1,19 @@
+// Reading and writing whole files.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+namespace KelmoLibs::Lang {
+
+/// The bytes of the regular file at `path`; nothing if it cannot be read.
+std::optional<std::string> ReadFileBytes(const std::filesystem::path& path);
+
+/// Writes a file that may be new. An old one is replaced at once: see ReplaceFileBytes. On failure
+/// an old file is unchanged, and no new one stays.
+std::error_code WriteFileBytes(const std::filesystem::path& path, std::string_view bytes);
+
+}  // namespace KelmoLibs::Lang
