@@ -80,6 +80,22 @@ std::vector<FileGroup> FilesOf(const Report& report) {
   return files;
 }
 
+// The length of the folder, with the slash at its end, in which all files are. Findings name them
+// without it.
+std::size_t FolderLength(const Workspace& workspace) {
+  std::string_view folder;
+  for (const WorkspaceFile& file : workspace.files) {
+    const std::string_view name = file.Source().Name();
+    if (&file == &workspace.files.front()) {
+      folder = name;
+    }
+    const auto end = std::mismatch(folder.begin(), folder.end(), name.begin(), name.end()).first;
+    folder = folder.substr(0, static_cast<std::size_t>(end - folder.begin()));
+    folder = folder.substr(0, folder.find_last_of("/\\") + 1);  // npos + 1 is 0
+  }
+  return folder.size();
+}
+
 // A line around a marked part, cut if it is long.
 std::string HtmlOfLine(std::string_view line, std::size_t offset, std::size_t length) {
   constexpr std::string_view kCut = u8"…";
@@ -113,7 +129,11 @@ std::string HtmlOfLine(std::string_view line, std::size_t offset, std::size_t le
 class HtmlWriter {
  public:
   HtmlWriter(const Page& page, const Texts& texts)
-      : page_(page), report_(page.report), texts_(texts), files_(FilesOf(page.report)) {}
+      : page_(page),
+        report_(page.report),
+        texts_(texts),
+        files_(FilesOf(page.report)),
+        folderLength_(FolderLength(page.report.workspace)) {}
 
   std::string Write() {
     const std::string title = Text("page.title");
@@ -144,7 +164,9 @@ class HtmlWriter {
   }
 
   const WorkspaceFile& FileOf(std::uint32_t file) const { return report_.workspace.files[file]; }
-  const std::string& NameOf(std::uint32_t file) const { return FileOf(file).Source().Name(); }
+  std::string NameOf(std::uint32_t file) const {
+    return FileOf(file).Source().Name().substr(folderLength_);
+  }
 
   void WriteCount(const char* kind, const char* key, std::size_t count) {
     if (count > 0) {
@@ -163,6 +185,10 @@ class HtmlWriter {
       html_ += "<span class=\"count good\">" + Text("summary.nothing") + "</span>\n";
     }
     html_ += "</p>\n";
+    if (folderLength_ > 0) {
+      const std::string& name = report_.workspace.files.front().Source().Name();
+      Paragraph("soft", Say({"page.files", {name.substr(0, folderLength_)}}));
+    }
     if (report_.workspace.baseFile) {
       Paragraph("soft", Say({"page.base", {NameOf(*report_.workspace.baseFile)}}));
     } else if (!report_.rulesNotRun.empty()) {
@@ -333,6 +359,7 @@ class HtmlWriter {
   const Report& report_;
   const Texts& texts_;
   std::vector<FileGroup> files_;
+  std::size_t folderLength_;
   std::array<bool, kRuleCount> isExplained_ = {};
   std::string html_;
 };

@@ -129,6 +129,16 @@ TEST_F(HtmlReportTest, WhatIsFineIsSaid) {
   EXPECT_NE(page.find("no findings: its text is read"), std::string::npos);
 }
 
+TEST_F(HtmlReportTest, TheFolderOfAllFilesIsNamedOnce) {
+  AddFile("C:/t/de.txt", "de\na\ta\n");
+  AddFile("C:/t/deep/fr.txt", "fr\na\ta\n");
+  const std::string page = Write();
+  EXPECT_NE(page.find("The files are in the folder <bdi dir=\"auto\">C:/t/</bdi>."),
+            std::string::npos);
+  EXPECT_NE(page.find(">de.txt<"), std::string::npos);
+  EXPECT_NE(page.find(">deep/fr.txt<"), std::string::npos);
+}
+
 TEST_F(HtmlReportTest, LongLinesAndManyFindingsAreCut) {
   const std::string letter = u8"\u0416";
   std::string line;
