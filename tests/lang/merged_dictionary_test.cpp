@@ -16,7 +16,7 @@ TEST(MergedDictionary, GivesTheFirstEntryThatHostsSee) {
   EXPECT_EQ(merged.KeyCount(), 4U);
   const FoundEntry read = merged.Find("read");
   EXPECT_EQ(read.file, 4U);
-  EXPECT_EQ(read.entry, &first.Entries()[0]);
+  EXPECT_EQ(read.entry, first.Entries().data());
   EXPECT_FALSE(read.isLost);
   const FoundEntry lostInTheFirst = merged.Find("lost");
   EXPECT_EQ(lostInTheFirst.file, 7U);
@@ -24,7 +24,7 @@ TEST(MergedDictionary, GivesTheFirstEntryThatHostsSee) {
   EXPECT_FALSE(lostInTheFirst.isLost);
   const FoundEntry lost = merged.Find("lost_too");
   EXPECT_EQ(lost.file, 7U);
-  EXPECT_EQ(lost.entry, &second.LostEntries()[0]);
+  EXPECT_EQ(lost.entry, second.LostEntries().data());
   EXPECT_TRUE(lost.isLost);
   EXPECT_FALSE(merged.Find("none"));
 }

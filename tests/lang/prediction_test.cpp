@@ -94,7 +94,6 @@ class Lifetime {
   }
 
   const DictionaryFile& FileOf(std::size_t number) const { return files_[number]; }
-  std::size_t FileCount() const { return files_.size(); }
 
  private:
   // The list of messages: it has each text once.
@@ -156,10 +155,10 @@ class Lifetime {
 
   // A second load lists every key of a file.
   void CompareKeys() {
-    for (std::size_t i = 0; i < files_.size(); ++i) {
-      const std::wstring name = Wide(files_[i].Source().Name());
+    for (const DictionaryFile& file : files_) {
+      const std::wstring name = Wide(file.Source().Name());
       MessageList expected;
-      for (const Entry& entry : files_[i].Entries()) {
+      for (const Entry& entry : file.Entries()) {
         expected.Add(DuplicateMessage(entry, name));
       }
       host_.ClearErrors();
@@ -368,7 +367,7 @@ TEST_F(Prediction, EqualsTheLibraryForMadeUpFiles) {
   std::cout << checked << " files, --seed=" << randomSeed << '\n';
 }
 
-// The rows above would hold for a tool that loses nothing and a generator that breaks nothing.
+// The test above would pass with a generator that makes only whole files.
 TEST_F(Prediction, SeesFilesOfEveryKind) {
   std::map<std::string, int> kinds;
   for (std::uint64_t lifetime = 0; lifetime < 1000; ++lifetime) {
