@@ -55,7 +55,7 @@ sed -e "$without_precompiled" -e 's/ -fno-keep-inline-dllexport//' \
 
 only_windows='^platform/windows/|_(windows|windows_test)\.cpp$'
 left_out=(':!benchmarks' ':!tests/build' ':!tests/abi/microsoft_host.cpp')
-[ "${1-}" != --library ] || left_out+=(':!tests')
+[ "${1-}" != --library ] || left_out+=(':!lang' ':!tests')
 mapfile -t sources < <(files '*.cpp' "${left_out[@]}")
 {
   # Groups of eight tests. Tests with similar file names, which share names, are in different groups.

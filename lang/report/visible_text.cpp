@@ -26,6 +26,7 @@ struct Unit {
 
 // Takes the first unit off `text`, which is not empty.
 Unit TakeUnit(std::string_view& text) noexcept {
+  // cppcheck-suppress containerOutOfBounds; the callers look whether there is one
   const auto lead = static_cast<unsigned char>(text.front());
   Unit unit;
   std::size_t length = 1;

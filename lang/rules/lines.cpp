@@ -70,8 +70,9 @@ class LineCheck {
   }
 
   void ReportFormat(std::string_view line, Sentence message, Sentence mend) {
-    check_.Add(RuleId::kOtherFormat, Severity::kError, line, {}, std::move(message)).mend =
-        std::move(mend);
+    Finding& finding =
+        check_.Add(RuleId::kOtherFormat, Severity::kError, line, {}, std::move(message));
+    finding.mend = std::move(mend);
     check_.ExplainWholeFile();
   }
 

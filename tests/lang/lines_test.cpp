@@ -125,7 +125,7 @@ TEST(CheckLines, ReportsMovedColumns) {
       {"row numbers and blanks", "1 a.a x\n2 a.b x\n3 a.c x\n",
        "f:2:1 error other-format  other-format.row_numbers\n"},
       {"numbers that do not count up", "2\ta.a\tx\n1\ta.b\tx\n0\ta.c\tx\n",
-       "f:2:4 warning second-tab 2 second-tab.message.#\n"},
+       "f:2:6 warning second-tab 2 second-tab.message.#\n"},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.name);
