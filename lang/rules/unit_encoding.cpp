@@ -33,7 +33,7 @@ std::vector<std::string_view> FaultyLines(const UnitFile& file) {
 // The bytes beyond ASCII at which the library stops.
 std::string_view FaultyBytes(const UnitFile& file) {
   constexpr std::size_t kLongest = 24;
-  const std::string_view bytes = std::string_view(file.Source().Raw()).substr(file.StopsAt());
+  const std::string_view bytes = file.Source().Bytes().substr(file.StopsAt());
   const auto* const end = std::find_if(bytes.begin(), bytes.end(),
                                        [](char c) { return static_cast<unsigned char>(c) < 0x80; });
   return bytes.substr(0, std::min(kLongest, static_cast<std::size_t>(end - bytes.begin())));
@@ -70,8 +70,7 @@ void ExplainEncoding(const UnitFile& file, Finding& finding) {
     return;
   }
   const bool isLittle = utf16 == Utf16::kLittleEndian;
-  const bool hasMark =
-      std::string_view(source.Raw()).substr(0, 2) == (isLittle ? "\xFF\xFE" : "\xFE\xFF");
+  const bool hasMark = source.Raw().compare(0, 2, isLittle ? "\xFF\xFE" : "\xFE\xFF") == 0;
   const char* const option = isLittle ? "--from utf-16le " : "--from utf-16be ";
   finding.mendCommand = FixCommand(hasMark ? "" : option, source.Name());
 }
