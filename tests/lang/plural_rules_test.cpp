@@ -20,7 +20,7 @@ PluralOperands OperandsOf(const std::string& number) {
   std::string digits = number.substr(0, exponent);
   std::size_t dot = digits.find('.');
   std::string decimals = dot != std::string::npos ? digits.substr(dot + 1) : "";
-  digits = digits.substr(0, dot);
+  digits.resize(std::min(dot, digits.size()));
   if (exponent != std::string::npos) {
     operands.e = static_cast<unsigned>(std::stoul(number.substr(exponent + 1)));
     decimals.resize(std::max<std::size_t>(decimals.size(), operands.e), '0');
