@@ -32,7 +32,7 @@ bool WriteInPieces(Text text, std::size_t limit, Function write) {
 }  // namespace
 
 bool Write(Stream stream, std::string_view utf8) {
-  const HANDLE handle = HandleOf(stream);
+  void* const handle = HandleOf(stream);
   if (!IsTerminal(stream)) {
     return WriteInPieces(utf8, std::numeric_limits<DWORD>::max() / 2,
                          [handle](const char* data, DWORD size, DWORD* written) {
@@ -42,10 +42,10 @@ bool Write(Stream stream, std::string_view utf8) {
   // Older consoles refuse more than 64 KB at once.
   constexpr std::size_t kLimit = 8192;
   const std::wstring wide = WideOf(utf8);
-  return WriteInPieces(std::wstring_view(wide), kLimit,
-                       [handle](const wchar_t* data, DWORD size, DWORD* written) {
-                         return ::WriteConsoleW(handle, data, size, written, nullptr) != 0;
-                       });
+  const std::wstring_view text = wide;
+  return WriteInPieces(text, kLimit, [handle](const wchar_t* data, DWORD size, DWORD* written) {
+    return ::WriteConsoleW(handle, data, size, written, nullptr) != 0;
+  });
 }
 
 bool IsTerminal(Stream stream) noexcept {

@@ -26,7 +26,7 @@ std::filesystem::path ProgramFolder() {
 
 bool Open(const std::filesystem::path& file) {
   constexpr std::intptr_t kLargestError = 32;
-  const HINSTANCE result =
+  auto* const result =
       ::ShellExecuteW(nullptr, L"open", file.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
   return reinterpret_cast<std::intptr_t>(result) > kLargestError;
 }

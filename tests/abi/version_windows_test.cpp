@@ -70,6 +70,6 @@ TEST_P(VersionResource, HoldsTheVersionOfTheProject) {
   EXPECT_EQ(Text(L"OriginalFilename"), GetParam());
 }
 
-INSTANTIATE_TEST_SUITE_P(, VersionResource, testing::ValuesIn(kFiles));
+INSTANTIATE_TEST_SUITE_P(BothFiles, VersionResource, testing::ValuesIn(kFiles));
 
 }  // namespace
