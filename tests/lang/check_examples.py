@@ -6,15 +6,16 @@ All files are checked but faulty.txt; a warning about the last text of one of th
 
 import pathlib
 import shutil
-import subprocess
 import sys
 import tempfile
+
+import captured
 
 
 def lint(program, folder):
     """The findings from warnings upwards, as the program prints them."""
     command = [*program, "lint", "LANG", "--base", "LANG/en.txt", "--fail-on", "warning"]
-    run = subprocess.run(command, cwd=folder, capture_output=True, check=False)
+    run = captured.run(command, cwd=folder)
     report = (run.stdout + run.stderr).decode("utf-8")
     return run.returncode, report
 

@@ -11,9 +11,10 @@ import os
 import pathlib
 import re
 import shutil
-import subprocess
 import sys
 import tempfile
+
+import captured
 
 # A finding and its mend: FIX, or a function from the bytes of the file to those of the mended one.
 Row = collections.namedtuple("Row", "file line rule mend")
@@ -74,9 +75,8 @@ class Tool:
         self.program, self.folder = program, folder
 
     def run(self, *arguments):
-        made = subprocess.run([*self.program, "--lang", "en", *arguments], cwd=self.folder, stdout=subprocess.PIPE,
-                              stderr=subprocess.STDOUT, check=False, timeout=100)
-        return made.returncode, made.stdout.decode("utf-8").replace("\r\n", "\n")
+        made = captured.run([*self.program, "--lang", "en", *arguments], cwd=self.folder, timeout=100)
+        return made.returncode, (made.stdout + made.stderr).decode("utf-8").replace("\r\n", "\n")
 
     def report(self, file):
         status, text = self.run("lint", file, "--base", "en.txt")

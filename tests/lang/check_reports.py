@@ -11,9 +11,10 @@ import os
 import pathlib
 import re
 import shutil
-import subprocess
 import sys
 import tempfile
+
+import captured
 
 FORMATS = {"text": "report.txt", "json": "report.json", "sarif": "report.sarif", "github": "report.github"}
 PROJECT = "kelmo-lang.json"
@@ -43,7 +44,7 @@ STATUSES = [
 
 
 def run(program, folder, arguments):
-    done = subprocess.run([*program, *arguments], cwd=folder, capture_output=True, check=False)
+    done = captured.run([*program, *arguments], cwd=folder)
     return done.returncode, done.stdout.decode("utf-8"), done.stderr.decode("utf-8")
 
 

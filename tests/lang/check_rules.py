@@ -7,20 +7,21 @@ FOLDER has a folder for each rule, under its name: `bad` has files with the faul
 
 import os
 import pathlib
-import subprocess
 import sys
+
+import captured
 
 
 def rules(program):
     """The names of all rules: the first word of each line."""
-    run = subprocess.run([*program, "--lang", "en", "rules"], capture_output=True, check=True)
+    run = captured.run([*program, "--lang", "en", "rules"], check=True)
     return {line.split()[0] for line in run.stdout.decode("utf-8").splitlines() if line.strip()}
 
 
 def lint(program, folder, name):
     base = ["--base", f"{name}/en.txt"] if (folder / name / "en.txt").exists() else []
     command = [*program, "--lang", "en", "lint", name, *base]
-    run = subprocess.run(command, cwd=folder, capture_output=True, check=False)
+    run = captured.run(command, cwd=folder)
     return run.returncode, (run.stdout + run.stderr).decode("utf-8").replace("\r\n", "\n")
 
 

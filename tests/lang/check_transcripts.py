@@ -7,15 +7,16 @@ command must give exactly that; --update writes the transcript anew. On Windows,
 
 import os
 import pathlib
-import subprocess
 import sys
+
+import captured
 
 MARK = "$ kelmo-lang "
 
 
 def output(program, folder, arguments):
     command = [*program, "--lang", "en", *arguments.split()]
-    run = subprocess.run(command, cwd=folder, capture_output=True, check=False)
+    run = captured.run(command, cwd=folder)
     text = (run.stdout + run.stderr).decode("utf-8").replace("\r\n", "\n")
     return text + (f"exit status: {run.returncode}\n" if run.returncode else "")
 
