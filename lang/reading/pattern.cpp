@@ -2,14 +2,9 @@
 
 #include <cstddef>
 
+#include "lang/unicode/code_points.h"
+
 namespace KelmoLibs::Lang {
-namespace {
-
-bool IsContinuation(char byte) noexcept {
-  return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-}
-
-}  // namespace
 
 // Backtracks to the last * only, so that the cost is at most the product of the lengths.
 bool FitsPattern(std::string_view name, std::string_view pattern) noexcept {

@@ -4,6 +4,7 @@
 #include <iterator>
 #include <utility>
 
+#include "lang/unicode/code_points.h"
 #include "lang/unicode/utf16.h"
 #include "text/utf8.h"
 
@@ -15,8 +16,6 @@ namespace {
 
 // Lines that are longer have checkpoints at this distance.
 constexpr std::size_t kCheckpointDistance = std::size_t{64} * 1024;
-
-bool IsContinuation(char c) noexcept { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; }
 
 // The last byte at or before `at` that is part of no code point that starts before it.
 std::size_t CodePointStart(std::string_view bytes, std::size_t at) noexcept {

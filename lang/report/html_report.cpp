@@ -10,6 +10,7 @@
 #include "lang/report/html.h"
 #include "lang/report/html_style.h"
 #include "lang/report/visible_text.h"
+#include "lang/unicode/code_points.h"
 
 namespace KelmoLibs::Lang {
 namespace {
@@ -111,7 +112,7 @@ std::string HtmlOfLine(std::string_view line, std::size_t offset, std::size_t le
   std::string html;
   if (front.size() > kLongestCharacter * kShownInFront) {
     front.remove_prefix(front.size() - kLongestCharacter * kShownInFront);
-    while (!front.empty() && (static_cast<unsigned char>(front.front()) & 0xC0U) == 0x80U) {
+    while (!front.empty() && IsContinuation(front.front())) {
       front.remove_prefix(1);  // the rest of a character
     }
     html += kCut;

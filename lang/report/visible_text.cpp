@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <vector>
 
+#include "lang/unicode/code_points.h"
 #include "lang/unicode/display_width.h"
 #include "text/utf8.h"
 
@@ -12,10 +13,6 @@ namespace {
 
 constexpr std::string_view kCut = u8"…";
 constexpr std::size_t kLongestCharacter = 4;
-
-bool IsContinuation(char byte) noexcept {
-  return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-}
 
 // The next character of a text, or its next byte if that is not UTF-8.
 struct Unit {

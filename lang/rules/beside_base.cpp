@@ -252,7 +252,7 @@ class BaseCheck {
       // The first letter of the key that is not the one of the base, or a letter of the base that
       // is not in ASCII, which has its mate there.
       std::size_t start = std::min(same, key.size() - 1);
-      while (start > 0 && (static_cast<unsigned char>(key[start]) & 0xC0U) == 0x80U) {
+      while (start > 0 && IsContinuation(key[start])) {
         --start;
       }
       const CodePoint odd = FirstCodePoint(key.substr(start));

@@ -48,13 +48,7 @@ const Bracket* BracketOf(char32_t character) noexcept {
 
 // The character before `position`, or 0.
 char32_t CharacterBefore(std::string_view text, std::size_t position) noexcept {
-  if (position == 0) {
-    return 0;
-  }
-  do {
-    --position;
-  } while (position > 0 && (static_cast<unsigned char>(text[position]) & 0xC0U) == 0x80U);
-  return FirstCodePoint(text.substr(position)).value;
+  return position == 0 ? 0 : LastCodePoint(text.substr(0, position)).value;
 }
 
 bool IsQuote(char32_t character) noexcept {
@@ -96,7 +90,7 @@ bool IsEnumeration(std::string_view text, std::size_t position) noexcept {
     }
     do {
       --begin;
-    } while ((static_cast<unsigned char>(text[begin]) & 0xC0U) == 0x80U);
+    } while (IsContinuation(text[begin]));
   }
   const bool isBehindLineBreak = begin > 1 && text[begin - 2] == '\\' && text[begin - 1] == 'n';
   const char32_t before = CharacterBefore(text, begin);

@@ -13,6 +13,7 @@
 #include "lang/rules/fix_command.h"
 #include "lang/rules/line_kind.h"
 #include "lang/unicode/code_page_guess.h"
+#include "lang/unicode/code_points.h"
 #include "text/utf8.h"
 
 namespace KelmoLibs::Lang {
@@ -115,8 +116,7 @@ bool IsCutLetter(std::string_view bytes) noexcept {
   const auto first = static_cast<unsigned char>(bytes.front());
   const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
   return first >= 0xC2 && first <= 0xF4 && bytes.size() < length &&
-         std::all_of(bytes.begin() + 1, bytes.end(),
-                     [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80; });
+         std::all_of(bytes.begin() + 1, bytes.end(), IsContinuation);
 }
 
 // Whether the fault at `position` is the only one: the file ends within a letter. It has other

@@ -72,14 +72,6 @@ bool IsExclamation(char32_t character) noexcept {
   return IsOneOf(U"!\u055C\u1944\uFE57\uFF01", character);
 }
 
-CodePoint LastCodePoint(std::string_view text) noexcept {
-  std::size_t begin = text.size() - 1;
-  while (begin > 0 && (static_cast<unsigned char>(text[begin]) & 0xC0U) == 0x80U) {
-    --begin;
-  }
-  return FirstCodePoint(text.substr(begin));
-}
-
 bool EndsWith(std::string_view text, std::string_view end) noexcept {
   return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
 }

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "lang/unicode/code_points.h"
+
 namespace KelmoLibs::Lang {
 namespace {
 
@@ -9,8 +11,7 @@ namespace {
 void Clip(std::string& text) {
   if (text.size() > Findings::kKeptBytes) {
     std::size_t size = Findings::kKeptBytes;
-    while (size > Findings::kKeptBytes - 3 &&
-           (static_cast<unsigned char>(text[size]) & 0xC0U) == 0x80U) {
+    while (size > Findings::kKeptBytes - 3 && IsContinuation(text[size])) {
       --size;
     }
     text.resize(size);

@@ -13,6 +13,11 @@ struct CodePoint {
 
 constexpr char32_t kNotUtf8 = 0xFFFFFFFF;
 
+/// Whether the byte is one behind the first of a character.
+constexpr bool IsContinuation(char byte) noexcept {
+  return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
 /// The first character of `bytes`, which are not empty. A byte that does not begin a sequence of
 /// UTF-8 is kNotUtf8, of one byte. Overlong forms and surrogates are not told apart from characters:
 /// use text/utf8.h where that matters.
@@ -28,13 +33,21 @@ inline CodePoint FirstCodePoint(std::string_view bytes) noexcept {
   }
   char32_t value = lead & (0x7FU >> length);
   for (std::size_t i = 1; i < length; ++i) {
-    const auto next = static_cast<unsigned char>(bytes[i]);
-    if ((next & 0xC0U) != 0x80U) {
+    if (!IsContinuation(bytes[i])) {
       return {kNotUtf8, 1};
     }
-    value = (value << kContinuationBits) | (next & 0x3FU);
+    value = (value << kContinuationBits) | (static_cast<unsigned char>(bytes[i]) & 0x3FU);
   }
   return {value, length};
+}
+
+/// The last character of `bytes`, which are UTF-8 and not empty.
+inline CodePoint LastCodePoint(std::string_view bytes) noexcept {
+  std::size_t begin = bytes.size() - 1;
+  while (begin > 0 && IsContinuation(bytes[begin])) {
+    --begin;
+  }
+  return FirstCodePoint(bytes.substr(begin));
 }
 
 /// Calls `visit(value, part)` for each character and the bytes of `text` that are it, until it
