@@ -11,6 +11,7 @@
 #include "lang/reading/dictionary_file.h"
 #include "lang/reading/language.h"
 #include "lang/report/visible_text.h"
+#include "lang/unicode/byte_order_mark.h"
 #include "lang/unicode/code_page_guess.h"
 #include "lang/unicode/utf16.h"
 #include "text/utf8.h"
@@ -18,7 +19,6 @@
 namespace KelmoLibs::Lang {
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
 
 constexpr std::array<std::pair<std::string_view, Utf16>, 2> kUtf16Names = {

@@ -5,6 +5,8 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "lang/unicode/byte_order_mark.h"
+
 namespace KelmoLibs::Lang {
 namespace {
 
@@ -48,8 +50,7 @@ class CountingIterator {
 class Builder : public nlohmann::json_sax<json> {
  public:
   Builder(std::string_view bytes, const std::size_t& read) : bytes_(bytes), read_(read) {
-    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";  // the reader skips it
-    last_ = bytes.substr(0, kByteOrderMark.size()) == kByteOrderMark ? kByteOrderMark.size() : 0;
+    last_ = bytes.size() - WithoutByteOrderMark(bytes).size();  // the reader skips the mark
   }
 
   JsonValue& Root() { return root_; }

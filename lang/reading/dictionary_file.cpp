@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "dictionary/dictionary_line.h"
+#include "lang/unicode/byte_order_mark.h"
 #include "text/line_reader.h"
 
 namespace KelmoLibs::Lang {
@@ -13,14 +14,6 @@ namespace {
 using Localize::DictionaryLine;
 using Localize::LineReader;
 using Localize::SplitDictionaryLine;
-
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
-std::string_view WithoutByteOrderMark(std::string_view text) noexcept {
-  return text.substr(0, kByteOrderMark.size()) == kByteOrderMark
-             ? text.substr(kByteOrderMark.size())
-             : text;
-}
 
 // A line without a separator has its empty text at its end, so that every text has a place.
 Entry SplitLine(std::string_view line) noexcept {

@@ -12,6 +12,7 @@
 #include "lang/rules/check.h"
 #include "lang/rules/fix_command.h"
 #include "lang/rules/line_kind.h"
+#include "lang/unicode/byte_order_mark.h"
 #include "lang/unicode/code_page_guess.h"
 #include "lang/unicode/code_points.h"
 #include "text/utf8.h"
@@ -19,7 +20,6 @@
 namespace KelmoLibs::Lang {
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr char kControlZ = '\x1A';
 
 bool StartsWith(std::string_view text, std::string_view start) noexcept {

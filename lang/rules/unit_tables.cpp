@@ -17,6 +17,7 @@
 #include "lang/rules/symbol_letters.h"
 #include "lang/rules/unit_encoding.h"
 #include "lang/unicode/blanks.h"
+#include "lang/unicode/byte_order_mark.h"
 #include "lang/unicode/code_points.h"
 #include "lang/unicode/windows_characters.h"
 #include "phyval/unit_catalogue.h"
@@ -29,19 +30,12 @@ using Localize::Phyval::NamesAUnit;
 constexpr std::string_view kBlanks = " \t";
 constexpr std::string_view kDigits = "0123456789";
 constexpr std::string_view kComment = "//";
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kTableEnd = "-val.txt";
 constexpr char kControlZ = '\x1A';
 constexpr std::size_t kUnitFields = 3;
 constexpr char32_t kLastOfAscii = 0x7F;
 constexpr char32_t kLastOfBmp = 0xFFFF;
 constexpr std::size_t kLongestCode = 12;  // digits; a longer number is too large
-
-std::string_view WithoutByteOrderMark(std::string_view text) noexcept {
-  return text.substr(0, kByteOrderMark.size()) == kByteOrderMark
-             ? text.substr(kByteOrderMark.size())
-             : text;
-}
 
 std::string_view WithoutBlanksAtTheEnd(std::string_view text) noexcept {
   return text.substr(0, text.find_last_not_of(kBlanks) + 1);
