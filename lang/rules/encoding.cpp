@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "lang/rules/check.h"
+#include "lang/rules/encoding_mend.h"
 #include "lang/rules/fix_command.h"
 #include "lang/rules/line_kind.h"
 #include "lang/unicode/byte_order_mark.h"
@@ -163,31 +164,6 @@ void AddFurtherLines(const FileCheck& check, const FaultyLines& lines, Finding& 
   }
 }
 
-void ExplainCodePage(const FileCheck& check, const FaultyLines& lines, Finding& finding) {
-  const std::string& name = check.Source().Name();
-  const std::string_view fault = lines.firstFault;
-  AddFurtherLines(check, lines, finding);
-  const auto guess = GuessCodePage(lines.samples, check.FileLanguage().primary);
-  if (!guess) {
-    finding.mend = {"encoding.mend.unknown", {}};
-    return;
-  }
-  const auto describe = [fault](CodePage page) -> std::vector<std::string> {
-    return {std::string(CodePageName(page)), Utf8FromCodePage(page, fault)};
-  };
-  finding.hint = {"encoding.guess", describe(guess->page)};
-  if (!guess->other) {
-    finding.mendCommand =
-        FixCommand("--from " + std::string(CodePageName(guess->page)) + ' ', name);
-    return;
-  }
-  const std::vector<std::string> other = describe(*guess->other);
-  finding.hint.key = "encoding.guess.two";
-  finding.hint.arguments.insert(finding.hint.arguments.end(), other.begin(), other.end());
-  finding.mend = {"encoding.mend.choose",
-                  {std::string(CodePageName(guess->page)), other.front(), FixCommand("", name)}};
-}
-
 void ExplainDamage(const FileCheck& check, const FaultyLines& lines, Finding& finding) {
   AddFurtherLines(check, lines, finding);
   const std::string_view bytes = check.Source().Bytes();
@@ -237,7 +213,9 @@ void CheckUtf8(FileCheck& check) {
                                isStop ? WithLoss("encoding.cut." + CutPart(check), LossOf(check))
                                       : Sentence{"encoding.further_stop", {}});
   if (isCodePageFirst) {
-    ExplainCodePage(check, first, finding);
+    AddFurtherLines(check, first, finding);
+    ExplainCodePage(check.Source(), first.samples, first.firstFault, check.FileLanguage().primary,
+                    finding);
   } else {
     ExplainDamage(check, first, finding);
   }
@@ -249,16 +227,13 @@ void CheckUtf8(FileCheck& check) {
 }
 
 void CheckUtf16(FileCheck& check) {
-  const bool isLittle = check.Source().EncodedAsUtf16() == Utf16::kLittleEndian;
-  const bool hasMark = StartsWith(check.Source().Raw(), isLittle ? "\xFF\xFE" : "\xFE\xFF");
   const std::string_view line =
       check.Source().LineCount() > 0 ? check.Source().Line(1) : std::string_view();
   const Sentence message = WithLoss("encoding.utf16", LossOf(check));
   Finding& finding = line.empty()
                          ? check.AddToFile(RuleId::kEncoding, Severity::kError, message)
                          : check.Add(RuleId::kEncoding, Severity::kError, line, "", message);
-  const std::string option = isLittle ? "--from utf-16le " : "--from utf-16be ";
-  finding.mendCommand = FixCommand(hasMark ? "" : option, check.Source().Name());
+  ExplainUtf16(check.Source(), finding);
   check.Explain(1);
 }
 

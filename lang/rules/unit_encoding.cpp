@@ -1,14 +1,11 @@
 #include "lang/rules/unit_encoding.h"
 
 #include <algorithm>
-#include <optional>
-#include <string>
 #include <string_view>
 #include <vector>
 
 #include "lang/reading/language.h"
-#include "lang/rules/fix_command.h"
-#include "lang/unicode/code_page_guess.h"
+#include "lang/rules/encoding_mend.h"
 #include "text/utf8.h"
 
 namespace KelmoLibs::Lang {
@@ -39,40 +36,15 @@ std::string_view FaultyBytes(const UnitFile& file) {
   return bytes.substr(0, std::min(kLongest, static_cast<std::size_t>(end - bytes.begin())));
 }
 
-void ExplainCodePage(const UnitFile& file, Finding& finding) {
-  finding.mend = {"encoding.mend.unknown", {}};
-  const std::string language = LanguageOf(file.LanguageKey()).primary;
-  const std::optional<CodePageGuess> guess = GuessCodePage(FaultyLines(file), language);
-  if (!guess) {
-    return;
-  }
-  const std::string name(CodePageName(guess->page));
-  const std::string letters = Utf8FromCodePage(guess->page, FaultyBytes(file));
-  if (!guess->other) {
-    finding.hint = {"encoding.guess", {name, letters}};
-    finding.mend = {};
-    finding.mendCommand = FixCommand("--from " + name + ' ', file.Source().Name());
-    return;
-  }
-  const std::string other(CodePageName(*guess->other));
-  finding.hint = {"encoding.guess.two",
-                  {name, letters, other, Utf8FromCodePage(*guess->other, FaultyBytes(file))}};
-  finding.mend = {"encoding.mend.choose", {name, other, FixCommand("", file.Source().Name())}};
-}
-
 }  // namespace
 
 void ExplainEncoding(const UnitFile& file, Finding& finding) {
-  const SourceFile& source = file.Source();
-  const Utf16 utf16 = source.EncodedAsUtf16();
-  if (utf16 == Utf16::kNo) {
-    ExplainCodePage(file, finding);
-    return;
+  if (file.Source().EncodedAsUtf16() != Utf16::kNo) {
+    ExplainUtf16(file.Source(), finding);
+  } else {
+    ExplainCodePage(file.Source(), FaultyLines(file), FaultyBytes(file),
+                    LanguageOf(file.LanguageKey()).primary, finding);
   }
-  const bool isLittle = utf16 == Utf16::kLittleEndian;
-  const bool hasMark = source.Raw().compare(0, 2, isLittle ? "\xFF\xFE" : "\xFE\xFF") == 0;
-  const char* const option = isLittle ? "--from utf-16le " : "--from utf-16be ";
-  finding.mendCommand = FixCommand(hasMark ? "" : option, source.Name());
 }
 
 }  // namespace KelmoLibs::Lang

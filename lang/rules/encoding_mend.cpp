@@ -1,0 +1,37 @@
+#include "lang/rules/encoding_mend.h"
+
+#include <optional>
+
+#include "lang/rules/fix_command.h"
+#include "lang/unicode/code_page_guess.h"
+
+namespace KelmoLibs::Lang {
+
+void ExplainCodePage(const SourceFile& source, const std::vector<std::string_view>& samples,
+                     std::string_view fault, const std::string& language, Finding& finding) {
+  const std::optional<CodePageGuess> guess = GuessCodePage(samples, language);
+  if (!guess) {
+    finding.mend = {"encoding.mend.unknown", {}};
+    return;
+  }
+  const std::string name(CodePageName(guess->page));
+  const std::string letters = Utf8FromCodePage(guess->page, fault);
+  if (!guess->other) {
+    finding.hint = {"encoding.guess", {name, letters}};
+    finding.mendCommand = FixCommand("--from " + name + ' ', source.Name());
+    return;
+  }
+  const std::string other(CodePageName(*guess->other));
+  finding.hint = {"encoding.guess.two",
+                  {name, letters, other, Utf8FromCodePage(*guess->other, fault)}};
+  finding.mend = {"encoding.mend.choose", {name, other, FixCommand("", source.Name())}};
+}
+
+void ExplainUtf16(const SourceFile& source, Finding& finding) {
+  const bool isLittle = source.EncodedAsUtf16() == Utf16::kLittleEndian;
+  const bool hasMark = source.Raw().compare(0, 2, isLittle ? "\xFF\xFE" : "\xFE\xFF") == 0;
+  const char* const option = isLittle ? "--from utf-16le " : "--from utf-16be ";
+  finding.mendCommand = FixCommand(hasMark ? "" : option, source.Name());
+}
+
+}  // namespace KelmoLibs::Lang
