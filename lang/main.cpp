@@ -1,5 +1,8 @@
+#include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <functional>
+#include <new>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -58,15 +61,13 @@ struct Run {
     return (*this)(Rules(options, texts, TerminalWidth(Stream::kOutput).value_or(kWidthOfFiles)));
   }
   int operator()(const ShowOptions& options) const { return (*this)(Show(options, texts)); }
-  int operator()(const UnitsListOptions&) const { return (*this)(ListUnits(texts)); }
+  int operator()(const UnitsListOptions& /*options*/) const { return (*this)(ListUnits(texts)); }
   int operator()(const UnitsExplainOptions& options) const {
     return (*this)(ExplainUnit(options, texts));
   }
 };
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int RunProgram(int argc, char** argv) {
   const std::vector<std::string> arguments = ProgramArguments(argc, argv);
   const std::optional<Desktop> desktop = StartedFromDesktop();
   if (desktop && AreDropped(arguments)) {
@@ -76,4 +77,17 @@ int main(int argc, char** argv) {
                                             TerminalWidth(Stream::kOutput).value_or(kWidthOfFiles));
   const Texts texts(line.language);
   return std::visit(Run{texts}, line.command);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return RunProgram(argc, argv);
+  } catch (const std::bad_alloc&) {
+    (void)std::fputs("kelmo-lang: not enough memory\n", stderr);  // no memory for a translation
+  } catch (const std::exception& error) {
+    (void)std::fprintf(stderr, "kelmo-lang: %s\n", error.what());
+  }
+  return kStatusWrong;
 }

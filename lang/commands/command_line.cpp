@@ -176,8 +176,11 @@ const CLI::App& Given(const CLI::App& app) {
 
 // "kelmo-lang units list"
 std::string NameOf(const CLI::App& app) {
-  const CLI::App* const parent = app.get_parent();
-  return parent != nullptr ? NameOf(*parent) + ' ' + app.get_name() : kProgram;
+  std::string name;
+  for (const CLI::App* part = &app; part->get_parent() != nullptr; part = part->get_parent()) {
+    name.insert(0, ' ' + part->get_name());
+  }
+  return kProgram + name;
 }
 
 // The word for a value in the help: "FILE". Lists of possible values are no words.
@@ -238,13 +241,19 @@ CommandHelp HelpOf(const CLI::App& app, const Checks& checks, const Texts& texts
   return help;
 }
 
-// The help of a command and of all commands in it.
-void AddHelps(const CLI::App& app, const Checks& checks, const Texts& texts,
-              std::vector<CommandHelp>& helps) {
-  helps.push_back(HelpOf(app, checks, texts));
-  for (const CLI::App* const command : app.get_subcommands({})) {
-    AddHelps(*command, checks, texts, helps);
+// The help of the program and of all its commands, each before those in it.
+std::vector<CommandHelp> AllHelps(const CLI::App& program, const Checks& checks,
+                                  const Texts& texts) {
+  std::vector<CommandHelp> helps;
+  std::vector<const CLI::App*> left = {&program};  // the next one is the last
+  while (!left.empty()) {
+    const CLI::App& app = *left.back();
+    left.pop_back();
+    helps.push_back(HelpOf(app, checks, texts));
+    const auto commands = app.get_subcommands({});
+    left.insert(left.end(), commands.rbegin(), commands.rend());
   }
+  return helps;
 }
 
 // One line, and nothing in it that controls a terminal.
@@ -337,8 +346,7 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments,
     return {language, Answer{0, std::string(kProgram) + " " KELMO_LANG_VERSION "\n", ""}};
   }
   if (options.isManPage) {
-    std::vector<CommandHelp> helps;
-    AddHelps(app, checks, texts, helps);
+    const std::vector<CommandHelp> helps = AllHelps(app, checks, texts);
     return {language, Answer{0, ManPage(helps, texts, KELMO_LANG_VERSION), ""}};
   }
   if (!command.get_subcommands({}).empty()) {  // a command is missing

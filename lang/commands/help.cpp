@@ -13,7 +13,10 @@ constexpr std::size_t kIndent = 2;
 constexpr std::size_t kWidestName = 22;  // a longer one has a line of its own
 constexpr std::size_t kNarrowest = 40;
 
-std::string Blanks(std::size_t count) { return std::string(count, ' '); }
+std::string Blanks(std::size_t count) {
+  std::string blanks(count, ' ');
+  return blanks;
+}
 
 // Names and texts in two columns.
 std::string Table(const std::vector<HelpRow>& rows, std::size_t width) {
@@ -112,26 +115,26 @@ std::string Wrap(std::string_view text, std::size_t at, std::size_t indent, std:
   return wrapped;
 }
 
-std::string HelpText(const CommandHelp& help, const Texts& texts, unsigned columns) {
-  const std::size_t width = std::max<std::size_t>(columns, kNarrowest);
-  std::string text = Wrap(help.name + ": " + help.description, 0, 0, width) + '\n';
+std::string HelpText(const CommandHelp& help, const Texts& texts, unsigned width) {
+  const std::size_t columns = std::max<std::size_t>(width, kNarrowest);
+  std::string text = Wrap(help.name + ": " + help.description, 0, 0, columns) + '\n';
   if (!help.details.empty()) {
-    text += '\n' + Wrap(help.details, 0, 0, width) + '\n';
+    text += '\n' + Wrap(help.details, 0, 0, columns) + '\n';
   }
   text += '\n' + texts.Find("help.usage") + ' ' + help.usage + '\n';
   if (!help.arguments.empty()) {
-    text += '\n' + Table(help.arguments, width);
+    text += '\n' + Table(help.arguments, columns);
   }
-  text += Section(texts.Find("help.commands") + ':', help.commands, width);
-  text += Section(texts.Find("help.options") + ':', help.options, width);
+  text += Section(texts.Find("help.commands") + ':', help.commands, columns);
+  text += Section(texts.Find("help.options") + ':', help.options, columns);
   if (!help.commands.empty()) {
-    text += Section(texts.Find("help.status") + ':', ExitStatus(texts), width);
+    text += Section(texts.Find("help.status") + ':', ExitStatus(texts), columns);
   }
   text += '\n' + texts.Find("help.examples") + ":\n";
   for (const HelpExample& example : help.examples) {
     constexpr std::size_t kTextIndent = 6;
     text += Blanks(kIndent) + example.command + '\n' + Blanks(kTextIndent) +
-            Wrap(example.text, kTextIndent, kTextIndent, width) + '\n';
+            Wrap(example.text, kTextIndent, kTextIndent, columns) + '\n';
   }
   return text;
 }
@@ -139,7 +142,7 @@ std::string HelpText(const CommandHelp& help, const Texts& texts, unsigned colum
 std::string ManPage(const std::vector<CommandHelp>& commands, const Texts& texts,
                     const std::string& version) {
   const CommandHelp& program = commands.front();
-  std::string page = ".TH KELMO-LANG 1 \"\" \"kelmo-lang " + version + "\"\n";
+  std::string page = R"(.TH KELMO-LANG 1 "" "kelmo-lang )" + version + "\"\n";
   page += RoffTitle(texts.Find("manual.name"));
   page += Roff(program.name) + " \\- " + Roff(program.description) + '\n';
   page += RoffTitle(texts.Find("manual.synopsis"));

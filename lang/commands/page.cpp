@@ -152,7 +152,8 @@ class CopyWriter {
     const std::string end = path.extension().u8string();
     std::string name = start + end;
     for (int number = 2; !names_.insert(name).second; ++number) {
-      name = start + " (" + std::to_string(number) + ')' + end;
+      name = start;
+      name.append(" (").append(std::to_string(number)).append(")").append(end);
     }
     return name;
   }

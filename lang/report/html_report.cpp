@@ -90,9 +90,11 @@ std::size_t FolderLength(const Workspace& workspace) {
     if (&file == &workspace.files.front()) {
       folder = name;
     }
-    const auto end = std::mismatch(folder.begin(), folder.end(), name.begin(), name.end()).first;
-    folder = folder.substr(0, static_cast<std::size_t>(end - folder.begin()));
-    folder = folder.substr(0, folder.find_last_of("/\\") + 1);  // npos + 1 is 0
+    std::size_t same = 0;
+    while (same < std::min(folder.size(), name.size()) && folder[same] == name[same]) {
+      ++same;
+    }
+    folder = folder.substr(0, folder.substr(0, same).find_last_of("/\\") + 1);  // npos + 1 is 0
   }
   return folder.size();
 }
@@ -332,7 +334,7 @@ class HtmlWriter {
       const SourceFile& source = FileOf(place.file).Source();
       const std::string_view line = source.Line(place.line);
       const auto start = static_cast<std::size_t>(line.data() - source.Bytes().data());
-      html_ += "<bdi class=\"source\" dir=\"auto\">" +
+      html_ += R"(<bdi class="source" dir="auto">)" +
                HtmlOfLine(line, std::min(place.offset - start, line.size()), place.length) +
                "</bdi>\n";
     }
