@@ -1,8 +1,12 @@
-#include "lang/rules/addresses.h"
-
+// Rule address: an address of the base that the text lacks or has with a typing mistake. A page may
+// be that of another language: "/en/" may become "/de/", and "en.example.org" "de.example.org".
+// Tested by addresses_test.cpp.
 #include <algorithm>
 #include <cstddef>
 #include <string>
+#include <string_view>
+
+#include "lang/rules/check.h"
 
 namespace KelmoLibs::Lang {
 namespace {
@@ -188,6 +192,9 @@ void CheckKind(const TextCheck& check, Finder find) {
 }  // namespace
 
 void CheckAddresses(const TextCheck& check) {
+  if (!check.base || check.Text().empty() || check.Text() == check.BaseText()) {
+    return;
+  }
   if (check.BaseText().find("://") != kNone) {
     CheckKind(check, FindPage);
   }

@@ -102,29 +102,42 @@ struct TextCheck {
   Finding& Add(RuleId rule, Severity severity, std::string_view where, Sentence message) const;
 };
 
-// The families of rules, in the order in which they run. Each is in a file of its own.
+// The functions that run the rules, in the order in which they run, each with its file and its rules.
 
-// Of a file; they mark the lines that they explain.
-void CheckEncoding(FileCheck& check);    // encoding.cpp
-void CheckCharacters(FileCheck& check);  // odd_characters.cpp
-void CheckLines(FileCheck& check);       // lines.cpp: what another format means by a line
-void CheckKeys(FileCheck& check);        // keys.cpp: header, duplicate keys
+// Of a file. They mark the lines that they explain.
+void CheckEncoding(FileCheck& check);       // encoding.cpp: encoding, byte-order-mark, line-end,
+                                            // control-character (0x1A)
+void CheckOddCharacters(FileCheck& check);  // odd_characters.cpp: double-encoding, lost-letter,
+                                            // control-character, line-end (U+2028), beyond-bmp
+void CheckLines(FileCheck& check);          // lines.cpp: other-format, conflict-marker, comment,
+                                            // section, blank-in-key, continued-text, second-tab
+void CheckKeys(FileCheck& check);           // keys.cpp: header, id-unlike-name, indented-line,
+                                            // duplicate-key
 
-// Of all files with one id; these mark lines too. The vector is not empty.
-void CheckBesideBase(std::vector<FileCheck>& files);  // beside_base.cpp: missing keys and the like
+// Of all files with one id, of which there is at least one. It marks lines too.
+void CheckBesideBase(std::vector<FileCheck>& files);  // beside_base.cpp: look-alike-key,
+                                                      // lost-separator, missing, surplus, empty
 
-// Of a text; the entry is read by the library, and its line is not explained.
-void CheckPlaceholders(const TextCheck& check);  // placeholders.cpp
-void CheckMarkup(const TextCheck& check);        // markup.cpp: line breaks, entities, tags
-void CheckPunctuation(const TextCheck& check);   // punctuation.cpp: ends, brackets, accelerators
-void CheckWords(const TextCheck& check);  // words.cpp: scripts, untranslated, doubled, length
+// Of a text. The library reads its entry, and its line is not explained.
+void CheckPlaceholders(const TextCheck& check);         // placeholders.cpp: placeholder
+void CheckMarkup(const TextCheck& check);               // markup.cpp: line-break, entity, tag
+void CheckAddresses(const TextCheck& check);            // addresses.cpp: address
+void CheckEndMarks(const TextCheck& check);             // end_marks.cpp: end-mark, full-stop
+void CheckBrackets(const TextCheck& check);             // brackets.cpp: bracket
+void CheckAccelerators(const TextCheck& check);         // accelerators.cpp: accelerator
+void CheckInvisibleCharacters(const TextCheck& check);  // invisible_characters.cpp:
+                                                        // invisible-character
+void CheckMixedScripts(const TextCheck& check);         // mixed_scripts.cpp: mixed-script
+void CheckUntranslated(const TextCheck& check);         // untranslated.cpp: untranslated
+void CheckDoubled(const TextCheck& check);              // doubled.cpp: doubled-word, doubled-blank
+void CheckLength(const TextCheck& check);               // length.cpp: length
 
 // Of all files with one id.
-void CheckPlurals(std::vector<FileCheck>& files);      // plurals.cpp
-void CheckConsistency(std::vector<FileCheck>& files);  // words.cpp; off unless asked for
+void CheckPlurals(std::vector<FileCheck>& files);      // plurals.cpp: plural-form
+void CheckConsistency(std::vector<FileCheck>& files);  // consistency.cpp: inconsistent
 
 // Of a unit table.
-// unit_tables.cpp
-void CheckUnits(const Workspace& workspace, std::uint32_t fileIndex, Findings& findings);
+void CheckUnits(const Workspace& workspace, std::uint32_t fileIndex,
+                Findings& findings);  // unit_tables.cpp: unit-header and the others of unit tables
 
 }  // namespace KelmoLibs::Lang

@@ -1,6 +1,9 @@
 #include "lang/rules/check_workspace.h"
 
+#include <string_view>
+
 #include "lang/rules/check.h"
+#include "lang/unicode/code_points.h"
 
 namespace KelmoLibs::Lang {
 namespace {
@@ -46,6 +49,27 @@ bool IsTextChecked(const FileCheck& check, const Entry& entry) {
   return check.Merged().Find(entry.key).entry == &entry && !check.IsExplained(entry);
 }
 
+// Whether the text is a single character, which is its own name: ":" for "Colon".
+bool IsCharacter(std::string_view text) {
+  return !text.empty() && FirstCodePoint(text).length == text.size();
+}
+
+void CheckText(const TextCheck& check) {
+  CheckPlaceholders(check);
+  CheckMarkup(check);
+  CheckAddresses(check);
+  if (!IsCharacter(check.Text())) {
+    CheckEndMarks(check);
+    CheckBrackets(check);
+  }
+  CheckAccelerators(check);
+  CheckInvisibleCharacters(check);
+  CheckMixedScripts(check);
+  CheckUntranslated(check);
+  CheckDoubled(check);
+  CheckLength(check);
+}
+
 void CheckTexts(FileCheck& check, Progress& progress) {
   if (check.Source().EncodedAsUtf16() != Utf16::kNo) {
     return;  // what the library reads of it are no texts
@@ -61,11 +85,7 @@ void CheckTexts(FileCheck& check, Progress& progress) {
       continue;
     }
     const FoundEntry base = check.Base() != nullptr ? check.Base()->Find(entry.key) : FoundEntry{};
-    const TextCheck text{check, entry, base};
-    CheckPlaceholders(text);
-    CheckMarkup(text);
-    CheckPunctuation(text);
-    CheckWords(text);
+    CheckText({check, entry, base});
   }
 }
 
@@ -82,7 +102,7 @@ void CheckDictionary(const Workspace& workspace, const MergedDictionary& diction
   }
   for (FileCheck& file : files) {
     CheckEncoding(file);
-    CheckCharacters(file);
+    CheckOddCharacters(file);
     CheckLines(file);
     CheckKeys(file);
     progress.AddHalf(file);

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "lang/reading/word_reader.h"
-#include "lang/rules/text_rules.h"
+#include "lang/rules/check.h"
 
 namespace KelmoLibs::Lang {
 namespace {

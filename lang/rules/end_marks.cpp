@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "lang/reading/word_reader.h"
-#include "lang/rules/text_rules.h"
+#include "lang/rules/check.h"
 #include "lang/unicode/code_points.h"
 #include "lang/unicode/scripts.h"
 
@@ -256,7 +256,7 @@ std::string_view MessageOf(EndKind kind) noexcept {
 
 }  // namespace
 
-void CheckEnd(const TextCheck& check) {
+void CheckEndMarks(const TextCheck& check) {
   if (!check.base || check.Text().empty() || check.BaseText().empty()) {
     return;
   }

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "lang/reading/pattern.h"
-#include "lang/rules/text_rules.h"
+#include "lang/rules/check.h"
 #include "lang/unicode/code_points.h"
 #include "lang/unicode/display_width.h"
 

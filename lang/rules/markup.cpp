@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <string>
 
-#include "lang/rules/addresses.h"
 #include "lang/rules/check.h"
 
 namespace KelmoLibs::Lang {
@@ -384,7 +383,6 @@ void CheckMarkup(const TextCheck& check) {
   if (check.BaseText().find('<') != kNone) {
     CheckTags(check);
   }
-  CheckAddresses(check);
 }
 
 }  // namespace KelmoLibs::Lang

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "lang/reading/word_reader.h"
-#include "lang/rules/text_rules.h"
+#include "lang/rules/check.h"
 #include "lang/unicode/code_points.h"
 #include "lang/unicode/scripts.h"
 

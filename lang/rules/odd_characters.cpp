@@ -376,7 +376,7 @@ class Part {
 
 }  // namespace
 
-void CheckCharacters(FileCheck& check) {
+void CheckOddCharacters(FileCheck& check) {
   const auto checkParts = [&check](const Entry& entry) {
     Part(check, entry.key, entry.key, true).Check();
     Part(check, entry.key, entry.text, false).Check();

@@ -1,6 +1,4 @@
 // Pages and e-mail addresses of texts.
-#include "lang/rules/addresses.h"
-
 #include <gtest/gtest.h>
 
 #include <chrono>

@@ -78,7 +78,7 @@ TEST(EndMarks, CompareWithTheBase) {
   };
   for (const TextRow& row : rows) {
     SCOPED_TRACE(row.name);
-    EXPECT_EQ(ResultsOf(CheckEnd, row), row.expected);
+    EXPECT_EQ(ResultsOf(CheckEndMarks, row), row.expected);
   }
 }
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "lang/rules/text_rules.h"
+#include "lang/rules/check.h"
 #include "lang/unicode/code_points.h"
 
 namespace KelmoLibs::Lang {
