@@ -4,16 +4,21 @@
 
 namespace KelmoLibs::Lang {
 
-FileCheck::FileCheck(const Workspace& workspace, std::uint32_t fileIndex, Findings& findings,
-                     const RuleSettings& settings)
-    : workspace_(workspace),
+const PlaceholderUse& RunCheck::PlaceholdersOfBase() {
+  if (!placeholdersOfBase_) {
+    placeholdersOfBase_ = UseOfPlaceholders(workspace_, *workspace_.Base());
+  }
+  return *placeholdersOfBase_;
+}
+
+FileCheck::FileCheck(RunCheck& run, std::uint32_t fileIndex, const RuleSettings& settings)
+    : run_(run),
       fileIndex_(fileIndex),
-      file_(*workspace.files[fileIndex].dictionary),
-      merged_(workspace.dictionaries.find(file_.IntendedId())->second),
-      base_(workspace.BaseOf(fileIndex)),
+      file_(*AllFiles().files[fileIndex].dictionary),
+      merged_(AllFiles().dictionaries.find(file_.IntendedId())->second),
+      base_(AllFiles().BaseOf(fileIndex)),
       language_(LanguageOf(file_.IntendedId())),
       explained_(std::size_t{file_.Source().LineCount()} + 1),
-      findings_(findings),
       settings_(settings) {}
 
 Finding& FileCheck::Add(RuleId rule, Severity severity, std::string_view where,
@@ -25,14 +30,14 @@ Finding& FileCheck::Add(RuleId rule, Severity severity, std::string_view where,
 }
 
 Finding& FileCheck::AddToFile(RuleId rule, Severity severity, Sentence message) {
-  Finding& finding = findings_.Add(rule, severity, fileIndex_);
+  Finding& finding = run_.Add(rule, severity, fileIndex_);
   finding.id = file_.IntendedId();
   finding.message = std::move(message);
   return finding;
 }
 
 Place FileCheck::PlaceIn(std::uint32_t file, std::string_view part) const noexcept {
-  Place place = workspace_.files[file].Source().PlaceOf(part);
+  Place place = AllFiles().files[file].Source().PlaceOf(part);
   place.file = file;
   return place;
 }

@@ -16,13 +16,36 @@
 
 namespace KelmoLibs::Lang {
 
+/// What the checks of all dictionaries share.
+class RunCheck {
+ public:
+  /// `findings` gets what the rules find.
+  RunCheck(const Workspace& workspace, Findings& findings)
+      : workspace_(workspace), findings_(findings) {}
+
+  const Workspace& AllFiles() const noexcept { return workspace_; }
+
+  /// What placeholders look like in the base. Found out at the first call. Precondition: there is a
+  /// base.
+  const PlaceholderUse& PlaceholdersOfBase();
+
+  /// Findings::Add.
+  Finding& Add(RuleId rule, Severity severity, std::uint32_t file) {
+    return findings_.Add(rule, severity, file);
+  }
+
+ private:
+  const Workspace& workspace_;
+  Findings& findings_;
+  std::optional<PlaceholderUse> placeholdersOfBase_;
+};
+
 /// One dictionary file while it is checked.
 class FileCheck {
  public:
-  FileCheck(const Workspace& workspace, std::uint32_t fileIndex, Findings& findings,
-            const RuleSettings& settings);
+  FileCheck(RunCheck& run, std::uint32_t fileIndex, const RuleSettings& settings);
 
-  const Workspace& AllFiles() const noexcept { return workspace_; }
+  const Workspace& AllFiles() const noexcept { return run_.AllFiles(); }
   std::uint32_t FileIndex() const noexcept { return fileIndex_; }
   const DictionaryFile& File() const noexcept { return file_; }
   const SourceFile& Source() const noexcept { return file_.Source(); }
@@ -37,13 +60,8 @@ class FileCheck {
   /// The base that this file is compared with; null if there is none, or if the file belongs to it.
   const MergedDictionary* Base() const noexcept { return base_; }
 
-  /// What placeholders look like in Base(), which is not null. Found out at the first call.
-  const PlaceholderUse& PlaceholdersOfBase() {
-    if (!placeholdersOfBase_) {
-      placeholdersOfBase_ = UseOfPlaceholders(workspace_, *base_);
-    }
-    return *placeholdersOfBase_;
-  }
+  /// What placeholders look like in Base(), which is not null.
+  const PlaceholderUse& PlaceholdersOfBase() const { return run_.PlaceholdersOfBase(); }
 
   /// Adds a finding at `where`, a view into Source().Bytes(), and returns it, so that the caller
   /// adds a hint or a mend. The reference is valid until the next Add. `key` may be empty.
@@ -75,17 +93,15 @@ class FileCheck {
   }
 
  private:
-  const Workspace& workspace_;
+  RunCheck& run_;
   std::uint32_t fileIndex_;
   const DictionaryFile& file_;
   const MergedDictionary& merged_;
   const MergedDictionary* base_;
   Language language_;
-  std::optional<PlaceholderUse> placeholdersOfBase_;
   std::vector<bool> explained_;  // by line number
   bool isWholeFileExplained_ = false;
   bool isIdDoubtful_ = false;
-  Findings& findings_;
   const RuleSettings& settings_;
 };
 

@@ -89,12 +89,12 @@ void CheckTexts(FileCheck& check, Progress& progress) {
   }
 }
 
-void CheckDictionary(const Workspace& workspace, const MergedDictionary& dictionary,
-                     const SettingsOfFiles& settings, Findings& findings, Progress& progress) {
+void CheckDictionary(RunCheck& run, const MergedDictionary& dictionary,
+                     const SettingsOfFiles& settings, Progress& progress) {
   std::vector<FileCheck> files;
   for (const std::uint32_t file : dictionary.Files()) {
-    if (workspace.files[file].isReported) {
-      files.emplace_back(workspace, file, findings, settings.Of(file));
+    if (run.AllFiles().files[file].isReported) {
+      files.emplace_back(run, file, settings.Of(file));
     }
   }
   if (files.empty()) {
@@ -121,9 +121,10 @@ void CheckDictionary(const Workspace& workspace, const MergedDictionary& diction
 Findings CheckWorkspace(const Workspace& workspace, const SettingsOfFiles& settings,
                         const std::function<void(double)>& progress) {
   Findings findings;
+  RunCheck run(workspace, findings);
   Progress done(workspace, progress);
   for (const auto& [id, dictionary] : workspace.dictionaries) {
-    CheckDictionary(workspace, dictionary, settings, findings, done);
+    CheckDictionary(run, dictionary, settings, done);
   }
   for (std::uint32_t i = 0; i < workspace.files.size(); ++i) {
     if (workspace.files[i].units && workspace.files[i].isReported) {

@@ -36,7 +36,8 @@ inline std::string ResultsOf(void (*rule)(const TextCheck&), const TextRow& row,
     workspace.baseFile = 1;
   }
   Findings findings;
-  FileCheck check(workspace, 0, findings, settings);
+  RunCheck run(workspace, findings);
+  FileCheck check(run, 0, settings);
   const Entry& entry = check.File().Entries().front();
   rule({check, entry, row.base.empty() ? FoundEntry() : workspace.Base()->Find(entry.key)});
   std::string results;
