@@ -194,7 +194,7 @@ class BaseCheck {
 
   static void Explain(SurplusKey& surplus) {
     if (surplus.file != nullptr) {
-      surplus.file->Explain(surplus.file->Source().LineOf(surplus.entry->key.data()));
+      surplus.file->Explain(*surplus.entry);
     }
     surplus.isExplained = true;
   }
@@ -263,7 +263,7 @@ class BaseCheck {
     Finding& finding = surplus.file->Add(RuleId::kLookAlikeKey, Severity::kError, where, wanted,
                                          std::move(message));
     finding.mend = {"look-alike-key.mend", {std::string(wanted)}};
-    AddBase(finding, missing.base);
+    finding.related.push_back(surplus.file->RelatedBase(missing.base, wanted));
   }
 
   static const char* LetterMessage(char32_t character) noexcept {
@@ -371,7 +371,7 @@ class BaseCheck {
                                           {std::string(key), std::string(rest.substr(0, 1))}});
     finding.mend = {isMark ? "lost-separator.mend_mark" : "lost-separator.mend",
                     {std::string(key)}};
-    AddBase(finding, missing.base);
+    finding.related.push_back(surplus.file->RelatedBase(missing.base, key));
   }
 
   void MatchSimilarKeys() {
@@ -409,16 +409,8 @@ class BaseCheck {
     const std::string_view key = missing.base.entry->key;
     Finding& finding = file.Add(RuleId::kMissing, Severity::kWarning, where, key,
                                 {"missing.message", {std::string(key)}});
-    AddBase(file, finding, missing.base);
+    finding.related.push_back(file.RelatedBase(missing.base, key));
     return finding;
-  }
-
-  static void AddBase(const FileCheck& file, Finding& finding, const FoundEntry& base) {
-    finding.related.push_back({file.PlaceIn(base.file, base.entry->key),
-                               {"related.base", {std::string(base.entry->text)}}});
-  }
-  void AddBase(Finding& finding, const FoundEntry& base) const {
-    AddBase(files_.front(), finding, base);
   }
 
   // Each stands where its line belongs. Of several files the one with its neighbour lacks it.
@@ -464,8 +456,8 @@ class BaseCheck {
           Finding& finding = file.Add(RuleId::kEmpty, Severity::kWarning,
                                       entry.text.empty() ? entry.key : entry.text, entry.key,
                                       {"empty.message", {std::string(entry.key)}});
-          AddBase(finding, base);
-          file.Explain(file.Source().LineOf(entry.key.data()));
+          finding.related.push_back(file.RelatedBase(base, base.entry->key));
+          file.Explain(entry);
         }
       }
     }

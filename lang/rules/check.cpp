@@ -42,12 +42,15 @@ Place FileCheck::PlaceIn(std::uint32_t file, std::string_view part) const noexce
   return place;
 }
 
+RelatedPlace FileCheck::RelatedBase(const FoundEntry& base, std::string_view where) const {
+  return {PlaceIn(base.file, where), {"related.base", {KeptText(base.entry->text)}}};
+}
+
 Finding& TextCheck::Add(RuleId rule, Severity severity, std::string_view where,
                         Sentence message) const {
   Finding& finding = file.Add(rule, severity, where, entry.key, std::move(message));
   if (base) {
-    finding.related.push_back({file.PlaceIn(base.file, base.entry->text),
-                               {"related.base", {std::string(base.entry->text)}}});
+    finding.related.push_back(file.RelatedBase(base, base.entry->text));
   }
   return finding;
 }

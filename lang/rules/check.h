@@ -60,6 +60,11 @@ class FileCheck {
   /// The base that this file is compared with; null if there is none, or if the file belongs to it.
   const MergedDictionary* Base() const noexcept { return base_; }
 
+  /// The entry of Base(); nothing without a base, or if it lacks the key.
+  FoundEntry FindInBase(std::string_view key) const noexcept {
+    return base_ != nullptr ? base_->Find(key) : FoundEntry{};
+  }
+
   /// What placeholders look like in Base(), which is not null.
   const PlaceholderUse& PlaceholdersOfBase() const { return run_.PlaceholdersOfBase(); }
 
@@ -74,9 +79,14 @@ class FileCheck {
   /// The place of `part`, a view into the bytes of file number `file`.
   Place PlaceIn(std::uint32_t file, std::string_view part) const noexcept;
 
+  /// The text of the base as a related place of a finding. `where` is the key or the text of `base`.
+  RelatedPlace RelatedBase(const FoundEntry& base, std::string_view where) const;
+
   /// A line whose fault is reported is explained: further rules do not look at its entry, so that
   /// one cause gives one finding.
   void Explain(std::uint32_t line) { explained_[line] = true; }
+  void Explain(const Entry& entry) { Explain(Source().LineOf(entry.key.data())); }
+
   /// No further rule looks at any line.
   void ExplainWholeFile() { isWholeFileExplained_ = true; }
   bool IsWholeFileExplained() const noexcept { return isWholeFileExplained_; }

@@ -84,8 +84,7 @@ void CheckTexts(FileCheck& check, Progress& progress) {
     if (!IsTextChecked(check, entry)) {
       continue;
     }
-    const FoundEntry base = check.Base() != nullptr ? check.Base()->Find(entry.key) : FoundEntry{};
-    CheckText({check, entry, base});
+    CheckText({check, entry, check.FindInBase(entry.key)});
   }
 }
 

@@ -25,10 +25,10 @@ void CheckFile(FileCheck& check, Translations& translations) {
       continue;
     }
     Finding& finding = check.Add(RuleId::kInconsistent, Severity::kNote, entry.text, entry.key,
-                                 {"inconsistent.message", {std::string(base.entry->text)}});
+                                 {"inconsistent.message", {KeptText(base.entry->text)}});
     finding.related.push_back(
         {check.PlaceIn(other.file, other.entry->text),
-         {"inconsistent.other", {std::string(other.entry->key), std::string(other.entry->text)}}});
+         {"inconsistent.other", {std::string(other.entry->key), KeptText(other.entry->text)}}});
   }
 }
 

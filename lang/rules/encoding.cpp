@@ -307,7 +307,7 @@ bool IsInKey(std::string_view line) noexcept {
 bool IsLikelyEntry(const FileCheck& check, std::string_view rest, std::string_view key) {
   return rest.substr(key.size(), 1) == "\t" ||
          (rest.size() > key.size() && key.find_first_of("._") != std::string_view::npos) ||
-         (check.Base() != nullptr && check.Base()->Find(key));
+         check.FindInBase(key);
 }
 
 // CRs in lines that end with LF.

@@ -39,6 +39,10 @@ void Clip(Finding& finding) {
 
 }  // namespace
 
+std::string KeptText(std::string_view text) {
+  return std::string(text.substr(0, Findings::kKeptBytes + 1));
+}
+
 Finding& Findings::Add(RuleId rule, Severity severity, std::uint32_t file) {
   if (!kept_.empty()) {
     Clip(kept_.back());

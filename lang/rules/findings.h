@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <string>
+#include <string_view>
 #include <tuple>
 #include <vector>
 
@@ -18,6 +20,10 @@ struct CountedFindings {
   std::uint32_t file;
   std::size_t count;
 };
+
+/// `text` as an argument of a sentence. Of a long text only so much is copied as Findings needs to cut
+/// it: many findings may show the same text.
+std::string KeptText(std::string_view text);
 
 class Findings {
  public:

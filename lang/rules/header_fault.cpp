@@ -29,8 +29,9 @@ bool IsEntryInHeader(const FileCheck& check) {
     return true;
   }
   // A key such as "no" or "ok" may also be an id: then the file has the key too.
-  return check.Base() != nullptr && check.Base()->Find(id) && !check.Merged().Find(id) &&
-         (!isLanguage || check.File().DisplayName() == check.Base()->Find(id).entry->text);
+  const FoundEntry base = check.FindInBase(id);
+  return base && !check.Merged().Find(id) &&
+         (!isLanguage || check.File().DisplayName() == base.entry->text);
 }
 
 }  // namespace
@@ -64,8 +65,7 @@ const Entry* FindDisplacedHeader(const FileCheck& check) {
     const bool isId = language.empty() ? ids.find(entry.key) != ids.end()
                                        : entry.key.size() == language.size() &&
                                              AsciiLowerCase(entry.key) == lower;
-    const bool isInBase = check.Base() != nullptr && check.Base()->Find(entry.key);
-    if (isId && !entry.key.empty() && !isInBase && !IsBeforeTab(entry)) {
+    if (isId && !entry.key.empty() && !check.FindInBase(entry.key) && !IsBeforeTab(entry)) {
       return &entry;
     }
   }

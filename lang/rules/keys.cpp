@@ -137,7 +137,7 @@ void CheckIndentedLines(FileCheck& check) {
     if (!entry.key.empty() || check.IsExplained(entry)) {
       continue;
     }
-    check.Explain(check.Source().LineOf(entry.key.data()));
+    check.Explain(entry);
     if (IsBlank(entry.text)) {
       blankLine = blankLines++ == 0 ? &entry : blankLine;
       continue;
@@ -178,7 +178,7 @@ void ReportDuplicate(FileCheck& check, const Duplicate& duplicate) {
                                {isOther ? "duplicate-key.other_text" : "duplicate-key.same_text",
                                 {std::string(duplicate.entry->key)}});
   finding.related.push_back({check.PlaceIn(duplicate.first.file, duplicate.first.entry->key),
-                             {"duplicate-key.first", {std::string(duplicate.first.entry->text)}}});
+                             {"duplicate-key.first", {KeptText(duplicate.first.entry->text)}}});
 }
 
 void ReportCopy(FileCheck& check, const Copy& copy) {
@@ -188,7 +188,7 @@ void ReportCopy(FileCheck& check, const Copy& copy) {
                 {"duplicate-key.file.#",
                  {std::to_string(copy.count), check.AllFiles().files[first.file].Source().Name()}});
   finding.related.push_back({check.PlaceIn(first.file, first.entry->key),
-                             {"duplicate-key.first", {std::string(first.entry->text)}}});
+                             {"duplicate-key.first", {KeptText(first.entry->text)}}});
 }
 
 // Whether the checked file or `file`, which has the same id, should have another one.

@@ -65,9 +65,7 @@ class LineCheck {
   }
 
  private:
-  bool IsInBase(const Entry& entry) const noexcept {
-    return check_.Base() != nullptr && check_.Base()->Find(entry.key);
-  }
+  bool IsInBase(const Entry& entry) const noexcept { return bool{check_.FindInBase(entry.key)}; }
 
   void ReportFormat(std::string_view line, Sentence message, Sentence mend) {
     Finding& finding =
@@ -241,7 +239,7 @@ class LineCheck {
       if (check_.IsExplained(*entry)) {
         continue;
       }
-      check_.Explain(check_.Source().LineOf(entry->key.data()));
+      check_.Explain(*entry);
       if (++count == 1) {
         first = entry;
       } else if (related.size() < kRelatedPlaces) {
@@ -315,7 +313,7 @@ class LineCheck {
                                   {message, {CodePointName(character), std::string(entry.key)}});
     const bool isInvisible = blank == Blank::kInvisible || blank == Blank::kJoiner;
     finding.mend = {isInvisible ? "blank-in-key.mend.delete" : "blank-in-key.mend.tab", {}};
-    check_.Explain(check_.Source().LineOf(entry.key.data()));
+    check_.Explain(entry);
   }
 
   // A space or tab, at which the library ends the key.
@@ -332,9 +330,8 @@ class LineCheck {
                      {keyEnd, static_cast<std::size_t>(entry.text.data() - keyEnd)},
                      base.entry->key, {"blank-in-key.space", {key, std::string(entry.key)}});
       finding.mend = {"blank-in-key.mend.space", {key}};
-      finding.related.push_back({check_.PlaceIn(base.file, base.entry->key),
-                                 {"related.base", {std::string(base.entry->text)}}});
-      check_.Explain(check_.Source().LineOf(keyEnd));
+      finding.related.push_back(check_.RelatedBase(base, base.entry->key));
+      check_.Explain(entry);
     }
   }
 
@@ -389,9 +386,9 @@ class LineCheck {
     finding.related.push_back(
         {check_.PlaceIn(check_.FileIndex(), entry->key), {"continued-text.begin", {}}});
     for (const Entry* const line : lines) {
-      check_.Explain(check_.Source().LineOf(line->key.data()));
+      check_.Explain(*line);
     }
-    check_.Explain(check_.Source().LineOf(entry->key.data()));
+    check_.Explain(*entry);
     lines.clear();
   }
 
@@ -399,8 +396,7 @@ class LineCheck {
   void ReportSecondTabs() {
     Entries lines;
     for (const Entry* const entry : secondTabs_) {
-      const FoundEntry base =
-          check_.Base() != nullptr ? check_.Base()->Find(entry->key) : FoundEntry{};
+      const FoundEntry base = check_.FindInBase(entry->key);
       const bool isMeant = base && base.entry->text.find('\t') != std::string_view::npos;
       if (!isMeant && !check_.IsExplained(*entry)) {
         lines.push_back(entry);

@@ -234,7 +234,7 @@ class Part {
   }
 
   std::optional<std::string_view> BaseText() const {
-    const FoundEntry base = check_.Base() != nullptr ? check_.Base()->Find(key_) : FoundEntry{};
+    const FoundEntry base = check_.FindInBase(key_);
     return base ? std::optional(base.entry->text) : std::nullopt;
   }
 
@@ -303,8 +303,7 @@ class Part {
       return {};
     }
     const std::string_view key = rest.substr(0, end);
-    const bool isMissing =
-        check_.Base() != nullptr && check_.Base()->Find(key) && !check_.Merged().Find(key);
+    const bool isMissing = check_.FindInBase(key) && !check_.Merged().Find(key);
     return rest[end] == '\t' || isMissing ? key : std::string_view();
   }
 
@@ -358,7 +357,7 @@ class Part {
     const auto found = static_cast<std::size_t>(std::find_if(part_.begin(), part_.end(), isBeyond) -
                                                 part_.begin());
     const std::string_view where = part_.substr(found, FirstCodePoint(part_.substr(found)).length);
-    const FoundEntry base = check_.Base() != nullptr ? check_.Base()->Find(key_) : FoundEntry{};
+    const FoundEntry base = check_.FindInBase(key_);
     if (base && check_.AllFiles().files[base.file].isReported &&
         (isKey_ ? base.entry->key : base.entry->text).find(where) != std::string_view::npos) {
       return;

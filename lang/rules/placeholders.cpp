@@ -159,9 +159,7 @@ void Report(const TextCheck& check, const Reference& reference, const Placeholde
   const Placeholder* const surplus = comparison.surplus;
   const auto add = [&](std::string_view where, Severity severity, Sentence message) -> Finding& {
     Finding& finding = check.Add(RuleId::kPlaceholder, severity, where, std::move(message));
-    const std::string_view baseText = reference.base.entry->text;
-    finding.related = {{check.file.PlaceIn(reference.base.file, baseText),
-                        {"related.base", {std::string(baseText)}}}};
+    finding.related = {check.file.RelatedBase(reference.base, reference.base.entry->text)};
     return finding;
   };
   switch (comparison.difference) {

@@ -50,8 +50,7 @@ void CheckSet(std::vector<FileCheck>& files, const PluralRules& rules, const Cat
   }
   Finding& finding = check->Add(RuleId::kPluralForm, Severity::kWarning, present.entry->key,
                                 present.entry->key, {"plural-form.missing", {std::move(missing)}});
-  finding.related.push_back({check->PlaceIn(set.base.file, set.base.entry->text),
-                             {"related.base", {std::string(set.base.entry->text)}}});
+  finding.related.push_back(check->RelatedBase(set.base, set.base.entry->text));
 }
 
 // The plural sets of the base, each once.
@@ -101,8 +100,7 @@ void CheckSurplus(FileCheck& check, const PluralRules& rules) {
           RuleId::kPluralForm, Severity::kWarning, entry.key, entry.key,
           {"plural-form.surplus",
            {std::string(PluralCategoryName(form->category)), check.FileLanguage().primary}});
-      finding.related.push_back({check.PlaceIn(set.file, set.entry->text),
-                                 {"related.base", {std::string(set.entry->text)}}});
+      finding.related.push_back(check.RelatedBase(set, set.entry->text));
     }
   }
 }
