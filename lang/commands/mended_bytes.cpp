@@ -11,6 +11,7 @@
 #include "lang/reading/dictionary_file.h"
 #include "lang/reading/language.h"
 #include "lang/report/visible_text.h"
+#include "lang/unicode/ascii.h"
 #include "lang/unicode/byte_order_mark.h"
 #include "lang/unicode/code_page_guess.h"
 #include "lang/unicode/utf16.h"
@@ -270,12 +271,8 @@ std::optional<NamedEncoding> FindEncoding(std::string_view name) {
   if (const std::optional<CodePage> page = FindCodePage(name)) {
     return *page;
   }
-  std::string lower(name);
-  std::transform(lower.begin(), lower.end(), lower.begin(), [](char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-  });
   for (const auto& [known, utf16] : kUtf16Names) {
-    if (lower == known) {
+    if (AreEqualButForCase(name, known)) {
       return utf16;
     }
   }

@@ -4,8 +4,8 @@
 #include <string_view>
 #include <system_error>
 
-#include "lang/reading/name_language.h"
 #include "lang/reading/pattern.h"
+#include "lang/unicode/ascii.h"
 
 namespace KelmoLibs::Lang {
 namespace {

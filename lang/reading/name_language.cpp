@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "lang/reading/language.h"
+#include "lang/unicode/ascii.h"
 
 namespace KelmoLibs::Lang {
 namespace {
@@ -58,13 +59,11 @@ bool Contains(const std::vector<std::string_view>& parts, std::string_view id) {
   }
   const std::vector<std::string_view> idParts = Parts(id);
   return std::search(parts.begin(), parts.end(), idParts.begin(), idParts.end(),
-                     [](std::string_view a, std::string_view b) {
-                       return AsciiLowerCase(a) == AsciiLowerCase(b);
-                     }) != parts.end();
+                     AreEqualButForCase) != parts.end();
 }
 
 bool AreEqualIfGiven(const std::string& a, const std::string& b) {
-  return a.empty() || b.empty() || AsciiLowerCase(a) == AsciiLowerCase(b);
+  return a.empty() || b.empty() || AreEqualButForCase(a, b);
 }
 
 // Codes that stand for the same language in practice.
@@ -76,7 +75,7 @@ std::string Primary(const Language& language) {
 }
 
 bool IsUpperCase(std::string_view part) {
-  return std::all_of(part.begin(), part.end(), [](char c) { return c >= 'A' && c <= 'Z'; });
+  return std::all_of(part.begin(), part.end(), IsAsciiUpper);
 }
 
 }  // namespace
@@ -112,16 +111,6 @@ NameLanguage CompareWithName(std::string_view id, std::string_view path) {
                  AreEqualIfGiven(fromName.script, fromId.script);
   }
   return found;
-}
-
-std::string AsciiLowerCase(std::string_view text) {
-  std::string lower(text);
-  for (char& c : lower) {
-    if (c >= 'A' && c <= 'Z') {
-      c = static_cast<char>(c + ('a' - 'A'));
-    }
-  }
-  return lower;
 }
 
 }  // namespace KelmoLibs::Lang

@@ -16,7 +16,4 @@ struct NameLanguage {
 /// `path` is UTF-8. In doubt the id fits.
 NameLanguage CompareWithName(std::string_view id, std::string_view path);
 
-/// ASCII letters in lower case; all other bytes stay.
-std::string AsciiLowerCase(std::string_view text);
-
 }  // namespace KelmoLibs::Lang

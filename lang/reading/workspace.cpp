@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "lang/reading/file_names.h"
-#include "lang/reading/name_language.h"
+#include "lang/unicode/ascii.h"
 
 namespace KelmoLibs::Lang {
 namespace {

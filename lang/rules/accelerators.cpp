@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "lang/rules/check.h"
+#include "lang/unicode/ascii.h"
 #include "lang/unicode/code_points.h"
 #include "lang/unicode/scripts.h"
 
@@ -15,16 +16,12 @@ struct Accelerators {
   std::string_view last;  // with its letter
 };
 
-bool IsAsciiAlphanumeric(char c) noexcept {
-  return (c >= '0' && c <= '9') || ScriptOf(static_cast<unsigned char>(c)) == Script::kLatin;
-}
-
 // &amp; &#233;
 bool IsEntity(std::string_view text, std::size_t ampersand) noexcept {
   constexpr std::size_t kLongest = 32;
   std::size_t end = ampersand + 1;
   while (end < text.size() && end - ampersand <= kLongest &&
-         (IsAsciiAlphanumeric(text[end]) || text[end] == '#')) {
+         (IsAsciiLetterOrDigit(text[end]) || text[end] == '#')) {
     ++end;
   }
   return end < text.size() && text[end] == ';' && end > ampersand + 1;
@@ -39,7 +36,7 @@ bool IsBrokenEntity(std::string_view text, std::size_t ampersand, std::string_vi
     return false;
   }
   std::size_t end = ampersand + 1;
-  while (end < text.size() && end - ampersand <= kLongest && IsAsciiAlphanumeric(text[end])) {
+  while (end < text.size() && end - ampersand <= kLongest && IsAsciiLetterOrDigit(text[end])) {
     ++end;
   }
   return end > ampersand + 1 && base.find(std::string(text.substr(ampersand, end - ampersand)) +

@@ -7,20 +7,19 @@
 #include <string_view>
 
 #include "lang/rules/check.h"
+#include "lang/unicode/ascii.h"
 
 namespace KelmoLibs::Lang {
 namespace {
 
 constexpr std::size_t kNone = std::string_view::npos;
 
-bool IsLetterOrDigit(char c) noexcept {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
-}
-
 bool IsIn(std::string_view signs, char c) noexcept { return signs.find(c) != kNone; }
 
-bool IsInPage(char c) noexcept { return IsLetterOrDigit(c) || IsIn("-._~:/?#[]@!$&*+,;=%", c); }
-bool IsInMail(char c) noexcept { return IsLetterOrDigit(c) || IsIn("-._+", c); }
+bool IsInPage(char c) noexcept {
+  return IsAsciiLetterOrDigit(c) || IsIn("-._~:/?#[]@!$&*+,;=%", c);
+}
+bool IsInMail(char c) noexcept { return IsAsciiLetterOrDigit(c) || IsIn("-._+", c); }
 
 // Without the signs that end a sentence.
 std::string_view WithoutEnd(std::string_view address) noexcept {
@@ -39,7 +38,7 @@ std::string_view FindPage(std::string_view text, std::size_t at) noexcept {
   constexpr std::string_view kMark = "://";
   for (at = text.find(kMark, at); at != kNone; at = text.find(kMark, at + 1)) {
     std::size_t first = at;
-    while (first > 0 && IsLetterOrDigit(text[first - 1])) {
+    while (first > 0 && IsAsciiLetterOrDigit(text[first - 1])) {
       --first;
     }
     const std::string_view scheme = text.substr(first, at - first);

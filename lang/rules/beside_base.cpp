@@ -6,12 +6,12 @@
 #include <string>
 #include <utility>
 
-#include "lang/reading/name_language.h"
 #include "lang/rules/check.h"
 #include "lang/rules/line_kind.h"
 #include "lang/rules/plural_keys.h"
 #include "lang/rules/similar_keys.h"
 #include "lang/rules/split_key.h"
+#include "lang/unicode/ascii.h"
 #include "lang/unicode/blanks.h"
 #include "lang/unicode/code_points.h"
 #include "lang/unicode/look_alikes.h"
@@ -72,8 +72,6 @@ std::string_view IntendedKey(const Entry& entry) {
 }
 
 char First(std::string_view text) noexcept { return text.empty() ? '\0' : text.front(); }
-
-bool IsBetween(char c, char first, char last) noexcept { return c >= first && c <= last; }
 
 class BaseCheck {
  public:
@@ -244,7 +242,7 @@ class BaseCheck {
     const std::string_view wanted = missing.base.entry->key;
     Sentence message = {"look-alike-key.composed", {std::string(key), std::string(wanted)}};
     std::string_view where = key;
-    if (AsciiLowerCase(key) == AsciiLowerCase(wanted)) {
+    if (AreEqualButForCase(key, wanted)) {
       message.key = "look-alike-key.case";
     } else if (Decompose(key) != Decompose(wanted)) {
       const auto same = static_cast<std::size_t>(
@@ -327,7 +325,7 @@ class BaseCheck {
     if (AreBeforeTabs(surplus.fileIndex)) {
       return !IsBeforeTab(*surplus.entry);
     }
-    return IsBetween(next, 'A', 'Z') &&
+    return IsAsciiUpper(next) &&
            (surplus.entry->text.empty() || !IsAscii(rest) || !HasBaseCamelCase());
   }
 
@@ -351,7 +349,7 @@ class BaseCheck {
         for (const Entry& entry : File(baseFile).Entries()) {
           const bool hasHump =
               std::adjacent_find(entry.key.begin(), entry.key.end(), [](char a, char b) {
-                return IsBetween(a, 'a', 'z') && IsBetween(b, 'A', 'Z');
+                return IsAsciiLower(a) && IsAsciiUpper(b);
               }) != entry.key.end();
           count += hasHump ? 1U : 0U;
         }

@@ -13,6 +13,7 @@
 #include "lang/rules/encoding_mend.h"
 #include "lang/rules/fix_command.h"
 #include "lang/rules/line_kind.h"
+#include "lang/unicode/ascii.h"
 #include "lang/unicode/byte_order_mark.h"
 #include "lang/unicode/code_page_guess.h"
 #include "lang/unicode/code_points.h"

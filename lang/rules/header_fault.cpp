@@ -5,6 +5,7 @@
 
 #include "lang/reading/name_language.h"
 #include "lang/rules/line_kind.h"
+#include "lang/unicode/ascii.h"
 #include "lang/unicode/blanks.h"
 #include "lang/unicode/code_points.h"
 
@@ -59,12 +60,10 @@ const Entry* FindDisplacedHeader(const FileCheck& check) {
   }
   const std::string language =
       CompareWithName(check.File().IntendedId(), check.Source().Name()).language;
-  const std::string lower = AsciiLowerCase(language);
   const auto& ids = check.AllFiles().dictionaries;
   for (const Entry& entry : check.File().Entries()) {
     const bool isId = language.empty() ? ids.find(entry.key) != ids.end()
-                                       : entry.key.size() == language.size() &&
-                                             AsciiLowerCase(entry.key) == lower;
+                                       : AreEqualButForCase(entry.key, language);
     if (isId && !entry.key.empty() && !check.FindInBase(entry.key) && !IsBeforeTab(entry)) {
       return &entry;
     }

@@ -8,6 +8,7 @@
 #include "lang/rules/check.h"
 #include "lang/rules/header_fault.h"
 #include "lang/rules/line_kind.h"
+#include "lang/unicode/ascii.h"
 
 namespace KelmoLibs::Lang {
 namespace {
@@ -71,12 +72,11 @@ bool CheckHeader(FileCheck& check) {
 // such ids the one with fewer keys is wrong.
 std::optional<std::string_view> SameIdButForCase(const FileCheck& check) {
   const std::string id(check.File().IntendedId());
-  const std::string lower = AsciiLowerCase(id);
   for (const auto& [other, dictionary] : check.AllFiles().dictionaries) {
     const bool isBigger = dictionary.KeyCount() != check.Merged().KeyCount()
                               ? dictionary.KeyCount() > check.Merged().KeyCount()
                               : id < other;
-    if (other.size() == id.size() && other != id && isBigger && AsciiLowerCase(other) == lower) {
+    if (other != id && isBigger && AreEqualButForCase(other, id)) {
       return other;
     }
   }

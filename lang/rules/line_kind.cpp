@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <array>
 
+#include "lang/unicode/ascii.h"
+
 namespace KelmoLibs::Lang {
 namespace {
 
@@ -14,10 +16,8 @@ bool StartsWith(std::string_view text, std::string_view start) noexcept {
   return text.substr(0, start.size()) == start;
 }
 
-bool IsLetter(char c) noexcept { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
-
 bool IsNameCharacter(char c) noexcept {
-  return IsLetter(c) || (c >= '0' && c <= '9') || c == '_' || c == '.' || c == '-';
+  return IsAsciiLetterOrDigit(c) || c == '_' || c == '.' || c == '-';
 }
 
 std::size_t NameLength(std::string_view text) noexcept {
@@ -151,7 +151,7 @@ TextFormat FormatOf(const Entry& entry) noexcept {
       return key.size() == 1 || key[1] == ',' || key[1] == '"' ? TextFormat::kJson
                                                                : TextFormat::kDictionary;
     case '<':
-      return key.size() > 1 && (IsLetter(key[1]) || key[1] == '/' || key[1] == '?')
+      return key.size() > 1 && (IsAsciiLetter(key[1]) || key[1] == '/' || key[1] == '?')
                  ? TextFormat::kXml
                  : TextFormat::kDictionary;
     case '"':
@@ -207,11 +207,6 @@ bool KeyShape::Fits(std::string_view key) const noexcept {
 bool IsBeforeTab(const Entry& entry) noexcept {
   // A text, even an empty one behind a separator, stands in the same line.
   return !entry.text.empty() && *(entry.key.data() + entry.key.size()) == '\t';
-}
-
-bool IsAscii(std::string_view text) noexcept {
-  return std::all_of(text.begin(), text.end(),
-                     [](char c) { return static_cast<unsigned char>(c) < 0x80U; });
 }
 
 }  // namespace KelmoLibs::Lang

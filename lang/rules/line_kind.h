@@ -71,7 +71,4 @@ class KeyShape {
 /// Whether the key of `entry` ends at a tab.
 bool IsBeforeTab(const Entry& entry) noexcept;
 
-/// Whether all bytes are ASCII.
-bool IsAscii(std::string_view text) noexcept;
-
 }  // namespace KelmoLibs::Lang

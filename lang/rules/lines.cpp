@@ -10,6 +10,7 @@
 #include "lang/rules/header_fault.h"
 #include "lang/rules/line_kind.h"
 #include "lang/rules/split_key.h"
+#include "lang/unicode/ascii.h"
 #include "lang/unicode/blanks.h"
 #include "lang/unicode/code_points.h"
 

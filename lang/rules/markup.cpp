@@ -6,6 +6,7 @@
 #include <string>
 
 #include "lang/rules/check.h"
+#include "lang/unicode/ascii.h"
 
 namespace KelmoLibs::Lang {
 namespace {
@@ -14,17 +15,6 @@ constexpr std::size_t kNone = std::string_view::npos;
 
 char At(std::string_view text, std::size_t at) noexcept {
   return at < text.size() ? text[at] : '\0';
-}
-bool IsDigit(char c) noexcept { return c >= '0' && c <= '9'; }
-bool IsLetter(char c) noexcept { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
-bool IsLetterOrDigit(char c) noexcept { return IsLetter(c) || IsDigit(c); }
-
-char Small(char c) noexcept { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
-bool AreEqualNames(std::string_view left, std::string_view right) noexcept {
-  return left.size() == right.size() &&
-         std::equal(left.begin(), left.end(), right.begin(),
-                    [](char l, char r) { return Small(l) == Small(r); });
 }
 
 // Line breaks.
@@ -40,7 +30,7 @@ struct LineBreaks {
 
 // Whether "C:" stands in front of `at`, as a word: behind a blank, a mark or a quotation mark.
 bool IsBehindDrive(std::string_view text, std::size_t at) noexcept {
-  if (at < 2 || text[at - 1] != ':' || !IsLetter(text[at - 2])) {
+  if (at < 2 || text[at - 1] != ':' || !IsAsciiLetter(text[at - 2])) {
     return false;
   }
   constexpr std::string_view kQuotes[] = {u8"\u201C", u8"\u201D", u8"\u201E", u8"\u2018",
@@ -135,9 +125,9 @@ Entity EntityAt(std::string_view text, std::size_t at) noexcept {
   constexpr std::size_t kLongest = 10;
   const bool isAfterBlank = At(text, at + 1) == ' ';
   const std::size_t first = at + (isAfterBlank ? 2U : 1U);
-  const bool isNumber = At(text, first) == '#' && IsLetterOrDigit(At(text, first + 1));
+  const bool isNumber = At(text, first) == '#' && IsAsciiLetterOrDigit(At(text, first + 1));
   std::size_t end = first + (isNumber ? 1U : 0U);
-  while (end < first + kLongest && IsLetterOrDigit(At(text, end))) {
+  while (end < first + kLongest && IsAsciiLetterOrDigit(At(text, end))) {
     ++end;
   }
   const std::string_view name = text.substr(std::min(first, text.size()), end - first);
@@ -214,7 +204,9 @@ void CheckEntities(const TextCheck& check) {
 
 // Escapes of other formats.
 
-bool IsHexDigit(char c) noexcept { return IsDigit(c) || (Small(c) >= 'a' && Small(c) <= 'f'); }
+bool IsHexDigit(char c) noexcept {
+  return IsAsciiDigit(c) || (AsciiLowerCase(c) >= 'a' && AsciiLowerCase(c) <= 'f');
+}
 
 // The first "\u00c9" or "\xE9" that stands for a letter beyond ASCII. "\x86" is the end of a path.
 std::string_view FindEscape(std::string_view text) noexcept {
@@ -263,7 +255,7 @@ constexpr std::array<std::string_view, 32> kKnownTags = {
 
 bool IsKnownTag(std::string_view name) noexcept {
   return std::any_of(kKnownTags.begin(), kKnownTags.end(),
-                     [name](std::string_view known) { return AreEqualNames(known, name); });
+                     [name](std::string_view known) { return AreEqualButForCase(known, name); });
 }
 
 // The tags of a text with a name that is known; a text with more of them than are kept is not
@@ -278,7 +270,7 @@ class Tags {
       const std::size_t slash = At(text, at + 1) == '/' ? 1 : 0;
       const std::size_t first = at + 1 + slash;
       std::size_t end = first;
-      while (IsLetterOrDigit(At(text, end))) {
+      while (IsAsciiLetterOrDigit(At(text, end))) {
         ++end;
       }
       // Looked for once, so that the time stays linear.
@@ -289,7 +281,7 @@ class Tags {
       const char behind = At(text, end);
       const std::string_view name = text.substr(first, end - first);
       const bool isTag =
-          IsLetter(At(text, first)) && (behind == '>' || behind == ' ' || behind == '/');
+          IsAsciiLetter(At(text, first)) && (behind == '>' || behind == ' ' || behind == '/');
       if (isTag && IsKnownTag(name)) {
         Add({text.substr(at, close + 1 - at), name, slash != 0});
       }
@@ -304,7 +296,7 @@ class Tags {
 
   std::ptrdiff_t Count(std::string_view name, bool isClosing) const noexcept {
     return std::count_if(begin(), end(), [&](const Tag& tag) {
-      return tag.isClosing == isClosing && AreEqualNames(tag.name, name);
+      return tag.isClosing == isClosing && AreEqualButForCase(tag.name, name);
     });
   }
   // Opening tags without closing ones.
@@ -328,9 +320,9 @@ class Tags {
 
 // Chinese, Japanese and Korean have other ways to mark words: their texts often leave out styles.
 bool MayLeaveOut(std::string_view tag, const Language& language) noexcept {
-  const bool isStyle = AreEqualNames(tag, "b") || AreEqualNames(tag, "i") ||
-                       AreEqualNames(tag, "u") || AreEqualNames(tag, "em") ||
-                       AreEqualNames(tag, "strong");
+  const bool isStyle = AreEqualButForCase(tag, "b") || AreEqualButForCase(tag, "i") ||
+                       AreEqualButForCase(tag, "u") || AreEqualButForCase(tag, "em") ||
+                       AreEqualButForCase(tag, "strong");
   return isStyle &&
          (language.primary == "zh" || language.primary == "ja" || language.primary == "ko");
 }

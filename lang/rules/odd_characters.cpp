@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "lang/rules/check.h"
+#include "lang/unicode/ascii.h"
 #include "lang/unicode/code_points.h"
 #include "lang/unicode/double_encoding.h"
 #include "lang/unicode/scripts.h"
@@ -59,11 +60,8 @@ unsigned BytesIn(std::string_view text) noexcept {
 }
 
 bool IsLetterByte(char c) noexcept {
-  const auto byte = static_cast<unsigned char>(c);
-  return byte >= 0x80 || (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
+  return static_cast<unsigned char>(c) >= 0x80 || IsAsciiLetter(c);
 }
-
-bool IsLower(char c) noexcept { return c >= 'a' && c <= 'z'; }
 
 std::size_t CountQuestions(std::string_view text) noexcept {
   return static_cast<std::size_t>(std::count(text.begin(), text.end(), '?'));
@@ -108,9 +106,9 @@ std::optional<std::string_view> FindLostLetter(std::string_view text,
     if (IsWrittenWithoutBlanks(before) || IsWrittenWithoutBlanks(after)) {
       continue;
     }
-    const bool isInWord = IsLetterByte(before) && IsLower(after);
+    const bool isInWord = IsLetterByte(before) && IsAsciiLower(after);
     const bool isFirst = before == ' ' && IsLetterByte(after) && IsLetterByte(second);
-    const bool isLast = IsLetterByte(before) && after == ' ' && IsLower(second);
+    const bool isLast = IsLetterByte(before) && after == ' ' && IsAsciiLower(second);
     const bool isFound = isInWord || (hasMore && (isFirst || isLast));
     if (isFound && IsWordWithQuestions(WordAt(text, i))) {
       return text.substr(i, 1);

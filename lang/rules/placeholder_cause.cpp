@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "lang/unicode/ascii.h"
 #include "lang/unicode/code_points.h"
 #include "lang/unicode/look_alikes.h"
 
@@ -36,12 +37,6 @@ bool IsBlank(char32_t character) noexcept {
 constexpr char kOther = '\0';
 constexpr char kLeftOut = '\1';
 
-// Of a character of ASCII.
-char Small(char32_t character) noexcept {
-  return static_cast<char>('A' <= character && character <= 'Z' ? character - 'A' + 'a'
-                                                                : character);
-}
-
 PlainCharacter Plain(char32_t character) noexcept {
   constexpr char32_t kDigits = 10;
   // Arabic, Persian, Hindi, Thai
@@ -50,7 +45,7 @@ PlainCharacter Plain(char32_t character) noexcept {
     return {kLeftOut, Damage::kBlank};
   }
   if (' ' < character && character < 0x7F) {
-    const char small = Small(character);
+    const char small = AsciiLowerCase(static_cast<char>(character));
     return {small, static_cast<char32_t>(small) == character ? Damage::kNone : Damage::kCapital};
   }
   if (character == 0x066A) {  // Arabic percent sign
@@ -66,7 +61,8 @@ PlainCharacter Plain(char32_t character) noexcept {
     return {kOther, Damage::kNone};
   }
   const bool isFullWidth = 0xFF01 <= character && character <= 0xFF5E;
-  return {Small(like), isFullWidth ? Damage::kFullWidth : Damage::kLookAlike};
+  return {AsciiLowerCase(static_cast<char>(like)),
+          isFullWidth ? Damage::kFullWidth : Damage::kLookAlike};
 }
 
 // The text in plain characters, and the place of each in it.
@@ -100,8 +96,7 @@ struct PlainText {
 // The characters as PlainText has them.
 std::string PlainLetters(std::string_view text) { return PlainText(text).characters; }
 
-bool IsLetter(char c) noexcept { return ('a' <= c && c <= 'z') || c == '_'; }
-bool IsDigit(char c) noexcept { return '0' <= c && c <= '9'; }
+bool IsLetter(char c) noexcept { return IsAsciiLower(c) || c == '_'; }
 
 bool Overlap(std::string_view left, std::string_view right) noexcept {
   return left.data() < right.data() + right.size() && right.data() < left.data() + left.size();
@@ -123,9 +118,10 @@ class Search {
     const std::string wanted = PlainLetters(missing_.whole);
     return FirstOf(wanted, [&](std::size_t begin, std::size_t end) -> PlaceholderCause {
       const std::string_view part = PartOf(begin, end);
-      const bool isLongerNumber = IsDigit(wanted.back()) && IsDigit(At(end));
+      const bool isLongerNumber = IsAsciiDigit(wanted.back()) && IsAsciiDigit(At(end));
       const Damage damage = WorstIn(begin, end);
-      const bool isPercentage = damage == Damage::kBlank && begin > 0 && IsDigit(At(begin - 1));
+      const bool isPercentage =
+          damage == Damage::kBlank && begin > 0 && IsAsciiDigit(At(begin - 1));
       if (part == missing_.whole || isLongerNumber || damage == Damage::kNone || isPercentage) {
         return {};
       }
@@ -137,7 +133,7 @@ class Search {
   PlaceholderCause FindSwapped() const {
     return FirstOf(PlainLetters(missing_.name) + '%',
                    [&](std::size_t begin, std::size_t end) -> PlaceholderCause {
-                     if ((begin > 0 && IsDigit(At(begin - 1))) || IsDigit(At(end))) {
+                     if ((begin > 0 && IsAsciiDigit(At(begin - 1))) || IsAsciiDigit(At(end))) {
                        return {};
                      }
                      return {PartOf(begin, end), "placeholder.hint.swapped"};
@@ -153,7 +149,7 @@ class Search {
           const bool isInWord = (IsLetter(before) && AreBeside(begin - 1, begin)) ||
                                 (IsLetter(behind) && AreBeside(end - 1, end));
           const bool isBetween = (IsOpening(before) && IsClosing(behind)) ||
-                                 (IsBrace(before) && !IsDigit(behind)) || IsBrace(behind);
+                                 (IsBrace(before) && !IsAsciiDigit(behind)) || IsBrace(behind);
           if (isInWord || !isBetween) {
             return {};
           }

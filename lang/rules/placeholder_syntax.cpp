@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "lang/unicode/ascii.h"
+
 namespace KelmoLibs::Lang {
 namespace {
 
@@ -16,18 +18,15 @@ char At(std::string_view text, std::size_t at) noexcept {
   return at < text.size() ? text[at] : '\0';
 }
 
-bool IsDigit(char c) noexcept { return c >= '0' && c <= '9'; }
-bool IsLetter(char c) noexcept { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
-
 // Letters of all alphabets, so that translated names are seen.
 bool IsNameStart(char c) noexcept {
-  return IsLetter(c) || c == '_' || static_cast<unsigned char>(c) > 0x7F;
+  return IsAsciiLetter(c) || c == '_' || static_cast<unsigned char>(c) > 0x7F;
 }
-bool IsInName(char c) noexcept { return IsNameStart(c) || IsDigit(c) || c == '.' || c == '-'; }
+bool IsInName(char c) noexcept { return IsNameStart(c) || IsAsciiDigit(c) || c == '.' || c == '-'; }
 
 // The end of the digits or of the name that begins at `at`; `at` itself if there is none.
 std::size_t EndOfDigits(std::string_view text, std::size_t at) noexcept {
-  while (IsDigit(At(text, at))) {
+  while (IsAsciiDigit(At(text, at))) {
     ++at;
   }
   return at;
@@ -110,19 +109,19 @@ bool IsIcuKind(std::string_view text, std::size_t at) noexcept {
 // Whether the percent sign at `at` begins a part of a date, such as %Y.
 bool IsOfDate(std::string_view text, std::size_t at) noexcept {
   constexpr std::string_view kOfDates = "YHMBbyjkZTRD";
-  return kOfDates.find(text[at + 1]) != kNone && !IsLetter(At(text, at + 2)) &&
-         (at == 0 || !IsDigit(text[at - 1]));
+  return kOfDates.find(text[at + 1]) != kNone && !IsAsciiLetter(At(text, at + 2)) &&
+         (at == 0 || !IsAsciiDigit(text[at - 1]));
 }
 
 // "%d" in "%dpx" is a placeholder, and "%i" in "100%ig" is none.
 bool IsWord(std::string_view text, std::size_t percent, std::size_t conversion) noexcept {
   constexpr std::string_view kOftenBeforeLetters = "dsuifx";
-  if (!IsLetter(At(text, conversion + 1))) {
+  if (!IsAsciiLetter(At(text, conversion + 1))) {
     return false;
   }
   const bool isAfterNumber =
-      percent > 0 && (IsDigit(text[percent - 1]) ||
-                      (text[percent - 1] == ' ' && percent > 1 && IsDigit(text[percent - 2])));
+      percent > 0 && (IsAsciiDigit(text[percent - 1]) ||
+                      (text[percent - 1] == ' ' && percent > 1 && IsAsciiDigit(text[percent - 2])));
   return isAfterNumber || kOftenBeforeLetters.find(text[conversion]) == kNone;
 }
 
@@ -149,7 +148,7 @@ std::size_t Placeholders::ReadPercent(std::string_view text, std::size_t at,
     case '%': {
       // In Turkish the percent sign stands in front: "%%1".
       const bool isBeforeNumber = digits == PercentDigits::kAreNumber &&
-                                  IsDigit(At(text, next + 1)) &&
+                                  IsAsciiDigit(At(text, next + 1)) &&
                                   At(text, EndOfDigits(text, next + 1)) != '$';
       return isBeforeNumber ? next : next + 1;
     }
@@ -157,12 +156,12 @@ std::size_t Placeholders::ReadPercent(std::string_view text, std::size_t at,
     case '{':
       return ReadPercentName(text, at);
     case 'L':  // %L1 is %1 with separators
-      return IsDigit(At(text, next + 1)) ? ReadPercentNumber(text, at, digits)
-                                         : ReadPrintf(text, at);
+      return IsAsciiDigit(At(text, next + 1)) ? ReadPercentNumber(text, at, digits)
+                                              : ReadPrintf(text, at);
     default:
       break;
   }
-  if (IsDigit(text[next]) && text[next] != '0' && At(text, EndOfDigits(text, next)) != '$') {
+  if (IsAsciiDigit(text[next]) && text[next] != '0' && At(text, EndOfDigits(text, next)) != '$') {
     return ReadPercentNumber(text, at, digits);
   }
   isTimeFormat_ = isTimeFormat_ || IsOfDate(text, at);
@@ -201,7 +200,7 @@ std::size_t Placeholders::ReadPercentNumber(std::string_view text, std::size_t a
   const std::size_t endOfPrintf = ReadPrintf(text, at);
   if (count_ > before) {
     const bool isSure = At(text, end) == '.';
-    const bool isBeforeWord = IsLetter(At(text, endOfPrintf));  // "%1hours"
+    const bool isBeforeWord = IsAsciiLetter(At(text, endOfPrintf));  // "%1hours"
     hasDoubtfulDigits_ = hasDoubtfulDigits_ || (!isSure && !isBeforeWord);
     if (isSure || (digits == PercentDigits::kAreWidth && !isBeforeWord)) {
       return endOfPrintf;
@@ -238,14 +237,14 @@ std::size_t Placeholders::ReadPrintf(std::string_view text, std::size_t at) noex
     return at + 1;  // "%-sign"
   }
   bool isStarPrecision = false;
-  if (At(text, next) == '.' && (IsDigit(At(text, next + 1)) || At(text, next + 1) == '*')) {
+  if (At(text, next) == '.' && (IsAsciiDigit(At(text, next + 1)) || At(text, next + 1) == '*')) {
     isStarPrecision = At(text, next + 1) == '*';
     next = isStarPrecision ? next + 2 : EndOfDigits(text, next + 1);
   }
   const std::string_view size = SizeAt(text, next);
   next += size.size();
   const PrintfType type = TypeOf(At(text, next));
-  const bool isSizeOfWord = !size.empty() && IsLetter(At(text, next + 1));  // "%list"
+  const bool isSizeOfWord = !size.empty() && IsAsciiLetter(At(text, next + 1));  // "%list"
   if (type == PrintfType::kNone || isSizeOfWord || IsWord(text, at, next)) {
     return at + 1;
   }
@@ -283,7 +282,7 @@ std::size_t Placeholders::ReadBrace(std::string_view text, std::size_t at) noexc
   }
   const bool isAfterDollar = at > 0 && text[at - 1] == '$';
   const std::size_t first = at + 1;
-  const bool isNumber = IsDigit(At(text, first));
+  const bool isNumber = IsAsciiDigit(At(text, first));
   const std::size_t end = isNumber ? EndOfDigits(text, first) : EndOfName(text, first);
   const char sign = At(text, end);
   std::size_t close = end + 1;

@@ -6,6 +6,7 @@
 
 #include "lang/reading/word_reader.h"
 #include "lang/rules/check.h"
+#include "lang/unicode/ascii.h"
 
 namespace KelmoLibs::Lang {
 namespace {
@@ -14,7 +15,7 @@ namespace {
 constexpr std::string_view kNoProse = "/\\_=-@#.$";
 
 bool IsUpperCase(std::string_view word) noexcept {
-  return std::none_of(word.begin(), word.end(), [](char c) { return c >= 'a' && c <= 'z'; });
+  return std::none_of(word.begin(), word.end(), IsAsciiLower);
 }
 
 // The number of words that a translator would translate.

@@ -1,8 +1,6 @@
 #include "lang/unicode/code_page.h"
 
-#include <algorithm>
-#include <iterator>
-
+#include "lang/unicode/ascii.h"
 #include "text/utf8.h"
 
 namespace KelmoLibs::Lang {
@@ -90,10 +88,6 @@ const UpperHalf& UpperHalfOf(CodePage page) noexcept {
   return kUpperHalves[static_cast<std::size_t>(page)];
 }
 
-char LowerAscii(char c) noexcept {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 }  // namespace
 
 std::string_view CodePageName(CodePage page) noexcept {
@@ -102,8 +96,7 @@ std::string_view CodePageName(CodePage page) noexcept {
 
 std::optional<CodePage> FindCodePage(std::string_view name) {
   constexpr std::string_view kShort = "cp125";
-  std::string lower;
-  std::transform(name.begin(), name.end(), std::back_inserter(lower), LowerAscii);
+  std::string lower = AsciiLowerCase(name);
   if (lower.compare(0, kShort.size(), kShort) == 0) {
     lower.replace(0, 2, "windows-");
   }

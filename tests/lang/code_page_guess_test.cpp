@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "lang/unicode/ascii.h"
 #include "lang/unicode/code_points.h"
 
 namespace KelmoLibs::Lang {
@@ -72,11 +73,6 @@ std::string Encode(CodePage page, std::string_view utf8) {
     return true;
   });
   return bytes;
-}
-
-bool IsAscii(std::string_view text) {
-  return std::all_of(text.begin(), text.end(),
-                     [](char c) { return static_cast<signed char>(c) >= 0; });
 }
 
 enum Answer : std::size_t { kRight, kOneOfTwo, kNone, kWrong };
