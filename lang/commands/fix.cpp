@@ -21,11 +21,11 @@ class Fixing {
       SayOf(*options_.from, {"fix.unknown_encoding", {Names()}}, kStatusWrong);
       return answer_;
     }
-    std::vector<WorkspaceProblem> problems;
+    std::vector<FileProblem> problems;
     for (const GivenFile& file : ExpandPaths(options_.paths, problems)) {
       FixFile(file.path);
     }
-    for (const WorkspaceProblem& problem : problems) {
+    for (const FileProblem& problem : problems) {
       SayOf(problem.path, {problem.reason, {}}, kStatusWrong);
     }
     return answer_;

@@ -50,9 +50,10 @@ class LintRun {
     }
     const std::vector<std::string> paths =
         options_.paths.empty() ? std::vector<std::string>{"."} : options_.paths;
-    std::vector<WorkspaceProblem> problems;
+    std::vector<FileProblem> problems;
+    std::vector<GivenFile> files = ExpandPaths(paths, problems);
     std::optional<std::string> base = options_.base;
-    for (const GivenFile& file : ExpandPaths(paths, problems)) {
+    for (const GivenFile& file : files) {
       const Project* const project = projects_.Of(file.path);
       if (!options_.base && project != nullptr && project->base) {
         const std::string projectsBase = ShownPath(*project->base);
@@ -74,9 +75,8 @@ class LintRun {
       return std::move(answer_);
     }
     base = base ? base : options_.defaultBase;
-    problems.clear();
-    const Workspace workspace = ReadWorkspace({paths, base}, problems);
-    for (const WorkspaceProblem& problem : problems) {
+    const Workspace workspace = ReadWorkspace({std::move(files), base}, problems);
+    for (const FileProblem& problem : problems) {
       Complain(problem.path, {problem.reason, {}});
     }
     if (!workspace.files.empty() || options_.format != "text" || options_.html) {

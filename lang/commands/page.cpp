@@ -25,6 +25,7 @@ namespace fs = std::filesystem;
 constexpr const char* kBaseName = "en.txt";
 constexpr std::string_view kBaseId = "en";
 
+// The file may be a device such as /dev/stdout, which WriteFileBytes could not replace.
 bool WriteFile(const fs::path& path, const std::string& bytes) {
   std::ofstream file(path, std::ios::binary);
   file << bytes;
@@ -38,16 +39,6 @@ std::string FolderOf(const Desktop& desktop) {
   return folder.empty() || FilesOfFolder(folder).empty() ? "." : folder.u8string();
 }
 
-// The id of the dictionary; nothing for a file that cannot be read.
-std::string IdOf(const fs::path& path) {
-  constexpr std::size_t kLongestHeader = 1024;
-  std::string bytes(kLongestHeader, '\0');
-  std::ifstream file(path, std::ios::binary);
-  file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  bytes.resize(static_cast<std::size_t>(file.gcount()));
-  return std::string(DictionaryFile("", "", bytes).IntendedId());
-}
-
 // The dictionary in the same folder that translations are most probably compared with.
 std::optional<std::string> DefaultBase(const std::string& path) {
   std::error_code error;
@@ -57,7 +48,7 @@ std::optional<std::string> DefaultBase(const std::string& path) {
     return (folder / kBaseName).u8string();
   }
   for (const fs::path& file : FilesOfFolder(folder.empty() ? fs::path(".") : folder)) {
-    if (!IsUnitTableName(file) && IdOf(file) == kBaseId) {
+    if (!IsUnitTableName(file) && ReadId(file) == kBaseId) {
       return file.u8string();
     }
   }

@@ -390,10 +390,11 @@ bool HasShownFile(const Workspace& workspace) {
 }  // namespace
 
 Answer Show(const ShowOptions& options, const Texts& texts) {
-  std::vector<WorkspaceProblem> problems;
-  const Workspace workspace = ReadWorkspace({{options.path}, std::nullopt}, problems);
+  std::vector<FileProblem> problems;
+  const Workspace workspace =
+      ReadWorkspace({ExpandPaths({options.path}, problems), std::nullopt}, problems);
   Answer answer;
-  for (const WorkspaceProblem& problem : problems) {
+  for (const FileProblem& problem : problems) {
     answer.error += VisibleText(problem.path + ": " + texts.Find(problem.reason)) + '\n';
   }
   if (!HasShownFile(workspace)) {

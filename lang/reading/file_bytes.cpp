@@ -1,7 +1,8 @@
 #include "lang/reading/file_bytes.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <fstream>
-#include <iterator>
 
 #include "platform/replace_file.h"
 
@@ -9,14 +10,31 @@ namespace KelmoLibs::Lang {
 
 namespace fs = std::filesystem;
 
-std::optional<std::string> ReadFileBytes(const fs::path& path) {
+std::optional<std::string> ReadFileBytes(const fs::path& path, std::size_t limit) {
   std::error_code error;
   if (!fs::is_regular_file(path, error)) {
     return std::nullopt;
   }
   std::ifstream file(path, std::ios::binary);
-  std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-  return file.is_open() && !file.bad() ? std::optional(std::move(bytes)) : std::nullopt;
+  const std::uintmax_t size = fs::file_size(path, error);
+  if (!file || error) {
+    return std::nullopt;
+  }
+  constexpr std::size_t kLeastGrowth = 4096;
+  std::string bytes;
+  std::size_t filled = 0;
+  do {  // one byte more than the size shows the end of the file, which may have grown
+    const std::size_t known = filled == 0 ? static_cast<std::size_t>(size) + 1
+                                          : filled + std::max(filled / 2, kLeastGrowth);
+    bytes.resize(std::min(known, limit));
+    file.read(bytes.data() + filled, static_cast<std::streamsize>(bytes.size() - filled));
+    filled += static_cast<std::size_t>(file.gcount());
+  } while (file && filled < limit);
+  if (file.bad()) {
+    return std::nullopt;
+  }
+  bytes.resize(filled);
+  return bytes;
 }
 
 std::error_code WriteFileBytes(const fs::path& path, std::string_view bytes) {

@@ -1,7 +1,9 @@
 // Reading and writing whole files.
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -9,8 +11,10 @@
 
 namespace KelmoLibs::Lang {
 
-/// The bytes of the regular file at `path`; nothing if it cannot be read.
-std::optional<std::string> ReadFileBytes(const std::filesystem::path& path);
+/// The bytes of the regular file at `path`, at most the first `limit` ones; nothing if it cannot be
+/// read.
+std::optional<std::string> ReadFileBytes(
+    const std::filesystem::path& path, std::size_t limit = std::numeric_limits<std::size_t>::max());
 
 /// Writes a file that may be new. An old one is replaced at once: see ReplaceFileBytes. On failure
 /// an old file is unchanged, and no new one stays.

@@ -38,7 +38,7 @@ bool IsUnitTableName(const fs::path& path) {
 }
 
 std::vector<GivenFile> ExpandPaths(const std::vector<std::string>& paths,
-                                   std::vector<WorkspaceProblem>& problems) {
+                                   std::vector<FileProblem>& problems) {
   std::vector<GivenFile> files;
   for (const std::string& given : paths) {
     const fs::path path = fs::u8path(given);

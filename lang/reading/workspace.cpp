@@ -1,14 +1,12 @@
 #include "lang/reading/workspace.h"
 
 #include <algorithm>
-#include <fstream>
-#include <limits>
 #include <set>
 #include <system_error>
 #include <unordered_map>
 #include <utility>
 
-#include "lang/reading/file_names.h"
+#include "lang/reading/file_bytes.h"
 #include "lang/unicode/ascii.h"
 
 namespace KelmoLibs::Lang {
@@ -16,54 +14,21 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct Bytes {
-  std::string bytes;
-  const char* problem = nullptr;  // the key of a text
-};
-
-// At most `limit` bytes of the file. A file may have grown since its size was asked for.
-Bytes ReadBytes(const fs::path& path, std::size_t limit) {
+// Why a file cannot be read: the key of a text.
+const char* ProblemOf(const fs::path& path) {
   std::error_code error;
   const fs::file_status status = fs::status(path, error);
   if (status.type() == fs::file_type::not_found) {
-    return {{}, "problem.not_found"};
+    return "problem.not_found";
   }
-  if (fs::exists(status) && !fs::is_regular_file(status)) {
-    return {{}, "problem.not_a_file"};
-  }
-  std::ifstream file(path, std::ios::binary);
-  const std::uintmax_t size = fs::file_size(path, error);
-  if (!file || error) {
-    return {{}, "problem.unreadable"};
-  }
-  constexpr std::size_t kLeastGrowth = 4096;
-  Bytes read;
-  std::size_t filled = 0;
-  do {  // one byte more than the size shows the end of the file
-    const std::size_t known = filled == 0 ? static_cast<std::size_t>(size) + 1
-                                          : filled + std::max(filled / 2, kLeastGrowth);
-    read.bytes.resize(std::min(known, limit));
-    file.read(read.bytes.data() + filled, static_cast<std::streamsize>(read.bytes.size() - filled));
-    filled += static_cast<std::size_t>(file.gcount());
-  } while (file && filled < limit);
-  if (file.bad()) {
-    return {{}, "problem.unreadable"};
-  }
-  read.bytes.resize(filled);
-  return read;
-}
-
-// The id of a dictionary, from its first line.
-std::string ReadId(const fs::path& path) {
-  constexpr std::size_t kEnough = 1024;
-  const DictionaryFile start({}, path, ReadBytes(path, kEnough).bytes);
-  return std::string(start.IntendedId());
+  return fs::exists(status) && !fs::is_regular_file(status) ? "problem.not_a_file"
+                                                            : "problem.unreadable";
 }
 
 // Reads files into a workspace, each file once.
 class Reader {
  public:
-  Reader(Workspace& workspace, std::vector<WorkspaceProblem>& problems)
+  Reader(Workspace& workspace, std::vector<FileProblem>& problems)
       : workspace_(workspace), problems_(problems) {}
 
   // The index of the file; nothing if it cannot be read.
@@ -78,17 +43,17 @@ class Reader {
       }
     }
     const std::string name = path.generic_u8string();
-    Bytes read = ReadBytes(path, std::numeric_limits<std::size_t>::max());
-    if (read.problem != nullptr) {
-      problems_.push_back({name, read.problem});
+    std::optional<std::string> bytes = ReadFileBytes(path);
+    if (!bytes) {
+      problems_.push_back({name, ProblemOf(path)});
       return std::nullopt;
     }
     WorkspaceFile file;
     file.isReported = isReported;
     if (IsUnitTableName(path)) {
-      file.units = std::make_unique<UnitFile>(name, path, std::move(read.bytes));
+      file.units = std::make_unique<UnitFile>(name, path, *std::move(bytes));
     } else {
-      file.dictionary = std::make_unique<DictionaryFile>(name, path, std::move(read.bytes));
+      file.dictionary = std::make_unique<DictionaryFile>(name, path, *std::move(bytes));
     }
     workspace_.files.push_back(std::move(file));
     sameNames.push_back(static_cast<std::uint32_t>(workspace_.files.size() - 1));
@@ -103,7 +68,7 @@ class Reader {
   }
 
   Workspace& workspace_;
-  std::vector<WorkspaceProblem>& problems_;
+  std::vector<FileProblem>& problems_;
   std::unordered_map<std::string, std::vector<std::uint32_t>> byName_;
 };
 
@@ -271,6 +236,12 @@ bool Workspace::OwesKeysOf(std::uint32_t file, std::uint32_t ofBaseFile) const n
   return found == untranslated.end() || found->baseFile != ofBaseFile || found->id != id;
 }
 
+std::string ReadId(const fs::path& path) {
+  constexpr std::size_t kEnough = 1024;
+  const DictionaryFile start({}, path, ReadFileBytes(path, kEnough).value_or(std::string()));
+  return std::string(start.IntendedId());
+}
+
 void MergeFiles(Workspace& workspace) {
   for (std::uint32_t i = 0; i < workspace.files.size(); ++i) {
     if (const auto& dictionary = workspace.files[i].dictionary) {
@@ -284,12 +255,11 @@ void MergeFiles(Workspace& workspace) {
   }
 }
 
-Workspace ReadWorkspace(const WorkspaceRequest& request, std::vector<WorkspaceProblem>& problems) {
+Workspace ReadWorkspace(const WorkspaceRequest& request, std::vector<FileProblem>& problems) {
   Workspace workspace;
   Reader reader(workspace, problems);
   Siblings siblings(reader);
-  const std::vector<GivenFile> given = ExpandPaths(request.paths, problems);
-  for (const GivenFile& file : given) {
+  for (const GivenFile& file : request.files) {
     siblings.Exclude(file.path);
   }
   std::vector<std::pair<fs::path, std::string>> single;  // with their ids
@@ -301,7 +271,7 @@ Workspace ReadWorkspace(const WorkspaceRequest& request, std::vector<WorkspacePr
     }
     return reader.Read(path, isReported);
   };
-  for (const GivenFile& file : given) {
+  for (const GivenFile& file : request.files) {
     read(file.path, !file.isOfFolder, true);
   }
   if (request.base) {

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "lang/reading/dictionary_file.h"
+#include "lang/reading/file_names.h"
 #include "lang/reading/merged_dictionary.h"
 #include "lang/reading/unit_file.h"
 
@@ -60,15 +61,12 @@ struct Workspace {
 /// when all files are read.
 void MergeFiles(Workspace& workspace);
 
-/// A file or folder that cannot be used: the run ends with status 2.
-struct WorkspaceProblem {
-  std::string path;    // UTF-8
-  std::string reason;  // key of a text: "problem.unreadable" and so on
-};
+/// The id of the dictionary at `path`, from its first line; empty if it has none or cannot be read.
+std::string ReadId(const std::filesystem::path& path);
 
 struct WorkspaceRequest {
-  std::vector<std::string> paths;   // files, folders, patterns with * and ?; UTF-8
-  std::optional<std::string> base;  // UTF-8
+  std::vector<GivenFile> files;
+  std::optional<std::string> base;  // its path, UTF-8
 };
 
 /// Reads the files of `request`, each once. Files of one id merge in the order given, in folders by
@@ -78,6 +76,6 @@ struct WorkspaceRequest {
 /// All files with the id of the base make the base. A file of a folder that is given is reported,
 /// the base too. A base that cannot be read, is a unit table or has no id is a problem; then there
 /// is none.
-Workspace ReadWorkspace(const WorkspaceRequest& request, std::vector<WorkspaceProblem>& problems);
+Workspace ReadWorkspace(const WorkspaceRequest& request, std::vector<FileProblem>& problems);
 
 }  // namespace KelmoLibs::Lang

@@ -27,6 +27,15 @@ TEST_F(FileBytes, AreThoseThatWereWritten) {
   }
 }
 
+TEST_F(FileBytes, AreNoMoreThanTheLimit) {
+  const std::string bytes(10'000, 'x');
+  EXPECT_EQ(WriteFileBytes(file_, bytes), std::error_code());
+  EXPECT_EQ(ReadFileBytes(file_, 0), "");
+  EXPECT_EQ(ReadFileBytes(file_, 9'999), bytes.substr(1));
+  EXPECT_EQ(ReadFileBytes(file_, 10'000), bytes);
+  EXPECT_EQ(ReadFileBytes(file_, 10'001), bytes);
+}
+
 TEST_F(FileBytes, AreNotThoseOfAFolder) {
   EXPECT_EQ(ReadFileBytes(folder_), std::nullopt);
   EXPECT_TRUE(WriteFileBytes(folder_, "new"));

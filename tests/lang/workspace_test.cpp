@@ -41,14 +41,16 @@ class ReadWorkspaceTest : public testing::Test {
 
   // "en.txt (de.txt)": files that are not reported are in brackets; then the base, and problems.
   std::string Read(const std::vector<std::string>& names, const std::string& base = {}) const {
-    WorkspaceRequest request;
+    std::vector<std::string> paths;
     for (const std::string& name : names) {
-      request.paths.push_back(name.empty() ? folder_.u8string() : Name(name));
+      paths.push_back(name.empty() ? folder_.u8string() : Name(name));
     }
+    std::vector<FileProblem> problems;
+    WorkspaceRequest request;
+    request.files = ExpandPaths(paths, problems);
     if (!base.empty()) {
       request.base = Name(base);
     }
-    std::vector<WorkspaceProblem> problems;
     const Workspace workspace = ReadWorkspace(request, problems);
     std::string text;
     for (const WorkspaceFile& file : workspace.files) {
@@ -58,7 +60,7 @@ class ReadWorkspaceTest : public testing::Test {
     if (workspace.baseFile) {
       text += " base " + workspace.files[*workspace.baseFile].Source().Path().filename().u8string();
     }
-    for (const WorkspaceProblem& problem : problems) {
+    for (const FileProblem& problem : problems) {
       text += ' ' + problem.reason;
     }
     return text;
@@ -108,8 +110,9 @@ TEST_F(ReadWorkspaceTest, ReadsLargeFilesWhole) {
   std::string bytes = "it Italiano\n";
   bytes.append(3'000'000, 'x');
   Write("it.txt", bytes);
-  std::vector<WorkspaceProblem> problems;
-  const Workspace workspace = ReadWorkspace({{Name("it.txt")}, std::nullopt}, problems);
+  std::vector<FileProblem> problems;
+  const Workspace workspace =
+      ReadWorkspace({{{folder_ / "it.txt", false}}, std::nullopt}, problems);
   ASSERT_EQ(workspace.files.size(), 1U);
   EXPECT_EQ(workspace.files[0].Source().Raw(), bytes);
 }
