@@ -258,7 +258,8 @@ Project ParseProject(std::string_view bytes, fs::path path, std::vector<ProjectF
 
 std::optional<fs::path> FindProjectFile(const fs::path& folder) {
   std::error_code error;
-  for (fs::path at = fs::absolute(folder, error).lexically_normal(); !error;) {
+  const fs::path start = folder.empty() ? fs::path(".") : folder;  // no empty path is absolute
+  for (fs::path at = fs::absolute(start, error).lexically_normal(); !error;) {
     if (fs::is_regular_file(at / kProjectFileName, error)) {
       return at / kProjectFileName;
     }

@@ -56,7 +56,7 @@ struct ProjectFault {
 Project ParseProject(std::string_view bytes, std::filesystem::path path,
                      std::vector<ProjectFault>& faults);
 
-/// The nearest project file at or above `folder`; the search ends with the folder that has .git,
+/// The nearest project file at or above `folder`, the empty path being the current one; the search ends with the folder that has .git,
 /// .hg or .svn. Nothing if there is none.
 std::optional<std::filesystem::path> FindProjectFile(const std::filesystem::path& folder);
 

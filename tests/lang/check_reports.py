@@ -148,6 +148,16 @@ def baseline_and_ignore_problems(folder, program):
     yield from need('{ "failOn": "error",' in (folder / PROJECT).read_text("utf-8"), "ignore has changed the rest")
     status, report, _ = run(program, folder, faulty)
     yield from need(status == 0 and "duplicate-key" not in report, f"not ignored: {report}")
+    inside = folder / "LANG"
+    shutil.copy(folder / PROJECT, inside / PROJECT)
+    for key in ("bare.1", "bare.2"):  # a file of the current folder, without a folder in front of its name
+        run(program, inside, ["ignore", "de 1.txt", key, "tag", "--reason", "r"])
+    left = (inside / PROJECT).read_text("utf-8")
+    yield from need(all(f'"{kept}"' in left for kept in ("failOn", "msg.left", "bare.1", "bare.2")), f"ignore has lost: {left}")
+    (inside / PROJECT).write_text('{"base": "en.txt"}', "utf-8")
+    report = run(program, inside, ["lint", "de 1.txt"])[1]
+    yield from need('key "menu.save" is missing' in report, f"the project file of a bare name: {report}")
+    (inside / PROJECT).unlink()
     for wrong in (["ignore", "LANG/de 1.txt", "k", "no-rule", "--reason", "r"], ["ignore", "LANG/no.txt", "k", "tag", "--reason", "r"],
                   ["ignore", "LANG/de 1.txt", "k", "tag"], ["rules", "no-rule"]):
         yield from need(run(program, folder, wrong)[0] == 2, f"{wrong} is taken")

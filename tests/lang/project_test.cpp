@@ -175,6 +175,12 @@ TEST(Project, IsTheNearestFileUpwardsInTheRepository) {
   std::ofstream(top / "repository" / "a" / "kelmo-lang.json") << "{}";
   EXPECT_EQ(FindProjectFile(top / "repository" / "a" / "b"),
             top / "repository" / "a" / "kelmo-lang.json");
+  // A file that is named without a folder has an empty one.
+  const fs::path before = fs::current_path();
+  fs::current_path(top / "repository" / "a");
+  const std::optional<fs::path> found = FindProjectFile("");
+  fs::current_path(before);
+  EXPECT_EQ(found, fs::canonical(top / "repository" / "a" / "kelmo-lang.json"));
   fs::remove_all(top);
 }
 
