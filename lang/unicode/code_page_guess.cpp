@@ -28,12 +28,13 @@ constexpr double kSignInWord = 0.05;  // a sign between two letters
 constexpr double kClose = 2.5;        // closer scores are doubt
 constexpr double kLowestMean = 0.5;   // lower: no words
 
-enum class Script : std::uint8_t { kCyrillic, kWestern, kCentral };
+// The letters beyond ASCII that a code page is for.
+enum class Letters : std::uint8_t { kCyrillic, kWestern, kCentral };
 
-constexpr Script ScriptOf(CodePage page) noexcept {
-  return page == CodePage::kWindows1250   ? Script::kCentral
-         : page == CodePage::kWindows1252 ? Script::kWestern
-                                          : Script::kCyrillic;
+constexpr Letters LettersOf(CodePage page) noexcept {
+  return page == CodePage::kWindows1250   ? Letters::kCentral
+         : page == CodePage::kWindows1252 ? Letters::kWestern
+                                          : Letters::kCyrillic;
 }
 
 struct Weight {
@@ -114,8 +115,8 @@ double Find(const std::array<Weight, size>& weights, char32_t character) noexcep
   return found != weights.end() ? found->weight : kUnusual;
 }
 
-double LetterWeight(Script script, char32_t lower) noexcept {
-  if (script == Script::kCyrillic) {
+double LetterWeight(Letters letters, char32_t lower) noexcept {
+  if (letters == Letters::kCyrillic) {
     if (lower >= 0x430 && lower <= 0x44F) {
       return kCyrillic[lower - 0x430];
     }
@@ -123,7 +124,7 @@ double LetterWeight(Script script, char32_t lower) noexcept {
            : lower == 0x491                 ? 1
                                             : kUnusual;
   }
-  if (script == Script::kWestern) {
+  if (letters == Letters::kWestern) {
     return lower >= 0xDF && lower <= 0xFF ? kWestern[lower - 0xDF] : lower == 0x153 ? 4 : kUnusual;
   }
   return Find(kCentral, lower);
@@ -158,7 +159,7 @@ Meanings MeaningsOf(CodePage page) noexcept {
     if (IsLetter(lower)) {
       const bool isUpper = lower != *character;
       meaning.letter = {isUpper ? Shape::kUpper : Shape::kLower, byte < 0x80, lower};
-      meaning.weight = LetterWeight(ScriptOf(page), lower) * (isUpper ? kUpperCaseShare : 1);
+      meaning.weight = LetterWeight(LettersOf(page), lower) * (isUpper ? kUpperCaseShare : 1);
     } else {
       meaning.weight = Find(kSigns, *character);
     }
@@ -166,7 +167,7 @@ Meanings MeaningsOf(CodePage page) noexcept {
   return meanings;
 }
 
-double WeightOf(Script script, const ByteMeaning& meaning, const Letter& before,
+double WeightOf(Letters letters, const ByteMeaning& meaning, const Letter& before,
                 const Letter& after) noexcept {
   double weight = meaning.weight;
   const bool isLetterBefore = before.shape != Shape::kNone;
@@ -179,15 +180,15 @@ double WeightOf(Script script, const ByteMeaning& meaning, const Letter& before,
   } else if (meaning.letter.shape == Shape::kUpper && before.shape == Shape::kUpper) {
     weight *= kUpperAfterUpper;
   }
-  const auto unlikely = [script](const Letter& neighbour) {
-    return neighbour.shape != Shape::kNone && neighbour.isAscii == (script == Script::kCyrillic);
+  const auto unlikely = [letters](const Letter& neighbour) {
+    return neighbour.shape != Shape::kNone && neighbour.isAscii == (letters == Letters::kCyrillic);
   };
   if (IsFrequentPair(before.lower, meaning.letter.lower)) {
     weight *= kFrequentPair;
   }
-  const double factor = script == Script::kCyrillic ? kOtherScript : kAccentsInARow;
+  const double factor = letters == Letters::kCyrillic ? kOtherScript : kAccentsInARow;
   weight *= (unlikely(before) ? factor : 1) * (unlikely(after) ? factor : 1);
-  if (script != Script::kCyrillic && !isLetterBefore && !isLetterAfter) {
+  if (letters != Letters::kCyrillic && !isLetterBefore && !isLetterAfter) {
     weight *= kLoneAccent;
   }
   return weight;
@@ -212,7 +213,7 @@ const Meanings& KnownMeaningsOf(CodePage page) {
 
 Score ScoreOf(CodePage page, const std::vector<std::string_view>& lines) {
   const Meanings& meanings = KnownMeaningsOf(page);
-  const Script script = ScriptOf(page);
+  const Letters letters = LettersOf(page);
   const auto meaning = [&meanings](char byte) -> const ByteMeaning& {
     return meanings[static_cast<unsigned char>(byte)];
   };
@@ -224,7 +225,7 @@ Score ScoreOf(CodePage page, const std::vector<std::string_view>& lines) {
       }
       const Letter before = i > 0 ? meaning(line[i - 1]).letter : Letter();
       const Letter after = i + 1 < line.size() ? meaning(line[i + 1]).letter : Letter();
-      score.sum += std::log(WeightOf(script, meaning(line[i]), before, after));
+      score.sum += std::log(WeightOf(letters, meaning(line[i]), before, after));
       ++score.count;
     }
   }
@@ -240,20 +241,20 @@ bool IsOneOf(std::string_view languages, std::string_view language) noexcept {
 std::optional<double> Unlikelihood(CodePage page, std::string_view language) noexcept {
   constexpr double kNever = 6;
   constexpr double kRare = 2;
-  const Script script = ScriptOf(page);
+  const Letters letters = LettersOf(page);
   if (IsOneOf("ar,az,el,et,fa,he,hi,hy,ja,ka,ko,lt,lv,th,tr,ur,uz,vi,zh", language)) {
     return std::nullopt;
   }
   if (IsOneOf("be,bg,kk,ky,mk,mn,ru,tg,tt,uk", language)) {
-    return script == Script::kCyrillic ? 0 : kNever;
+    return letters == Letters::kCyrillic ? 0 : kNever;
   }
   if (IsOneOf("bs,cs,hr,hu,pl,ro,sk,sl,sq", language)) {
-    return script == Script::kCentral ? 0 : kNever;
+    return letters == Letters::kCentral ? 0 : kNever;
   }
   if (IsOneOf("af,ca,da,de,en,es,eu,fi,fr,ga,gl,id,is,it,ms,nb,nl,nn,no,pt,sv", language)) {
-    return script == Script::kWestern ? 0 : kNever;
+    return letters == Letters::kWestern ? 0 : kNever;
   }
-  return script == Script::kCentral ? kRare : 0;
+  return letters == Letters::kCentral ? kRare : 0;
 }
 
 // Whether the bytes of `line` are usual letters in a code page. UTF-8 read as a code page is not.

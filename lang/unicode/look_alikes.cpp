@@ -103,14 +103,15 @@ void AppendDecomposed(char32_t character, Append append) {
   }
 }
 
-bool IsInvisible(char32_t character) noexcept {
+// Whether the character takes no room in a key.
+bool HasNoWidth(char32_t character) noexcept {
   const Blank blank = BlankOf(character);
   return blank == Blank::kInvisible || blank == Blank::kJoiner || character == kSoftHyphen ||
          character == kByteOrderMark;
 }
 
 void AppendLookAlike(char32_t character, std::string& form) {
-  if (IsInvisible(character)) {
+  if (HasNoWidth(character)) {
     return;
   }
   const char32_t like = AsciiLookAlike(character);
