@@ -6,6 +6,7 @@
 #include "dictionary/dictionary_reader.h"
 #include "lang/reading/windows_text.h"
 #include "lang/texts/embedded_texts.h"
+#include "lang/unicode/utf8_from_wide.h"
 #include "text/utf8.h"
 
 namespace KelmoLibs::Lang {
@@ -15,14 +16,6 @@ using Localize::AnyLength;
 using Localize::CurrentLanguage;
 using Localize::Dictionary;
 using Localize::KeyQuery;
-
-std::string Utf8(const wchar_t* text) {
-  std::string utf8;
-  for (; *text != L'\0'; ++text) {
-    Localize::AppendUtf8(static_cast<char32_t>(*text), utf8);  // the texts have no surrogates
-  }
-  return utf8;
-}
 
 // The plural forms of the languages that the tool speaks.
 std::string_view PluralForm(std::string_view language, const std::string& number) {
@@ -72,7 +65,7 @@ std::string Texts::Find(std::string_view key) const {
   const std::wstring wide = Localize::DecodeUtf8(key);
   for (const Dictionary* const dictionary : chain_) {
     if (const wchar_t* const text = dictionary->Find(KeyQuery<AnyLength>(wide))) {
-      return Utf8(text);
+      return Utf8FromWide(text);
     }
   }
   return std::string(key);
