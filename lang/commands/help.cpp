@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <string_view>
 
-#include "lang/reading/source_file.h"
+#include "lang/unicode/code_points.h"
 
 namespace KelmoLibs::Lang {
 namespace {

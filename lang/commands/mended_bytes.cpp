@@ -29,13 +29,6 @@ bool IsUtf8(std::string_view bytes) noexcept {
   return Localize::WellFormedUtf8Length(bytes) == bytes.size();
 }
 
-std::string_view WithoutMarks(std::string_view text) noexcept {
-  while (text.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
-    text.remove_prefix(kByteOrderMark.size());
-  }
-  return text;
-}
-
 std::size_t CountOf(std::string_view text, std::string_view part) noexcept {
   std::size_t count = 0;
   for (std::size_t i = text.find(part); i != std::string_view::npos; i = text.find(part, i + 1)) {
@@ -72,7 +65,7 @@ class Mending {
   void TranslateUtf16() {
     result_.bytes = raw_;
     const Utf16 found = FindUtf16(raw_);
-    const bool hasMark = raw_.substr(0, 2) == "\xFF\xFE" || raw_.substr(0, 2) == "\xFE\xFF";
+    const bool hasMark = Utf16Mark(raw_) != Utf16::kNo;
     const Utf16* const named = encoding_ ? std::get_if<Utf16>(&*encoding_) : nullptr;
     if (found != Utf16::kNo && !hasMark && named == nullptr) {
       isUtf16Left_ = true;
@@ -101,7 +94,7 @@ class Mending {
 
   // The bytes of a line as UTF-8, without a byte-order mark.
   void AppendLine(std::string_view line, std::string& mended) {
-    const std::string_view withoutMarks = WithoutMarks(line);
+    const std::string_view withoutMarks = WithoutByteOrderMarks(line);
     marks_ += (line.size() - withoutMarks.size()) / kByteOrderMark.size();
     if (IsUtf8(withoutMarks)) {
       mended += withoutMarks;
@@ -162,7 +155,8 @@ class Mending {
   }
 
   void AddGuess(std::string_view bytes) {
-    const std::string_view id = WithoutMarks(bytes.substr(0, bytes.find_first_of(" \t\r\n")));
+    const std::string_view id =
+        WithoutByteOrderMarks(bytes.substr(0, bytes.find_first_of(" \t\r\n")));
     Sentence left = {"fix.left.encoding.#",
                      {std::to_string(notUtf8_), std::to_string(notUtf8Line_)}};
     if (const auto guess = GuessCodePage(samples_, LanguageOf(id).primary)) {
@@ -216,7 +210,7 @@ class Mending {
     const SeenTexts seenAfter = TextsOf(after, after.Entries().size());
     for (std::size_t i = 0; i < whole; ++i) {
       const std::string_view key = before.Entries()[i].key;
-      const std::string_view keyAfter = WithoutMarks(key);
+      const std::string_view keyAfter = WithoutByteOrderMarks(key);
       const auto found = seenAfter.find(keyAfter);
       // A key of nothing but a mark, without a text, leaves an empty line.
       const bool isLine = !keyAfter.empty() || !before.Entries()[i].text.empty() || key.empty();
@@ -234,7 +228,7 @@ class Mending {
       return;
     }
     const Entry& cut = before.Entries().back();
-    const std::string_view key = WithoutMarks(cut.key);
+    const std::string_view key = WithoutByteOrderMarks(cut.key);
     if (cut.text.empty() || seen.count(cut.key) != 0) {
       return;  // perhaps only a part of a key, or a text that no host sees
     }

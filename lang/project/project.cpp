@@ -8,7 +8,7 @@
 
 #include "lang/project/json_tree.h"
 #include "lang/reading/pattern.h"
-#include "lang/reading/source_file.h"
+#include "lang/unicode/code_points.h"
 
 namespace KelmoLibs::Lang {
 namespace {

@@ -5,12 +5,8 @@
 #include <utility>
 
 #include "lang/unicode/code_points.h"
-#include "lang/unicode/utf16.h"
-#include "text/utf8.h"
 
 namespace KelmoLibs::Lang {
-
-using Localize::WellFormedUtf8Length;
 
 namespace {
 
@@ -113,22 +109,6 @@ Place SourceFile::PlaceOf(std::string_view part) const noexcept {
   const std::size_t end =
       std::max(offset, std::min(offset + part.size(), lineStart + Line(line).size()));
   return {0, line, CountBetween(lineStart, offset) + 1, CountBetween(offset, end), offset};
-}
-
-std::uint32_t CountCodePoints(std::string_view bytes) noexcept {
-  std::size_t count = 0;
-  while (!bytes.empty()) {
-    const std::size_t wellFormed = WellFormedUtf8Length(bytes);
-    count += static_cast<std::size_t>(
-        std::count_if(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(wellFormed),
-                      [](char c) { return !IsContinuation(c); }));
-    bytes.remove_prefix(wellFormed);
-    if (!bytes.empty()) {
-      ++count;
-      bytes.remove_prefix(1);
-    }
-  }
-  return static_cast<std::uint32_t>(count);
 }
 
 }  // namespace KelmoLibs::Lang

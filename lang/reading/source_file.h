@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "lang/unicode/utf16.h"
+
 namespace KelmoLibs::Lang {
 
 /// A place as editors show it. Lines and columns count from 1; columns and lengths are code points,
@@ -21,7 +23,6 @@ struct Place {
 };
 
 enum class LineEnd : std::uint8_t { kLf, kCr };  // CR LF is kLf
-enum class Utf16 : std::uint8_t { kNo, kLittleEndian, kBigEndian };
 
 /// A file in memory. It does not move: entries are views into it.
 class SourceFile {
@@ -40,6 +41,7 @@ class SourceFile {
   /// The bytes that people see: those of the file, or their translation to UTF-8 if it is UTF-16.
   std::string_view Bytes() const noexcept { return utf16_ == Utf16::kNo ? raw_ : decoded_; }
 
+  /// kNo unless the file is UTF-16 (FindUtf16).
   Utf16 EncodedAsUtf16() const noexcept { return utf16_; }
 
   /// kCr only if the file has CRs and no LF.
@@ -81,8 +83,5 @@ class SourceFile {
   std::vector<std::size_t> lineStarts_;
   std::vector<Checkpoint> checkpoints_;  // by offset
 };
-
-/// Number of code points in `bytes`; each byte that is not UTF-8 counts as one.
-std::uint32_t CountCodePoints(std::string_view bytes) noexcept;
 
 }  // namespace KelmoLibs::Lang

@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "lang/report/visible_text.h"
+#include "lang/unicode/hex.h"
 
 namespace KelmoLibs::Lang {
 

@@ -4,6 +4,7 @@
 #include "lang/report/machine_text.h"
 #include "lang/report/report.h"
 #include "lang/report/visible_text.h"
+#include "lang/unicode/hex.h"
 
 namespace KelmoLibs::Lang {
 namespace {

@@ -6,6 +6,7 @@
 
 #include "lang/unicode/code_points.h"
 #include "lang/unicode/display_width.h"
+#include "lang/unicode/hex.h"
 #include "text/utf8.h"
 
 namespace KelmoLibs::Lang {
@@ -24,26 +25,13 @@ struct Unit {
 // Takes the first unit off `text`, which is not empty.
 Unit TakeUnit(std::string_view& text) noexcept {
   // cppcheck-suppress containerOutOfBounds; the callers look whether there is one
-  const auto lead = static_cast<unsigned char>(text.front());
-  Unit unit;
-  std::size_t length = 1;
-  if (lead < 0x80) {
-    unit.character = lead;
-    unit.isCharacter = true;
-  } else {
-    const std::size_t wanted = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-    const std::string_view candidate = text.substr(0, wanted);
-    if (Localize::WellFormedUtf8Length(candidate) == wanted) {
-      length = wanted;
-      unit.character = lead & (0xFFU >> (wanted + 1));
-      for (const char byte : candidate.substr(1)) {
-        unit.character = unit.character << 6U | (static_cast<unsigned char>(byte) & 0x3FU);
-      }
-      unit.isCharacter = true;
-    }
-  }
-  unit.bytes = text.substr(0, length);
-  text.remove_prefix(length);
+  const CodePoint first = FirstCodePoint(text);
+  const std::string_view bytes = text.substr(0, first.length);
+  const bool isCharacter =
+      first.value < 0x80 || Localize::WellFormedUtf8Length(bytes) == bytes.size();
+  const Unit unit =
+      isCharacter ? Unit{bytes, first.value, true} : Unit{text.substr(0, 1), 0, false};
+  text.remove_prefix(unit.bytes.size());
   return unit;
 }
 
@@ -54,15 +42,12 @@ void AppendByte(const Unit& unit, std::string& text) {
 }
 
 void AppendVisible(const Unit& unit, std::string& text) {
-  constexpr unsigned kDigits = 4;
   if (!unit.isCharacter) {
     AppendByte(unit, text);
   } else if (unit.character == U'\t') {
     text += u8"→";
   } else if (IsInvisible(unit.character)) {
-    text += "<U+";
-    AppendHex(unit.character, kDigits, text);
-    text += '>';
+    text.append("<").append(CodePointName(unit.character)).append(">");
   } else {
     text += unit.bytes;
   }
@@ -101,16 +86,6 @@ unsigned Sum(const std::vector<Cell>& cells, std::size_t first, std::size_t last
 }
 
 }  // namespace
-
-void AppendHex(std::uint64_t value, unsigned digits, std::string& text) {
-  constexpr unsigned kMost = 16;
-  while (digits < kMost && value >> (4 * digits) != 0) {
-    ++digits;
-  }
-  while (digits-- > 0) {
-    text += "0123456789ABCDEF"[value >> (4 * digits) & 0xFU];
-  }
-}
 
 std::string VisibleText(std::string_view bytes) {
   std::string text;

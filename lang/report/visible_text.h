@@ -14,9 +14,6 @@ std::string VisibleText(std::string_view bytes);
 /// `bytes` as UTF-8: a byte that is not UTF-8 becomes "<E9>", all else stays.
 std::string WellFormedText(std::string_view bytes);
 
-/// Appends `value` with at least `digits` hexadecimal digits.
-void AppendHex(std::uint64_t value, unsigned digits, std::string& text);
-
 /// Takes the first character off `bytes`, which are not empty: its bytes, or one byte that is not
 /// UTF-8.
 std::string_view TakeCharacter(std::string_view& bytes) noexcept;

@@ -14,6 +14,7 @@
 #include "lang/unicode/ascii.h"
 #include "lang/unicode/blanks.h"
 #include "lang/unicode/code_points.h"
+#include "lang/unicode/hex.h"
 #include "lang/unicode/look_alikes.h"
 
 namespace KelmoLibs::Lang {

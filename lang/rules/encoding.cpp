@@ -24,10 +24,6 @@ namespace {
 
 constexpr char kControlZ = '\x1A';
 
-bool StartsWith(std::string_view text, std::string_view start) noexcept {
-  return text.substr(0, start.size()) == start;
-}
-
 // The keys that nobody gets because the library stops reading.
 struct Loss {
   std::size_t keys = 0;
@@ -276,14 +272,11 @@ void CheckByteOrderMarks(FileCheck& check) {
       continue;
     }
     check.Explain(number);
-    std::size_t marks = kByteOrderMark.size();
-    while (StartsWith(line.substr(marks), kByteOrderMark)) {
-      marks += kByteOrderMark.size();
-    }
-    const std::string_view rest = line.substr(marks);
+    const std::string_view rest = WithoutByteOrderMarks(line);
     const std::string_view name = rest.substr(0, rest.find_first_of(" \t"));
     Finding& finding = check.Add(
-        RuleId::kByteOrderMark, Severity::kError, line.substr(0, marks), number == 1 ? "" : name,
+        RuleId::kByteOrderMark, Severity::kError, line.substr(0, line.size() - rest.size()),
+        number == 1 ? "" : name,
         {number == 1 ? "byte-order-mark.file" : "byte-order-mark.key", {std::string(name)}});
     finding.mendCommand = FixCommand("", source.Name());
   }

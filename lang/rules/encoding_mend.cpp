@@ -29,7 +29,7 @@ void ExplainCodePage(const SourceFile& source, const std::vector<std::string_vie
 
 void ExplainUtf16(const SourceFile& source, Finding& finding) {
   const bool isLittle = source.EncodedAsUtf16() == Utf16::kLittleEndian;
-  const bool hasMark = source.Raw().compare(0, 2, isLittle ? "\xFF\xFE" : "\xFE\xFF") == 0;
+  const bool hasMark = Utf16Mark(source.Raw()) != Utf16::kNo;
   const char* const option = isLittle ? "--from utf-16le " : "--from utf-16be ";
   finding.mendCommand = FixCommand(hasMark ? "" : option, source.Name());
 }

@@ -13,6 +13,7 @@
 #include "lang/unicode/ascii.h"
 #include "lang/unicode/blanks.h"
 #include "lang/unicode/code_points.h"
+#include "lang/unicode/hex.h"
 
 namespace KelmoLibs::Lang {
 namespace {

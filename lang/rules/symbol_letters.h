@@ -6,10 +6,11 @@
 
 namespace KelmoLibs::Lang {
 
-enum class Script : std::uint8_t { kNone, kLatin, kCyrillic, kBoth };
+/// The script of the letters of a symbol. kNone: it has none, or letters of other scripts only.
+enum class SymbolScript : std::uint8_t { kNone, kLatin, kCyrillic, kBoth };
 
 struct SymbolLetters {
-  Script script = Script::kNone;
+  SymbolScript script = SymbolScript::kNone;
   bool isMixed = false;   // letters of both scripts stand side by side
   bool haveTwins = true;  // each letter looks like one of the other script
 };

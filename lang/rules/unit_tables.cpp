@@ -19,6 +19,7 @@
 #include "lang/unicode/blanks.h"
 #include "lang/unicode/byte_order_mark.h"
 #include "lang/unicode/code_points.h"
+#include "lang/unicode/hex.h"
 #include "lang/unicode/windows_characters.h"
 #include "phyval/unit_catalogue.h"
 
@@ -577,14 +578,14 @@ class UnitCheck {
     std::size_t latin = 0;
     std::size_t cyrillic = 0;
     for (const UnitLine* const line : units) {
-      const Script script = LettersOf(line->symbol).script;
-      latin += script == Script::kLatin ? 1U : 0U;
-      cyrillic += script == Script::kCyrillic ? 1U : 0U;
+      const SymbolScript script = LettersOf(line->symbol).script;
+      latin += script == SymbolScript::kLatin ? 1U : 0U;
+      cyrillic += script == SymbolScript::kCyrillic ? 1U : 0U;
     }
     for (const UnitLine* const line : units) {
       const SymbolLetters letters = LettersOf(line->symbol);
-      const bool isLatin = letters.script == Script::kLatin;
-      if (!letters.haveTwins || (!isLatin && letters.script != Script::kCyrillic)) {
+      const bool isLatin = letters.script == SymbolScript::kLatin;
+      if (!letters.haveTwins || (!isLatin && letters.script != SymbolScript::kCyrillic)) {
         continue;
       }
       const std::size_t same = (isLatin ? latin : cyrillic) - 1;

@@ -26,14 +26,4 @@ Blank BlankOf(char32_t character) noexcept {
   }
 }
 
-std::string CodePointName(char32_t character) {
-  constexpr unsigned kFewestDigits = 4;
-  constexpr unsigned kBitsPerDigit = 4;
-  std::string digits;
-  for (; character != 0 || digits.size() < kFewestDigits; character >>= kBitsPerDigit) {
-    digits.insert(digits.begin(), "0123456789ABCDEF"[character & 0xFU]);
-  }
-  return "U+" + digits;
-}
-
 }  // namespace KelmoLibs::Lang

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 
 namespace KelmoLibs::Lang {
 
@@ -16,8 +15,5 @@ enum class Blank : std::uint8_t {
 };
 
 Blank BlankOf(char32_t character) noexcept;
-
-/// "U+00A0".
-std::string CodePointName(char32_t character);
 
 }  // namespace KelmoLibs::Lang

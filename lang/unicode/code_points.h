@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 namespace KelmoLibs::Lang {
@@ -49,6 +50,9 @@ inline CodePoint LastCodePoint(std::string_view bytes) noexcept {
   }
   return FirstCodePoint(bytes.substr(begin));
 }
+
+/// Number of characters in `bytes`; each byte that is not UTF-8 counts as one.
+std::uint32_t CountCodePoints(std::string_view bytes) noexcept;
 
 /// Calls `visit(value, part)` for each character and the bytes of `text` that are it, until it
 /// returns false.

@@ -22,12 +22,16 @@ char32_t UnitAt(std::string_view bytes, std::size_t offset, bool isBigEndian) no
 
 }  // namespace
 
+Utf16 Utf16Mark(std::string_view bytes) noexcept {
+  const std::string_view mark = bytes.substr(0, 2);
+  return mark == "\xFF\xFE"   ? Utf16::kLittleEndian
+         : mark == "\xFE\xFF" ? Utf16::kBigEndian
+                              : Utf16::kNo;
+}
+
 Utf16 FindUtf16(std::string_view bytes) noexcept {
-  if (bytes.substr(0, 2) == "\xFF\xFE") {
-    return Utf16::kLittleEndian;
-  }
-  if (bytes.substr(0, 2) == "\xFE\xFF") {
-    return Utf16::kBigEndian;
+  if (const Utf16 marked = Utf16Mark(bytes); marked != Utf16::kNo) {
+    return marked;
   }
   constexpr std::size_t kExamined = 4096;
   constexpr std::size_t kFewest = 4;

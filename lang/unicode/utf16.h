@@ -1,12 +1,16 @@
 // Files in UTF-16, which some editors call "Unicode".
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
-#include "lang/reading/source_file.h"
-
 namespace KelmoLibs::Lang {
+
+enum class Utf16 : std::uint8_t { kNo, kLittleEndian, kBigEndian };
+
+/// The byte order of the byte-order mark that `bytes` begin with; kNo if they do not.
+Utf16 Utf16Mark(std::string_view bytes) noexcept;
 
 /// Whether `bytes` are UTF-16: they begin with its byte-order mark, or most of the first ones come
 /// in pairs of a character and a zero.

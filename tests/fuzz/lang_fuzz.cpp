@@ -17,6 +17,7 @@
 #include "lang/report/html_report.h"
 #include "lang/report/report.h"
 #include "lang/rules/check_workspace.h"
+#include "lang/unicode/code_points.h"
 #include "tests/fuzz/fuzz_target.h"
 #include "tests/model/disagreement.h"
 #include "tests/model/model.h"

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "lang/unicode/blanks.h"
+#include "lang/unicode/hex.h"
 
 namespace KelmoLibs::Lang {
 namespace {

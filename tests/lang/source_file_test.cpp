@@ -6,6 +6,8 @@
 #include <chrono>
 #include <string>
 
+#include "lang/unicode/code_points.h"
+
 namespace KelmoLibs::Lang {
 namespace {
 

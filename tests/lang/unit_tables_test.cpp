@@ -137,19 +137,19 @@ TEST(UnitTables, SuggestTheOnlyNearCode) {
 TEST(SymbolLetters, TellScriptsApart) {
   const struct {
     const char* symbol;
-    Script script;
+    SymbolScript script;
     bool isMixed;
     bool haveTwins;
   } rows[] = {
-      {"m", Script::kLatin, false, true},
-      {"kHz", Script::kLatin, false, false},
-      {u8"\u043C\u00B2", Script::kCyrillic, false, true},  // em, superscript two
-      {u8"\u0434\u044E\u0439\u043C", Script::kCyrillic, false, false},
-      {u8"Z\u043Ell", Script::kBoth, true, false},                   // Cyrillic o
-      {u8"\u043A\u0412\u0442\u00B7h", Script::kBoth, false, false},  // two words
-      {u8"\u03BCm", Script::kLatin, false, true},                    // Greek mu
-      {"%", Script::kNone, false, true},
-      {"", Script::kNone, false, true},
+      {"m", SymbolScript::kLatin, false, true},
+      {"kHz", SymbolScript::kLatin, false, false},
+      {u8"\u043C\u00B2", SymbolScript::kCyrillic, false, true},  // em, superscript two
+      {u8"\u0434\u044E\u0439\u043C", SymbolScript::kCyrillic, false, false},
+      {u8"Z\u043Ell", SymbolScript::kBoth, true, false},                   // Cyrillic o
+      {u8"\u043A\u0412\u0442\u00B7h", SymbolScript::kBoth, false, false},  // two words
+      {u8"\u03BCm", SymbolScript::kLatin, false, true},                    // Greek mu
+      {"%", SymbolScript::kNone, false, true},
+      {"", SymbolScript::kNone, false, true},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.symbol);
