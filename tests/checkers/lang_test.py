@@ -277,7 +277,7 @@ class CheckCatalogues(unittest.TestCase):
             ("no texts", 0, [], "", True),
         ):
             with self.subTest(name), new_folder(lambda folder: write(folder, {"list.txt": "# comment\n"})) as folder, \
-                    mock.patch.multiple(catalogues, TUNED=["bash"], MEASURED=["bash"], MEASURED_LATER=["bash"],
+                    mock.patch.multiple(catalogues, GROUPS=[["bash"], ["bash"]],
                                         convert=lambda *_: {"de": texts}, findings=lambda *_: iter(found)):
                 (folder / "list.txt").write_text(verdicts, "utf-8")
                 self.assertEqual(catalogues.check(["program"], folder, folder / "list.txt")[1], is_too_many)

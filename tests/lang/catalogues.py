@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Dictionaries from the catalogues of nine Debian programs, to count false alarms of kelmo-lang with.
+"""Dictionaries from the catalogues of twelve Debian programs, to count false alarms of kelmo-lang with.
 
 catalogues.py convert FOLDER [PACKAGE...]
     Downloads the packages and writes FOLDER/PACKAGE/: en.txt has the texts of the program, and the other files have its
@@ -31,6 +31,8 @@ import sys
 TUNED = ["bash", "dpkg", "kdiff3"]
 MEASURED = ["gnome-calculator", "mc-data", "wget"]
 MEASURED_LATER = ["aria2", "gettext", "nano"]
+MEASURED_LAST = ["evince-common", "gedit-common", "mousepad"]
+GROUPS = (TUNED, MEASURED, MEASURED_LATER, MEASURED_LAST)
 LANGUAGES = "ar cs de el es fi fr it ja ko pl pt_BR ru th tr uk vi zh_CN".split()
 
 # The names of the plural forms, in the order of the catalogues, by their number; before, for single languages.
@@ -171,7 +173,7 @@ def check(program, folder, path):
     verdicts = read_verdicts(path)
     report = []
     is_too_many = False
-    for packages in (TUNED, MEASURED, MEASURED_LATER):
+    for packages in GROUPS:
         texts = 0
         counts = {"true": 0, "false": 0, "not judged": 0}
         for package in packages:
@@ -194,7 +196,7 @@ def main():
     action, folder, *arguments = sys.argv[1:]
     folder = pathlib.Path(folder)
     if action == "convert":
-        for package in arguments or [*TUNED, *MEASURED, *MEASURED_LATER]:
+        for package in arguments or [package for group in GROUPS for package in group]:
             counts = convert(package, folder)
             print(f"{package}: {sum(counts.values())} texts in {len(counts)} languages")
     elif action == "check":
