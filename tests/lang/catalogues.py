@@ -17,6 +17,7 @@ was measured once, and only then its false alarms were mended. False alarms for 
     TUNED                  32,322                -              0.56
     MEASURED               38,030             1.79              0.79
     MEASURED_LATER         21,217             1.23              0.71
+    MEASURED_LAST          27,687             0.90                 -
 """
 
 import contextlib
