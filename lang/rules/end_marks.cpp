@@ -9,6 +9,7 @@
 
 #include "lang/reading/word_reader.h"
 #include "lang/rules/check.h"
+#include "lang/rules/wording.h"
 #include "lang/unicode/code_points.h"
 #include "lang/unicode/scripts.h"
 
@@ -182,17 +183,6 @@ bool MayOmitFullStop(std::string_view language) noexcept {
   return IsAmong(language, {"ja", "th", "lo", "km", "my", "bo"});
 }
 
-// Whether the program continues the English text: "depends on", "in". Other languages put a colon
-// there, as their words come in another order.
-bool IsBeginOfSentence(std::string_view text) {
-  constexpr std::string_view kWords =
-      " a an and are as at by for from in into is of on or than the to via want was with ";
-  const std::size_t blank = text.find_last_of(' ');
-  const std::string_view last = text.substr(blank == std::string_view::npos ? 0 : blank + 1);
-  return EndsWith(text, "`") || EndsWith(text, "(") ||
-         (!last.empty() && kWords.find(" " + std::string(last) + " ") != std::string_view::npos);
-}
-
 std::size_t CountWords(std::string_view text, std::size_t most) {
   std::size_t count = 0;
   WordReader words(text);
@@ -200,6 +190,43 @@ std::size_t CountWords(std::string_view text, std::size_t most) {
     ++count;
   }
   return count;
+}
+
+// Whether the difference to another such end is a matter of style.
+bool IsStyle(EndKind kind) noexcept {
+  return kind == EndKind::kOther || kind == EndKind::kFullStop || kind == EndKind::kExclamation;
+}
+
+// The sentences that end in `text` in front of its last one, without `end`.
+std::size_t CountSentences(std::string_view text, const End& end) {
+  if (!end.mark.empty()) {
+    text = text.substr(0, static_cast<std::size_t>(end.mark.data() - text.data()));
+  }
+  std::size_t count = 0;
+  bool isBehindMark = false;
+  VisitCodePoints(text, [&](char32_t character, std::string_view) {
+    const bool isWideMark = IsOneOf(U"\u3002\uFF01\uFF1F", character);  // no blank follows
+    const bool isEnd = isBehindMark && (IsBlank(character) || character == '\\');
+    count += isWideMark || isEnd ? 1 : 0;
+    isBehindMark = IsFullStop(character) || IsQuestionMark(character) || IsExclamation(character);
+    isBehindMark = isBehindMark && !isWideMark;
+    return true;
+  });
+  return count;
+}
+
+// Whether the mark of `own`, which the base lacks, belongs to another wording.
+bool IsSurplusMeant(const TextCheck& check, const End& base, const End& own) {
+  const std::string_view baseText = check.BaseText();
+  switch (own.kind) {
+    case EndKind::kColon:
+      return IsBeginOfSentence(baseText) || PointsBelow(baseText);
+    case EndKind::kQuestion:  // also of a sentence that the base lacks
+      return HasIndirectQuestion(baseText) || IsGuess(baseText) ||
+             CountSentences(check.Text(), own) > CountSentences(baseText, base);
+    default:
+      return IsOpenList(baseText) || IsProgress(baseText);
+  }
 }
 
 bool IsEndMarkMeant(const TextCheck& check, const End& base, const End& own) {
@@ -211,20 +238,18 @@ bool IsEndMarkMeant(const TextCheck& check, const End& base, const End& own) {
       (own.isInBrackets && own.kind != EndKind::kOther)) {
     return true;  // of a remark in brackets, which may be worded in another way
   }
-  if (base.kind == EndKind::kQuestion && own.kind != EndKind::kColon &&
-      own.kind != EndKind::kEllipsis) {
-    return MayOmitQuestionMark(language);
+  if (IsStyle(base.kind)) {
+    return IsSurplusMeant(check, base, own);
+  }
+  if (base.kind == EndKind::kQuestion && IsStyle(own.kind)) {
+    return MayOmitQuestionMark(language) || IsGuess(check.BaseText());
   }
   if (base.kind == EndKind::kEllipsis && own.hasEllipsis) {
     return true;
   }
   constexpr std::size_t kLongSentence = 8;
-  if (base.kind == EndKind::kColon && own.kind == EndKind::kFullStop) {
-    // A sentence in front of a list.
-    return CountWords(check.BaseText(), kLongSentence) == kLongSentence;
-  }
-  return base.kind == EndKind::kOther && own.kind == EndKind::kColon &&
-         IsBeginOfSentence(check.BaseText());
+  return base.kind == EndKind::kColon && own.kind == EndKind::kFullStop &&  // before a list
+         CountWords(check.BaseText(), kLongSentence) == kLongSentence;
 }
 
 bool IsFullStopMeant(const TextCheck& check, const End& base, const End& own) {
@@ -234,11 +259,6 @@ bool IsFullStopMeant(const TextCheck& check, const End& base, const End& own) {
   return base.kind == EndKind::kExclamation || own.kind == EndKind::kExclamation ||
          (!isAdded && MayOmitFullStop(language)) || language == "hy" ||
          CountWords(check.BaseText(), kSentence) < kSentence;
-}
-
-// Whether the difference to another such end is a matter of style.
-bool IsStyle(EndKind kind) noexcept {
-  return kind == EndKind::kOther || kind == EndKind::kFullStop || kind == EndKind::kExclamation;
 }
 
 std::string_view MessageOf(EndKind kind) noexcept {
