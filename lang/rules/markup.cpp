@@ -26,6 +26,9 @@ struct LineBreaks {
   bool isAtStart = false;
   bool isAtEnd = false;
   bool isBehindSentence = false;  // one of them
+  bool hasEmptyLine = false;
+  std::size_t within = 0;  // neither at the start nor at the end
+  std::size_t wraps = 0;   // within a sentence: the next line goes on with a small letter
 };
 
 // Whether "C:" stands in front of `at`, as a word: behind a blank, a mark or a quotation mark.
@@ -42,6 +45,12 @@ bool IsBehindDrive(std::string_view text, std::size_t at) noexcept {
            return before.size() >= quote.size() &&
                   before.substr(before.size() - quote.size()) == quote;
          });
+}
+
+// Whether the line break from `at` to `behind` stands within a sentence.
+bool IsWrap(std::string_view text, std::size_t at, std::size_t behind) noexcept {
+  return at > 0 && std::string_view(".:!?").find(text[at - 1]) == kNone &&
+         IsAsciiLower(At(text, behind));
 }
 
 // The "\n" of a text. A path such as "C:\new" has none, nor has "\\n".
@@ -63,6 +72,9 @@ LineBreaks FindLineBreaks(std::string_view text) noexcept {
         breaks.isBehindSentence = breaks.isBehindSentence ||
                                   (at > 0 && std::string_view(".:!?").find(text[at - 1]) != kNone);
         breaks.isAtEnd = at + kLength == text.size();
+        breaks.hasEmptyLine = breaks.hasEmptyLine || (breaks.count > 1 && at == start);
+        breaks.within += at > 0 && !breaks.isAtEnd ? 1 : 0;
+        breaks.wraps += IsWrap(text, at, at + kLength) ? 1 : 0;
         start = at + kLength;
       }
       ++at;
@@ -74,7 +86,8 @@ LineBreaks FindLineBreaks(std::string_view text) noexcept {
 
 // Whether the text has more or fewer line breaks than it should. Lines of prose are broken at other
 // places in other languages, and labels need not be broken, so the breaks inside are counted only in
-// texts of a few short lines, and are missing only behind a sentence.
+// texts of a few short lines, and are missing only behind a sentence. Where the base breaks a line
+// within a sentence, a text needs more or fewer lines.
 bool HasOtherBreaks(const LineBreaks& base, const LineBreaks& text) noexcept {
   constexpr std::size_t kMost = 2;
   constexpr std::size_t kLongestIfLess = 60;
@@ -88,8 +101,12 @@ bool HasOtherBreaks(const LineBreaks& base, const LineBreaks& text) noexcept {
   if (base.count > kMost || text.count > base.count + kMost) {
     return false;
   }
-  return text.count < base.count ? base.isBehindSentence && base.longestLine <= kLongestIfLess
-                                 : base.longestLine <= kLongestIfMore;
+  if (text.count < base.count) {
+    return base.isBehindSentence && base.longestLine <= kLongestIfLess &&
+           text.within + base.wraps < base.within;
+  }
+  const bool isWrapped = base.wraps > 0 && base.hasEmptyLine == text.hasEmptyLine;
+  return !isWrapped && base.longestLine <= kLongestIfMore;
 }
 
 void CheckLineBreaks(const TextCheck& check) {
