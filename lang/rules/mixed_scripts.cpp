@@ -142,6 +142,23 @@ bool IsAccelerator(const Letters& own, std::string_view before) noexcept {
   return own.isAtBegin && own.count == 1 && !before.empty() && before.back() == '&';
 }
 
+// Whether the base has the letters as a word: "Yy" in front of the letters that the language has for
+// them is an example. A single letter may be a mistake.
+bool AreWordOfBase(const Letters& own, std::string_view text, std::string_view base) noexcept {
+  if (own.runs != 1 || own.count < 2) {
+    return false;
+  }
+  const auto begin = static_cast<std::size_t>(own.first.data() - text.data());
+  const std::string_view letters = text.substr(begin, own.count);  // of ASCII, as most base words
+  WordReader words(base);
+  for (Word word; words.Next(word);) {
+    if (word.letters == letters) {
+      return true;
+    }
+  }
+  return false;
+}
+
 bool CheckWord(const TextCheck& check, const Word& word) {
   const LettersByScript letters = LettersOf(word.letters);
   std::size_t left = kScripts.size();
@@ -168,6 +185,7 @@ bool CheckWord(const TextCheck& check, const Word& word) {
   if ((IsBehindOption(word.before, word.before.data() == check.Text().data()) &&
        letters[left].isAtBegin) ||
       IsAccelerator(letters[own], word.before) ||
+      AreWordOfBase(letters[own], check.Text(), check.BaseText()) ||
       !AreIntruders(letters[own], letters[home], kScripts[home].script, kScripts[own].script,
                     IsCyrillicLanguage(check.file.FileLanguage().primary))) {
     return false;

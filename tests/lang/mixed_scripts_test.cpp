@@ -38,7 +38,13 @@ TEST(MixedScripts, AreFound) {
        "warning mixed-script.latin-in-cyrillic B"},
       {"behind a hyphen within a word", "ru", "website", u8"\u0432\u0435\u0431-c\u0430\u0439\u0442",
        "warning mixed-script.latin-in-cyrillic c"},
+      {"two Latin letters that begin a word of the base", "ru", "Copy", u8"Co\u043F\u0438\u044F",
+       "warning mixed-script.latin-in-cyrillic C"},
+      {"a letter that is a word of the base", "ru", "Save a copy",
+       u8"\u0421\u043E\u0445\u0440a\u043D\u0438\u0442\u044C",
+       "warning mixed-script.latin-in-cyrillic a"},
       // Right words.
+      {"example that the base has as a word", "ru", "Aa", u8"Aa\u0412\u0432", ""},
       {"hyphen between scripts", "ru", "USB port", u8"USB-\u043F\u043E\u0440\u0442", ""},
       {"abbreviation with an ending", "ru", "of the PDF", u8"PDF\u0430", ""},
       {"abbreviation of look-alikes with an ending", "ru", "of TCP", u8"TCP\u043D\u044B\u0439", ""},
