@@ -1,3 +1,4 @@
+// The program: runs the command that the arguments name, and prints its answer.
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -39,7 +40,7 @@ struct Run {
   int operator()(const Answer& answer) const {
     const bool isWritten =
         Write(Stream::kOutput, answer.output) && Write(Stream::kError, answer.error);
-    return isWritten ? answer.status : 2;
+    return isWritten ? answer.status : kStatusWrong;
   }
   int operator()(const FixOptions& options) const { return (*this)(Fix(options, texts)); }
   int operator()(const IgnoreOptions& options) const { return (*this)(Ignore(options, texts)); }

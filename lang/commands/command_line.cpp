@@ -10,14 +10,12 @@
 #include <utility>
 
 #include "lang/commands/help.h"
-#include "lang/report/visible_text.h"
 #include "lang/texts/texts.h"
 
 namespace KelmoLibs::Lang {
 namespace {
 
 constexpr const char* kProgram = "kelmo-lang";
-constexpr int kWrongUse = 2;
 
 // CLI11 takes "[a,b]" for a list of values, but it may be the name of a folder. This byte in front
 // of it, which no argument begins with, hides the bracket from CLI11.
@@ -256,13 +254,6 @@ std::vector<CommandHelp> AllHelps(const CLI::App& program, const Checks& checks,
   return helps;
 }
 
-// One line, and nothing in it that controls a terminal.
-Answer WrongUse(const CLI::App& command, const Texts& texts, const Sentence& sentence) {
-  const std::string line =
-      VisibleText(texts.Say({"usage.wrong", {NameOf(command), texts.Say(sentence)}}));
-  return {kWrongUse, "", line + '\n'};
-}
-
 // The sentence about an error of CLI11. Its classes do not tell the name of the option, but their
 // texts begin with it.
 Sentence SentenceOf(const CLI::ParseError& error, const CLI::App& command, const CLI::App& app) {
@@ -336,11 +327,11 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments,
     return {language, Answer{0, help(Given(app)), ""}};
   } catch (const CLI::ParseError& error) {
     const CLI::App& command = Given(app);
-    return {language, WrongUse(command, texts, SentenceOf(error, command, app))};
+    return {language, WrongUse(NameOf(command), SentenceOf(error, command, app), texts)};
   }
   const CLI::App& command = Given(app);
   if (const std::optional<Sentence> complaint = Complaint(command, checks, texts)) {
-    return {language, WrongUse(command, texts, *complaint)};
+    return {language, WrongUse(NameOf(command), *complaint, texts)};
   }
   if (options.isVersion) {
     return {language, Answer{0, std::string(kProgram) + " " KELMO_LANG_VERSION "\n", ""}};
@@ -350,7 +341,7 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments,
     return {language, Answer{0, ManPage(helps, texts, KELMO_LANG_VERSION), ""}};
   }
   if (!command.get_subcommands({}).empty()) {  // a command is missing
-    return {language, Answer{kWrongUse, "", help(command)}};
+    return {language, Answer{kStatusWrong, "", help(command)}};
   }
   if (command.get_name() == "ignore") {
     return {language, options.ignore};

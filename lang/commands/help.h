@@ -14,7 +14,7 @@ namespace KelmoLibs::Lang {
 /// spaces in front. The first line begins in column `at`.
 std::string Wrap(std::string_view text, std::size_t at, std::size_t indent, std::size_t width);
 
-/// A command, an argument or an option: how it is written, and the key of the text about it.
+/// A command, an argument or an option: how it is written, and the text about it.
 struct HelpRow {
   std::string name;  // "--base FILE"
   std::string text;

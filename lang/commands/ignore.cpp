@@ -4,7 +4,6 @@
 
 #include "lang/project/projects.h"
 #include "lang/reading/file_bytes.h"
-#include "lang/report/visible_text.h"
 #include "text/utf8.h"
 
 namespace KelmoLibs::Lang {
@@ -13,14 +12,11 @@ namespace {
 namespace fs = std::filesystem;
 
 Answer Wrong(const Texts& texts, const Sentence& sentence) {
-  return {
-      kStatusWrong, "",
-      VisibleText(texts.Say({"usage.wrong", {"kelmo-lang ignore", texts.Say(sentence)}})) + '\n'};
+  return WrongUse("kelmo-lang ignore", sentence, texts);
 }
 
 Answer Problem(const Texts& texts, const std::string& path, const Sentence& reason) {
-  return {kStatusWrong, "",
-          VisibleText(texts.Say({"problem.line", {path, texts.Say(reason)}})) + '\n'};
+  return {kStatusWrong, "", ProblemLine(path, reason, texts)};
 }
 
 }  // namespace
@@ -62,7 +58,7 @@ Answer Ignore(const IgnoreOptions& options, const Texts& texts) {
                      fault.sentence);
     }
     if (project.Ignores(file, rule->id, options.key)) {
-      return {0, VisibleText(texts.Say({"ignore.already", {name}})) + '\n', ""};
+      return {0, LineOf({"ignore.already", {name}}, texts), ""};
     }
   }
   const std::string written =
@@ -70,7 +66,7 @@ Answer Ignore(const IgnoreOptions& options, const Texts& texts) {
   if (WriteFileBytes(path, written)) {
     return Problem(texts, name, {"problem.unwritable", {}});
   }
-  return {0, VisibleText(texts.Say({"ignore.written", {name}})) + '\n', ""};
+  return {0, LineOf({"ignore.written", {name}}, texts), ""};
 }
 
 }  // namespace KelmoLibs::Lang

@@ -11,7 +11,6 @@
 #include "lang/project/projects.h"
 #include "lang/reading/file_bytes.h"
 #include "lang/reading/file_names.h"
-#include "lang/report/visible_text.h"
 #include "lang/rules/check_workspace.h"
 
 namespace KelmoLibs::Lang {
@@ -87,7 +86,7 @@ class LintRun {
 
  private:
   void Complain(const std::string& path, const Sentence& reason) {
-    answer_.error += VisibleText(texts_.Say({"problem.line", {path, texts_.Say(reason)}})) + '\n';
+    answer_.error += ProblemLine(path, reason, texts_);
     answer_.status = kStatusWrong;
     problems_.push_back({path, reason});
   }
@@ -101,11 +100,7 @@ class LintRun {
       const std::optional<Level> level =
           FindLevel(option.substr(std::min(sign + 1, option.size())));
       if (rule == nullptr || !level) {
-        answer_.error =
-            VisibleText(texts_.Say(
-                {"usage.wrong", {"kelmo-lang lint", texts_.Say({"usage.rule", {given}})}})) +
-            '\n';
-        answer_.status = kStatusWrong;
+        answer_ = WrongUse("kelmo-lang lint", {"usage.rule", {given}}, texts_);
         return false;
       }
       LevelOf(optionLevels_, rule->id) = level;
@@ -247,9 +242,8 @@ class LintRun {
         return true;
       }
       answer_.error +=
-          VisibleText(texts_.Say(
-              {"baseline.written.#", {std::to_string(report.findings.size()), ShownPath(*path)}})) +
-          '\n';
+          LineOf({"baseline.written.#", {std::to_string(report.findings.size()), ShownPath(*path)}},
+                 texts_);
       return true;
     }
     const std::optional<std::string> bytes = ReadFileBytes(*path);

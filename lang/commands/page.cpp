@@ -13,7 +13,6 @@
 #include "lang/commands/lint.h"
 #include "lang/commands/mended_bytes.h"
 #include "lang/reading/file_names.h"
-#include "lang/report/visible_text.h"
 #include "lang/unicode/code_page.h"
 #include "platform/console.h"
 
@@ -82,7 +81,7 @@ int Fail(const std::string& message, const Desktop& desktop, const Texts& texts)
 }
 
 std::string Message(const char* key, const fs::path& path, const Texts& texts) {
-  return VisibleText(texts.Say({key, {path.u8string()}})) + '\n';
+  return LineOf({key, {path.u8string()}}, texts);
 }
 
 // The encodings that the finding about the encoding guesses: they are arguments of its hint.

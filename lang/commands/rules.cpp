@@ -54,9 +54,7 @@ Answer Rules(const RulesOptions& options, const Texts& texts, unsigned width) {
 Answer ExplainRule(std::string_view name, const Texts& texts, unsigned width) {
   const Rule* const rule = FindRule(name);
   if (rule == nullptr) {
-    const std::string wrong = texts.Say({"rules.unknown", {std::string(name)}});
-    return {kStatusWrong, "",
-            VisibleText(texts.Say({"usage.wrong", {"kelmo-lang rules", wrong}})) + '\n'};
+    return WrongUse("kelmo-lang rules", {"rules.unknown", {std::string(name)}}, texts);
   }
   std::string head = std::string(rule->name) + " (" + SeverityText(*rule, texts);
   if (rule->needsBase) {

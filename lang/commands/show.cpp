@@ -28,7 +28,6 @@
 namespace KelmoLibs::Lang {
 namespace {
 
-constexpr int kStatusMissing = 1;
 constexpr unsigned kIndent = 2;
 constexpr unsigned kDeepIndent = 4;
 
@@ -95,9 +94,9 @@ class LoadedFiles {
   Localize::ErrorList messages_;
 };
 
-class Page {
+class Listing {
  public:
-  Page(const Workspace& workspace, LoadedFiles& loaded, const Texts& texts)
+  Listing(const Workspace& workspace, LoadedFiles& loaded, const Texts& texts)
       : workspace_(workspace), loaded_(loaded), texts_(texts) {}
 
   std::string Take() { return std::move(text_); }
@@ -402,18 +401,18 @@ Answer Show(const ShowOptions& options, const Texts& texts) {
     return answer;
   }
   LoadedFiles loaded(workspace);
-  Page page(workspace, loaded, texts);
+  Listing listing(workspace, loaded, texts);
   if (options.key) {
-    answer.status = page.AddKey(*options.key) ? 0 : kStatusMissing;
+    answer.status = listing.AddKey(*options.key) ? 0 : kStatusMissing;
   } else {
     for (const WorkspaceFile& file : workspace.files) {
       if (file.isReported) {
-        page.AddFile(file);
+        listing.AddFile(file);
       }
     }
   }
   answer.status = problems.empty() ? answer.status : kStatusWrong;
-  answer.output = page.Take();
+  answer.output = listing.Take();
   return answer;
 }
 

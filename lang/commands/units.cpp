@@ -28,7 +28,6 @@ using Localize::Phyval::ValueType;
 
 constexpr std::size_t kFields = 4;
 constexpr std::int32_t kInch = 10002;
-constexpr int kStatusMissing = 1;
 
 std::string Quoted(std::wstring_view text) { return '"' + VisibleText(Utf8FromWide(text)) + '"'; }
 
@@ -63,9 +62,9 @@ std::string ShownLine(const DefaultUnitLine& line) {
   return shown;
 }
 
-class Page {
+class Listing {
  public:
-  explicit Page(const Texts& texts) : texts_(texts) {}
+  explicit Listing(const Texts& texts) : texts_(texts) {}
 
   void Line(const Sentence& sentence) { text_ += texts_.Say(sentence) + '\n'; }
   void Rows(const std::vector<Cells>& rows) {
@@ -82,15 +81,15 @@ class Page {
   std::string text_;
 };
 
-void AddCatalogue(const char* title, const UnitCatalogue& catalogue, Page& page) {
-  page.Line({title, {}});
+void AddCatalogue(const char* title, const UnitCatalogue& catalogue, Listing& listing) {
+  listing.Line({title, {}});
   std::vector<Cells> rows = {
-      {page.Say({"units.list.code", {}}), page.Say({"units.list.factor", {}}),
-       page.Say({"units.list.symbol", {}}), page.Say({"units.list.name", {}})}};
+      {listing.Say({"units.list.code", {}}), listing.Say({"units.list.factor", {}}),
+       listing.Say({"units.list.symbol", {}}), listing.Say({"units.list.name", {}})}};
   for (const ValueType& row : catalogue) {
     rows.push_back(CellsOf(row));
   }
-  page.Rows(rows);
+  listing.Rows(rows);
 }
 
 // ---- One code
@@ -102,8 +101,9 @@ struct Lookup {
 };
 
 // False if no row has the code.
-bool AddRow(std::int32_t code, const Lookup& lookup, std::vector<Cells>& rows, const Page& page) {
-  const std::string when = page.Say({lookup.when, {}});
+bool AddRow(std::int32_t code, const Lookup& lookup, std::vector<Cells>& rows,
+            const Listing& listing) {
+  const std::string when = listing.Say({lookup.when, {}});
   for (const ValueType& row : lookup.rows) {
     if (row.code == code) {
       Cells cells = CellsOf(row);
@@ -112,35 +112,35 @@ bool AddRow(std::int32_t code, const Lookup& lookup, std::vector<Cells>& rows, c
       return true;
     }
   }
-  rows.push_back({when, page.Say({"units.explain.no_row", {}})});
+  rows.push_back({when, listing.Say({"units.explain.no_row", {}})});
   return false;
 }
 
 // Which texts find the unit: its symbol and its name, which may end with a blank.
-void AddTexts(std::int32_t code, Lookup& lookup, Page& page) {
+void AddTexts(std::int32_t code, Lookup& lookup, Listing& listing) {
   const ValueType* const row = FindUnit(lookup.rows, code);
   if (row == nullptr) {
-    page.Line({"units.explain.finds_nothing", {page.Say({lookup.when, {}})}});
+    listing.Line({"units.explain.finds_nothing", {listing.Say({lookup.when, {}})}});
     return;
   }
-  page.Line({"units.explain.finds",
-             {page.Say({lookup.when, {}}), Quoted(row->symbol), Quoted(row->name)}});
+  listing.Line({"units.explain.finds",
+                {listing.Say({lookup.when, {}}), Quoted(row->symbol), Quoted(row->name)}});
   const std::wstring trimmed = row->name.substr(0, row->name.find_last_not_of(L' ') + 1);
   if (FindUnit(lookup.rows, trimmed.c_str()) == nullptr) {
-    page.Line({"units.explain.blank", {Quoted(trimmed)}});
+    listing.Line({"units.explain.blank", {Quoted(trimmed)}});
   }
 }
 
-void AddReasons(std::int32_t code, Page& page) {
+void AddReasons(std::int32_t code, Listing& listing) {
   std::uint32_t number = 0;
   for (const DefaultUnitLine& line : ReadDefaultUnitLines(EmbeddedUnitTable())) {
     ++number;
     if (line.code == code && IsLost(line)) {
-      page.Line({"units.explain.lost", {std::to_string(number), ShownLine(line)}});
+      listing.Line({"units.explain.lost", {std::to_string(number), ShownLine(line)}});
     }
   }
   if (code == kInch) {
-    page.Line({"units.explain.inch", {}});
+    listing.Line({"units.explain.inch", {}});
   }
 }
 
@@ -157,23 +157,23 @@ std::string QuantityName(std::int32_t quantity) {
 }  // namespace
 
 Answer ListUnits(const Texts& texts) {
-  Page page(texts);
-  AddCatalogue("units.list.before", Localize::Phyval::BuiltInUnits(), page);
-  page.EmptyLine();
-  AddCatalogue("units.list.after", RowsAfterStart(), page);
-  page.EmptyLine();
-  page.Line({"units.list.lost", {}});
+  Listing listing(texts);
+  AddCatalogue("units.list.before", Localize::Phyval::BuiltInUnits(), listing);
+  listing.EmptyLine();
+  AddCatalogue("units.list.after", RowsAfterStart(), listing);
+  listing.EmptyLine();
+  listing.Line({"units.list.lost", {}});
   std::vector<Cells> lost;
   std::uint32_t number = 0;
   for (const DefaultUnitLine& line : ReadDefaultUnitLines(EmbeddedUnitTable())) {
     ++number;
     if (IsLost(line)) {
-      lost.push_back({page.Say({"units.list.line", {std::to_string(number)}}), ShownLine(line),
-                      page.Say({"units.list.fields", {std::to_string(line.fields.size())}})});
+      lost.push_back({listing.Say({"units.list.line", {std::to_string(number)}}), ShownLine(line),
+                      listing.Say({"units.list.fields", {std::to_string(line.fields.size())}})});
     }
   }
-  page.Rows(lost);
-  return std::move(page).With(0);
+  listing.Rows(lost);
+  return std::move(listing).With(0);
 }
 
 Answer ExplainUnit(const UnitsExplainOptions& options, const Texts& texts) {
@@ -181,27 +181,27 @@ Answer ExplainUnit(const UnitsExplainOptions& options, const Texts& texts) {
   std::int32_t code = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), code);
   if (error != std::errc() || end != text.data() + text.size()) {
-    return {kStatusWrong, "", VisibleText(texts.Say({"units.explain.no_number", {text}})) + '\n'};
+    return {kStatusWrong, "", LineOf({"units.explain.no_number", {text}}, texts)};
   }
-  Page page(texts);
+  Listing listing(texts);
   Lookup before = {"units.explain.before", Localize::Phyval::BuiltInUnits()};
   Lookup after = {"units.explain.after", RowsAfterStart()};
   ValueType type(code, 0, L"", L"");
   const std::string quantity = std::to_string(type.GetStype()) + QuantityName(type.GetStype());
-  page.Line(NamesAUnit(code)
-                ? Sentence{"units.explain.unit",
-                           {std::to_string(code), quantity, std::to_string(type.GetSid())}}
-                : Sentence{"units.explain.quantity", {std::to_string(code), quantity}});
-  page.EmptyLine();
+  listing.Line(NamesAUnit(code)
+                   ? Sentence{"units.explain.unit",
+                              {std::to_string(code), quantity, std::to_string(type.GetSid())}}
+                   : Sentence{"units.explain.quantity", {std::to_string(code), quantity}});
+  listing.EmptyLine();
   std::vector<Cells> rows;
-  const bool isBefore = AddRow(code, before, rows, page);
-  const bool isAfter = AddRow(code, after, rows, page);
-  page.Rows(rows);
-  page.EmptyLine();
-  AddTexts(code, before, page);
-  AddTexts(code, after, page);
-  AddReasons(code, page);
-  return std::move(page).With(isBefore || isAfter ? 0 : kStatusMissing);
+  const bool isBefore = AddRow(code, before, rows, listing);
+  const bool isAfter = AddRow(code, after, rows, listing);
+  listing.Rows(rows);
+  listing.EmptyLine();
+  AddTexts(code, before, listing);
+  AddTexts(code, after, listing);
+  AddReasons(code, listing);
+  return std::move(listing).With(isBefore || isAfter ? 0 : kStatusMissing);
 }
 
 }  // namespace KelmoLibs::Lang
