@@ -15,3 +15,9 @@ def run(command, check=False, **options):
     if check:
         done.check_returncode()
     return done
+
+
+def printed(command, **options):
+    """The exit status and what the program prints, the errors behind the output, with LF as line ends."""
+    done = run(command, **options)
+    return done.returncode, (done.stdout + done.stderr).decode("utf-8").replace("\r\n", "\n")

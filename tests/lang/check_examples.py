@@ -13,11 +13,9 @@ import captured
 
 
 def lint(program, folder):
-    """The findings from warnings upwards, as the program prints them."""
+    """The exit status, which is 1 for findings from warnings upwards, and the report."""
     command = [*program, "lint", "LANG", "--base", "LANG/en.txt", "--fail-on", "warning"]
-    run = captured.run(command, cwd=folder)
-    report = (run.stdout + run.stderr).decode("utf-8")
-    return run.returncode, report
+    return captured.printed(command, cwd=folder)
 
 
 def main():

@@ -7,19 +7,17 @@ finding is gone, and there is no new one. `expected.txt` is the whole transcript
 """
 
 import collections
-import os
 import pathlib
 import re
 import shutil
-import sys
 import tempfile
 
 import captured
+import golden
 
 # A finding and its mend: FIX, or a function from the bytes of the file to those of the mended one.
 Row = collections.namedtuple("Row", "file line rule mend")
 Finding = collections.namedtuple("Finding", "file line rule message")
-
 
 FIX = None  # the command that the report names
 
@@ -75,8 +73,7 @@ class Tool:
         self.program, self.folder = program, folder
 
     def run(self, *arguments):
-        made = captured.run([*self.program, "--lang", "en", *arguments], cwd=self.folder, timeout=100)
-        return made.returncode, (made.stdout + made.stderr).decode("utf-8").replace("\r\n", "\n")
+        return captured.printed([*self.program, "--lang", "en", *arguments], cwd=self.folder, timeout=100)
 
     def report(self, file):
         status, text = self.run("lint", file, "--base", "en.txt")
@@ -152,15 +149,5 @@ def problems(data, program, is_update):
         yield f"the transcript is\n{transcript}\nbut {expected} says\n{expected.read_text('utf-8')}"
 
 
-def main():
-    arguments = sys.argv[1:]
-    is_update = arguments[0] == "--update"
-    if is_update:
-        arguments.pop(0)
-    found = list(problems(pathlib.Path(arguments[0]), [os.path.abspath(part) for part in arguments[1:]], is_update))
-    print(*found, sep="\n")
-    sys.exit(1 if found else 0)
-
-
 if __name__ == "__main__":
-    main()
+    golden.main(problems)

@@ -7,14 +7,13 @@ its standard demands, and JSON against what its readers rely on. Every rule need
 """
 
 import json
-import os
 import pathlib
 import re
 import shutil
-import sys
 import tempfile
 
 import captured
+import golden
 
 FORMATS = {"text": "report.txt", "json": "report.json", "sarif": "report.sarif", "github": "report.github"}
 PROJECT = "kelmo-lang.json"
@@ -174,16 +173,5 @@ def problems(top, program, is_update):
         yield from baseline_and_ignore_problems(folder, program)
 
 
-def main():
-    arguments = sys.argv[1:]
-    is_update = arguments[0] == "--update"
-    if is_update:
-        arguments.pop(0)
-    program = [os.path.abspath(part) for part in arguments[1:]]
-    found = list(problems(pathlib.Path(arguments[0]), program, is_update))
-    print(*found, sep="\n")
-    sys.exit(1 if found else 0)
-
-
 if __name__ == "__main__":
-    main()
+    golden.main(problems)

@@ -2,14 +2,14 @@
 """check_rules.py [--update] FOLDER PROGRAM...: runs kelmo-lang on the golden files of each rule.
 
 FOLDER has a folder for each rule, under its name: `bad` has files with the fault, `good` has files without it, and
-`expected.txt` is the report about `bad`. Every rule that `kelmo-lang rules` lists has a folder. The base is the file en.txt, if there is one; --update writes `expected.txt`.
+`expected.txt` is the report about `bad`; --update writes it. Every rule that `kelmo-lang rules` lists has a folder. The
+base is the file en.txt, if there is one.
 """
 
-import os
 import pathlib
-import sys
 
 import captured
+import golden
 
 
 def rules(program):
@@ -21,8 +21,7 @@ def rules(program):
 def lint(program, folder, name):
     base = ["--base", f"{name}/en.txt"] if (folder / name / "en.txt").exists() else []
     command = [*program, "--lang", "en", "lint", name, *base]
-    run = captured.run(command, cwd=folder)
-    return run.returncode, (run.stdout + run.stderr).decode("utf-8").replace("\r\n", "\n")
+    return captured.printed(command, cwd=folder)
 
 
 def problems(top, program, is_update):
@@ -48,15 +47,5 @@ def problems(top, program, is_update):
             yield f"{folder.name}: the good files give status {status} and\n{report}"
 
 
-def main():
-    arguments = sys.argv[1:]
-    is_update = arguments[0] == "--update"
-    if is_update:
-        arguments.pop(0)
-    found = list(problems(pathlib.Path(arguments[0]), [os.path.abspath(part) for part in arguments[1:]], is_update))
-    print(*found, sep="\n")
-    sys.exit(1 if found else 0)
-
-
 if __name__ == "__main__":
-    main()
+    golden.main(problems)
