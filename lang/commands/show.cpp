@@ -17,7 +17,7 @@
 #include "lang/commands/rows.h"
 #include "lang/reading/workspace.h"
 #include "lang/report/visible_text.h"
-#include "lang/rules/similar_keys.h"
+#include "lang/rules/edit_distance.h"
 #include "lang/unicode/ascii.h"
 #include "lang/unicode/utf8_from_wide.h"
 #include "storage/text_hash.h"

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "lang/rules/check.h"
+#include "lang/rules/edit_distance.h"
 #include "lang/unicode/ascii.h"
 
 namespace KelmoLibs::Lang {
@@ -121,21 +122,6 @@ bool ArePagesAlike(std::string_view base, std::string_view text) noexcept {
   }
 }
 
-// Whether one letter is changed, left out or put in, or two are exchanged.
-bool IsTypingMistake(std::string_view left, std::string_view right) noexcept {
-  while (!left.empty() && !right.empty() && left.front() == right.front()) {
-    left.remove_prefix(1);
-    right.remove_prefix(1);
-  }
-  while (!left.empty() && !right.empty() && left.back() == right.back()) {
-    left.remove_suffix(1);
-    right.remove_suffix(1);
-  }
-  const bool areExchanged =
-      left.size() == 2 && right.size() == 2 && left[0] == right[1] && left[1] == right[0];
-  return areExchanged || (left.size() <= 1 && right.size() <= 1);
-}
-
 using Finder = std::string_view (*)(std::string_view, std::size_t) noexcept;
 
 // Calls `visit(address)` for each address of the text, until it returns true.
@@ -172,7 +158,7 @@ void CheckKind(const TextCheck& check, Finder find) {
       return true;
     }
     return VisitAddresses(check.Text(), find, [&](std::string_view text) {
-      if (!IsTypingMistake(base, text) || ArePagesAlike(base, text)) {
+      if (!IsOneMistake(base, text) || ArePagesAlike(base, text)) {
         return false;
       }
       if (++searched > kMost) {

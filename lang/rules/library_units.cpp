@@ -2,10 +2,9 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <string_view>
-#include <utility>
 
 #include "lang/reading/unit_file.h"
+#include "lang/rules/edit_distance.h"
 #include "lang/texts/embedded_texts.h"
 #include "lang/unicode/utf8_from_wide.h"
 #include "phyval/unit_catalogue.h"
@@ -42,22 +41,6 @@ std::vector<LibraryUnit> CollectUnits() {
   return units;
 }
 
-bool AreNear(std::string_view shorter, std::string_view longer) noexcept {
-  if (shorter.size() > longer.size()) {
-    std::swap(shorter, longer);
-  }
-  const auto [first, second] =
-      std::mismatch(shorter.begin(), shorter.end(), longer.begin(), longer.end());
-  shorter.remove_prefix(static_cast<std::size_t>(first - shorter.begin()));
-  longer.remove_prefix(static_cast<std::size_t>(second - longer.begin()));
-  if (shorter.size() != longer.size()) {
-    return longer.substr(1) == shorter;
-  }
-  const bool areExchanged = longer.size() > 1 && shorter[0] == longer[1] &&
-                            shorter[1] == longer[0] && shorter.substr(2) == longer.substr(2);
-  return areExchanged || shorter.substr(1) == longer.substr(1);
-}
-
 }  // namespace
 
 const std::vector<LibraryUnit>& LibraryUnits() {
@@ -69,7 +52,7 @@ std::int32_t NearestLibraryCode(std::int32_t code) {
   const std::string digits = std::to_string(code);
   std::int32_t nearest = 0;
   for (const LibraryUnit& unit : LibraryUnits()) {
-    if (unit.code != code && AreNear(digits, std::to_string(unit.code))) {
+    if (unit.code != code && IsOneMistake(digits, std::to_string(unit.code))) {
       if (nearest != 0) {
         return 0;
       }

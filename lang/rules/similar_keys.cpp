@@ -8,6 +8,8 @@
 #include <tuple>
 #include <utility>
 
+#include "lang/rules/edit_distance.h"
+
 namespace KelmoLibs::Lang {
 namespace {
 
@@ -224,32 +226,6 @@ std::vector<SimilarKeys> FindSimilarKeys(const std::vector<std::string_view>& mi
     return {};
   }
   return Search(missing, surplus).Run();
-}
-
-std::size_t EditDistance(std::string_view a, std::string_view b, std::size_t limit) {
-  const std::size_t lengths = a.size() > b.size() ? a.size() - b.size() : b.size() - a.size();
-  if (lengths > limit) {
-    return limit + 1;
-  }
-  std::vector<std::size_t> beforeLast(b.size() + 1);
-  std::vector<std::size_t> last(b.size() + 1);
-  std::vector<std::size_t> row(b.size() + 1);
-  for (std::size_t j = 0; j <= b.size(); ++j) {
-    last[j] = j;
-  }
-  for (std::size_t i = 1; i <= a.size(); ++i) {
-    row[0] = i;
-    for (std::size_t j = 1; j <= b.size(); ++j) {
-      const bool isEqual = a[i - 1] == b[j - 1];
-      row[j] = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + (isEqual ? 0 : 1)});
-      if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1]) {
-        row[j] = std::min(row[j], beforeLast[j - 2] + 1);
-      }
-    }
-    beforeLast.swap(last);
-    last.swap(row);
-  }
-  return last[b.size()];
 }
 
 }  // namespace KelmoLibs::Lang

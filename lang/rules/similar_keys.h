@@ -19,8 +19,4 @@ struct SimilarKeys {
 std::vector<SimilarKeys> FindSimilarKeys(const std::vector<std::string_view>& missing,
                                          const std::vector<std::string_view>& surplus);
 
-/// Number of letters to insert, delete, replace or swap with the next one to make `b` of `a`; any
-/// number greater than `limit` if it is greater than that.
-std::size_t EditDistance(std::string_view a, std::string_view b, std::size_t limit);
-
 }  // namespace KelmoLibs::Lang

@@ -8,24 +8,6 @@
 namespace KelmoLibs::Lang {
 namespace {
 
-struct DistanceRow {
-  const char* a;
-  const char* b;
-  std::size_t distance;
-};
-
-TEST(EditDistance, CountsLetters) {
-  const DistanceRow rows[] = {
-      {"", "", 0},      {"a", "", 1},      {"abc", "abc", 0},   {"abc", "abd", 1},
-      {"abc", "ac", 1}, {"abc", "acb", 1}, {"abcd", "badc", 2}, {"abc", "xyz", 3},
-  };
-  for (const DistanceRow& row : rows) {
-    EXPECT_EQ(EditDistance(row.a, row.b, 9), row.distance) << row.a << ' ' << row.b;
-    EXPECT_EQ(EditDistance(row.b, row.a, 9), row.distance) << row.a << ' ' << row.b;
-  }
-  EXPECT_GT(EditDistance("abc", "abcdef", 2), 2U);
-}
-
 struct Row {
   const char* missing;
   const char* surplus;
