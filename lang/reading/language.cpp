@@ -34,4 +34,8 @@ Language LanguageOf(std::string_view id) {
   return language;
 }
 
+bool IsOneOfLanguages(std::string_view primary, std::string_view languages) {
+  return languages.find(' ' + std::string(primary) + ' ') != std::string_view::npos;
+}
+
 }  // namespace KelmoLibs::Lang

@@ -16,4 +16,7 @@ struct Language {
 
 Language LanguageOf(std::string_view id);
 
+/// Whether the primary language `primary`, which may be empty, is one of `languages`: " ja ko zh ".
+bool IsOneOfLanguages(std::string_view primary, std::string_view languages);
+
 }  // namespace KelmoLibs::Lang

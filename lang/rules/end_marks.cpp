@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <iterator>
 #include <string>
 #include <string_view>
 
@@ -168,19 +167,14 @@ End EndOf(std::string_view text, bool isSemicolonQuestion) noexcept {
   return {};
 }
 
-bool IsAmong(std::string_view language,
-             std::initializer_list<std::string_view> languages) noexcept {
-  return std::find(languages.begin(), languages.end(), language) != languages.end();
-}
-
 // Whether a language often has no question mark where English has one.
-bool MayOmitQuestionMark(std::string_view language) noexcept {
-  return IsAmong(language, {"ja", "ko", "th", "lo", "km", "my", "bo"});
+bool MayOmitQuestionMark(std::string_view language) {
+  return IsOneOfLanguages(language, " ja ko th lo km my bo ");
 }
 
 // Whether its sentences often end without a full stop.
-bool MayOmitFullStop(std::string_view language) noexcept {
-  return IsAmong(language, {"ja", "th", "lo", "km", "my", "bo"});
+bool MayOmitFullStop(std::string_view language) {
+  return IsOneOfLanguages(language, " ja th lo km my bo ");
 }
 
 std::size_t CountWords(std::string_view text, std::size_t most) {

@@ -1,9 +1,6 @@
 // Rule invisible-character: characters without a form in a text. Tests:
 // invisible_characters_test.cpp.
-#include <algorithm>
-#include <array>
 #include <cstddef>
-#include <iterator>
 #include <string>
 #include <string_view>
 
@@ -20,11 +17,9 @@ constexpr char32_t kByteOrderMark = 0xFEFF;
 constexpr char32_t kPopFormatting = 0x202C;
 constexpr char32_t kPopIsolate = 0x2069;
 
-constexpr std::string_view kLanguagesWithoutBlanks[] = {"th", "lo", "km", "my"};
-
-bool IsSometimesMeant(std::string_view language) noexcept {
-  return std::find(std::begin(kLanguagesWithoutBlanks), std::end(kLanguagesWithoutBlanks),
-                   language) != std::end(kLanguagesWithoutBlanks);
+// Whether the language has no blanks between words, so that its texts mark where a line may end.
+bool IsWrittenWithoutBlanks(std::string_view language) {
+  return IsOneOfLanguages(language, " th lo km my ");
 }
 
 // The key of the message about a character; empty if it is not one of this rule.
@@ -96,7 +91,7 @@ void CheckInvisibleCharacters(const TextCheck& check) {
   if (!MayHaveInvisible(check.Text())) {
     return;
   }
-  if (!IsSometimesMeant(check.file.FileLanguage().primary)) {
+  if (!IsWrittenWithoutBlanks(check.file.FileLanguage().primary)) {
     bool isFound = false;
     VisitCodePoints(check.Text(), [&](char32_t character, std::string_view part) {
       const std::string_view message = MessageOf(character);

@@ -336,12 +336,11 @@ class Tags {
 };
 
 // Chinese, Japanese and Korean have other ways to mark words: their texts often leave out styles.
-bool MayLeaveOut(std::string_view tag, const Language& language) noexcept {
+bool MayLeaveOut(std::string_view tag, const Language& language) {
   const bool isStyle = AreEqualButForCase(tag, "b") || AreEqualButForCase(tag, "i") ||
                        AreEqualButForCase(tag, "u") || AreEqualButForCase(tag, "em") ||
                        AreEqualButForCase(tag, "strong");
-  return isStyle &&
-         (language.primary == "zh" || language.primary == "ja" || language.primary == "ko");
+  return isStyle && IsOneOfLanguages(language.primary, " zh ja ko ");
 }
 
 void CheckTags(const TextCheck& check) {

@@ -130,11 +130,8 @@ bool MayBeMixed(std::string_view text) noexcept {
   return false;
 }
 
-bool IsCyrillicLanguage(std::string_view language) noexcept {
-  constexpr std::string_view kLanguages = " be bg ce cv kk ky mk mn ru sr tg tt uk uz ";
-  const std::size_t found = kLanguages.find(language);
-  return !language.empty() && found != std::string_view::npos && kLanguages[found - 1] == ' ' &&
-         kLanguages[found + language.size()] == ' ';
+bool IsCyrillicLanguage(std::string_view language) {
+  return IsOneOfLanguages(language, " be bg ce cv kk ky mk mn ru sr tg tt uk uz ");
 }
 
 // &X: some translators make a Latin letter the accelerator, so that every keyboard has it.
