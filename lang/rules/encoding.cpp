@@ -99,16 +99,6 @@ struct Faults {
   FaultyLines damaged;  // UTF-8 with damaged letters
 };
 
-std::string_view BytesBeyondAscii(std::string_view bytes) noexcept {
-  constexpr std::size_t kLongest = 24;
-  std::size_t length = 0;
-  while (length < std::min(kLongest, bytes.size()) &&
-         static_cast<unsigned char>(bytes[length]) >= 0x80) {
-    ++length;
-  }
-  return bytes.substr(0, length);
-}
-
 // Whether `bytes` begins with the first bytes of a letter, and nothing stands behind them.
 bool IsCutLetter(std::string_view bytes) noexcept {
   const auto first = static_cast<unsigned char>(bytes.front());
@@ -161,7 +151,7 @@ void AddFurtherLines(const FileCheck& check, const FaultyLines& lines, Finding& 
   }
 }
 
-void ExplainDamage(const FileCheck& check, const FaultyLines& lines, Finding& finding) {
+void AddDamageMend(const FileCheck& check, const FaultyLines& lines, Finding& finding) {
   AddFurtherLines(check, lines, finding);
   const std::string_view bytes = check.Source().Bytes();
   const bool isEnd =
@@ -211,10 +201,10 @@ void CheckUtf8(FileCheck& check) {
                                       : Sentence{"encoding.further_stop", {}});
   if (isCodePageFirst) {
     AddFurtherLines(check, first, finding);
-    ExplainCodePage(check.Source(), first.samples, first.firstFault, check.FileLanguage().primary,
+    AddCodePageMend(check.Source(), first.samples, first.firstFault, check.FileLanguage().primary,
                     finding);
   } else {
-    ExplainDamage(check, first, finding);
+    AddDamageMend(check, first, finding);
   }
   if (others.count > 0) {
     finding.related.push_back(
@@ -230,7 +220,7 @@ void CheckUtf16(FileCheck& check) {
   Finding& finding = line.empty()
                          ? check.AddToFile(RuleId::kEncoding, Severity::kError, message)
                          : check.Add(RuleId::kEncoding, Severity::kError, line, "", message);
-  ExplainUtf16(check.Source(), finding);
+  AddUtf16Mend(check.Source(), finding);
   check.Explain(1);
 }
 

@@ -1,6 +1,5 @@
 #include "lang/rules/unit_encoding.h"
 
-#include <algorithm>
 #include <string_view>
 #include <vector>
 
@@ -27,22 +26,14 @@ std::vector<std::string_view> FaultyLines(const UnitFile& file) {
   return lines;
 }
 
-// The bytes beyond ASCII at which the library stops.
-std::string_view FaultyBytes(const UnitFile& file) {
-  constexpr std::size_t kLongest = 24;
-  const std::string_view bytes = file.Source().Bytes().substr(file.StopsAt());
-  const auto* const end = std::find_if(bytes.begin(), bytes.end(),
-                                       [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-  return bytes.substr(0, std::min(kLongest, static_cast<std::size_t>(end - bytes.begin())));
-}
-
 }  // namespace
 
-void ExplainEncoding(const UnitFile& file, Finding& finding) {
+void AddEncodingMend(const UnitFile& file, Finding& finding) {
   if (file.Source().EncodedAsUtf16() != Utf16::kNo) {
-    ExplainUtf16(file.Source(), finding);
+    AddUtf16Mend(file.Source(), finding);
   } else {
-    ExplainCodePage(file.Source(), FaultyLines(file), FaultyBytes(file),
+    AddCodePageMend(file.Source(), FaultyLines(file),
+                    BytesBeyondAscii(file.Source().Bytes().substr(file.StopsAt())),
                     LanguageOf(file.LanguageKey()).primary, finding);
   }
 }

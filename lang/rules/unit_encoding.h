@@ -8,6 +8,6 @@ namespace KelmoLibs::Lang {
 
 /// Adds to `finding` the encoding that the file probably has, and how to mend it. Precondition: the
 /// file is UTF-16, or the library stops at a byte that is not UTF-8.
-void ExplainEncoding(const UnitFile& file, Finding& finding);
+void AddEncodingMend(const UnitFile& file, Finding& finding);
 
 }  // namespace KelmoLibs::Lang

@@ -162,7 +162,7 @@ class UnitCheck {
   // False if the library reads nothing that other rules could judge.
   bool CheckBytes() {
     if (Source().EncodedAsUtf16() != Utf16::kNo) {
-      ExplainEncoding(file_, AddToFile(RuleId::kEncoding, Severity::kError, {"units.utf16", {}}));
+      AddEncodingMend(file_, AddToFile(RuleId::kEncoding, Severity::kError, {"units.utf16", {}}));
       return false;
     }
     if (Source().LineEnds() == LineEnd::kCr) {
@@ -184,7 +184,7 @@ class UnitCheck {
     if (isControlZ) {
       finding.mend = {"units.mend.delete", {}};
     } else {
-      ExplainEncoding(file_, finding);
+      AddEncodingMend(file_, finding);
     }
     return line > 1;  // else the header is cut
   }
