@@ -284,8 +284,11 @@ class LintRun {
   }
 
   void WriteHtml(const Report& report) {
-    if (options_.html && !WritePage(report, problems_, fs::u8path(*options_.html), texts_)) {
-      Complain(*options_.html, {"problem.unwritable", {}});
+    if (options_.html) {
+      for (const PageProblem& problem :
+           WritePage(report, problems_, fs::u8path(*options_.html), texts_)) {
+        Complain(problem.path, problem.reason);
+      }
     }
   }
 

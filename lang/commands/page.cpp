@@ -3,16 +3,19 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <fstream>
+#include <map>
 #include <optional>
 #include <random>
 #include <set>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
 #include "lang/commands/lint.h"
 #include "lang/commands/mended_bytes.h"
+#include "lang/reading/file_bytes.h"
 #include "lang/reading/file_names.h"
+#include "lang/report/visible_text.h"
 #include "lang/unicode/code_page.h"
 #include "platform/console.h"
 
@@ -25,13 +28,6 @@ constexpr const char* kBaseName = "en.txt";
 constexpr std::string_view kBaseId = "en";
 
 // The file may be a device such as /dev/stdout, which WriteFileBytes could not replace.
-bool WriteFile(const fs::path& path, const std::string& bytes) {
-  std::ofstream file(path, std::ios::binary);
-  file << bytes;
-  file.close();
-  return !file.fail();
-}
-
 // What a double click means.
 std::string FolderOf(const Desktop& desktop) {
   const fs::path& folder = desktop.programFolder;
@@ -84,14 +80,23 @@ std::string Message(const char* key, const fs::path& path, const Texts& texts) {
   return LineOf({key, {path.u8string()}}, texts);
 }
 
-// The encodings that the finding about the encoding guesses: they are arguments of its hint.
-std::vector<CodePage> GuessesOf(const Report& report, std::uint32_t file) {
-  std::vector<CodePage> pages;
+// The files that were read. No copy and no page is written over one of them, whatever links there are.
+std::set<std::string> FilesOf(const Workspace& workspace) {
+  std::set<std::string> files;
+  for (const WorkspaceFile& file : workspace.files) {
+    files.insert(FileKey(file.Source().Path()));
+  }
+  return files;
+}
+
+// By file, the encodings that its finding about the encoding guesses: they are arguments of its hint.
+std::map<std::uint32_t, std::vector<CodePage>> GuessesOf(const Report& report) {
+  std::map<std::uint32_t, std::vector<CodePage>> pages;
   for (const Finding& finding : report.findings) {
-    if (finding.rule == RuleId::kEncoding && finding.place.file == file) {
+    if (finding.rule == RuleId::kEncoding) {
       for (const std::string& argument : finding.hint.arguments) {
         if (const std::optional<CodePage> page = FindCodePage(argument)) {
-          pages.push_back(*page);
+          pages[finding.place.file].push_back(*page);
         }
       }
     }
@@ -99,29 +104,48 @@ std::vector<CodePage> GuessesOf(const Report& report, std::uint32_t file) {
   return pages;
 }
 
+// The start of a long name, so that a longer ending still makes the name of a file.
+std::string CutName(const std::string& name) {
+  constexpr std::size_t kLongest = 100;  // in bytes
+  std::string_view left = name;
+  while (!left.empty() && name.size() - left.size() < kLongest) {
+    TakeCharacter(left);
+  }
+  return name.substr(0, name.size() - left.size());
+}
+
 // Writes mended copies of the reported files into one folder.
 class CopyWriter {
  public:
   // `folder` is made for the first copy.
-  explicit CopyWriter(fs::path folder) : folder_(std::move(folder)) {}
+  CopyWriter(const Report& report, fs::path folder, std::set<std::string> readFiles)
+      : report_(report), folder_(std::move(folder)), taken_(std::move(readFiles)) {}
 
-  void Add(const Report& report, std::uint32_t file) {
-    const SourceFile& source = report.workspace.files[file].Source();
-    const std::vector<CodePage> guesses = GuessesOf(report, file);
-    for (const CodePage page : guesses) {
-      AddOne(file, source, page);
-    }
-    if (guesses.empty()) {
-      AddOne(file, source, std::nullopt);
+  void Run() {
+    const auto guesses = GuessesOf(report_);
+    for (std::uint32_t i = 0; i < report_.workspace.files.size(); ++i) {
+      const WorkspaceFile& file = report_.workspace.files[i];
+      if (!file.isReported || !file.dictionary) {
+        continue;
+      }
+      const auto guessed = guesses.find(i);
+      if (guessed == guesses.end()) {
+        Add(i, std::nullopt);
+        continue;
+      }
+      for (const CodePage page : guessed->second) {
+        Add(i, page);
+      }
     }
   }
 
-  bool IsWritten() const noexcept { return isWritten_; }
   const fs::path& Folder() const noexcept { return folder_; }
   const std::vector<MendedCopy>& Copies() const noexcept { return copies_; }
+  const std::vector<PageProblem>& Problems() const noexcept { return problems_; }
 
  private:
-  void AddOne(std::uint32_t file, const SourceFile& source, std::optional<CodePage> page) {
+  void Add(std::uint32_t file, std::optional<CodePage> page) {
+    const SourceFile& source = report_.workspace.files[file].Source();
     MendedBytes mended =
         MendBytes(source.Raw(), page ? std::optional<NamedEncoding>(*page) : std::nullopt);
     if (mended.changes.empty() || !mended.refusal.IsEmpty()) {
@@ -129,45 +153,62 @@ class CopyWriter {
     }
     const std::string readAs(page ? CodePageName(*page) : "");
     const std::string name = NewName(source.Path(), readAs);
+    const fs::path path = folder_ / fs::u8path(name);
     std::error_code error;
-    fs::create_directories(folder_, error);
-    isWritten_ = WriteFile(folder_ / fs::u8path(name), mended.bytes) && isWritten_;
+    fs::create_directory(folder_, error);
+    // A link could lead anywhere.
+    if (fs::is_symlink(folder_, error) || WriteFileBytes(path, mended.bytes)) {
+      problems_.push_back({path.generic_u8string(), {"problem.unwritable", {}}});
+      return;
+    }
     copies_.push_back(
         {file, folder_.filename().u8string() + '/' + name, readAs, std::move(mended.changes)});
   }
 
   // "fr.txt", "fr.windows-1251.txt"; a second file with that name is "fr (2).txt".
   std::string NewName(const fs::path& path, const std::string& readAs) {
-    const std::string start = path.stem().u8string() + (readAs.empty() ? "" : '.' + readAs);
-    const std::string end = path.extension().u8string();
+    const std::string start =
+        CutName(path.stem().u8string()) + (readAs.empty() ? "" : '.' + readAs);
+    const std::string end = CutName(path.extension().u8string());
     std::string name = start + end;
-    for (int number = 2; !names_.insert(name).second; ++number) {
+    for (int number = 2; !taken_.insert(FileKey(folder_ / fs::u8path(name))).second; ++number) {
       name = start;
       name.append(" (").append(std::to_string(number)).append(")").append(end);
     }
     return name;
   }
 
+  const Report& report_;
   fs::path folder_;
-  std::set<std::string> names_;
+  std::set<std::string> taken_;  // by the files that were read and by copies
   std::vector<MendedCopy> copies_;
-  bool isWritten_ = true;
+  std::vector<PageProblem> problems_;
 };
 
 }  // namespace
 
-bool WritePage(const Report& report, const std::vector<PageProblem>& problems, const fs::path& path,
-               const Texts& texts) {
-  CopyWriter copies(path.parent_path() / fs::u8path(path.stem().u8string() + "-mended"));
-  for (std::uint32_t i = 0; i < report.workspace.files.size(); ++i) {
-    if (report.workspace.files[i].isReported && report.workspace.files[i].dictionary) {
-      copies.Add(report, i);
-    }
+std::vector<PageProblem> WritePage(const Report& report, std::vector<PageProblem> problems,
+                                   const fs::path& path, const Texts& texts) {
+  std::set<std::string> readFiles = FilesOf(report.workspace);
+  if (readFiles.count(FileKey(path)) != 0) {
+    return {{path.generic_u8string(), {"problem.is_read", {}}}};
   }
+  const PageProblem unwritable = {path.generic_u8string(), {"problem.unwritable", {}}};
   std::error_code error;
+  if (path.filename().empty() || fs::is_directory(path, error)) {
+    return {unwritable};
+  }
+  CopyWriter copies(report, path.parent_path() / fs::u8path(path.stem().u8string() + "-mended"),
+                    std::move(readFiles));
+  copies.Run();
+  problems.insert(problems.end(), copies.Problems().begin(), copies.Problems().end());
   const fs::path folder = fs::absolute(copies.Folder(), error);
-  const Page page{report, problems, copies.Copies(), folder.u8string()};
-  return copies.IsWritten() && WriteFile(path, HtmlReport(page, texts));
+  const Page page{report, std::move(problems), copies.Copies(), folder.u8string()};
+  std::vector<PageProblem> failures = copies.Problems();
+  if (WriteFileBytes(path, HtmlReport(page, texts))) {
+    failures.push_back(unwritable);
+  }
+  return failures;
 }
 
 bool AreDropped(const std::vector<std::string>& arguments) {

@@ -13,9 +13,10 @@ namespace KelmoLibs::Lang {
 
 /// Writes the page about `report` to the file `path`, and mended copies of dictionaries into a folder
 /// beside it, "NAME-mended" for "NAME.html": those that fix mends without being told an encoding, and
-/// one for each encoding that a file may have. False if something cannot be written.
-bool WritePage(const Report& report, const std::vector<PageProblem>& problems,
-               const std::filesystem::path& path, const Texts& texts);
+/// one for each encoding that a file may have. Never writes over a file that was read. Returns what
+/// cannot be written; a page without some of the copies is written all the same.
+std::vector<PageProblem> WritePage(const Report& report, std::vector<PageProblem> problems,
+                                   const std::filesystem::path& path, const Texts& texts);
 
 /// Whether the program was started for these files: there are only paths of existing files and
 /// folders among the arguments, or none at all.

@@ -32,6 +32,13 @@ std::vector<fs::path> FilesOf(const fs::path& folder, Predicate isWanted) {
 
 }  // namespace
 
+std::string FileKey(const fs::path& path) {
+  std::error_code error;
+  // Without the first step, a relative path would stay one until its file is made.
+  const fs::path canonical = fs::weakly_canonical(fs::absolute(path, error), error);
+  return AsciiLowerCase((error ? path : canonical).generic_u8string());
+}
+
 bool IsUnitTableName(const fs::path& path) {
   const std::string name = AsciiLowerCase(path.filename().u8string());
   return FitsPattern(name, "*-val.txt") || name == kNeutralUnitTable;

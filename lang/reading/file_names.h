@@ -13,6 +13,10 @@ struct FileProblem {
   std::string reason;  // key of a text: "problem.unreadable" and so on
 };
 
+/// A text that is the same for all paths of one file. Files whose paths differ only by case have the
+/// same one too.
+std::string FileKey(const std::filesystem::path& path);
+
 /// Whether the name is that of a unit table: *-val.txt or lang-val.text.
 bool IsUnitTableName(const std::filesystem::path& path);
 

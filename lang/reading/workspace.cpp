@@ -34,7 +34,7 @@ class Reader {
   // The index of the file; nothing if it cannot be read.
   std::optional<std::uint32_t> Read(const fs::path& path, bool isReported) {
     // Names that differ only by case may be the same file.
-    std::vector<std::uint32_t>& sameNames = byName_[NameKey(path)];
+    std::vector<std::uint32_t>& sameNames = byName_[FileKey(path)];
     for (const std::uint32_t i : sameNames) {
       std::error_code error;
       if (fs::equivalent(workspace_.files[i].Source().Path(), path, error)) {
@@ -61,12 +61,6 @@ class Reader {
   }
 
  private:
-  static std::string NameKey(const fs::path& path) {
-    std::error_code error;
-    const fs::path canonical = fs::weakly_canonical(path, error);
-    return AsciiLowerCase((error ? path : canonical).generic_u8string());
-  }
-
   Workspace& workspace_;
   std::vector<FileProblem>& problems_;
   std::unordered_map<std::string, std::vector<std::uint32_t>> byName_;

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "lang/commands/lint.h"
 #include "tests/support/read_file.h"
 
 namespace KelmoLibs::Lang {
@@ -137,6 +138,85 @@ TEST_F(PageTest, CopiesOfFilesWithOneNameAreTwo) {
   const fs::path folder = opened[0].parent_path() / "page-mended";
   EXPECT_EQ(ReadFile(folder / "de.txt"), "de\na\t1\n");
   EXPECT_EQ(ReadFile(folder / "de (2).txt"), "de\nb\t2\n");
+}
+
+TEST_F(PageTest, NoFileThatIsReadIsWrittenOver) {
+  const std::string bytes =
+      "\xEF\xBB\xBF"
+      "de\na\t1\n";
+  const std::string file = AddFile("de.txt", bytes);
+  LintOptions options;
+  options.paths = {file};
+  options.html = (folder_ / "data" / ".." / "texts" / "de.txt").u8string();
+  const Answer answer = Lint(options, texts_, {}, {});
+  EXPECT_EQ(answer.status, 2);
+  EXPECT_NE(answer.error.find("de.txt: is one of the files that are checked"), std::string::npos);
+  EXPECT_EQ(ReadFile(fs::u8path(file)), bytes);
+  EXPECT_FALSE(fs::exists(folder_ / "texts" / "de-mended"));
+
+  // The folder of the copies is the one that is checked.
+  options.html = (folder_ / "page.html").u8string();
+  fs::rename(folder_ / "texts", folder_ / "page-mended");
+  options.paths = {(folder_ / "page-mended").u8string()};
+  EXPECT_EQ(Lint(options, texts_, {}, {}).status, 1);
+  EXPECT_EQ(ReadFile(folder_ / "page-mended" / "de.txt"), bytes);
+  EXPECT_EQ(ReadFile(folder_ / "page-mended" / "de (2).txt"), "de\na\t1\n");
+}
+
+TEST_F(PageTest, WhatCannotBeWrittenLeavesNothingBehind) {
+  const std::string file = AddFile("de.txt",
+                                   "\xEF\xBB\xBF"
+                                   "de\na\t1\n");
+  LintOptions options;
+  options.paths = {file};
+  options.html = (folder_ / "data").u8string();  // a folder
+  EXPECT_EQ(Lint(options, texts_, {}, {}).status, 2);
+  EXPECT_FALSE(fs::exists(folder_ / "data-mended"));
+  options.html = (folder_ / "missing" / "page.html").u8string();
+  EXPECT_EQ(Lint(options, texts_, {}, {}).status, 2);
+  EXPECT_FALSE(fs::exists(folder_ / "missing"));
+}
+
+TEST_F(PageTest, ACopyThatCannotBeWrittenIsAProblemOnThePage) {
+  const std::string file = AddFile("de.txt",
+                                   "\xEF\xBB\xBF"
+                                   "de\na\t1\n");
+  std::ofstream(folder_ / "page-mended") << "no folder";
+  LintOptions options;
+  options.paths = {file};
+  options.html = (folder_ / "page.html").u8string();
+  EXPECT_EQ(Lint(options, texts_, {}, {}).status, 2);
+  const std::string page = ReadFile(folder_ / "page.html");
+  EXPECT_NE(page.find("page-mended/de.txt</bdi>: cannot be written"), std::string::npos);
+  EXPECT_EQ(page.find("href=\"page-mended"), std::string::npos);
+}
+
+TEST_F(PageTest, ALinkInPlaceOfTheFolderOfCopiesIsNotFollowed) {
+  const std::string file = AddFile("de.txt",
+                                   "\xEF\xBB\xBF"
+                                   "de\na\t1\n");
+  std::error_code error;
+  fs::create_directory_symlink("data", folder_ / "page-mended", error);
+  if (error) {
+    GTEST_SKIP() << "this user or file system makes no links";
+  }
+  LintOptions options;
+  options.paths = {file};
+  options.html = (folder_ / "page.html").u8string();
+  EXPECT_EQ(Lint(options, texts_, {}, {}).status, 2);
+  EXPECT_TRUE(fs::is_empty(folder_ / "data"));
+}
+
+TEST_F(PageTest, ACopyOfAFileWithALongNameHasAShorterOne) {
+  const std::string letters(60, 'x');
+  AddFile(letters + u8"\u00E9" + letters + ".txt",
+          "\xEF\xBB\xBF"
+          "de\na\t1\n");
+  ShowPage({(folder_ / "texts").u8string()}, MakeDesktop(), texts_);
+  ASSERT_EQ(opened.size(), 1U);
+  EXPECT_EQ(ReadFile(opened[0].parent_path() / "page-mended" /
+                     fs::u8path(letters + u8"\u00E9" + std::string(38, 'x') + ".txt")),
+            "de\na\t1\n");
 }
 
 TEST_F(PageTest, AFailureWaitsForThePerson) {
