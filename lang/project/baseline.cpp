@@ -54,7 +54,8 @@ std::optional<ProjectFault> RemoveAccepted(std::string_view bytes, const Workspa
   const Json top = Json::parse(bytes, nullptr, false);
   std::map<std::string, std::size_t> accepted;  // how often, by file and fingerprint
   const auto read = [&] {
-    if (!top.is_object() || top.value("version", Json()) != kFormatVersion ||
+    // No value is copied: copies of values that are nested deep would need much of the stack.
+    if (!top.is_object() || !top.contains("version") || top["version"] != kFormatVersion ||
         !top.contains("findings") || !top["findings"].is_array()) {
       return false;
     }

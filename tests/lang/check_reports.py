@@ -140,6 +140,11 @@ def baseline_and_ignore_problems(folder, program):
     status, _, errors = run(program, folder, known)
     yield from need(status == 2 and "known.json: this is no baseline" in errors, f"no baseline: {errors}")
 
+    for deep in ('{"version":' + 100_000 * "[" + 100_000 * "]" + "}", 100_000 * "["):
+        (folder / "known.json").write_text(deep, "utf-8")
+        status, _, errors = run(program, folder, known)
+        yield from need(status == 2 and "known.json: this is no baseline" in errors, f"a deep baseline: status {status} {errors}")
+
     ignore = ["ignore", "LANG/de 1.txt", "msg.left", "duplicate-key", "--reason", "r"]
     (folder / PROJECT).write_text('{ "failOn": "error" }', "utf-8")
     status, report, errors = run(program, folder, ignore)
