@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <nlohmann/json.hpp>
+#include <set>
 #include <system_error>
 #include <utility>
 
@@ -41,7 +42,13 @@ class ProjectReader {
   }
 
  private:
+  // Nobody reads more, and each needs the file up to its place.
+  static constexpr std::size_t kMostFaults = 20;
+
   void Complain(std::size_t at, Sentence sentence) {
+    if (faults_.size() >= kMostFaults) {
+      return;
+    }
     const std::string_view before = bytes_.substr(0, at);
     const std::size_t lineStart = before.rfind('\n') + 1;  // npos + 1 is 0
     faults_.push_back(
@@ -61,16 +68,15 @@ class ProjectReader {
   // Calls `read(name, value)` for each member; false from it is a complaint about the name. Returns
   // the names that it has seen.
   template <class Reader>
-  std::vector<std::string_view> ReadMembers(const JsonValue& object, Reader read) {
-    std::vector<std::string_view> seen;
+  std::set<std::string_view> ReadMembers(const JsonValue& object, Reader read) {
+    std::set<std::string_view> seen;
     for (std::size_t i = 0; i < object.names.size(); ++i) {
       const JsonValue& name = object.names[i];
-      if (std::find(seen.begin(), seen.end(), name.text) != seen.end()) {
+      if (!seen.insert(name.text).second) {
         Complain(name.begin, {"project.repeated", {name.text}});
       } else if (!read(name.text, object.items[i])) {
         Complain(name.begin, {"project.unknown", {name.text}});
       }
-      seen.emplace_back(name.text);
     }
     return seen;
   }
@@ -105,7 +111,7 @@ class ProjectReader {
       return true;
     });
     for (const Wanted& one : wanted) {
-      if (std::find(seen.begin(), seen.end(), one.name) == seen.end()) {
+      if (seen.count(one.name) == 0) {
         Complain(object.begin, {"project.lacks", {std::string(one.name)}});
       }
     }
@@ -115,9 +121,9 @@ class ProjectReader {
   void ReadTop(const JsonValue& top) {
     ReadMembers(top, [this](std::string_view name, const JsonValue& value) {
       if (name == "base") {
-        ReadPath(value, project_.base);
+        ReadPath(name, value, project_.base);
       } else if (name == "baseline") {
-        ReadPath(value, project_.baseline);
+        ReadPath(name, value, project_.baseline);
       } else if (name == "failOn") {
         if (const auto index = ReadChoice(value, kFailOn)) {
           project_.failOn = static_cast<FailOn>(*index);
@@ -135,8 +141,15 @@ class ProjectReader {
     });
   }
 
-  void ReadPath(const JsonValue& value, std::optional<fs::path>& path) {
-    if (Is(value, Kind::kString)) {
+  void ReadPath(std::string_view name, const JsonValue& value, std::optional<fs::path>& path) {
+    if (!Is(value, Kind::kString)) {
+      return;
+    }
+    if (value.text.empty()) {
+      Complain(value.begin, {"project.empty", {std::string(name)}});
+    } else if (value.text.find('\0') != std::string::npos) {  // the system would cut the path there
+      Complain(value.begin, {"project.path", {value.text}});
+    } else {
       path = (project_.path.parent_path() / fs::u8path(value.text)).lexically_normal();
     }
   }

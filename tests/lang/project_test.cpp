@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -56,6 +57,9 @@ TEST(Project, SaysWhatIsWrongAndWhere) {
        "1:15: the name \"base\" is there twice\n"},
       {"the base is no text", "{\"base\": 12}",
        "1:10: this must be of the type string, not number\n"},
+      {"an empty path", "{\"base\": \"\"}", "1:10: \"base\" must not be empty\n"},
+      {"a path with a NUL", "{\"baseline\": \"b\\u0000.json\"}",
+       std::string("1:14: \"b") + '\0' + ".json\" is no path of a file\n"},
       {"levels are no object", "{\"levels\":[null]}",
        "1:11: this must be of the type object, not array\n"},
       {"an unknown rule", "{\"levels\": {\"mising\": \"off\"}}", "1:13: unknown name \"mising\"\n"},
@@ -87,6 +91,17 @@ TEST(Project, SaysWhatIsWrongAndWhere) {
     SCOPED_TRACE(row.name);
     EXPECT_EQ(Faults(row.bytes), row.faults);
   }
+}
+
+// More would need a time that grows with the square of the size.
+TEST(Project, SaysTwentyFaultsAtMost) {
+  std::string bytes = "{";
+  for (int i = 0; i < 200'000; ++i) {
+    bytes += "\"name " + std::to_string(i) + "\": 1,\n";
+  }
+  const std::string faults = Faults(bytes + "\"base\": \"en.txt\"}");
+  EXPECT_EQ(std::count(faults.begin(), faults.end(), '\n'), 20);
+  EXPECT_EQ(faults.substr(0, 27), "1:2: unknown name \"name 0\"\n");
 }
 
 Project Parse(const std::string& bytes, const fs::path& path) {
