@@ -6,13 +6,11 @@
 
 #include "dictionary/dictionary_line.h"
 #include "lang/unicode/byte_order_mark.h"
-#include "text/line_reader.h"
 
 namespace KelmoLibs::Lang {
 namespace {
 
 using Localize::DictionaryLine;
-using Localize::LineReader;
 using Localize::SplitDictionaryLine;
 
 // A line without a separator has its empty text at its end, so that every text has a place.
@@ -29,19 +27,15 @@ DictionaryFile::DictionaryFile(std::string name, std::filesystem::path path, std
   ReadLost();
 }
 
-// The library's own reader gives the lines. They are the lines of the file, without the CR of a
-// CR LF, so that the views can be moved from the buffer of the reader to the file.
 void DictionaryFile::ReadAsLibrary() {
   const std::string_view raw = source_.Raw();
   end_ = EndOfReading(raw);
-
   if (source_.EncodedAsUtf16() == Utf16::kNo) {
     entries_.reserve(source_.LineOf(raw.data() + end_.at));
   }
-  WindowsText text(raw);
-  LineReader lines(text);
-  for (std::size_t start = 0; const std::optional<std::string_view> line = lines.Next();) {
-    const Entry fields = SplitLine(raw.substr(start, line->size()));
+  WindowsLines lines(raw);
+  while (const std::optional<std::string_view> line = lines.Next()) {
+    const Entry fields = SplitLine(*line);
     if (!hasHeader_) {
       hasHeader_ = true;
       id_ = fields.key;
@@ -49,7 +43,6 @@ void DictionaryFile::ReadAsLibrary() {
     } else if (!line->empty()) {
       entries_.push_back(fields);
     }
-    start = std::min(raw.find('\n', start + line->size()), raw.size() - 1) + 1;
   }
 }
 

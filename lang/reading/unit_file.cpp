@@ -7,7 +7,6 @@
 
 #include "lang/unicode/utf8_from_wide.h"
 #include "lang/unicode/windows_characters.h"
-#include "text/line_reader.h"
 #include "text/utf8.h"
 #include "unittables/default_table.h"
 #include "unittables/unit_line.h"
@@ -80,18 +79,14 @@ class Mapper {
 
 UnitFile::UnitFile(std::string name, std::filesystem::path path, std::string raw)
     : source_(std::move(name), std::move(path), std::move(raw)), end_(EndOfReading(source_.Raw())) {
-  const std::string_view bytes = source_.Raw();
-  WindowsText text(bytes);
-  Localize::LineReader lines(text);
+  WindowsLines lines(source_.Raw());
   std::uint32_t number = 0;
-  for (std::size_t start = 0; const std::optional<std::string_view> line = lines.Next();) {
-    const std::string_view inFile = bytes.substr(start, line->size());
+  while (const std::optional<std::string_view> line = lines.Next()) {
     if (++number == 1) {
-      ReadHeader(inFile);
-    } else if (!inFile.empty()) {
-      ReadUnit(number, inFile);
+      ReadHeader(*line);
+    } else if (!line->empty()) {
+      ReadUnit(number, *line);
     }
-    start = std::min(bytes.find('\n', start + line->size()), bytes.size() - 1) + 1;
   }
   FindUnits();
 }

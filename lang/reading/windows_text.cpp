@@ -33,4 +33,16 @@ std::size_t WindowsText::Read(char* buffer, std::size_t size) {
   return filled;
 }
 
+// A line of the reader is the line of the bytes, but for the CR in front of its LF. So only its length
+// is asked for.
+std::optional<std::string_view> WindowsLines::Next() {
+  const std::optional<std::string_view> read = lines_.Next();
+  if (!read) {
+    return std::nullopt;
+  }
+  const std::string_view line = bytes_.substr(next_, read->size());
+  next_ = std::min(bytes_.find('\n', next_ + line.size()), bytes_.size() - 1) + 1;
+  return line;
+}
+
 }  // namespace KelmoLibs::Lang
