@@ -1,8 +1,5 @@
 #include "lang/report/html.h"
 
-#include <algorithm>
-#include <cstddef>
-
 #include "lang/report/visible_text.h"
 
 namespace KelmoLibs::Lang {
@@ -83,25 +80,6 @@ std::string HtmlOf(const Sentence& sentence, const Texts& texts) {
 
 std::string Isolated(std::string_view text) {
   return std::string(kIsolate) + HtmlOf(text) + std::string(kEndIsolate);
-}
-
-std::string HtmlAddress(std::string_view path) {
-  constexpr std::string_view kPlain =
-      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~/";
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
-  constexpr unsigned kHalfByte = 4;
-  std::string address;
-  for (const char character : path) {
-    if (kPlain.find(character) != std::string_view::npos) {
-      address += character;
-    } else {
-      const auto byte = static_cast<unsigned char>(character);
-      address += '%';
-      address += kDigits[byte >> kHalfByte];
-      address += kDigits[byte & 0xFU];
-    }
-  }
-  return address;
 }
 
 }  // namespace KelmoLibs::Lang

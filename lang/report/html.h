@@ -22,8 +22,4 @@ std::string HtmlOf(const Sentence& sentence, const Texts& texts);
 /// `text` with a direction of its own.
 std::string Isolated(std::string_view text);
 
-/// `path`, UTF-8 with slashes, as the value of href: every byte that has a meaning in addresses is
-/// written as %XX.
-std::string HtmlAddress(std::string_view path);
-
 }  // namespace KelmoLibs::Lang

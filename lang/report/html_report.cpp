@@ -9,6 +9,7 @@
 
 #include "lang/report/html.h"
 #include "lang/report/html_style.h"
+#include "lang/report/percent_encoding.h"
 #include "lang/report/visible_text.h"
 #include "lang/unicode/code_points.h"
 
@@ -30,17 +31,9 @@ struct RuleGroup {
 
 struct FileGroup {
   std::uint32_t file = 0;
-  std::size_t errors = 0;
-  std::size_t warnings = 0;
-  std::size_t notes = 0;
+  SeverityCounts counts;
   std::vector<RuleGroup> rules;  // in the order of their worst findings
 };
-
-void Count(Severity severity, std::size_t count, FileGroup& group) {
-  (severity == Severity::kError     ? group.errors
-   : severity == Severity::kWarning ? group.warnings
-                                    : group.notes) += count;
-}
 
 RuleGroup& GroupOf(RuleId rule, FileGroup& file) {
   const auto found = std::find_if(file.rules.begin(), file.rules.end(),
@@ -56,7 +49,7 @@ std::vector<FileGroup> FilesOf(const Report& report) {
   }
   for (const Finding& finding : report.findings) {
     FileGroup& file = all[finding.place.file];
-    Count(finding.severity, 1, file);
+    file.counts.Add(finding.severity, 1);
     RuleGroup& group = GroupOf(finding.rule, file);
     if (group.findings.size() < kShownOfARule) {
       group.findings.push_back(&finding);
@@ -65,7 +58,7 @@ std::vector<FileGroup> FilesOf(const Report& report) {
     }
   }
   for (const CountedFindings& counted : report.counted) {
-    Count(counted.severity, counted.count, all[counted.file]);
+    all[counted.file].counts.Add(counted.severity, counted.count);
     GroupOf(counted.rule, all[counted.file]).more += counted.count;
   }
   std::vector<FileGroup> files;
@@ -75,8 +68,8 @@ std::vector<FileGroup> FilesOf(const Report& report) {
     }
   }
   std::stable_sort(files.begin(), files.end(), [](const FileGroup& left, const FileGroup& right) {
-    return std::tie(left.errors, left.warnings, left.notes) >
-           std::tie(right.errors, right.warnings, right.notes);
+    return std::tie(left.counts.errors, left.counts.warnings, left.counts.notes) >
+           std::tie(right.counts.errors, right.counts.warnings, right.counts.notes);
   });
   return files;
 }
@@ -238,9 +231,9 @@ class HtmlWriter {
         html_ += "<br><span class=\"soft\">" + WhatIsFine(file.file) + "</span>";
       }
       html_ += "</td><td class=\"number some\">" + TextCount(file.file) + "</td>";
-      WriteNumber("error", file.errors);
-      WriteNumber("warning", file.warnings);
-      WriteNumber("note", file.notes);
+      WriteNumber("error", file.counts.errors);
+      WriteNumber("warning", file.counts.warnings);
+      WriteNumber("note", file.counts.notes);
       html_ += "</tr>\n";
     }
     html_ += "</tbody>\n</table>\n";
@@ -277,7 +270,7 @@ class HtmlWriter {
     for (const MendedCopy& copy : page_.copies) {
       if (copy.file == file) {
         std::string link =
-            "<li><a href=\"" + HtmlAddress(copy.path) + "\">" + Isolated(copy.path) + "</a>";
+            "<li><a href=\"" + PercentEncoded(copy.path) + "\">" + Isolated(copy.path) + "</a>";
         for (const Sentence& change : copy.changes) {
           link += (&change == &copy.changes.front() ? ": " : "; ") + Say(change);
         }

@@ -18,16 +18,11 @@ void SortFindings(std::vector<Finding>& findings) {
 
 Summary SummaryOf(const Report& report) {
   Summary summary;
-  const auto add = [&summary](Severity severity, std::size_t count) {
-    (severity == Severity::kError     ? summary.errors
-     : severity == Severity::kWarning ? summary.warnings
-                                      : summary.notes) += count;
-  };
   for (const Finding& finding : report.findings) {
-    add(finding.severity, 1);
+    summary.Add(finding.severity, 1);
   }
   for (const CountedFindings& counted : report.counted) {
-    add(counted.severity, counted.count);
+    summary.Add(counted.severity, counted.count);
   }
   for (const WorkspaceFile& file : report.workspace.files) {
     summary.files += file.isReported ? 1 : 0;

@@ -25,14 +25,23 @@ struct Report {
 /// Errors first, then warnings, then notes; each by file, line and column.
 void SortFindings(std::vector<Finding>& findings);
 
-/// How many findings there are, those that are not kept included.
-struct Summary {
+/// Findings by severity.
+struct SeverityCounts {
   std::size_t errors = 0;
   std::size_t warnings = 0;
   std::size_t notes = 0;
-  std::size_t files = 0;  // that were checked
 
+  void Add(Severity severity, std::size_t count) noexcept {
+    (severity == Severity::kError     ? errors
+     : severity == Severity::kWarning ? warnings
+                                      : notes) += count;
+  }
   std::size_t All() const noexcept { return errors + warnings + notes; }
+};
+
+/// How many findings there are, those that are not kept included.
+struct Summary : SeverityCounts {
+  std::size_t files = 0;  // that were checked
 };
 Summary SummaryOf(const Report& report);
 

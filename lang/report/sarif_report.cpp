@@ -2,19 +2,14 @@
 #include <nlohmann/json.hpp>
 
 #include "lang/report/machine_text.h"
+#include "lang/report/percent_encoding.h"
 #include "lang/report/report.h"
 #include "lang/report/visible_text.h"
-#include "lang/unicode/hex.h"
 
 namespace KelmoLibs::Lang {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-bool IsUnreserved(char c) noexcept {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' ||
-         c == '.' || c == '_' || c == '~' || c == '/';
-}
 
 // A relative reference, or a file URI for an absolute path.
 std::string UriOf(std::string_view path) {
@@ -28,15 +23,7 @@ std::string UriOf(std::string_view path) {
   } else if (path.substr(0, 1) == "/") {
     uri = "file://";
   }
-  for (const char c : path) {
-    if (IsUnreserved(c)) {
-      uri += c;
-    } else {
-      uri += '%';
-      AppendHex(static_cast<unsigned char>(c), 2, uri);
-    }
-  }
-  return uri;
+  return uri + PercentEncoded(path);
 }
 
 Json RuleMember(const Rule& rule) {

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "lang/report/html.h"
+#include "lang/report/percent_encoding.h"
 #include "tests/support/read_file.h"
 
 namespace KelmoLibs::Lang {
@@ -49,8 +50,9 @@ TEST(Html, ArgumentsOfASentenceAreIsolated) {
 }
 
 TEST(Html, AddressesCannotLeaveTheirQuotes) {
-  EXPECT_EQ(HtmlAddress(u8"page-mended/\u0416 \"?#%.txt"), "page-mended/%D0%96%20%22%3F%23%25.txt");
-  EXPECT_EQ(HtmlAddress("javascript:1"), "javascript%3A1");
+  EXPECT_EQ(PercentEncoded(u8"page-mended/\u0416 \"?#%.txt"),
+            "page-mended/%D0%96%20%22%3F%23%25.txt");
+  EXPECT_EQ(PercentEncoded("javascript:1"), "javascript%3A1");
 }
 
 class HtmlReportTest : public ::testing::Test {
