@@ -18,12 +18,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-using Levels = std::array<std::optional<Level>, kRuleCount>;
-
-std::optional<Level>& LevelOf(Levels& levels, RuleId rule) {
-  return levels[static_cast<std::size_t>(rule)];
-}
-
 // The rules whose findings are errors in a release: the user sees a key, nothing or a wrong form.
 constexpr std::array<RuleId, 3> kReleaseRules = {RuleId::kMissing, RuleId::kEmpty,
                                                  RuleId::kPluralForm};
@@ -33,6 +27,13 @@ std::string ShownPath(const fs::path& path) {
   std::error_code error;
   const fs::path relative = path.lexically_proximate(fs::current_path(error));
   return (error ? path : relative).generic_u8string();
+}
+
+// Precondition: the level is not kOff.
+Severity SeverityOf(Level level) noexcept {
+  return level == Level::kError     ? Severity::kError
+         : level == Level::kWarning ? Severity::kWarning
+                                    : Severity::kNote;
 }
 
 class LintRun {
@@ -103,7 +104,7 @@ class LintRun {
         answer_ = WrongUse("kelmo-lang lint", {"usage.rule", {given}}, texts_);
         return false;
       }
-      LevelOf(optionLevels_, rule->id) = level;
+      optionLevels_[static_cast<std::size_t>(rule->id)] = level;
     }
     return true;
   }
@@ -151,14 +152,14 @@ class LintRun {
     return settings;
   }
 
-  // Whether a finding of the rule stays; changes its severity.
-  bool Adjust(std::uint32_t file, RuleId rule, Severity& severity) const {
+  // Whether a finding of the rule stays. Gives it the severity of the rule's level.
+  bool ApplyLevel(std::uint32_t file, RuleId rule, Severity& severity) const {
     const std::optional<Level> level = LevelIn(projectOf_[file], rule);
     if (!level) {
       return RuleOf(rule).isOnByDefault;
     }
     if (*level != Level::kOff) {
-      severity = static_cast<Severity>(static_cast<int>(*level) - 1);
+      severity = SeverityOf(*level);
     }
     return *level != Level::kOff;
   }
@@ -172,7 +173,7 @@ class LintRun {
                                   [&](Finding& finding) {
                                     const std::uint32_t file = finding.place.file;
                                     const Project* const project = projectOf_[file];
-                                    return !Adjust(file, finding.rule, finding.severity) ||
+                                    return !ApplyLevel(file, finding.rule, finding.severity) ||
                                            (project != nullptr &&
                                             project->Ignores(workspace.files[file].Source().Path(),
                                                              finding.rule, finding.key));
@@ -181,7 +182,7 @@ class LintRun {
     auto& counted = report.counted;
     counted.erase(std::remove_if(counted.begin(), counted.end(),
                                  [&](CountedFindings& one) {
-                                   return !Adjust(one.file, one.rule, one.severity);
+                                   return !ApplyLevel(one.file, one.rule, one.severity);
                                  }),
                   counted.end());
     SortFindings(findings);
@@ -192,6 +193,7 @@ class LintRun {
     }
   }
 
+  // Notes in the report what was not compared with a base.
   static void FindNotCompared(const Workspace& workspace, const SettingsOfFiles& settings,
                               Report& report) {
     const MergedDictionary* const base = workspace.Base();
@@ -275,9 +277,9 @@ class LintRun {
                      : format == "github" ? GithubReport(report)
                                           : TextReport(report, texts_, style_);
     const Summary summary = SummaryOf(report);
-    const std::array<std::size_t, 4> failing = {0,
-                                                summary.errors + summary.warnings + summary.notes,
-                                                summary.errors + summary.warnings, summary.errors};
+    // By FailOn.
+    const std::array<std::size_t, 4> failing = {0, summary.All(), summary.errors + summary.warnings,
+                                                summary.errors};
     if (answer_.status == 0 && failing[static_cast<std::size_t>(FailsOn())] > 0) {
       answer_.status = kStatusFound;
     }
@@ -296,7 +298,7 @@ class LintRun {
   const Texts& texts_;
   TextStyle style_;
   const std::function<void(double)>& progress_;
-  Levels optionLevels_;
+  std::array<std::optional<Level>, kRuleCount> optionLevels_;  // of --rule
   Projects projects_;
   std::vector<const Project*> projectOf_;  // by file
   std::vector<PageProblem> problems_;

@@ -144,8 +144,9 @@ std::vector<std::string_view> KeysOf(const Workspace& workspace, std::uint32_t f
 // Compares the dictionaries with the files of the base. Most counts end after a tenth of the keys.
 class SetSearch {
  public:
-  explicit SetSearch(Workspace& workspace) : workspace_(workspace) {
-    for (const std::uint32_t file : workspace.Base()->Files()) {
+  // Precondition: there is a base.
+  explicit SetSearch(Workspace& workspace) : workspace_(workspace), base_(*workspace.Base()) {
+    for (const std::uint32_t file : base_.Files()) {
       baseKeys_.emplace(file, KeysOf(workspace, file));
     }
   }
@@ -153,7 +154,7 @@ class SetSearch {
   void FindUntranslated() {
     for (const auto& [baseFile, keys] : baseKeys_) {
       for (const auto& [id, dictionary] : workspace_.dictionaries) {
-        if (&dictionary != workspace_.Base() && HasFewOf(dictionary, keys)) {
+        if (&dictionary != &base_ && HasFewOf(dictionary, keys)) {
           workspace_.untranslated.push_back({baseFile, id});
         }
       }
@@ -187,7 +188,7 @@ class SetSearch {
     std::map<std::uint32_t, std::size_t> counts;  // by file of the base
     const auto isEnough = [&](const Entry& entry) {
       ++keys;
-      const FoundEntry found = workspace_.Base()->Find(entry.key);
+      const FoundEntry found = base_.Find(entry.key);
       shared += found ? 1U : 0U;
       return found && !AreFew(++counts[found.file], baseKeys_.at(found.file).size());
     };
@@ -197,6 +198,7 @@ class SetSearch {
   }
 
   Workspace& workspace_;
+  const MergedDictionary& base_;
   std::map<std::uint32_t, std::vector<std::string_view>> baseKeys_;  // by file
 };
 

@@ -32,8 +32,8 @@ struct WorkspaceFile {
   }
 };
 
-/// A dictionary that has less than a tenth of the keys of a file of the base: the others of these
-/// keys are not missing.
+/// A file of the base that a dictionary does not translate: it has less than a tenth of the keys. The
+/// others are not missing.
 struct UntranslatedFile {
   std::uint32_t baseFile;  // index in Workspace::files
   std::string id;          // of the dictionary
