@@ -93,6 +93,7 @@ class Builder : public nlohmann::json_sax<json> {
   }
 
  private:
+  // The begin of the part that was just read. The next part begins behind it.
   std::size_t TakeBegin() {
     const std::size_t begin = bytes_.find_first_not_of(" \t\r\n:,", last_);
     last_ = read_;

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "lang/finding.h"
-#include "lang/rules/limits.h"
+#include "lang/rules/rule_settings.h"
 
 namespace KelmoLibs::Lang {
 
@@ -24,6 +24,8 @@ std::optional<Level> FindLevel(std::string_view name) noexcept;
 
 /// The least severe findings that make a run fail.
 enum class FailOn : std::uint8_t { kNever, kNote, kWarning, kError };
+
+/// The value of that name, or nothing.
 std::optional<FailOn> FindFailOn(std::string_view name) noexcept;
 
 struct IgnoredFinding {

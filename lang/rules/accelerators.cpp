@@ -1,4 +1,4 @@
-// Rule accelerator: "&File" and "(&F)" make the F a key. Tests: accelerators_test.cpp.
+// Rule accelerator: "&File" and "(&F)" make the F a key. Tested by accelerators_test.cpp.
 #include <cstddef>
 #include <string>
 #include <string_view>

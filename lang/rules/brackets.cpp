@@ -1,5 +1,5 @@
 // Rule bracket: each bracket of a text is closed, and no spreadsheet has put the text into quotation
-// marks. Tests: brackets_test.cpp.
+// marks. Tested by brackets_test.cpp.
 #include <algorithm>
 #include <array>
 #include <cstddef>

@@ -11,8 +11,8 @@
 #include "lang/reading/language.h"
 #include "lang/reading/workspace.h"
 #include "lang/rules/findings.h"
-#include "lang/rules/limits.h"
 #include "lang/rules/placeholder_syntax.h"
+#include "lang/rules/rule_settings.h"
 
 namespace KelmoLibs::Lang {
 
@@ -23,6 +23,7 @@ class RunCheck {
   RunCheck(const Workspace& workspace, Findings& findings)
       : workspace_(workspace), findings_(findings) {}
 
+  /// The workspace of the run.
   const Workspace& AllFiles() const noexcept { return workspace_; }
 
   /// What placeholders look like in the base. Found out at the first call. Precondition: there is a
@@ -45,10 +46,13 @@ class FileCheck {
  public:
   FileCheck(RunCheck& run, std::uint32_t fileIndex, const RuleSettings& settings);
 
+  /// The workspace of the run.
   const Workspace& AllFiles() const noexcept { return run_.AllFiles(); }
   std::uint32_t FileIndex() const noexcept { return fileIndex_; }
   const DictionaryFile& File() const noexcept { return file_; }
   const SourceFile& Source() const noexcept { return file_.Source(); }
+
+  /// The language that the id names.
   const Language& FileLanguage() const noexcept { return language_; }
 
   /// Which rules are on, and the limits for texts.

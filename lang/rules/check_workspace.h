@@ -5,7 +5,7 @@
 
 #include "lang/reading/workspace.h"
 #include "lang/rules/findings.h"
-#include "lang/rules/limits.h"
+#include "lang/rules/rule_settings.h"
 
 namespace KelmoLibs::Lang {
 

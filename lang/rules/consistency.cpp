@@ -1,4 +1,4 @@
-// Rule inconsistent: one text of the base has two translations. Tests: consistency_test.cpp.
+// Rule inconsistent: one text of the base has two translations. Tested by consistency_test.cpp.
 #include <map>
 #include <string>
 #include <string_view>

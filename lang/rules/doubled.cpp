@@ -1,12 +1,12 @@
-// Rules doubled-word and doubled-blank. Tests: doubled_test.cpp.
+// Rules doubled-word and doubled-blank. Tested by doubled_test.cpp.
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
 #include <string>
 #include <string_view>
 
-#include "lang/reading/word_reader.h"
 #include "lang/rules/check.h"
+#include "lang/rules/word_reader.h"
 
 namespace KelmoLibs::Lang {
 namespace {

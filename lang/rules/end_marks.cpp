@@ -1,13 +1,13 @@
 // Rules end-mark and full-stop: a text ends with the mark that ends the text of the base, in the
-// writing of its language. Tests: end_marks_test.cpp.
+// writing of its language. Tested by end_marks_test.cpp.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
 
-#include "lang/reading/word_reader.h"
 #include "lang/rules/check.h"
+#include "lang/rules/word_reader.h"
 #include "lang/rules/wording.h"
 #include "lang/unicode/code_points.h"
 #include "lang/unicode/scripts.h"

@@ -1,4 +1,4 @@
-// Rule invisible-character: characters without a form in a text. Tests:
+// Rule invisible-character: characters without a form in a text. Tested by
 // invisible_characters_test.cpp.
 #include <cstddef>
 #include <string>

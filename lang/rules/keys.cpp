@@ -43,6 +43,7 @@ void ReportHeader(FileCheck& check, const char* fault) {
   check.Add(RuleId::kHeader, Severity::kError, line, {}, {fault, {id}}).mend = {"header.mend", {}};
 }
 
+// Whether the file has a header whose id can be judged.
 bool CheckHeader(FileCheck& check) {
   const DictionaryFile& file = check.File();
   if (check.Source().LineCount() == 0) {
@@ -105,10 +106,8 @@ LostTexts FindLostTexts(const FileCheck& check) {
 
 void CheckId(FileCheck& check) {
   const std::string_view id = check.File().IntendedId();
-  const auto start = static_cast<std::size_t>(id.data() - check.Source().Bytes().data());
-  const std::string_view where = check.Source().Bytes().substr(start, id.size());
   if (const std::optional<std::string_view> other = SameIdButForCase(check)) {
-    check.Add(RuleId::kIdUnlikeName, Severity::kWarning, where, {},
+    check.Add(RuleId::kIdUnlikeName, Severity::kWarning, id, {},
               {"id-unlike-name.case", {std::string(id), std::string(*other)}});
     check.DoubtId();
     return;
@@ -120,13 +119,13 @@ void CheckId(FileCheck& check) {
   if (const LostTexts lost = FindLostTexts(check); lost.count > 0) {
     const std::string& winner = check.AllFiles().files[lost.first.file].Source().Name();
     Finding& finding =
-        check.Add(RuleId::kIdUnlikeName, Severity::kError, where, {},
+        check.Add(RuleId::kIdUnlikeName, Severity::kError, id, {},
                   {"id-unlike-name.lost.#",
                    {std::to_string(lost.count), std::string(id), name.language, winner}});
     finding.mend = {"id-unlike-name.lost_mend", {}};
     return;
   }
-  check.Add(RuleId::kIdUnlikeName, Severity::kWarning, where, {},
+  check.Add(RuleId::kIdUnlikeName, Severity::kWarning, id, {},
             {"id-unlike-name.message", {std::string(id), name.language}});
 }
 
@@ -159,12 +158,13 @@ struct Duplicate {
   FoundEntry first;
 };
 
-// Another file with the same keys, such as an old copy, is one cause.
+// The keys that a file shares with another one. If these are most keys, such as in an old copy, they
+// are one cause.
 struct Copy {
   std::size_t count = 0;
   bool hasOtherTexts = false;
   const Duplicate* example = nullptr;
-  bool isReported = false;
+  bool isReported = false;  // as a whole
 };
 
 Severity SeverityOf(bool hasOtherText) noexcept {

@@ -1,5 +1,5 @@
 // Rule length: a text that is far longer than the base, or longer than a limit of the project.
-// Tests: length_test.cpp.
+// Tested by length_test.cpp.
 #include <algorithm>
 #include <cstddef>
 #include <string>

@@ -50,7 +50,7 @@ class LineCheck {
     if (FindRichText() || FindMovedColumns() || FindOtherFormat()) {
       return;
     }
-    Sort();
+    GroupLines();
     ReportConflicts();
     if (wordComments_.size() * 2 <= entries_.size()) {
       comments_.insert(comments_.end(), wordComments_.begin(), wordComments_.end());
@@ -163,8 +163,8 @@ class LineCheck {
     return true;
   }
 
-  // Sorts the lines that need a closer look by what may be wrong with them.
-  void Sort() {
+  // Finds the lines that need a closer look, by what may be wrong with them.
+  void GroupLines() {
     for (const Entry& entry : entries_) {
       switch (KindOf(entry)) {
         case LineKind::kComment:
@@ -346,7 +346,7 @@ class LineCheck {
     Entries lines;
     const Entry* const header = FindDisplacedHeader(check_);
     for (const Entry& entry : entries_) {
-      if (previous != nullptr && !shape_.Fits(entry.key) && IsContinuation(entry) &&
+      if (previous != nullptr && !shape_.Fits(entry.key) && ContinuesText(entry) &&
           !check_.IsExplained(entry) && &entry != header) {
         lines.push_back(&entry);
         continue;
@@ -357,8 +357,8 @@ class LineCheck {
     ReportContinuedText(previous, lines);
   }
 
-  // Precondition: the key has not the shape of keys.
-  bool IsContinuation(const Entry& entry) const noexcept {
+  // Whether the line looks like a part of a text. Precondition: its key has not the shape of keys.
+  bool ContinuesText(const Entry& entry) const noexcept {
     if (IsInBase(entry)) {
       return false;
     }

@@ -1,13 +1,13 @@
 // Rule mixed-script: a word with a letter of another script that looks like one of its own script.
 // Words such as "USB-port" in Cyrillic letters or Latin abbreviations with Cyrillic endings are
-// right. Tests: mixed_scripts_test.cpp.
+// right. Tested by mixed_scripts_test.cpp.
 #include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>
 
-#include "lang/reading/word_reader.h"
 #include "lang/rules/check.h"
+#include "lang/rules/word_reader.h"
 #include "lang/unicode/code_points.h"
 #include "lang/unicode/scripts.h"
 

@@ -1,4 +1,5 @@
-// Which rules are on for a file, and how long its texts may be: the part of a project's settings that the rules ask for.
+// Which rules are on for a file, and how long its texts may be: the part of a project's settings that
+// the rules ask for.
 #pragma once
 
 #include <bitset>

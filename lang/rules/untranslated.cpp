@@ -1,11 +1,11 @@
-// Rule untranslated: a text of three or more words that is equal to that of the base. Tests:
+// Rule untranslated: a text of three or more words that is equal to that of the base. Tested by
 // untranslated_test.cpp.
 #include <algorithm>
 #include <cstddef>
 #include <string_view>
 
-#include "lang/reading/word_reader.h"
 #include "lang/rules/check.h"
+#include "lang/rules/word_reader.h"
 #include "lang/unicode/ascii.h"
 
 namespace KelmoLibs::Lang {

@@ -1,4 +1,4 @@
-#include "lang/reading/word_reader.h"
+#include "lang/rules/word_reader.h"
 
 #include <algorithm>
 

@@ -5,7 +5,7 @@
 #include <initializer_list>
 #include <string>
 
-#include "lang/reading/word_reader.h"
+#include "lang/rules/word_reader.h"
 #include "lang/unicode/ascii.h"
 
 namespace KelmoLibs::Lang {

@@ -1,5 +1,5 @@
 // Words of a text.
-#include "lang/reading/word_reader.h"
+#include "lang/rules/word_reader.h"
 
 #include <gtest/gtest.h>
 
