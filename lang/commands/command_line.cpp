@@ -153,6 +153,7 @@ void Describe(CLI::App& app, AllOptions& options, Checks& checks) {
   fix.RequiredArgument("path", options.fix.paths);
   fix.Value("from", options.fix.from, "encoding");
   fix.Flag("diff", options.fix.isDiff);
+  fix.Flag("force", options.fix.isForced);
 
   Command show = program.Sub("show");
   show.RequiredArgument("path", options.show.path);

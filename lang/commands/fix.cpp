@@ -54,6 +54,10 @@ class Fixing {
       return;
     }
     const MendedBytes mended = MendBytes(*bytes, encoding_);
+    if (!mended.doubt.IsEmpty() && mended.refusal.IsEmpty() && !options_.isForced) {
+      SayOf(name, mended.doubt, kStatusFound);
+      return;
+    }
     if (!mended.refusal.IsEmpty()) {
       SayOf(name, mended.refusal, kStatusFound);
     }

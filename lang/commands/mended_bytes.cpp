@@ -104,11 +104,13 @@ class Mending {
     if (IsDamagedUtf8(withoutMarks)) {
       damagedLine_ = damaged_++ == 0 ? line_ : damagedLine_;
       mended += withoutMarks;
-    } else if (page == nullptr) {
+      return;
+    }
+    if (samples_.size() < kSampledLines) {
+      samples_.push_back(withoutMarks.substr(0, kSampledBytes));
+    }
+    if (page == nullptr) {
       notUtf8Line_ = notUtf8_++ == 0 ? line_ : notUtf8Line_;
-      if (samples_.size() < kSampledLines) {
-        samples_.push_back(withoutMarks.substr(0, kSampledBytes));
-      }
       mended += withoutMarks;
     } else {
       Translate(*page, withoutMarks, mended);
@@ -147,6 +149,8 @@ class Mending {
     }
     if (notUtf8_ > 0) {
       AddGuess(bytes);
+    } else if (translated_ > 0) {
+      Doubt(std::get<CodePage>(*encoding_), bytes);
     }
     result_.bytes = std::move(mended);
     if (isCr) {
@@ -154,12 +158,34 @@ class Mending {
     }
   }
 
-  void AddGuess(std::string_view bytes) {
+  std::optional<CodePageGuess> Guess(std::string_view bytes) const {
     const std::string_view id =
         WithoutByteOrderMarks(bytes.substr(0, bytes.find_first_of(" \t\r\n")));
+    return GuessCodePage(samples_, LanguageOf(id).primary);
+  }
+
+  void Doubt(CodePage named, std::string_view bytes) {
+    const std::optional<CodePageGuess> guess = Guess(bytes);
+    if (!guess || guess->other || guess->page == named) {
+      return;
+    }
+    // The first words that are not in ASCII.
+    constexpr std::size_t kShown = 24;
+    const std::string_view line = samples_.front();
+    const auto* const odd =
+        std::find_if(line.begin(), line.end(), [](char c) { return (c & 0x80) != 0; });
+    const std::string_view words =
+        line.substr(static_cast<std::size_t>(odd - line.begin()), kShown);
+    const std::string_view part = words.substr(0, words.find_first_of("\t\r"));
+    result_.doubt = {"fix.refused.guess",
+                     {std::string(CodePageName(named)), Utf8FromCodePage(named, part),
+                      std::string(CodePageName(guess->page)), Utf8FromCodePage(guess->page, part)}};
+  }
+
+  void AddGuess(std::string_view bytes) {
     Sentence left = {"fix.left.encoding.#",
                      {std::to_string(notUtf8_), std::to_string(notUtf8Line_)}};
-    if (const auto guess = GuessCodePage(samples_, LanguageOf(id).primary)) {
+    if (const auto guess = Guess(bytes)) {
       left.key = guess->other ? "fix.left.encoding.two.#" : "fix.left.encoding.one_guess.#";
       left.arguments.emplace_back(CodePageName(guess->page));
       left.arguments.emplace_back(CodePageName(guess->other.value_or(guess->page)));

@@ -123,6 +123,26 @@ TEST(MendedBytes, ChangesOnlyWhatHasOneAnswer) {
   }
 }
 
+TEST(MendedBytes, TellsADoubtAboutTheNamedCodePage) {
+  // "Наружный диаметр", "Сохранить"
+  const std::string russian =
+      "ru \u0440\u0443\u0441\u0441\u043A\u0438\u0439\n"
+      "a \xCD\xE0\xF0\xF3\xE6\xED\xFB\xE9 \xE4\xE8\xE0\xEC\xE5\xF2\xF0\n"
+      "b \xD1\xEE\xF5\xF0\xE0\xED\xE8\xF2\xFC\n";
+  const MendedBytes mended = MendBytes(russian, kWestern);
+  EXPECT_EQ(Keys(mended.changes), "fix.code_page.# ");
+  EXPECT_EQ(mended.doubt.key, "fix.refused.guess");
+  EXPECT_EQ(mended.doubt.arguments,
+            (std::vector<std::string>{"windows-1252",
+                                      "\u00CD\u00E0\u00F0\u00F3\u00E6\u00ED\u00FB\u00E9 "
+                                      "\u00E4\u00E8\u00E0\u00EC\u00E5\u00F2\u00F0",
+                                      "windows-1251",
+                                      "\u041D\u0430\u0440\u0443\u0436\u043D\u044B\u0439 "
+                                      "\u0434\u0438\u0430\u043C\u0435\u0442\u0440"}));
+  EXPECT_TRUE(MendBytes(russian, CodePage::kWindows1251).doubt.IsEmpty());
+  EXPECT_TRUE(MendBytes("fr\na enregistr\xE9\n", kWestern).doubt.IsEmpty());
+}
+
 TEST(MendedBytes, KnowsTheNamesOfItsEncodings) {
   for (const std::string& name : EncodingNames()) {
     EXPECT_TRUE(FindEncoding(name)) << name;
