@@ -140,6 +140,29 @@ class Search {
                    });
   }
 
+  // "%l" or "%s" for "%1".
+  PlaceholderCause FindMistyped() const {
+    constexpr std::size_t kLength = 2;
+    if (text_.size() < kLength) {
+      return {};
+    }
+    for (std::size_t at = text_.find('%'); at < text_.size() - 1; at = text_.find('%', at + 1)) {
+      const char second = text_[at + 1];
+      const bool isInWord = at + kLength < text_.size() && IsLetter(Small(text_[at + kLength]));
+      const std::string_view part = text_.substr(at, kLength);
+      if (isInWord || IsSeen(part)) {
+        continue;
+      }
+      if (missing_.name == "1" && std::string_view("lI|").find(second) != std::string_view::npos) {
+        return {part, "placeholder.hint.letter"};
+      }
+      if (second == 's' || second == 'd') {
+        return {part, "placeholder.hint.other"};
+      }
+    }
+    return {};
+  }
+
   // The name or number in other brackets, or in one only.
   PlaceholderCause FindInBrackets() const {
     return FirstOf(
@@ -230,8 +253,10 @@ PlaceholderCause CauseOfMissing(const Placeholder& missing, std::string_view tex
     return cause;
   }
   switch (missing.syntax) {
-    case PlaceholderSyntax::kPercentNumber:
-      return search.FindSwapped();
+    case PlaceholderSyntax::kPercentNumber: {
+      const PlaceholderCause mistyped = search.FindMistyped();
+      return mistyped.where.empty() ? search.FindSwapped() : mistyped;
+    }
     case PlaceholderSyntax::kBraceNumber:
     case PlaceholderSyntax::kBraceName:
       return missing.name.empty() ? PlaceholderCause{} : search.FindInBrackets();
