@@ -217,6 +217,11 @@ class LintRun {
         report.rulesNotRun.push_back(rule.id);
       }
     }
+    const auto english = workspace.dictionaries.find("en");
+    if (base == nullptr && workspace.dictionaries.size() > 1 &&
+        english != workspace.dictionaries.end()) {
+      report.possibleBase = workspace.files[english->second.Files().front()].Source().Name();
+    }
   }
 
   std::optional<fs::path> BaselinePath() const {

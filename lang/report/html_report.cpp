@@ -147,7 +147,8 @@ class HtmlWriter {
     for (const FileGroup& file : files_) {
       WriteFile(file);
     }
-    html_ += "<footer>" + Text("page.untouched") + "</footer>\n</body>\n</html>\n";
+    html_ += "<footer>" + Text("page.limits") + ' ' + Text("page.untouched") +
+             "</footer>\n</body>\n</html>\n";
     return std::move(html_);
   }
 
@@ -192,6 +193,9 @@ class HtmlWriter {
     }
     if (!page_.folderOfCopies.empty() && !page_.copies.empty()) {
       Paragraph("box", Say({"page.folder", {page_.folderOfCopies}}));
+    }
+    if (summary.All() > 0) {
+      Paragraph("soft", Text("page.order"));
     }
   }
 

@@ -53,6 +53,9 @@ class TextWriter {
       }
     }
     WriteNotShown(notShown);
+    if (!report_.findings.empty()) {
+      text_ += texts_.Find("report.rules") + '\n';
+    }
     WriteNotCompared();
     WriteSummary();
     return std::move(text_);
@@ -165,6 +168,9 @@ class TextWriter {
         rules.append(rules.empty() ? "" : ", ").append(RuleOf(rule).name);
       }
       text_ += texts_.Say({"report.no_base", {rules}}) + '\n';
+      if (!report_.possibleBase.empty()) {
+        text_ += Say({"report.base_suggestion", {report_.possibleBase}}) + '\n';
+      }
     }
     if (!report_.setsOfTheirOwn.empty()) {
       std::string files;

@@ -13,7 +13,8 @@ namespace {
 
 struct Accelerators {
   std::size_t count = 0;
-  std::string_view last;  // with its letter
+  std::string_view first;  // with their letters
+  std::string_view last;
 };
 
 // &amp; &#233;
@@ -71,8 +72,8 @@ Accelerators AcceleratorsOf(std::string_view text, std::string_view base) {
     const CodePoint next = FirstCodePoint(text.substr(last));
     if (IsLetter(next.value) && !isInCommand && !isRedirection && !IsEntity(text, i) &&
         !IsBrokenEntity(text, i, base)) {
-      ++found.count;
       found.last = text.substr(i, 1 + next.length);
+      found.first = found.count++ == 0 ? found.last : found.first;
     }
   }
   return found;
@@ -88,10 +89,18 @@ void CheckAccelerators(const TextCheck& check) {
   const Accelerators base = AcceleratorsOf(check.BaseText(), check.BaseText());
   const Accelerators own = AcceleratorsOf(check.Text(), check.BaseText());
   if (own.count > base.count) {
-    check.Add(
-        RuleId::kAccelerator, Severity::kWarning, own.last,
-        {base.count == 0 ? "accelerator.surplus" : "accelerator.second", {std::string(own.last)}});
-  } else if (own.count == 0 && base.count == 1) {
+    const std::string last(own.last);
+    if (base.count == 0) {
+      check.Add(RuleId::kAccelerator, Severity::kWarning, own.last,
+                {"accelerator.surplus", {last}});
+      return;
+    }
+    const auto marked =
+        static_cast<std::size_t>(own.last.data() + own.last.size() - own.first.data());
+    check.Add(RuleId::kAccelerator, Severity::kWarning, {own.first.data(), marked},
+              {"accelerator.second", {std::string(own.first), last}});
+  } else if (own.count == 0 && base.count == 1 &&
+             check.Text().find("&\\") == std::string_view::npos) {  // "&\u00c9": rule entity
     check.Add(RuleId::kAccelerator, Severity::kNote, check.Text(),
               {"accelerator.missing", {std::string(base.last)}});
   }

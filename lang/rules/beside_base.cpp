@@ -26,6 +26,7 @@ constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 struct MissingKey {
   FoundEntry base;
   FoundEntry neighbour;  // the entry of the translation that stands next to it in the base
+  bool isBeforeNeighbour = false;
   bool isExplained = false;
 };
 
@@ -34,9 +35,10 @@ struct SurplusKey {
   FileCheck* file;  // null if the file is not reported
   std::uint32_t fileIndex;
   const Entry* entry;
-  std::string_view name;  // what its author meant as the key
-  bool isLost;            // behind a fault of the file
-  bool isExplained;       // its line is reported
+  std::string_view name;   // what its author meant as the key
+  const Entry* neighbour;  // the last entry in front of it that the base has too; may be null
+  bool isLost;             // behind a fault of the file
+  bool isExplained;        // its line is reported
 
   bool IsReported() const noexcept { return file != nullptr && !isLost && !isExplained; }
 };
@@ -72,6 +74,29 @@ std::string_view IntendedKey(const Entry& entry) {
   return key;
 }
 
+// Whether two keys with dots differ in one part: "menu.file" and "menu.fichier".
+bool DifferInOnePart(std::string_view left, std::string_view right) noexcept {
+  const auto isDot = [](char c) { return c == '.'; };
+  const auto dots = std::count_if(left.begin(), left.end(), isDot);
+  if (dots == 0 || dots != std::count_if(right.begin(), right.end(), isDot)) {
+    return false;
+  }
+  const auto front = static_cast<std::size_t>(
+      std::mismatch(left.begin(), left.end(), right.begin(), right.end()).first - left.begin());
+  const auto behind = static_cast<std::size_t>(
+      std::mismatch(left.rbegin(), left.rend(), right.rbegin(), right.rend()).first -
+      left.rbegin());
+  // What differs, in the longer and in the shorter key; the equal ends may overlap.
+  const auto middle = [front, behind](std::string_view key) {
+    return front + behind >= key.size() ? std::string_view()
+                                        : key.substr(front, key.size() - front - behind);
+  };
+  // "save" and "saveAs" are two keys.
+  return !middle(left).empty() && !middle(right).empty() &&
+         middle(left).find('.') == std::string_view::npos &&
+         middle(right).find('.') == std::string_view::npos;
+}
+
 char First(std::string_view text) noexcept { return text.empty() ? '\0' : text.front(); }
 
 class BaseCheck {
@@ -95,6 +120,7 @@ class BaseCheck {
       MatchLookAlikes();
       MatchLostSeparators();
       MatchSimilarKeys();
+      MatchTranslatedKeys();
     }
     ReportMissing();
     ReportSurplus();
@@ -127,6 +153,7 @@ class BaseCheck {
           if (!neighbour) {
             for (; first < missing_.size(); ++first) {
               missing_[first].neighbour = found;
+              missing_[first].isBeforeNeighbour = true;
             }
           }
           neighbour = found;
@@ -145,18 +172,21 @@ class BaseCheck {
     for (const std::uint32_t fileIndex : merged_.Files()) {
       FileCheck* const check = CheckOf(fileIndex);
       const DictionaryFile& file = File(fileIndex);
+      const Entry* neighbour = nullptr;
       const auto find = [&](const Entry& entry, bool isLost) {
         if (const FoundEntry meant =
                 !isLost && check != nullptr ? FindSplitKey(*check, entry) : FoundEntry{}) {
-          surplus_.push_back({check, fileIndex, &entry, meant.entry->key, isLost, true});
+          surplus_.push_back({check, fileIndex, &entry, meant.entry->key, neighbour, isLost, true});
           return;
         }
         if (base_.Find(entry.key)) {
+          neighbour = &entry;
           return;
         }
         const bool isExplained = !isLost && check != nullptr && check->IsExplained(entry);
         if (isExplained || merged_.Find(entry.key).entry == &entry) {
-          surplus_.push_back({check, fileIndex, &entry, IntendedKey(entry), isLost, isExplained});
+          surplus_.push_back(
+              {check, fileIndex, &entry, IntendedKey(entry), neighbour, isLost, isExplained});
         }
       };
       if (file.Source().EncodedAsUtf16() == Utf16::kNo) {
@@ -402,6 +432,42 @@ class BaseCheck {
     }
   }
 
+  // "menu.fichier" in the place of "menu.file": one part of the key is another word, and no other key
+  // is missing or surplus in this place.
+  void MatchTranslatedKeys() {
+    struct Gap {
+      MissingKey* missing = nullptr;
+      SurplusKey* surplus = nullptr;
+      bool hasMore = false;
+    };
+    std::map<const Entry*, Gap> gaps;  // by the entry in front of them
+    for (MissingKey& missing : missing_) {
+      if (!missing.isExplained && !missing.isBeforeNeighbour && missing.neighbour) {
+        Gap& gap = gaps[missing.neighbour.entry];
+        gap.hasMore = gap.hasMore || gap.missing != nullptr;
+        gap.missing = &missing;
+      }
+    }
+    for (SurplusKey& surplus : surplus_) {
+      const auto gap = surplus.IsReported() ? gaps.find(surplus.neighbour) : gaps.end();
+      if (gap != gaps.end()) {
+        gap->second.hasMore = gap->second.hasMore || gap->second.surplus != nullptr;
+        gap->second.surplus = &surplus;
+      }
+    }
+    for (auto& [neighbour, gap] : gaps) {
+      if (gap.surplus == nullptr || gap.hasMore ||
+          !DifferInOnePart(gap.missing->base.entry->key, gap.surplus->name)) {
+        continue;
+      }
+      gap.missing->isExplained = true;
+      Finding& finding = AddMissing(*gap.surplus->file, gap.surplus->entry->key, *gap.missing);
+      finding.hint = {"missing.translated_key", {}};
+      finding.mend = {"missing.translated_key_mend", {std::string(gap.missing->base.entry->key)}};
+      Explain(*gap.surplus);
+    }
+  }
+
   // --- What is left.
 
   static Finding& AddMissing(FileCheck& file, std::string_view where, const MissingKey& missing) {
@@ -424,7 +490,8 @@ class BaseCheck {
                    missing);
       } else if (FileCheck* const file = CheckOf(missing.neighbour.file)) {
         Finding& finding = AddMissing(*file, missing.neighbour.entry->key, missing);
-        finding.hint = {"missing.neighbour", {}};
+        finding.hint = {missing.isBeforeNeighbour ? "missing.before" : "missing.behind", {}};
+        finding.mend = {"missing.mend", {std::string(missing.base.entry->key)}};
       }
     }
   }
@@ -434,8 +501,10 @@ class BaseCheck {
       if (surplus.IsReported() && !workspace_.files[surplus.fileIndex].isSetOfItsOwn &&
           !IsJudgedAsPluralForm(*surplus.file, surplus.entry->key)) {
         const std::string_view key = surplus.entry->key;
-        surplus.file->Add(RuleId::kSurplus, Severity::kWarning, key, key,
-                          {"surplus.message", {std::string(key)}});
+        surplus.file
+            ->Add(RuleId::kSurplus, Severity::kWarning, key, key,
+                  {"surplus.message", {std::string(key)}})
+            .mend = {"surplus.mend", {}};
       }
     }
   }

@@ -36,6 +36,14 @@ Finding& FileCheck::AddToFile(RuleId rule, Severity severity, Sentence message) 
   return finding;
 }
 
+void FileCheck::AddBaseOf(Finding& finding) const {
+  const bool mayHave = base_ != nullptr && !finding.key.empty();
+  if (const FoundEntry base = mayHave ? base_->Find(finding.key) : FoundEntry{}) {
+    finding.related.push_back(
+        {PlaceIn(base.file, base.entry->text), {"related.base", {KeptText(base.entry->text)}}});
+  }
+}
+
 Place FileCheck::PlaceIn(std::uint32_t file, std::string_view part) const noexcept {
   Place place = AllFiles().files[file].Source().PlaceOf(part);
   place.file = file;

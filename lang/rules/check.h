@@ -80,6 +80,9 @@ class FileCheck {
   /// Adds a finding about the file as a whole.
   Finding& AddToFile(RuleId rule, Severity severity, Sentence message);
 
+  /// Adds the base's text of the finding's key as related place, if there is one.
+  void AddBaseOf(Finding& finding) const;
+
   /// The place of `part`, a view into the bytes of file number `file`.
   Place PlaceIn(std::uint32_t file, std::string_view part) const noexcept;
 

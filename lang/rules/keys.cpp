@@ -179,6 +179,7 @@ void ReportDuplicate(FileCheck& check, const Duplicate& duplicate) {
                                 {std::string(duplicate.entry->key)}});
   finding.related.push_back({check.PlaceIn(duplicate.first.file, duplicate.first.entry->key),
                              {"duplicate-key.first", {KeptText(duplicate.first.entry->text)}}});
+  check.AddBaseOf(finding);
 }
 
 void ReportCopy(FileCheck& check, const Copy& copy) {

@@ -7,6 +7,7 @@
 
 #include "lang/rules/check.h"
 #include "lang/unicode/ascii.h"
+#include "text/utf8.h"
 
 namespace KelmoLibs::Lang {
 namespace {
@@ -246,13 +247,25 @@ std::string_view FindEscape(std::string_view text) noexcept {
   return {};
 }
 
+// The letter that an escape of FindEscape stands for; empty if it is half of one.
+std::string LetterOf(std::string_view escape) {
+  constexpr int kBase = 16;
+  const auto character =
+      static_cast<char32_t>(std::stoul(std::string(escape.substr(2)), nullptr, kBase));
+  std::string letter;
+  if (character < 0xD800 || character > 0xDFFF) {
+    Localize::AppendUtf8(character, letter);
+  }
+  return letter;
+}
+
 void CheckEscapes(const TextCheck& check) {
   const std::string_view base = check.BaseText();
   const bool hasBase = base.find("\\u") != kNone || base.find("\\x") != kNone;
   const std::string_view escape = hasBase ? std::string_view() : FindEscape(check.Text());
   if (!escape.empty()) {
     check.Add(RuleId::kEntity, Severity::kWarning, escape, {"entity.escape", {std::string(escape)}})
-        .mend = {"entity.escape_mend", {}};
+        .mend = {"entity.escape_mend", {LetterOf(escape)}};
   }
 }
 
@@ -343,6 +356,15 @@ bool MayLeaveOut(std::string_view tag, const Language& language) {
   return isStyle && IsOneOfLanguages(language.primary, " zh ja ko ");
 }
 
+// "&lt;b&gt;" where the base has the tag "<b>"; empty if the text has none.
+std::string_view FindEscapedTag(std::string_view text, const Tag& tag) {
+  constexpr std::string_view kEnd = "&gt;";
+  const std::string start = (tag.isClosing ? "&lt;/" : "&lt;") + std::string(tag.name);
+  const std::size_t at = text.find(start);
+  const std::size_t end = at == kNone ? kNone : text.find(kEnd, at + start.size());
+  return end == kNone ? std::string_view() : text.substr(at, end + kEnd.size() - at);
+}
+
 void CheckTags(const TextCheck& check) {
   const Tags base(check.BaseText());
   if (base.begin() == base.end()) {
@@ -364,6 +386,15 @@ void CheckTags(const TextCheck& check) {
   for (const Tag& tag : base) {
     if (text.Count(tag.name, tag.isClosing) == 0 &&
         !MayLeaveOut(tag.name, check.file.FileLanguage())) {
+      const std::string_view escaped = FindEscapedTag(check.Text(), tag);
+      if (!escaped.empty()) {
+        const std::string wanted(tag.whole);
+        check
+            .Add(RuleId::kTag, Severity::kWarning, escaped,
+                 {"tag.escaped", {std::string(escaped), wanted}})
+            .mend = {"tag.escaped_mend", {wanted}};
+        return;
+      }
       check.Add(RuleId::kTag, Severity::kWarning, check.Text(),
                 {"tag.missing", {std::string(tag.whole)}});
       return;

@@ -117,6 +117,89 @@ std::optional<std::string_view> FindLostLetter(std::string_view text,
   return std::nullopt;
 }
 
+// Whether the character is a symbol that older code pages lack: superscripts, Greek and mathematical
+// signs, and a letter such as U+00D8 that stands for a diameter. Not a mark of writing.
+bool IsSymbol(char32_t character) noexcept {
+  switch (character) {
+    case 0xB0:    // degree
+    case 0xB1:    // plus-minus
+    case 0xB2:    // squared
+    case 0xB3:    // cubed
+    case 0xB5:    // micro
+    case 0xB9:    // superscript one
+    case 0xD7:    // times
+    case 0xD8:    // diameter
+    case 0xF7:    // divided
+    case 0xF8:    // diameter
+    case 0x0394:  // delta
+    case 0x03A9:  // omega
+    case 0x03BC:  // mu
+    case 0x2030:  // per mille
+      return true;
+    default:
+      return (0x2070 <= character && character < 0x20A0) ||  // superscripts and subscripts
+             (0x2100 <= character && character < 0x2300);    // letter-like, arrows, mathematical
+  }
+}
+
+bool IsSuperscript(char32_t character) noexcept {
+  return character == 0xB2 || character == 0xB3 || character == 0xB9 ||
+         (0x2070 <= character && character < 0x2080);
+}
+
+// Whether the text ends with the symbol of a unit, such as "m" and not "metres".
+bool IsBehindUnit(std::string_view text) noexcept {
+  constexpr std::size_t kLongest = 3;  // letters
+  std::size_t letters = 0;
+  while (letters <= kLongest && !text.empty() && IsLetter(LastCodePoint(text).value)) {
+    text.remove_suffix(LastCodePoint(text).length);
+    ++letters;
+  }
+  return letters > 0 && letters <= kLongest;
+}
+
+// What stands beside a symbol: two symbols in equal surroundings are the same.
+char32_t Surrounding(std::string_view text, bool isBehind) noexcept {
+  if (text.empty()) {
+    return ' ';
+  }
+  const CodePoint next = isBehind ? FirstCodePoint(text) : LastCodePoint(text);
+  return IsLetter(next.value) ? U'a' : next.value;
+}
+
+// The "?" of the text that stands for a symbol of the base, and the symbol: "m?/h" beside "m³/h".
+struct LostSymbol {
+  std::string_view where;
+  std::string_view symbol;
+};
+
+LostSymbol FindLostSymbol(std::string_view text, std::string_view base) {
+  constexpr std::size_t kLongest = 10'000;  // bytes; longer texts are no texts for people
+  LostSymbol found;
+  if (text.size() > kLongest || base.size() > kLongest || IsAscii(base) ||
+      CountQuestions(text) <= CountQuestions(base)) {
+    return found;
+  }
+  VisitCodePoints(base, [&](char32_t character, std::string_view symbol) {
+    if (!IsSymbol(character) || text.find(symbol) != std::string_view::npos) {
+      return true;
+    }
+    const auto at = static_cast<std::size_t>(symbol.data() - base.data());
+    const char32_t before = Surrounding(base.substr(0, at), false);
+    const char32_t behind = Surrounding(base.substr(at + symbol.size()), true);
+    for (std::size_t i = text.find('?'); i != std::string_view::npos; i = text.find('?', i + 1)) {
+      const std::string_view front = text.substr(0, i);
+      if (Surrounding(front, false) == before && Surrounding(text.substr(i + 1), true) == behind &&
+          (!IsSuperscript(character) || IsBehindUnit(front))) {
+        found = {text.substr(i, 1), symbol};
+        return false;
+      }
+    }
+    return true;
+  });
+  return found;
+}
+
 // "????????? ????": words of question marks.
 std::optional<std::string_view> FindLostWords(std::string_view text,
                                               const std::optional<std::string_view>& base) {
@@ -228,7 +311,9 @@ class Part {
 
  private:
   Finding& Add(RuleId rule, Severity severity, std::string_view where, Sentence message) {
-    return check_.Add(rule, severity, where, key_, std::move(message));
+    Finding& finding = check_.Add(rule, severity, where, key_, std::move(message));
+    check_.AddBaseOf(finding);
+    return finding;
   }
 
   std::optional<std::string_view> BaseText() const {
@@ -287,7 +372,14 @@ class Part {
     } else if (const auto text = FindLostText(part_, base)) {
       AddLost(*text, "lost-letter.questions");
     } else if (const auto letter = FindLostLetter(part_, base)) {
-      AddLost(*letter, "lost-letter.question");
+      const std::size_t more = base ? CountQuestions(part_) - CountQuestions(*base) : 1;
+      AddLost(*letter, more > 1 ? "lost-letter.questions" : "lost-letter.question");
+    } else if (const LostSymbol symbol = base ? FindLostSymbol(part_, *base) : LostSymbol();
+               !symbol.where.empty()) {
+      const std::string sign(symbol.symbol);
+      Add(RuleId::kLostLetter, Severity::kError, symbol.where, {"lost-letter.symbol", {sign}})
+          .mend = {"lost-letter.symbol_mend", {sign}};
+      check_.Explain(line_);
     }
   }
 
@@ -325,7 +417,17 @@ class Part {
                             : value == 0 ? "control-character.nul"
                                          : "control-character.in_text",
                             {}});
-    finding.mend = {"control-character.mend", {}};
+    // Word processors write a line break in a paragraph as U+000B.
+    finding.mend = {value == 0x0B && !isKey_ && IsBetweenWords(where)
+                        ? "control-character.mend_space"
+                        : "control-character.mend",
+                    {}};
+  }
+
+  bool IsBetweenWords(std::string_view where) const noexcept {
+    const auto at = static_cast<std::size_t>(where.data() - part_.data());
+    const std::size_t behind = at + where.size();
+    return at > 0 && part_[at - 1] != ' ' && behind < part_.size() && part_[behind] != ' ';
   }
 
   // The first one of a part is enough.

@@ -12,7 +12,7 @@ TEST(Accelerators, CompareWithTheBase) {
       {"behind the text", "ja", "&File", u8"ファイル(&F)", ""},
       {"Cyrillic", "ru", "&File", u8"&Файл", ""},
       {"missing", "de", "&File", "Datei", "note accelerator.missing (all)"},
-      {"two", "de", "&File", "&Dat&ei", "warning accelerator.second &e"},
+      {"two", "de", "&File", "&Dat&ei", "warning accelerator.second &Dat&e"},
       {"none in the base", "de", "Search and replace", "Suchen&Ersetzen",
        "warning accelerator.surplus &E"},
       {"doubled is none", "de", "Search and replace", "Suchen && Ersetzen", ""},

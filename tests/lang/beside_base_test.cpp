@@ -35,6 +35,19 @@ TEST(CheckBesideBase, ReportsOneFindingForOneCause) {
        "de:2:1 warning missing menu.open missing.message\n"},
       {"a typing mistake", open + "menu.sav\tSpeichern\n" + saved + none,
        "de:3:1 warning missing menu.save missing.message\n"},
+      {"a translated key", open + "menu.speichern\tSpeichern\n" + saved + none,
+       "de:3:1 warning missing menu.save missing.message\n"},
+      {"a translated key in another place", open + saved + none + "menu.speichern\tSpeichern\n",
+       "de:2:1 warning missing menu.save missing.message\n"
+       "de:5:1 warning surplus menu.speichern surplus.message\n"},
+      {"two other keys in the place of one",
+       open + "menu.speichern\tSpeichern\nmenu.drucken\tDrucken\n" + saved + none,
+       "de:2:1 warning missing menu.save missing.message\n"
+       "de:3:1 warning surplus menu.speichern surplus.message\n"
+       "de:4:1 warning surplus menu.drucken surplus.message\n"},
+      {"a key with more parts", open + "menu.datei.speichern\tSpeichern\n" + saved + none,
+       "de:2:1 warning missing menu.save missing.message\n"
+       "de:3:1 warning surplus menu.datei.speichern surplus.message\n"},
       {"a surplus key", open + save + saved + none + "menu.print\tDrucken\n",
        "de:6:1 warning surplus menu.print surplus.message\n"},
       {"an empty text", open + "menu.save\t\n" + saved + none,

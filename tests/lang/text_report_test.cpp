@@ -62,6 +62,7 @@ TEST_F(TextReportTest, ShowsAFindingWithItsLineHintMendAndRelatedPlaces) {
             "     or: kelmo-lang fix --from windows-1252 fr.txt\n"
             "   base: en.txt:2 \"Saved\"\n"
             "    see: en.txt related.without_label\n"
+            "what a rule means, and what to do: kelmo-lang rules RULE\n"
             "1 error in 2 files\n");
 }
 
@@ -75,6 +76,7 @@ TEST_F(TextReportTest, EndsWideLabelsInOneColumn) {
             "      | ^^^^^^^^^\n"
             u8" решение: или\n"
             u8"оригинал: en.txt:2 «Saved»\n"
+            u8"что значит правило и что делать: kelmo-lang rules ПРАВИЛО\n"
             u8"1 ошибка в 2 файлах\n");
 }
 
@@ -91,6 +93,7 @@ TEST_F(TextReportTest, ShowsNoLineOfAFindingAboutTheFile) {
             "fr.txt: warning: key \"a\" is missing [missing]\n"
             "   hint: \"b\"\n"
             "   mend: kelmo-lang fix fr.txt\n"
+            "what a rule means, and what to do: kelmo-lang rules RULE\n"
             "1 warning in 2 files\n");
 }
 
@@ -104,6 +107,7 @@ TEST_F(TextReportTest, ColoursATerminal) {
       "[comment]\n"
       u8"\x1B[1;34m    2 |\x1B[0m msg.saved\u2192Fichier enregistr<E9>\n"
       "\x1B[1;34m      |\x1B[0m \x1B[1;33m^^^\x1B[0m\n"
+      "what a rule means, and what to do: kelmo-lang rules RULE\n"
       "\x1B[1;33m1 warning\x1B[0m in 2 files\n");
 }
 
@@ -118,6 +122,7 @@ TEST_F(TextReportTest, CutsALongLineToTheTerminal) {
             "long.txt:2:501: note: key \"k\" is missing [comment]\n"
             u8"    2 | \u2026xxxxxxxxxxxxxxxxxxxx\u2026\n"
             "      |           ^\n"
+            "what a rule means, and what to do: kelmo-lang rules RULE\n"
             "1 note in 3 files\n");
 }
 
@@ -139,13 +144,16 @@ TEST_F(TextReportTest, ShowsTwentyOfARuleAndCountsTheOthers) {
   EXPECT_EQ(some.substr(some.find(u8"\u2026")),
             u8"\u2026 3 more of [comment]: --all shows them\n"
             u8"\u2026 1000 more of [tag]: --all shows them\n"
+            "what a rule means, and what to do: kelmo-lang rules RULE\n"
             "1024 notes in 2 files\n");
   TextStyle style;
   style.showsAll = true;
   const std::string all = Write(style);
   EXPECT_EQ(count(all, "[comment]\n"), 23U);
-  EXPECT_EQ(all.substr(all.find(u8"\u2026")),
-            u8"\u2026 1000 more of [tag]\n1024 notes in 2 files\n");
+  EXPECT_EQ(
+      all.substr(all.find(u8"\u2026")),
+      u8"\u2026 1000 more of [tag]\nwhat a rule means, and what to do: kelmo-lang rules RULE\n"
+      "1024 notes in 2 files\n");
 }
 
 TEST_F(TextReportTest, SaysWhatWasNotDone) {
