@@ -39,8 +39,7 @@ Finding& FileCheck::AddToFile(RuleId rule, Severity severity, Sentence message) 
 void FileCheck::AddBaseOf(Finding& finding) const {
   const bool mayHave = base_ != nullptr && !finding.key.empty();
   if (const FoundEntry base = mayHave ? base_->Find(finding.key) : FoundEntry{}) {
-    finding.related.push_back(
-        {PlaceIn(base.file, base.entry->text), {"related.base", {KeptText(base.entry->text)}}});
+    finding.related.push_back(RelatedBase(base, base.entry->text));
   }
 }
 

@@ -148,7 +148,7 @@ class Search {
     }
     for (std::size_t at = text_.find('%'); at < text_.size() - 1; at = text_.find('%', at + 1)) {
       const char second = text_[at + 1];
-      const bool isInWord = at + kLength < text_.size() && IsLetter(Small(text_[at + kLength]));
+      const bool isInWord = at + kLength < text_.size() && IsAsciiLetter(text_[at + kLength]);
       const std::string_view part = text_.substr(at, kLength);
       if (isInWord || IsSeen(part)) {
         continue;
