@@ -456,17 +456,17 @@ class UnitCheck {
   }
 
   void CheckRepeated() {
-    const std::vector<const UnitFile*> earlier = EarlierTables();
+    const std::vector<std::uint32_t> earlier = EarlierTables();
     for (const UnitLine& line : file_.Lines()) {
       if (!IsMeant(line)) {
         continue;
       }
       const UnitLine* first = file_.Find(line.code);
       std::uint32_t inFile = fileIndex_;
-      for (const UnitFile* const table : earlier) {
-        if (const UnitLine* const before = table->Find(line.code)) {
+      for (const std::uint32_t table : earlier) {
+        if (const UnitLine* const before = workspace_.files[table].units->Find(line.code)) {
           first = before;
-          inFile = IndexOf(*table);
+          inFile = table;
           break;
         }
       }
@@ -489,26 +489,18 @@ class UnitCheck {
           {std::string(first.symbol), std::string(WithoutBlanksAtTheEnd(first.name))}}});
   }
 
-  // Tables of the same language and folder that a host may have loaded before.
-  std::vector<const UnitFile*> EarlierTables() const {
-    std::vector<const UnitFile*> tables;
+  // Tables of the same language and folder that a host may have loaded before, by their index.
+  std::vector<std::uint32_t> EarlierTables() const {
+    std::vector<std::uint32_t> tables;
     for (std::uint32_t i = 0; i < fileIndex_ && file_.Header() == UnitHeader::kWhole; ++i) {
       const UnitFile* const other = workspace_.files[i].units.get();
       if (other != nullptr && other->Header() == UnitHeader::kWhole &&
           other->LanguageKey() == file_.LanguageKey() &&
           other->Source().Path().parent_path() == Source().Path().parent_path()) {
-        tables.push_back(other);
+        tables.push_back(i);
       }
     }
     return tables;
-  }
-
-  std::uint32_t IndexOf(const UnitFile& table) const {
-    std::uint32_t index = 0;
-    while (workspace_.files[index].units.get() != &table) {
-      ++index;
-    }
-    return index;
   }
 
   // ---- Symbols
@@ -617,21 +609,25 @@ class UnitCheck {
     return codes;
   }
 
-  // The table of the base's language in this folder or beside the base; null if there is none.
-  const UnitFile* BaseTable() const {
+  // The table of the base's language in this folder or beside the base, by its index; nothing if there
+  // is none.
+  std::optional<std::uint32_t> BaseTable() const {
     if (!workspace_.baseFile) {
-      return nullptr;
+      return std::nullopt;
     }
     const DictionaryFile& base = *workspace_.files[*workspace_.baseFile].dictionary;
-    for (const WorkspaceFile& file : workspace_.files) {
-      if (file.units && file.units->Header() == UnitHeader::kWhole &&
-          file.units->LanguageKey() == base.IntendedId() &&
-          (file.units->Source().Path().parent_path() == Source().Path().parent_path() ||
-           file.units->Source().Path().parent_path() == base.Source().Path().parent_path())) {
-        return file.units.get() != &file_ ? file.units.get() : nullptr;
+    for (std::uint32_t i = 0; i < workspace_.files.size(); ++i) {
+      const UnitFile* const table = workspace_.files[i].units.get();
+      if (table == nullptr || table->Header() != UnitHeader::kWhole ||
+          table->LanguageKey() != base.IntendedId()) {
+        continue;
+      }
+      const auto folder = table->Source().Path().parent_path();
+      if (folder == Source().Path().parent_path() || folder == base.Source().Path().parent_path()) {
+        return i != fileIndex_ ? std::optional(i) : std::nullopt;
       }
     }
-    return nullptr;
+    return std::nullopt;
   }
 
   void CheckMissing() {
@@ -642,15 +638,16 @@ class UnitCheck {
     const auto isMissing = [&codes](std::int32_t code) {
       return !std::binary_search(codes.begin(), codes.end(), code);
     };
-    if (const UnitFile* const base = BaseTable()) {
+    if (const std::optional<std::uint32_t> baseTable = BaseTable()) {
+      const UnitFile& base = *workspace_.files[*baseTable].units;
       std::vector<std::int32_t> found;
-      for (const std::uint32_t index : base->Units()) {
-        const UnitLine& line = base->Lines()[index];
+      for (const std::uint32_t index : base.Units()) {
+        const UnitLine& line = base.Lines()[index];
         if (IsMeant(line) && isMissing(line.code)) {
           Finding& finding = AddMissing(Severity::kWarning, "units.missing.base", line.code,
                                         WithoutBlanksAtTheEnd(line.name));
           finding.related.push_back(
-              {PlaceIn(IndexOf(*base), line.codeField),
+              {PlaceIn(*baseTable, line.codeField),
                {"related.base", {std::string(WithoutBlanksAtTheEnd(line.name))}}});
           found.push_back(line.code);
         }
