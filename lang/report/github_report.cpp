@@ -1,3 +1,4 @@
+// The report as commands of GitHub's build service, which shows each finding beside its line.
 #include "lang/report/machine_text.h"
 #include "lang/report/report.h"
 #include "lang/report/visible_text.h"

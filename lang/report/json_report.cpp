@@ -1,3 +1,4 @@
+// The report as JSON.
 #include <nlohmann/json.hpp>
 
 #include "lang/report/machine_text.h"

@@ -1,3 +1,4 @@
+// The report as SARIF 2.1.0.
 #include <map>
 #include <nlohmann/json.hpp>
 

@@ -1,3 +1,4 @@
+// The report for people.
 #include <algorithm>
 #include <array>
 #include <string_view>

@@ -31,10 +31,7 @@ TEST(Accelerators, CompareWithTheBase) {
       {"several in the base, fewer here", "de", "&One &Two", "&Eins Zwei", ""},
       {"no base", "de", "", "&Dat&ei", ""},
   };
-  for (const TextRow& row : rows) {
-    SCOPED_TRACE(row.name);
-    EXPECT_EQ(ResultsOf(CheckAccelerators, row), row.expected);
-  }
+  ExpectResults(CheckAccelerators, rows);
 }
 
 }  // namespace

@@ -55,10 +55,7 @@ TEST(Brackets, AreClosed) {
       {"no base: a note", "de", "", u8"Länge (mm", "note bracket.message ("},
       {"no base, balanced", "de", "", u8"Länge (mm)", ""},
   };
-  for (const TextRow& row : rows) {
-    SCOPED_TRACE(row.name);
-    EXPECT_EQ(ResultsOf(CheckBrackets, row), row.expected);
-  }
+  ExpectResults(CheckBrackets, rows);
 }
 
 }  // namespace

@@ -1,3 +1,4 @@
+// What the command line means, and what the program says about wrong use.
 #include "lang/commands/command_line.h"
 
 #include <gtest/gtest.h>
@@ -29,7 +30,7 @@ TEST(CommandLine, WrongUseGivesOneLineAndStatus2) {
     Arguments arguments;
     const char* error;
   };
-  const Row kRows[] = {
+  const Row rows[] = {
       {"unknown command",
        {"lin"},
        "kelmo-lang: there is no command \"lin\"; see \"kelmo-lang --help\"\n"},
@@ -66,7 +67,7 @@ TEST(CommandLine, WrongUseGivesOneLineAndStatus2) {
        {"[lint]"},
        "kelmo-lang: there is no command \"[lint]\"; see \"kelmo-lang --help\"\n"},
   };
-  for (const Row& row : kRows) {
+  for (const Row& row : rows) {
     SCOPED_TRACE(row.name);
     const Answer answer = AnswerTo(row.arguments);
     EXPECT_EQ(answer.status, 2);
@@ -91,7 +92,7 @@ TEST(CommandLine, PathsAreTakenAsTheyAre) {
     Arguments arguments;
     std::vector<std::string> paths;
   };
-  const Row kRows[] = {
+  const Row rows[] = {
       {"none", {"lint"}, {}},
       {"two", {"lint", "fr.txt", "LANG"}, {"fr.txt", "LANG"}},
       {"name of a command", {"lint", "lint"}, {"lint"}},
@@ -103,7 +104,7 @@ TEST(CommandLine, PathsAreTakenAsTheyAre) {
        {"lint", "\u043C\u043E\u0439 fr.txt"},
        {"\u043C\u043E\u0439 fr.txt"}},
   };
-  for (const Row& row : kRows) {
+  for (const Row& row : rows) {
     SCOPED_TRACE(row.name);
     const CommandLine line = Parse(row.arguments);
     const LintOptions* const options = std::get_if<LintOptions>(&line.command);
@@ -127,7 +128,7 @@ TEST(CommandLine, TheLanguageIsTheOptionThenThatOfTheUserThenEnglish) {
     const char* userLanguage;
     const char* language;
   };
-  const Row kRows[] = {
+  const Row rows[] = {
       {{"lint"}, "de", "de"},
       {{"lint"}, "fr", "en"},
       {{"lint"}, "", "en"},
@@ -136,7 +137,7 @@ TEST(CommandLine, TheLanguageIsTheOptionThenThatOfTheUserThenEnglish) {
       {{"lint", "--", "--lang=ru"}, "de", "de"},
       {{"--lang", "fr", "lint"}, "de", "en"},  // and an error
   };
-  for (const Row& row : kRows) {
+  for (const Row& row : rows) {
     EXPECT_EQ(Parse(row.arguments, row.userLanguage).language, row.language)
         << testing::PrintToString(row.arguments) << row.userLanguage;
   }
@@ -144,7 +145,15 @@ TEST(CommandLine, TheLanguageIsTheOptionThenThatOfTheUserThenEnglish) {
 
 // Every text of a help exists: a missing one would be shown as its key.
 TEST(CommandLine, EveryHelpHasItsTextsAndTwoExamples) {
-  for (const Arguments& command : {Arguments{}, {"lint"}}) {
+  for (const Arguments& command : {Arguments{},
+                                   {"fix"},
+                                   {"ignore"},
+                                   {"lint"},
+                                   {"rules"},
+                                   {"show"},
+                                   {"units"},
+                                   {"units", "list"},
+                                   {"units", "explain"}}) {
     Arguments arguments = command;
     arguments.emplace_back("--help");
     const Answer answer = AnswerTo(arguments);

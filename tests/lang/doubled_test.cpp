@@ -40,10 +40,7 @@ TEST(Doubled, FindsWordsAndBlanks) {
       {"the base has two blanks", "de", "a  b", "a   b", ""},
       {"blanks without base", "de", "", "a  b", "note doubled-blank.message   "},
   };
-  for (const TextRow& row : rows) {
-    SCOPED_TRACE(row.name);
-    EXPECT_EQ(ResultsOf(CheckDoubled, row), row.expected);
-  }
+  ExpectResults(CheckDoubled, rows);
 }
 
 }  // namespace

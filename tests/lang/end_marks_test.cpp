@@ -99,10 +99,7 @@ TEST(EndMarks, CompareWithTheBase) {
       {"exclamation mark instead", "de", "The file was saved.", "Die Datei wurde gespeichert!", ""},
       {"abbreviation", "de", "No.", "Nr", ""},
   };
-  for (const TextRow& row : rows) {
-    SCOPED_TRACE(row.name);
-    EXPECT_EQ(ResultsOf(CheckEndMarks, row), row.expected);
-  }
+  ExpectResults(CheckEndMarks, rows);
 }
 
 }  // namespace

@@ -20,7 +20,7 @@ TEST(Html, WhatHasAMeaningInHtmlIsEscaped) {
     std::string_view text;
     const char* html;
   };
-  const Row kRows[] = {
+  const Row rows[] = {
       {"end of the style and a script", "</style><script>alert(1)</script>",
        "&lt;/style&gt;&lt;script&gt;alert(1)&lt;/script&gt;"},
       {"both quotes", "\"'", "&quot;&#39;"},
@@ -32,7 +32,7 @@ TEST(Html, WhatHasAMeaningInHtmlIsEscaped) {
       {"the marks of an argument", "\x02\x03", "&lt;U+0002&gt;&lt;U+0003&gt;"},
       {"letters of all scripts", u8"\u0416\u05D0\u4E2D", u8"\u0416\u05D0\u4E2D"},
   };
-  for (const Row& row : kRows) {
+  for (const Row& row : rows) {
     EXPECT_EQ(HtmlOf(row.text), row.html) << row.name;
   }
 }

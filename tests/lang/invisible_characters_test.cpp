@@ -44,10 +44,7 @@ TEST(InvisibleCharacters, AreFound) {
       {"Thai open embedding", "th", "User %1", u8"\u202A%1",
        u8"warning invisible-character.direction \u202A"},
   };
-  for (const TextRow& row : rows) {
-    SCOPED_TRACE(row.name);
-    EXPECT_EQ(ResultsOf(CheckInvisibleCharacters, row), row.expected);
-  }
+  ExpectResults(CheckInvisibleCharacters, rows);
 }
 
 }  // namespace

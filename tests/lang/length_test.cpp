@@ -20,10 +20,7 @@ TEST(Length, ReportsMoreThanTwiceTheBaseAndTwentyColumns) {
       {"bytes do not count", "ru", "OK", u8"согласен с изменениями", ""},
       {"no base", "de", "", std::string(1000, 'a'), ""},
   };
-  for (const TextRow& row : rows) {
-    SCOPED_TRACE(row.name);
-    EXPECT_EQ(ResultsOf(CheckLength, row), row.expected);
-  }
+  ExpectResults(CheckLength, rows);
 }
 
 TEST(Length, KeepsTheFirstLimitThatFitsTheKey) {
@@ -33,10 +30,7 @@ TEST(Length, KeepsTheFirstLimitThatFitsTheKey) {
       {"8 code points", "ru", "", u8"Насосный", ""},
       {"9 code points", "ru", "", u8"Насосный1", "note length.limit (all)"},
   };
-  for (const TextRow& row : rows) {
-    SCOPED_TRACE(row.name);
-    EXPECT_EQ(ResultsOf(CheckLength, row, settings), row.expected);
-  }
+  ExpectResults(CheckLength, rows, settings);
 }
 
 TEST(Length, ALimitTakesThePlaceOfTheComparisonWithTheBase) {

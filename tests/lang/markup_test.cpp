@@ -35,10 +35,7 @@ TEST(LineBreaks, AreCountedInShortTexts) {
        "Cannot stop it, do you\\nwant to go on?", u8"Sie läuft noch.\\n\\nWeitermachen?",
        "warning line-break.message \\n"},
   };
-  for (const TextRow& row : rows) {
-    SCOPED_TRACE(row.name);
-    EXPECT_EQ(ResultsOf(CheckMarkup, row), row.expected);
-  }
+  ExpectResults(CheckMarkup, rows);
 }
 
 }  // namespace

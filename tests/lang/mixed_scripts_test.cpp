@@ -69,10 +69,7 @@ TEST(MixedScripts, AreFound) {
       {"separate words", "ru", "Windows",
        u8"\u041E\u043A\u043D\u043E Windows \u043E\u043A\u043D\u043E", ""},
   };
-  for (const TextRow& row : rows) {
-    SCOPED_TRACE(row.name);
-    EXPECT_EQ(ResultsOf(CheckMixedScripts, row), row.expected);
-  }
+  ExpectResults(CheckMixedScripts, rows);
 }
 
 }  // namespace

@@ -1,12 +1,18 @@
 // What a rule of single texts finds in one text.
 #pragma once
 
-#include <memory>
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "lang/rules/check.h"
 #include "lang/unicode/code_points.h"
+#include "tests/lang/findings_of.h"
 
 namespace KelmoLibs::Lang {
 
@@ -22,19 +28,13 @@ struct TextRow {
 /// Runs `rule` on the text, whose key is "key".
 inline std::string ResultsOf(void (*rule)(const TextCheck&), const TextRow& row,
                              const RuleSettings& settings = {}) {
-  Workspace workspace;
-  const auto add = [&workspace](const std::string& id, const std::string& text) {
-    WorkspaceFile& file = workspace.files.emplace_back();
-    file.dictionary =
-        std::make_unique<DictionaryFile>(id + ".txt", id + ".txt", id + "\nkey\t" + text + "\n");
-    workspace.dictionaries[id].Merge(static_cast<std::uint32_t>(workspace.files.size() - 1),
-                                     *file.dictionary);
-  };
-  add(row.language, row.text);
+  std::vector<MadeUpFile> files = {
+      {row.language + ".txt", row.language + "\nkey\t" + row.text + "\n"}};
   if (!row.base.empty()) {
-    add("en", row.base);
-    workspace.baseFile = 1;
+    files.push_back({"en.txt", "en\nkey\t" + row.base + "\n"});
   }
+  const Workspace workspace =
+      MakeWorkspace(files, row.base.empty() ? std::nullopt : std::optional<std::uint32_t>(1));
   Findings findings;
   RunCheck run(workspace, findings);
   FileCheck check(run, 0, settings);
@@ -53,6 +53,16 @@ inline std::string ResultsOf(void (*rule)(const TextCheck&), const TextRow& row,
     results.append(" ").append(marked == row.text ? "(all)" : marked);
   }
   return results;
+}
+
+/// Each row gives what it expects.
+template <std::size_t size>
+void ExpectResults(void (*rule)(const TextCheck&), const TextRow (&rows)[size],
+                   const RuleSettings& settings = {}) {
+  for (const TextRow& row : rows) {
+    SCOPED_TRACE(row.name);
+    EXPECT_EQ(ResultsOf(rule, row, settings), row.expected);
+  }
 }
 
 }  // namespace KelmoLibs::Lang

@@ -30,10 +30,7 @@ TEST(Untranslated, ReportsThreeWordsOrMore) {
        ""},
       {"no base", "de", "", "The project changed", ""},
   };
-  for (const TextRow& row : rows) {
-    SCOPED_TRACE(row.name);
-    EXPECT_EQ(ResultsOf(CheckUntranslated, row), row.expected);
-  }
+  ExpectResults(CheckUntranslated, rows);
 }
 
 }  // namespace

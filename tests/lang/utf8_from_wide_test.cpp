@@ -1,3 +1,4 @@
+// Wide texts of the library as UTF-8.
 #include "lang/unicode/utf8_from_wide.h"
 
 #include <gtest/gtest.h>
