@@ -1,5 +1,5 @@
-// Rule bracket: each bracket of a text is closed, and no spreadsheet has put the text into quotation
-// marks. Tested by brackets_test.cpp.
+// Rule bracket: each bracket of a text is closed, no spreadsheet has put the text into quotation
+// marks, and no remark in brackets stands behind it. Tested by brackets_test.cpp.
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "lang/rules/check.h"
+#include "lang/rules/remark.h"
 #include "lang/unicode/code_points.h"
 #include "lang/unicode/scripts.h"
 
@@ -222,6 +223,11 @@ void CheckBrackets(const TextCheck& check) {
   if (check.base && IsQuotedBySpreadsheet(check.Text(), check.BaseText())) {
     check.Add(RuleId::kBracket, Severity::kWarning, check.Text(), {"bracket.quoted", {}}).mend = {
         "bracket.quoted_mend", {}};
+    return;
+  }
+  if (const std::string_view remark = FindRemark(check.Text(), check.BaseText()); !remark.empty()) {
+    check.Add(RuleId::kBracket, Severity::kWarning, remark, {"bracket.remark", {}}).mend = {
+        "bracket.remark_mend", {}};
     return;
   }
   if (!MayHaveBrackets(check.Text()) || !BracketCount(check.Text(), true).HasLone()) {

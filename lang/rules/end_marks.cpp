@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "lang/rules/check.h"
+#include "lang/rules/remark.h"
 #include "lang/rules/word_reader.h"
 #include "lang/rules/wording.h"
 #include "lang/unicode/code_points.h"
@@ -282,7 +283,12 @@ void CheckEndMarks(const TextCheck& check) {
   if (own.kind == base.kind) {
     return;
   }
-  const std::string_view where = own.mark.empty() ? check.Text() : own.mark;
+  if (!FindRemark(check.Text(), check.BaseText()).empty()) {
+    return;  // rule bracket reports it
+  }
+  const std::string_view text = check.Text();
+  const std::string_view where =
+      own.mark.empty() ? text.substr(text.size() - LastCodePoint(text).length) : own.mark;
   if (!IsStyle(base.kind) || !IsStyle(own.kind)) {
     if (!IsEndMarkMeant(check, base, own)) {
       check.Add(RuleId::kEndMark, Severity::kWarning, where,
