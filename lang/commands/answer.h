@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "lang/finding.h"
+#include "lang/texts/sentence.h"
 #include "lang/texts/texts.h"
 
 namespace KelmoLibs::Lang {

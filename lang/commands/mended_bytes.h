@@ -7,8 +7,9 @@
 #include <variant>
 #include <vector>
 
-#include "lang/finding.h"
+#include "lang/texts/sentence.h"
 #include "lang/unicode/code_page.h"
+#include "lang/unicode/utf16.h"
 
 namespace KelmoLibs::Lang {
 

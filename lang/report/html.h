@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "lang/finding.h"
+#include "lang/texts/sentence.h"
 #include "lang/texts/texts.h"
 
 namespace KelmoLibs::Lang {

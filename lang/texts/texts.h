@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "dictionary/dictionary.h"
-#include "lang/finding.h"
+#include "lang/texts/sentence.h"
 
 namespace KelmoLibs::Lang {
 
