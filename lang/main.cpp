@@ -38,9 +38,9 @@ struct Run {
   const Texts& texts;
 
   int operator()(const Answer& answer) const {
-    const bool isWritten =
-        Write(Stream::kOutput, answer.output) && Write(Stream::kError, answer.error);
-    return isWritten ? answer.status : kStatusWrong;
+    const bool isWritten = Write(Stream::kOutput, answer.output);
+    const std::string more = isWritten ? "" : LineOf({"problem.output", {}}, texts);
+    return Write(Stream::kError, answer.error + more) && isWritten ? answer.status : kStatusWrong;
   }
   int operator()(const FixOptions& options) const { return (*this)(Fix(options, texts)); }
   int operator()(const IgnoreOptions& options) const { return (*this)(Ignore(options, texts)); }

@@ -1,5 +1,6 @@
 #include "platform/console.h"
 
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -19,7 +20,10 @@ int DescriptorOf(Stream stream) noexcept {
 bool Write(Stream stream, std::string_view utf8) {
   while (!utf8.empty()) {
     const ssize_t written = ::write(DescriptorOf(stream), utf8.data(), utf8.size());
-    if (written < 0 && errno != EINTR) {
+    if (written < 0 && errno == EAGAIN) {  // other programs may have made the pipe non-blocking
+      pollfd ready = {DescriptorOf(stream), POLLOUT, 0};
+      ::poll(&ready, 1, -1);
+    } else if (written < 0 && errno != EINTR) {
       return false;
     }
     utf8.remove_prefix(written > 0 ? static_cast<std::size_t>(written) : 0);

@@ -7,10 +7,18 @@ its standard demands, and JSON against what its readers rely on. Every rule need
 """
 
 import json
+import os
 import pathlib
 import re
 import shutil
+import subprocess
 import tempfile
+import time
+
+try:
+    import fcntl
+except ImportError:  # on Windows
+    fcntl = None
 
 import captured
 import golden
@@ -167,6 +175,27 @@ def baseline_and_ignore_problems(folder, program):
         yield from need(run(program, folder, wrong)[0] == 2, f"{wrong} is taken")
 
 
+def system_problems(folder, program):
+    """What only POSIX systems do: output that cannot be written or must wait, folders without permission, a file that
+    another program writes while it is mended."""
+    files = [*program, "--lang", "en", "lint", "LANG", "--format", "sarif"]
+    whole = captured.run(files, cwd=folder).stdout
+    with open("/dev/full", "wb") as full:
+        done = subprocess.run(files, cwd=folder, stdout=full, stderr=subprocess.PIPE, check=False)
+    yield from need((done.returncode, done.stderr) == (2, b"kelmo-lang: error: the output cannot be written\n"),
+                    f"a full disk: {done}")
+
+    reading, writing = os.pipe()
+    os.set_blocking(writing, False)
+    fcntl.fcntl(writing, fcntl.F_SETPIPE_SZ, 4096)  # far less than the report
+    with subprocess.Popen(files, cwd=folder, stdout=writing) as process:
+        os.close(writing)
+        time.sleep(0.5)
+        with open(reading, "rb") as pipe:
+            slowly = pipe.read()
+    yield from need((slowly, process.returncode) == (whole, 1), f"a full pipe: {len(slowly)} of {len(whole)} bytes, {process.returncode}")
+
+
 def problems(top, program, is_update):
     with tempfile.TemporaryDirectory() as scratch:
         folder = pathlib.Path(scratch) / "мой проект"
@@ -176,6 +205,8 @@ def problems(top, program, is_update):
         yield from format_problems(top, folder, program, is_update)
         yield from status_problems(folder, program)
         yield from baseline_and_ignore_problems(folder, program)
+        if fcntl is not None and not program[-1].endswith(".exe"):
+            yield from system_problems(folder, program)
 
 
 if __name__ == "__main__":
