@@ -62,7 +62,8 @@ std::vector<GivenFile> ExpandPaths(const std::vector<std::string>& paths,
       found.push_back(path);
     }
     if (found.empty()) {
-      problems.push_back({given, "problem.no_files"});
+      fs::directory_iterator(isFolder ? path : fs::path("."), error);
+      problems.push_back({given, isFolder && error ? "problem.unreadable" : "problem.no_files"});
     }
     for (const fs::path& file : found) {
       files.push_back({file, isFolder});

@@ -195,6 +195,13 @@ def system_problems(folder, program):
             slowly = pipe.read()
     yield from need((slowly, process.returncode) == (whole, 1), f"a full pipe: {len(slowly)} of {len(whole)} bytes, {process.returncode}")
 
+    closed = folder / "CLOSED"
+    closed.mkdir(0)
+    if not os.access(closed, os.R_OK):  # root reads everything
+        status, _, errors = run(program, folder, ["lint", "CLOSED"])
+        yield from need(status == 2 and "CLOSED: cannot be read" in errors, f"a closed folder: {errors}")
+    closed.rmdir()
+
 
 def problems(top, program, is_update):
     with tempfile.TemporaryDirectory() as scratch:
