@@ -244,6 +244,9 @@ void MergeFiles(Workspace& workspace) {
       workspace.dictionaries[std::string(dictionary->IntendedId())].Merge(i, *dictionary);
     }
   }
+  for (const auto& [id, dictionary] : workspace.dictionaries) {
+    workspace.idsByLowerCase[AsciiLowerCase(id)].emplace_back(id);
+  }
   if (workspace.Base() != nullptr) {
     SetSearch search(workspace);
     search.FindUntranslated();

@@ -41,7 +41,8 @@ struct UntranslatedFile {
 
 struct Workspace {
   std::vector<WorkspaceFile> files;
-  std::map<std::string, MergedDictionary, std::less<>> dictionaries;  // by intended id
+  std::map<std::string, MergedDictionary, std::less<>> dictionaries;    // by intended id
+  std::map<std::string, std::vector<std::string_view>> idsByLowerCase;  // of the dictionaries
   std::optional<std::uint32_t> baseFile;
   std::vector<UntranslatedFile> untranslated;  // by index of the base's file, then by id
 

@@ -73,11 +73,16 @@ bool CheckHeader(FileCheck& check) {
 // such ids the one with fewer keys is wrong.
 std::optional<std::string_view> SameIdButForCase(const FileCheck& check) {
   const std::string id(check.File().IntendedId());
-  for (const auto& [other, dictionary] : check.AllFiles().dictionaries) {
+  const auto same = check.AllFiles().idsByLowerCase.find(AsciiLowerCase(id));
+  if (same == check.AllFiles().idsByLowerCase.end()) {
+    return std::nullopt;
+  }
+  for (const std::string_view other : same->second) {
+    const MergedDictionary& dictionary = check.AllFiles().dictionaries.find(other)->second;
     const bool isBigger = dictionary.KeyCount() != check.Merged().KeyCount()
                               ? dictionary.KeyCount() > check.Merged().KeyCount()
                               : id < other;
-    if (other != id && isBigger && AreEqualButForCase(other, id)) {
+    if (other != id && isBigger) {
       return other;
     }
   }
