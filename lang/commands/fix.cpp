@@ -50,7 +50,7 @@ class Fixing {
     const std::string name = path.generic_u8string();
     const std::optional<std::string> bytes = ReadFileBytes(path);
     if (!bytes) {
-      SayOf(name, {"problem.unreadable", {}}, kStatusWrong);
+      SayOf(name, {ReadProblem(path), {}}, kStatusWrong);
       return;
     }
     const MendedBytes mended = MendBytes(*bytes, encoding_);
@@ -77,8 +77,13 @@ class Fixing {
     if (options_.isDiff) {
       answer_.output += LineDiff(name, bytes, mended.bytes);
       answer_.status = std::max(answer_.status, kStatusFound);
-    } else if (const std::error_code error = ReplaceFileBytes(path, mended.bytes)) {
-      SayOf(name, {"fix.not_written", {error.message()}}, kStatusWrong);
+    } else if (const std::error_code error = ReplaceFileBytes(
+                   path, mended.bytes, [&] { return ReadFileBytes(path) == bytes; })) {
+      const bool isChanged = error == std::errc::operation_canceled;
+      SayOf(
+          name,
+          isChanged ? Sentence{"fix.changed", {}} : Sentence{"fix.not_written", {error.message()}},
+          kStatusWrong);
       return false;
     }
     for (const Sentence& change : mended.changes) {

@@ -37,6 +37,16 @@ std::optional<std::string> ReadFileBytes(const fs::path& path, std::size_t limit
   return bytes;
 }
 
+const char* ReadProblem(const fs::path& path) {
+  std::error_code error;
+  const fs::file_status status = fs::status(path, error);
+  if (status.type() == fs::file_type::not_found) {
+    return "problem.not_found";
+  }
+  return fs::exists(status) && !fs::is_regular_file(status) ? "problem.not_a_file"
+                                                            : "problem.unreadable";
+}
+
 std::error_code WriteFileBytes(const fs::path& path, std::string_view bytes) {
   std::error_code ignored;
   fs::path created;

@@ -14,17 +14,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Why a file cannot be read: the key of a text.
-const char* ProblemOf(const fs::path& path) {
-  std::error_code error;
-  const fs::file_status status = fs::status(path, error);
-  if (status.type() == fs::file_type::not_found) {
-    return "problem.not_found";
-  }
-  return fs::exists(status) && !fs::is_regular_file(status) ? "problem.not_a_file"
-                                                            : "problem.unreadable";
-}
-
 // Reads files into a workspace, each file once.
 class Reader {
  public:
@@ -45,7 +34,7 @@ class Reader {
     const std::string name = path.generic_u8string();
     std::optional<std::string> bytes = ReadFileBytes(path);
     if (!bytes) {
-      problems_.push_back({name, ProblemOf(path)});
+      problems_.push_back({name, ReadProblem(path)});
       return std::nullopt;
     }
     WorkspaceFile file;

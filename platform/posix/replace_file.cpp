@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <utility>
 
 #include "platform/file_descriptor.h"
 
@@ -32,22 +33,43 @@ std::error_code WriteToDisk(const FileDescriptor& file, std::string_view bytes) 
 }
 
 // The owner first: a change of the owner can remove permissions. Only root can give files away; all
-// others keep the new file for themselves, as editors do.
+// others keep the new file for themselves, as editors do, and give it to a group that they belong to.
 std::error_code CopyPermissions(const FileDescriptor& from, const FileDescriptor& to) noexcept {
   struct stat status = {};
   if (::fstat(from.Get(), &status) != 0) {
     return LastError();
   }
+  constexpr auto kSameOwner = static_cast<uid_t>(-1);
   const bool isOwnerCopied = ::fchown(to.Get(), status.st_uid, status.st_gid) == 0;
-  const mode_t mode = status.st_mode & kPermissions;
-  // Without the owner, the bits that run a program as its owner must not stay.
-  const mode_t copied = isOwnerCopied ? mode : mode & 0777U;
-  return ::fchmod(to.Get(), copied) == 0 ? std::error_code() : LastError();
+  const bool isGroupCopied = isOwnerCopied || ::fchown(to.Get(), kSameOwner, status.st_gid) == 0;
+  mode_t mode = status.st_mode & kPermissions;
+  if (!isOwnerCopied) {
+    mode &= 0777U;  // the bits that run a program as its owner must not stay
+  }
+  if (!isGroupCopied) {
+    mode &= ~070U | (mode & 07U) << 3U;  // another group may do what everybody may
+  }
+  return ::fchmod(to.Get(), mode) == 0 ? std::error_code() : LastError();
 }
+
+// Removes the file with this name, unless the name is empty.
+struct NewFile {
+  explicit NewFile(std::string path) : name(std::move(path)) {}
+  NewFile(const NewFile&) = delete;
+  NewFile& operator=(const NewFile&) = delete;
+  ~NewFile() {
+    if (!name.empty()) {
+      ::unlink(name.c_str());
+    }
+  }
+
+  std::string name;
+};
 
 }  // namespace
 
-std::error_code ReplaceFileBytes(const std::filesystem::path& path, std::string_view bytes) {
+std::error_code ReplaceFileBytes(const std::filesystem::path& path, std::string_view bytes,
+                                 const std::function<bool()>& isStillWanted) {
   std::error_code error;
   const std::filesystem::path target = std::filesystem::canonical(path, error);
   if (error) {
@@ -61,22 +83,27 @@ std::error_code ReplaceFileBytes(const std::filesystem::path& path, std::string_
   if (!old.RegularFileSize()) {
     return std::make_error_code(std::errc::invalid_argument);
   }
-  std::string temporary = (target.parent_path() / ".kelmo-lang-XXXXXX").native();
+  NewFile temporary{(target.parent_path() / ".kelmo-lang-XXXXXX").native()};
   {
-    const FileDescriptor file(::mkostemp(temporary.data(), O_CLOEXEC));
+    const FileDescriptor file(::mkostemp(temporary.name.data(), O_CLOEXEC));
     if (!file.IsOpen()) {
-      return LastError();
+      error = LastError();
+      temporary.name.clear();
+      return error;
     }
     error = WriteToDisk(file, bytes);
     if (!error) {
       error = CopyPermissions(old, file);
     }
   }
-  if (!error && std::rename(temporary.c_str(), target.c_str()) != 0) {
+  if (!error && isStillWanted && !isStillWanted()) {
+    error = std::make_error_code(std::errc::operation_canceled);
+  }
+  if (!error && std::rename(temporary.name.c_str(), target.c_str()) != 0) {
     error = LastError();
   }
-  if (error) {
-    ::unlink(temporary.c_str());
+  if (!error) {
+    temporary.name.clear();
   }
   return error;
 }

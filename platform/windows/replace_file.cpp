@@ -32,6 +32,20 @@ class Handle {
   HANDLE value_;
 };
 
+// Removes the file with this name, unless the name is empty.
+struct NewFile {
+  NewFile() = default;
+  NewFile(const NewFile&) = delete;
+  NewFile& operator=(const NewFile&) = delete;
+  ~NewFile() {
+    if (!name.empty()) {
+      ::DeleteFileW(name.c_str());
+    }
+  }
+
+  std::wstring name;
+};
+
 // The path of the file behind links, or an empty one. Opening the file shows that the user may write
 // it; it must be closed before it can be replaced.
 std::wstring TargetOf(const std::filesystem::path& path) {
@@ -97,19 +111,21 @@ void CopyPermissions(const std::wstring& from, const std::wstring& to) {
 
 }  // namespace
 
-std::error_code ReplaceFileBytes(const std::filesystem::path& path, std::string_view bytes) {
+std::error_code ReplaceFileBytes(const std::filesystem::path& path, std::string_view bytes,
+                                 const std::function<bool()>& isStillWanted) {
   constexpr unsigned kAttempts = 100;
   const std::wstring target = TargetOf(path);
   if (target.empty()) {
     return LastError();
   }
-  std::wstring temporary;
+  NewFile temporary;
   std::error_code error;
   for (unsigned attempt = 0;; ++attempt) {
-    temporary = TemporaryName(target, attempt);
-    const Handle file(::CreateFileW(temporary.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+    const std::wstring name = TemporaryName(target, attempt);
+    const Handle file(::CreateFileW(name.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
                                     FILE_ATTRIBUTE_NORMAL, nullptr));
     if (file.IsOpen()) {
+      temporary.name = name;
       error = WriteToDisk(file.Get(), bytes);
       break;
     }
@@ -117,15 +133,18 @@ std::error_code ReplaceFileBytes(const std::filesystem::path& path, std::string_
       return LastError();
     }
   }
+  if (!error && isStillWanted && !isStillWanted()) {
+    error = std::make_error_code(std::errc::operation_canceled);
+  }
   if (!error) {
-    CopyPermissions(target, temporary);
-    if (::MoveFileExW(temporary.c_str(), target.c_str(),
+    CopyPermissions(target, temporary.name);
+    if (::MoveFileExW(temporary.name.c_str(), target.c_str(),
                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == 0) {
       error = LastError();
     }
   }
-  if (error) {
-    ::DeleteFileW(temporary.c_str());
+  if (!error) {
+    temporary.name.clear();
   }
   return error;
 }

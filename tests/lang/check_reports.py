@@ -202,6 +202,17 @@ def system_problems(folder, program):
         yield from need(status == 2 and "CLOSED: cannot be read" in errors, f"a closed folder: {errors}")
     closed.rmdir()
 
+    large = folder / "large.txt"
+    for wait in (0.05, 0.2, 0.4, 0.8):  # before the file is read, after it, after it is written
+        large.write_bytes(b"fr\n" + b"".join(b"key.%d\tt\xE9xt\n" % number for number in range(100_000)))
+        with subprocess.Popen([*program, "fix", "--from", "windows-1252", large.name], cwd=folder, stdout=subprocess.DEVNULL,
+                              stderr=subprocess.DEVNULL):
+            time.sleep(wait)
+            with large.open("ab") as file:
+                file.write(b"key.new\ttext\n")
+        yield from need(large.read_bytes().endswith(b"key.new\ttext\n"), f"a line that was added after {wait} s is lost")
+    large.unlink()
+
 
 def problems(top, program, is_update):
     with tempfile.TemporaryDirectory() as scratch:

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <new>
 #include <string>
 
 namespace KelmoLibs::Lang {
@@ -42,6 +43,18 @@ TEST_F(ReplaceFile, ReplacesAllBytes) {
   EXPECT_EQ(ReplaceFileBytes(file_, std::string_view("new\r\n\x1A\0", 7)), std::error_code());
   EXPECT_EQ(Read(file_), std::string("new\r\n\x1A\0", 7));
   EXPECT_EQ(FileCount(), 1);
+}
+
+TEST_F(ReplaceFile, AsksBeforeTheOldFileGoes) {
+  Write(file_, "old");
+  EXPECT_EQ(ReplaceFileBytes(file_, "new", [] { return false; }), std::errc::operation_canceled);
+  EXPECT_EQ(Read(file_), "old");
+  EXPECT_EQ(FileCount(), 1);
+  EXPECT_THROW(ReplaceFileBytes(file_, "new", []() -> bool { throw std::bad_alloc(); }),
+               std::bad_alloc);
+  EXPECT_EQ(FileCount(), 1);
+  EXPECT_FALSE(ReplaceFileBytes(file_, "new", [this] { return Read(file_) == "old"; }));
+  EXPECT_EQ(Read(file_), "new");
 }
 
 TEST_F(ReplaceFile, CreatesNoFile) {

@@ -1,6 +1,7 @@
 // Writing a file at once, while each call of the system fails in turn. The linker sends the calls to
 // the functions __wrap_* here (-Wl,--wrap).
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <sys/types.h>
 
 #include <cerrno>
@@ -8,6 +9,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <optional>
 #include <string>
 
 #include "platform/replace_file.h"
@@ -15,6 +17,7 @@
 namespace {
 
 const char* failingCall = "";
+std::optional<gid_t> givenGroup;
 
 bool Fails(const char* call) {
   if (std::string(failingCall) == call) {
@@ -46,6 +49,15 @@ ssize_t __wrap_write(int file, const void* bytes, std::size_t size) {
 }
 int __real_fsync(int file);
 int __wrap_fsync(int file) { return Fails("fsync") ? -1 : __real_fsync(file); }
+int __real_fchown(int file, uid_t owner, gid_t group);
+int __wrap_fchown(int file, uid_t owner, gid_t group) {
+  constexpr auto kSameOwner = static_cast<uid_t>(-1);
+  if (Fails("fchown") || (owner != kSameOwner && Fails("fchown of the owner"))) {
+    return -1;
+  }
+  givenGroup = group;
+  return __real_fchown(file, owner, group);
+}
 int __real_fchmod(int file, mode_t mode);
 int __wrap_fchmod(int file, mode_t mode) {
   return Fails("fchmod") ? -1 : __real_fchmod(file, mode);
@@ -71,6 +83,7 @@ class ReplaceFileOnPosix : public testing::Test {
   }
   ~ReplaceFileOnPosix() override {
     failingCall = "";
+    givenGroup.reset();
     fs::remove_all(folder_);
   }
 
@@ -101,6 +114,22 @@ TEST_F(ReplaceFileOnPosix, LeavesTheOldFileWhicheverCallFails) {
 TEST_F(ReplaceFileOnPosix, KeepsPermissions) {
   EXPECT_FALSE(ReplaceFileBytes(file_, "new"));
   EXPECT_EQ(fs::status(file_).permissions(), static_cast<fs::perms>(0640));
+}
+
+TEST_F(ReplaceFileOnPosix, KeepsTheGroupOfAFileOfAnotherOwner) {
+  struct stat status = {};
+  ASSERT_EQ(::stat(file_.c_str(), &status), 0);
+  failingCall = "fchown of the owner";
+  EXPECT_FALSE(ReplaceFileBytes(file_, "new"));
+  EXPECT_EQ(givenGroup, status.st_gid);
+  EXPECT_EQ(fs::status(file_).permissions(), static_cast<fs::perms>(0640));
+}
+
+TEST_F(ReplaceFileOnPosix, GivesAnotherGroupWhatEverybodyMay) {
+  fs::permissions(file_, static_cast<fs::perms>(0664));
+  failingCall = "fchown";
+  EXPECT_FALSE(ReplaceFileBytes(file_, "new"));
+  EXPECT_EQ(fs::status(file_).permissions(), static_cast<fs::perms>(0644));
 }
 
 TEST_F(ReplaceFileOnPosix, FollowsLinks) {
