@@ -48,7 +48,7 @@ std::string GithubReport(const Report& report) {
   for (const Finding& finding : report.findings) {
     const Place& place = finding.place;
     text.append("::").append(CommandOf(finding.severity)).append(" ");
-    property("file", WellFormedText(report.workspace.files[place.file].Source().Name()));
+    property("file", VisibleText(report.workspace.files[place.file].Source().Name()));
     if (place.line > 0) {
       property("line", std::to_string(place.line));
       property("col", std::to_string(place.column));

@@ -6,6 +6,7 @@
 #include "lang/report/percent_encoding.h"
 #include "lang/report/report.h"
 #include "lang/report/visible_text.h"
+#include "lang/unicode/ascii.h"
 
 namespace KelmoLibs::Lang {
 namespace {
@@ -14,7 +15,7 @@ using Json = nlohmann::ordered_json;
 
 // A relative reference, or a file URI for an absolute path.
 std::string UriOf(std::string_view path) {
-  const bool hasDrive = path.size() > 1 && path[1] == ':';
+  const bool hasDrive = path.size() > 2 && IsAsciiLetter(path[0]) && path.substr(1, 2) == ":/";
   std::string uri;
   if (hasDrive) {
     uri = "file:///" + std::string(path.substr(0, 2));

@@ -58,6 +58,9 @@ TEST(MachineReports, GithubEscapesPropertiesAndData) {
   EXPECT_EQ(GithubReport(fixture.MakeReport()),
             "::notice file=a%2Cb%3Ac%25.txt,line=2,col=5,endColumn=8,title=kelmo-lang%3A tag::"
             "\"100%25<U+000A><E9>:,\"%0Akelmo-lang fix x\n");
+  // Logs are shown on terminals too.
+  EXPECT_EQ(GithubReport(Fixture(u8"a\x1B[31m\u202E\xFF.txt").MakeReport()).substr(0, 47),
+            "::notice file=a<U+001B>[31m<U+202E><FF>.txt,lin");
 }
 
 TEST(MachineReports, SarifEncodesUris) {
@@ -70,6 +73,9 @@ TEST(MachineReports, SarifEncodesUris) {
       {u8"\u043C\u043E\u0439 a#?%.txt", "%D0%BC%D0%BE%D0%B9%20a%23%3F%25.txt"},
       {"/home/a b.txt", "file:///home/a%20b.txt"},
       {"C:/a b.txt", "file:///C:/a%20b.txt"},
+      {"C:b.txt", "C%3Ab.txt"},
+      {"a:/b.txt", "file:///a:/b.txt"},
+      {"1:/b.txt", "1%3A/b.txt"},
       {"//server/a.txt", "file://server/a.txt"},
       {"a\xE9.txt", "a%E9.txt"},
   };
