@@ -18,8 +18,14 @@ std::size_t EditDistance(std::string_view a, std::string_view b, std::size_t lim
     last[j] = j;
   }
   for (std::size_t i = 1; i <= a.size(); ++i) {
-    row[0] = i;
-    for (std::size_t j = 1; j <= b.size(); ++j) {
+    // Places that are farther from the diagonal have greater distances.
+    const std::size_t first = i > limit ? i - limit : 1;
+    const std::size_t end = std::min(b.size(), i + limit);
+    row[first - 1] = first == 1 ? i : limit + 1;
+    if (end < b.size()) {
+      row[end + 1] = limit + 1;
+    }
+    for (std::size_t j = first; j <= end; ++j) {
       const bool isEqual = a[i - 1] == b[j - 1];
       row[j] = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + (isEqual ? 0 : 1)});
       if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1]) {

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,26 @@ TEST(EditDistance, CountsLetters) {
     EXPECT_EQ(EditDistance(row.b, row.a, 9), row.distance) << row.a << ' ' << row.b;
   }
   EXPECT_GT(EditDistance("abc", "abcdef", 2), 2U);
+}
+
+TEST(EditDistance, ALimitChangesNoSmallerDistance) {
+  const std::string words[] = {"",        "a",        "ab",       "ba",        "abcdefgh",
+                               "abdcegh", "bacdefhg", "abcdxfgh", "xabcdefgh", "hgfedcba"};
+  for (const std::string& a : words) {
+    for (const std::string& b : words) {
+      const std::size_t distance = EditDistance(a, b, 99);
+      for (std::size_t limit = 0; limit < 9; ++limit) {
+        const std::size_t limited = EditDistance(a, b, limit);
+        EXPECT_EQ(std::min(limited, limit + 1), std::min(distance, limit + 1)) << a << ' ' << b;
+      }
+    }
+  }
+}
+
+// Keys of this length must not take minutes.
+TEST(EditDistance, OfLongWordsIsFoundInLinearTime) {
+  const std::string word(1'000'000, 'a');
+  EXPECT_EQ(EditDistance("b" + word, word + "c", 2), 2U);
 }
 
 // All words of up to four letters a and b.
