@@ -57,7 +57,7 @@ Answer Ignore(const IgnoreOptions& options, const Texts& texts) {
                      name + ':' + std::to_string(fault.line) + ':' + std::to_string(fault.column),
                      fault.sentence);
     }
-    if (project.Ignores(file, rule->id, options.key)) {
+    if (project.FindIgnored(file, rule->id, options.key) != nullptr) {
       return {0, LineOf({"ignore.already", {name}}, texts), ""};
     }
   }

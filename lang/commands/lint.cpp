@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <set>
 #include <system_error>
 #include <utility>
 
@@ -11,6 +12,7 @@
 #include "lang/project/projects.h"
 #include "lang/reading/file_bytes.h"
 #include "lang/reading/file_names.h"
+#include "lang/reading/pattern.h"
 #include "lang/rules/check_workspace.h"
 
 namespace KelmoLibs::Lang {
@@ -164,6 +166,45 @@ class LintRun {
     return *level != Level::kOff;
   }
 
+  bool IsIgnored(const Workspace& workspace, const Finding& finding) {
+    const std::uint32_t file = finding.place.file;
+    const Project* const project = projectOf_[file];
+    const IgnoredFinding* const ignored =
+        project != nullptr
+            ? project->FindIgnored(workspace.files[file].Source().Path(), finding.rule, finding.key)
+            : nullptr;
+    if (ignored != nullptr) {
+      foundAgain_.insert(ignored);
+    }
+    return ignored != nullptr;
+  }
+
+  // The ignored findings of the checked files that were not found again, though their rule was run.
+  void FindStaleIgnored(Report& report) const {
+    const auto wasRun = [&](RuleId rule) {
+      return std::find(report.rulesNotRun.begin(), report.rulesNotRun.end(), rule) ==
+             report.rulesNotRun.end();
+    };
+    const auto isChecked = [&](const Project& project, const std::string& pattern) {
+      const std::vector<WorkspaceFile>& files = report.workspace.files;
+      return std::any_of(files.begin(), files.end(), [&](const WorkspaceFile& file) {
+        return file.isReported &&
+               FitsPattern(NameInProject(file.Source().Path(), project.path), pattern);
+      });
+    };
+    for (const auto& project : projects_.All()) {
+      for (const IgnoredFinding& ignored : project->ignored) {
+        if (foundAgain_.count(&ignored) == 0 && wasRun(ignored.rule) &&
+            LevelIn(project.get(), ignored.rule) != Level::kOff &&
+            isChecked(*project, ignored.file)) {
+          report.staleIgnored.push_back({"report.stale_ignored",
+                                         {ShownPath(project->path), ignored.file, ignored.key,
+                                          std::string(RuleOf(ignored.rule).name)}});
+        }
+      }
+    }
+  }
+
   void Check(const Workspace& workspace) {
     const SettingsOfFiles settings = Settings(workspace);
     Findings found = CheckWorkspace(workspace, settings, progress_);
@@ -172,11 +213,8 @@ class LintRun {
     findings.erase(std::remove_if(findings.begin(), findings.end(),
                                   [&](Finding& finding) {
                                     const std::uint32_t file = finding.place.file;
-                                    const Project* const project = projectOf_[file];
                                     return !ApplyLevel(file, finding.rule, finding.severity) ||
-                                           (project != nullptr &&
-                                            project->Ignores(workspace.files[file].Source().Path(),
-                                                             finding.rule, finding.key));
+                                           IsIgnored(workspace, finding);
                                   }),
                    findings.end());
     auto& counted = report.counted;
@@ -187,6 +225,7 @@ class LintRun {
                   counted.end());
     SortFindings(findings);
     FindNotCompared(workspace, settings, report);
+    FindStaleIgnored(report);
     if (!CompareWithBaseline(report)) {
       Print(report);
       WriteHtml(report);
@@ -306,6 +345,7 @@ class LintRun {
   std::array<std::optional<Level>, kRuleCount> optionLevels_;  // of --rule
   Projects projects_;
   std::vector<const Project*> projectOf_;  // by file
+  std::set<const IgnoredFinding*> foundAgain_;
   std::vector<PageProblem> problems_;
   Answer answer_;
 };

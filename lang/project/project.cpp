@@ -249,9 +249,10 @@ std::optional<FailOn> FindFailOn(std::string_view name) noexcept {
                                 : std::optional(static_cast<FailOn>(found - kFailOn.begin()));
 }
 
-bool Project::Ignores(const fs::path& file, RuleId rule, std::string_view key) const {
+const IgnoredFinding* Project::FindIgnored(const fs::path& file, RuleId rule,
+                                           std::string_view key) const {
   std::string name;
-  return std::any_of(ignored.begin(), ignored.end(), [&](const IgnoredFinding& one) {
+  const auto found = std::find_if(ignored.begin(), ignored.end(), [&](const IgnoredFinding& one) {
     if (one.rule != rule || !FitsPattern(key, one.key)) {
       return false;
     }
@@ -260,6 +261,7 @@ bool Project::Ignores(const fs::path& file, RuleId rule, std::string_view key) c
     }
     return FitsPattern(name, one.file);
   });
+  return found != ignored.end() ? &*found : nullptr;
 }
 
 Project ParseProject(std::string_view bytes, fs::path path, std::vector<ProjectFault>& faults) {

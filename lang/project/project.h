@@ -43,8 +43,9 @@ struct Project {
   std::vector<IgnoredFinding> ignored;
   std::vector<KeyLimit> limits;
 
-  /// Whether the finding with this rule and key in `file` is ignored.
-  bool Ignores(const std::filesystem::path& file, RuleId rule, std::string_view key) const;
+  /// The member of `ignored` that a finding with this rule and key in `file` fits, or null.
+  const IgnoredFinding* FindIgnored(const std::filesystem::path& file, RuleId rule,
+                                    std::string_view key) const;
 };
 
 /// What is wrong with a project file, and where.

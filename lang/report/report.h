@@ -20,6 +20,7 @@ struct Report {
   std::vector<CountedFindings> counted;       // further ones, which are not kept
   std::vector<RuleId> rulesNotRun;            // for want of a base
   std::vector<std::uint32_t> setsOfTheirOwn;  // files that are not compared with the base
+  std::vector<Sentence> staleIgnored = {};    // of the project files: no finding fits them
   std::string possibleBase = {};              // a file to name as the base; empty: none
 };
 

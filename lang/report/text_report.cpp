@@ -58,6 +58,9 @@ class TextWriter {
       text_ += texts_.Find("report.rules") + '\n';
     }
     WriteNotCompared();
+    for (const Sentence& stale : report_.staleIgnored) {
+      text_ += Say(stale) + '\n';
+    }
     WriteSummary();
     return std::move(text_);
   }

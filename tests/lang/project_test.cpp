@@ -134,14 +134,15 @@ TEST(Project, IgnoresByFileKeyAndRule) {
       "{\"file\": \"LANG/de.txt\", \"key\": \"menu.*\", \"rule\": \"missing\", \"reason\": \"r\"},"
       "{\"file\": \"*\", \"key\": \"\", \"rule\": \"header\", \"reason\": \"r\"}]}",
       "top/kelmo-lang.json");
-  EXPECT_TRUE(project.Ignores("top/LANG/de.txt", RuleId::kMissing, "menu.file"));
-  EXPECT_TRUE(project.Ignores("top/other/../LANG/./de.txt", RuleId::kMissing, "menu.file"));
-  EXPECT_FALSE(project.Ignores("top/LANG/fr.txt", RuleId::kMissing, "menu.file"));
-  EXPECT_FALSE(project.Ignores("LANG/de.txt", RuleId::kMissing, "menu.file"));
-  EXPECT_FALSE(project.Ignores("top/LANG/de.txt", RuleId::kMissing, "button"));
-  EXPECT_FALSE(project.Ignores("top/LANG/de.txt", RuleId::kEmpty, "menu.file"));
-  EXPECT_TRUE(project.Ignores("top/x/y.txt", RuleId::kHeader, ""));
-  EXPECT_FALSE(project.Ignores("top/x/y.txt", RuleId::kHeader, "k"));
+  EXPECT_NE(project.FindIgnored("top/LANG/de.txt", RuleId::kMissing, "menu.file"), nullptr);
+  EXPECT_NE(project.FindIgnored("top/other/../LANG/./de.txt", RuleId::kMissing, "menu.file"),
+            nullptr);
+  EXPECT_EQ(project.FindIgnored("top/LANG/fr.txt", RuleId::kMissing, "menu.file"), nullptr);
+  EXPECT_EQ(project.FindIgnored("LANG/de.txt", RuleId::kMissing, "menu.file"), nullptr);
+  EXPECT_EQ(project.FindIgnored("top/LANG/de.txt", RuleId::kMissing, "button"), nullptr);
+  EXPECT_EQ(project.FindIgnored("top/LANG/de.txt", RuleId::kEmpty, "menu.file"), nullptr);
+  EXPECT_NE(project.FindIgnored("top/x/y.txt", RuleId::kHeader, ""), nullptr);
+  EXPECT_EQ(project.FindIgnored("top/x/y.txt", RuleId::kHeader, "k"), nullptr);
 }
 
 TEST(Project, GetsOneMoreIgnoredFindingAndKeepsTheRest) {
@@ -171,7 +172,7 @@ TEST(Project, GetsOneMoreIgnoredFindingAndKeepsTheRest) {
     const std::string after = WithIgnored(row.before, {"de.txt", "a \"b\"", RuleId::kTag}, "r");
     EXPECT_EQ(after, row.after);
     const Project project = Parse(after, "kelmo-lang.json");
-    EXPECT_TRUE(project.Ignores("de.txt", RuleId::kTag, "a \"b\""));
+    EXPECT_NE(project.FindIgnored("de.txt", RuleId::kTag, "a \"b\""), nullptr);
   }
 }
 
