@@ -155,9 +155,13 @@ class CopyWriter {
     const std::string name = NewName(source.Path(), readAs);
     const fs::path path = folder_ / fs::u8path(name);
     std::error_code error;
-    fs::create_directory(folder_, error);
-    // A link could lead anywhere.
-    if (fs::is_symlink(folder_, error) || WriteFileBytes(path, mended.bytes)) {
+    const bool isNewFolder = fs::create_directory(folder_, error);
+    // Links could lead anywhere.
+    if (fs::is_symlink(folder_, error) || fs::is_symlink(path, error) ||
+        WriteFileBytes(path, mended.bytes)) {
+      if (isNewFolder) {
+        fs::remove(folder_, error);
+      }
       problems_.push_back({path.generic_u8string(), {"problem.unwritable", {}}});
       return;
     }

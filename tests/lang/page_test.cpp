@@ -191,7 +191,7 @@ TEST_F(PageTest, ACopyThatCannotBeWrittenIsAProblemOnThePage) {
   EXPECT_EQ(page.find("href=\"page-mended"), std::string::npos);
 }
 
-TEST_F(PageTest, ALinkInPlaceOfTheFolderOfCopiesIsNotFollowed) {
+TEST_F(PageTest, NoCopyFollowsALink) {
   const std::string file = AddFile("de.txt",
                                    "\xEF\xBB\xBF"
                                    "de\na\t1\n");
@@ -205,6 +205,13 @@ TEST_F(PageTest, ALinkInPlaceOfTheFolderOfCopiesIsNotFollowed) {
   options.html = (folder_ / "page.html").u8string();
   EXPECT_EQ(Lint(options, texts_, {}, {}).status, 2);
   EXPECT_TRUE(fs::is_empty(folder_ / "data"));
+
+  fs::remove(folder_ / "page-mended");
+  fs::create_directory(folder_ / "page-mended");
+  std::ofstream(folder_ / "data" / "other.txt") << "other";
+  fs::create_symlink("../data/other.txt", folder_ / "page-mended" / "de.txt");
+  EXPECT_EQ(Lint(options, texts_, {}, {}).status, 2);
+  EXPECT_EQ(ReadFile(folder_ / "data" / "other.txt"), "other");
 }
 
 TEST_F(PageTest, ACopyOfAFileWithALongNameHasAShorterOne) {
