@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -52,6 +53,33 @@ std::error_code CopyPermissions(const FileDescriptor& from, const FileDescriptor
   return ::fchmod(to.Get(), mode) == 0 ? std::error_code() : LastError();
 }
 
+// Signals that end the program wait, so that no new file stays beside the old one. A file that gets
+// larger than the system allows is a failure of its call only.
+class HeldSignals {
+ public:
+  HeldSignals() noexcept {
+    sigset_t held;
+    ::sigemptyset(&held);
+    for (const int signal : {SIGHUP, SIGINT, SIGTERM}) {
+      ::sigaddset(&held, signal);
+    }
+    ::pthread_sigmask(SIG_BLOCK, &held, &mask_);
+    struct sigaction ignoring = {};
+    ignoring.sa_handler = SIG_IGN;  // NOLINT(cppcoreguidelines-pro-type-union-access)
+    ::sigaction(SIGXFSZ, &ignoring, &tooLarge_);
+  }
+  HeldSignals(const HeldSignals&) = delete;
+  HeldSignals& operator=(const HeldSignals&) = delete;
+  ~HeldSignals() {
+    ::sigaction(SIGXFSZ, &tooLarge_, nullptr);
+    ::pthread_sigmask(SIG_SETMASK, &mask_, nullptr);
+  }
+
+ private:
+  sigset_t mask_ = {};
+  struct sigaction tooLarge_ = {};
+};
+
 // Removes the file with this name, unless the name is empty.
 struct NewFile {
   explicit NewFile(std::string path) : name(std::move(path)) {}
@@ -83,6 +111,7 @@ std::error_code ReplaceFileBytes(const std::filesystem::path& path, std::string_
   if (!old.RegularFileSize()) {
     return std::make_error_code(std::errc::invalid_argument);
   }
+  const HeldSignals signals;
   NewFile temporary{(target.parent_path() / ".kelmo-lang-XXXXXX").native()};
   {
     const FileDescriptor file(::mkostemp(temporary.name.data(), O_CLOEXEC));

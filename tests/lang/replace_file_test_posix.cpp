@@ -5,6 +5,7 @@
 #include <sys/types.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstddef>
 #include <filesystem>
 #include <fstream>
@@ -18,6 +19,10 @@ namespace {
 
 const char* failingCall = "";
 std::optional<gid_t> givenGroup;
+volatile std::sig_atomic_t signals = 0;
+bool wasSignalHeld = false;
+
+void CountSignal(int /*signal*/) { signals = signals + 1; }
 
 bool Fails(const char* call) {
   if (std::string(failingCall) == call) {
@@ -48,7 +53,13 @@ ssize_t __wrap_write(int file, const void* bytes, std::size_t size) {
   return __real_write(file, bytes, size);
 }
 int __real_fsync(int file);
-int __wrap_fsync(int file) { return Fails("fsync") ? -1 : __real_fsync(file); }
+int __wrap_fsync(int file) {
+  if (std::string(failingCall) == "signal") {
+    std::raise(SIGTERM);
+    wasSignalHeld = signals == 0;
+  }
+  return Fails("fsync") ? -1 : __real_fsync(file);
+}
 int __real_fchown(int file, uid_t owner, gid_t group);
 int __wrap_fchown(int file, uid_t owner, gid_t group) {
   constexpr auto kSameOwner = static_cast<uid_t>(-1);
@@ -130,6 +141,16 @@ TEST_F(ReplaceFileOnPosix, GivesAnotherGroupWhatEverybodyMay) {
   failingCall = "fchown";
   EXPECT_FALSE(ReplaceFileBytes(file_, "new"));
   EXPECT_EQ(fs::status(file_).permissions(), static_cast<fs::perms>(0644));
+}
+
+TEST_F(ReplaceFileOnPosix, IsNotEndedByASignal) {
+  failingCall = "signal";
+  const auto before = std::signal(SIGTERM, CountSignal);
+  EXPECT_FALSE(ReplaceFileBytes(file_, "new"));
+  std::signal(SIGTERM, before);
+  EXPECT_TRUE(wasSignalHeld);
+  EXPECT_EQ(signals, 1);
+  EXPECT_EQ(Bytes(), "new");
 }
 
 TEST_F(ReplaceFileOnPosix, FollowsLinks) {
