@@ -263,26 +263,45 @@ class LintRun {
     }
   }
 
-  std::optional<fs::path> BaselinePath() const {
+  struct Baseline {
+    fs::path path;
+    bool mayBeMade = true;
+  };
+
+  std::optional<Baseline> FindBaseline() const {
     if (options_.baseline) {
-      return fs::u8path(*options_.baseline);
+      return Baseline{fs::u8path(*options_.baseline)};
     }
     for (const auto& project : projects_.All()) {
       if (project->baseline) {
-        return project->baseline;
+        return Baseline{*project->baseline, LeadsInside(*project->baseline, project->path)};
       }
     }
     return std::nullopt;
   }
 
+  // Whether a new file would lie in the folder of the project file, or below it. A project file may
+  // come from anybody: it must not make files elsewhere.
+  static bool LeadsInside(const fs::path& file, const fs::path& project) {
+    std::error_code error;
+    const fs::path folder = fs::weakly_canonical(project.parent_path(), error);
+    const fs::path inFolder = fs::weakly_canonical(file, error).lexically_relative(folder);
+    return !fs::is_symlink(file, error) && !inFolder.empty() && *inFolder.begin() != "..";
+  }
+
   // True if the baseline was written, so that there is nothing to report.
   bool CompareWithBaseline(Report& report) {
-    const std::optional<fs::path> path = BaselinePath();
-    if (!path || answer_.status != 0) {
+    const std::optional<Baseline> baseline = FindBaseline();
+    if (!baseline || answer_.status != 0) {
       return false;
     }
+    const fs::path* const path = &baseline->path;
     std::error_code error;
     if (!fs::exists(*path, error)) {
+      if (!baseline->mayBeMade) {
+        Complain(ShownPath(*path), {"baseline.outside", {}});
+        return true;
+      }
       if (WriteFileBytes(*path, WriteBaseline(report.workspace, report.findings, *path))) {
         Complain(ShownPath(*path), {"problem.unwritable", {}});
         return true;

@@ -148,6 +148,13 @@ def baseline_and_ignore_problems(folder, program):
     status, _, errors = run(program, folder, known)
     yield from need(status == 2 and "known.json: this is no baseline" in errors, f"no baseline: {errors}")
 
+    inside = ["lint", "LANG/de 1.txt"]
+    for name, made in (("../made.json", False), ("LANG/made.json", True)):
+        (folder / PROJECT).write_text(json.dumps({"baseline": name}), "utf-8")
+        status, _, errors = run(program, folder, inside)
+        yield from need((folder / name).exists() == made and status == (0 if made else 2), f"baseline {name}: {errors}")
+        (folder / name).unlink(missing_ok=True)
+    (folder / PROJECT).unlink()
     for deep in ('{"version":' + 100_000 * "[" + 100_000 * "]" + "}", 100_000 * "["):
         (folder / "known.json").write_text(deep, "utf-8")
         status, _, errors = run(program, folder, known)
