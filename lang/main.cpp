@@ -5,6 +5,7 @@
 #include <functional>
 #include <new>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -80,13 +81,18 @@ int RunProgram(int argc, char** argv) {
   return std::visit(Run{texts}, line.command);
 }
 
+// There is no memory for a translation.
+void SayNoMemory() { (void)std::fputs("kelmo-lang: not enough memory\n", stderr); }
+
 }  // namespace
 
 int main(int argc, char** argv) {
   try {
     return RunProgram(argc, argv);
   } catch (const std::bad_alloc&) {
-    (void)std::fputs("kelmo-lang: not enough memory\n", stderr);  // no memory for a translation
+    SayNoMemory();
+  } catch (const std::length_error&) {  // a file that is larger than the memory of any computer
+    SayNoMemory();
   } catch (const std::exception& error) {
     (void)std::fprintf(stderr, "kelmo-lang: %s\n", error.what());
   }

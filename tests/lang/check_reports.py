@@ -17,6 +17,7 @@ import time
 
 try:
     import fcntl
+    import resource
 except ImportError:  # on Windows
     fcntl = None
 
@@ -201,6 +202,22 @@ def system_problems(folder, program):
         with open(reading, "rb") as pipe:
             slowly = pipe.read()
     yield from need((slowly, process.returncode) == (whole, 1), f"a full pipe: {len(slowly)} of {len(whole)} bytes, {process.returncode}")
+
+    faulty = folder / "faulty.txt"
+    faulty.write_bytes(b"fr\n" + 1000 * b"key t\xE9xt\n")
+    before = faulty.read_bytes()
+    done = subprocess.run([*program, "--lang", "en", "fix", "--from", "windows-1252", faulty.name], cwd=folder, check=False, stderr=subprocess.PIPE,
+                          preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (1000, 1000)))
+    yield from need(done.returncode == 2 and b"cannot be written, and is unchanged" in done.stderr and faulty.read_bytes() == before
+                    and not list(folder.glob(".kelmo*")), f"a file that must not grow: {done}")
+    os.truncate(faulty, 0)
+    try:
+        os.truncate(faulty, 2**63 - 1)
+    except OSError:
+        pass  # not with this file system
+    else:
+        yield from need(run(program, folder, ["lint", faulty.name])[2] == "kelmo-lang: not enough memory\n", "a file of 8 EB")
+    faulty.unlink()
 
     closed = folder / "CLOSED"
     closed.mkdir(0)
