@@ -9,7 +9,7 @@ std::string LineOf(const Sentence& sentence, const Texts& texts) {
 }
 
 std::string ProblemLine(const std::string& path, const Sentence& reason, const Texts& texts) {
-  return LineOf({"problem.line", {path, texts.Say(reason)}}, texts);
+  return LineOf({"problem.line", {path.empty() ? R"("")" : path, texts.Say(reason)}}, texts);
 }
 
 Answer WrongUse(const std::string& command, const Sentence& sentence, const Texts& texts) {

@@ -5,6 +5,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <iterator>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -306,6 +307,15 @@ std::string LanguageOfMessages(const std::vector<std::string>& arguments,
   return isKnown ? wanted : "en";
 }
 
+// The first option with an empty value, "--base="; the end if there is none.
+std::vector<std::string>::const_iterator FindEmptyValue(const std::vector<std::string>& arguments) {
+  const auto optionsEnd = std::find(arguments.begin(), arguments.end(), "--");
+  const auto found = std::find_if(arguments.begin(), optionsEnd, [](const std::string& argument) {
+    return argument.rfind("--", 0) == 0 && argument.find('=') == argument.size() - 1;
+  });
+  return found != optionsEnd ? found : arguments.end();
+}
+
 }  // namespace
 
 CommandLine ParseCommandLine(const std::vector<std::string>& arguments,
@@ -320,8 +330,12 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments,
     return HelpText(HelpOf(command, checks, texts), texts, width);
   };
 
+  // CLI11 would take the argument behind "--base=" for its value; without one, it complains.
+  const auto emptyValue = FindEmptyValue(arguments);
+  const auto end = emptyValue != arguments.end() ? std::next(emptyValue) : emptyValue;
   std::vector<std::string> reversed;  // as CLI11 wants them
-  std::transform(arguments.rbegin(), arguments.rend(), std::back_inserter(reversed), HideBracket);
+  std::transform(std::make_reverse_iterator(end), arguments.rend(), std::back_inserter(reversed),
+                 HideBracket);
   try {
     app.parse(std::move(reversed));
   } catch (const CLI::CallForHelp&) {
@@ -331,6 +345,10 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments,
     return {language, WrongUse(NameOf(command), SentenceOf(error, command, app), texts)};
   }
   const CLI::App& command = Given(app);
+  if (emptyValue != arguments.end()) {  // of a flag
+    const std::string name = emptyValue->substr(0, emptyValue->size() - 1);
+    return {language, WrongUse(NameOf(command), {"usage.no_value", {name}}, texts)};
+  }
   if (const std::optional<Sentence> complaint = Complaint(command, checks, texts)) {
     return {language, WrongUse(NameOf(command), *complaint, texts)};
   }

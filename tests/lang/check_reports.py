@@ -40,6 +40,7 @@ STATUSES = [
     (["LANG/de 1.txt", "--rule", "duplicate=note"], None, 2, '--rule needs the name of a rule'),
     (["LANG/de 1.txt", "--format", "xml"], None, 2, "--format cannot be"),
     (["LANG/none.txt"], None, 2, "kelmo-lang: error: LANG/none.txt: "),
+    ([""], None, 2, 'kelmo-lang: error: "": does not exist'),
     (["EMPTY"], None, 2, "kelmo-lang: error: EMPTY: "),
     (["LANG/de 1.txt"], "{}", 1, "1 error"),
     (["LANG"], "{\n  \"bse\": 1\n}", 2, 'kelmo-lang: error: kelmo-lang.json:2:3: unknown name "bse"\n'),
