@@ -297,13 +297,13 @@ class HtmlWriter {
     html_.append("<div class=\"rule ").append(SeverityName(worst)).append("\">\n<h3>");
     html_ += Text("severity." + std::string(SeverityName(worst))) + ": " +
              Text("rule." + std::string(rule.name) + ".title") + "</h3>\n";
-    WriteExplanation(rule);
     for (const Finding* const finding : group.findings) {
       WriteFinding(*finding);
     }
     if (group.more > 0) {
       Paragraph("finding soft", Say({"page.more.#", {std::to_string(group.more)}}));
     }
+    WriteExplanation(rule);
     html_ += "</div>\n";
   }
 

@@ -54,7 +54,8 @@ td.some { color: var(--own); font-weight: 600; }
 }
 .rule > h3 { color: var(--own); }
 .rule > h3::first-letter, th::first-letter { text-transform: uppercase; }
-.finding { margin: .75rem 0 0; padding-top: .6rem; border-top: 1px solid var(--line); break-inside: avoid; }
+.finding { margin: .75rem 0 0; break-inside: avoid; }
+.finding + .finding { padding-top: .6rem; border-top: 1px solid var(--line); }
 .where { color: var(--soft); }
 .source {
   display: block; margin: .3rem 0; padding: .3rem .5rem; background: var(--back);
@@ -65,7 +66,7 @@ td.some { color: var(--own); font-weight: 600; }
 .source i { color: var(--unseen); font-style: normal; }
 .source mark i { color: inherit; text-decoration: underline; }
 code { font: .9em ui-monospace, Consolas, "DejaVu Sans Mono", monospace; }
-details { margin: .25rem 0; }
+details { margin: .75rem 0 .25rem; padding-top: .6rem; border-top: 1px solid var(--line); }
 summary { color: var(--soft); cursor: pointer; }
 dl { margin: .25rem 0 0; }
 dt { color: var(--soft); font-size: .85rem; font-weight: 600; }
