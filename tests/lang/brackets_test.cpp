@@ -46,7 +46,7 @@ TEST(Brackets, AreClosed) {
        "warning bracket.quoted (all)"},
       {"a quoted name", "de", "Foreword", "\"Vorwort\"", ""},
       {"a quoted placeholder", "de", "%1", "\"%1\"", ""},
-      {"quotations at both ends", "de", "%1 goes, then %2", "\"%1\" geht, dann \"%2\"", ""},
+      {"quotations at both ends", "de", "%1 goes, then %2", R"("%1" geht, dann "%2")", ""},
       {"the base is quoted", "de", "'Stop, then wait'", "\"Stopp, dann warten\"", ""},
       {"the base quotes its end", "de", "Name: \"A, B and C\"", "\"A, B und C\"", ""},
       {"the base quotes a part", "de", "Say \"a, b, c\" now", "\"a, b, c\"", ""},

@@ -11,7 +11,7 @@ namespace fs = std::filesystem;
 class FileBytes : public testing::Test {
  protected:
   FileBytes() { fs::create_directories(folder_); }
-  ~FileBytes() override { fs::remove_all(folder_); }
+  void TearDown() override { fs::remove_all(folder_); }
 
   // Cyrillic and a blank.
   const fs::path folder_ =

@@ -30,6 +30,7 @@ TEST(InvisibleCharacters, AreFound) {
       {"no-break space", "fr", "Name:", u8"Nom\u00A0:", ""},
       {"joiner of Persian", "fa", "is saved", u8"ذخیره می\u200Cشود", ""},
       {"mark of direction", "ar", "Name", u8"الاسم\u200F", ""},
+      // NOLINTBEGIN(misc-misleading-bidirectional): the rule looks for these characters
       {"closed embedding", "ar", "User %1", u8"المستخدم \u202A%1\u202C", ""},
       {"open embedding", "ar", "User %1", u8"المستخدم \u202A%1",
        u8"warning invisible-character.direction \u202A"},
@@ -43,6 +44,7 @@ TEST(InvisibleCharacters, AreFound) {
       {"the base is open too", "ar", u8"User \u202A", u8"المستخدم \u202A", ""},
       {"Thai open embedding", "th", "User %1", u8"\u202A%1",
        u8"warning invisible-character.direction \u202A"},
+      // NOLINTEND(misc-misleading-bidirectional)
   };
   ExpectResults(CheckInvisibleCharacters, rows);
 }

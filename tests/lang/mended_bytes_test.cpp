@@ -13,7 +13,7 @@
 namespace KelmoLibs::Lang {
 namespace {
 
-using std::string_literals::operator""s;
+using namespace std::string_literals;
 
 std::string Keys(const std::vector<Sentence>& sentences) {
   std::string keys;

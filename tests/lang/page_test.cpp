@@ -36,7 +36,7 @@ class PageTest : public ::testing::Test {
     fs::create_directory(folder_ / "texts");
     fs::create_directory(folder_ / "data");
   }
-  ~PageTest() override { fs::remove_all(folder_); }
+  void TearDown() override { fs::remove_all(folder_); }
 
   std::string AddFile(const std::string& name, const std::string& bytes) const {
     const fs::path path = folder_ / "texts" / fs::u8path(name);

@@ -26,7 +26,7 @@ void Write(const fs::path& path, const std::string& bytes) {
 class ReplaceFile : public testing::Test {
  protected:
   ReplaceFile() { fs::create_directories(folder_); }
-  ~ReplaceFile() override { fs::remove_all(folder_); }
+  void TearDown() override { fs::remove_all(folder_); }
 
   std::ptrdiff_t FileCount() const {
     return std::distance(fs::directory_iterator(folder_), fs::directory_iterator());

@@ -92,7 +92,7 @@ class ReplaceFileOnPosix : public testing::Test {
     std::ofstream(file_, std::ios::binary) << "old";
     fs::permissions(file_, static_cast<fs::perms>(0640));
   }
-  ~ReplaceFileOnPosix() override {
+  void TearDown() override {
     failingCall = "";
     givenGroup.reset();
     fs::remove_all(folder_);

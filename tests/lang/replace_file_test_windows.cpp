@@ -20,7 +20,7 @@ class ReplaceFileOnWindows : public testing::Test {
     fs::create_directories(folder_);
     std::ofstream(file_, std::ios::binary) << "old";
   }
-  ~ReplaceFileOnWindows() override {
+  void TearDown() override {
     ::SetFileAttributesW(file_.c_str(), FILE_ATTRIBUTE_NORMAL);
     fs::remove_all(folder_);
   }

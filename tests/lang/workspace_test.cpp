@@ -27,7 +27,7 @@ class ReadWorkspaceTest : public testing::Test {
     Write("fr.txt", "fr Français\r\na 1\r\n");
     Write("fi-val.txt", "fi suomi\n");
   }
-  ~ReadWorkspaceTest() override { fs::remove_all(folder_); }
+  void TearDown() override { fs::remove_all(folder_); }
 
   void Write(const std::string& name, const std::string& bytes) const {
     const fs::path path = folder_ / fs::u8path(name);
