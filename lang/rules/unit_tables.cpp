@@ -308,10 +308,7 @@ class UnitCheck {
       ++words;
     }
     const bool hasSpecialBlank = FindSpecialBlank(text).data() != nullptr;
-    const bool isCut =
-        comment != std::string_view::npos &&
-        text.find_first_not_of(kBlanks, comment + kComment.size()) != std::string_view::npos &&
-        text[comment - 1] != ' ' && text[comment - 1] != '\t';
+    const bool isCut = comment != std::string_view::npos && IsPartOfWord(text, comment);
     Finding& finding =
         Add(RuleId::kUnitFields, Severity::kError, isCut ? text.substr(comment) : text,
             {isCut                     ? "units.fields.cut"
@@ -321,6 +318,15 @@ class UnitCheck {
              {}});
     finding.key = text.substr(0, text.find_first_not_of(kDigits));
     finding.mend = {isCut ? "units.mend.slashes" : "units.mend.fields", {}};
+  }
+
+  // Whether the "//" at `comment`, which is not 0, stands within a word or directly in front of one.
+  // Blanks stand on both sides of most comments.
+  static bool IsPartOfWord(std::string_view text, std::size_t comment) noexcept {
+    const std::size_t next = text.find_first_not_of(kBlanks, comment + kComment.size());
+    return next != std::string_view::npos &&
+           (kBlanks.find(text[comment - 1]) == std::string_view::npos ||
+            next == comment + kComment.size());
   }
 
   // The line in which the library stops reading, or 0.
