@@ -269,6 +269,25 @@ void CheckEscapes(const TextCheck& check) {
   }
 }
 
+// Marks that programs for translators put around the source and the translation of a segment:
+// "{0>Open<}87{>Öffnen<0}".
+
+void CheckSegmentMarks(const TextCheck& check) {
+  const std::string_view text = check.Text();
+  for (const std::string_view mark : {"{0>", "<0}", "<}"}) {
+    const std::size_t found = text.find(mark);
+    if (found == kNone || check.BaseText().find(mark) != kNone ||
+        (mark == "<}" && text.find("{>", found) == kNone)) {
+      continue;
+    }
+    check
+        .Add(RuleId::kTag, Severity::kWarning, text.substr(found, mark.size()),
+             {"tag.segment", {std::string(mark)}})
+        .mend = {"tag.segment_mend", {}};
+    return;
+  }
+}
+
 // Tags.
 
 struct Tag {
@@ -418,6 +437,9 @@ void CheckMarkup(const TextCheck& check) {
   }
   if (HasAny(check, '&')) {
     CheckEntities(check);
+  }
+  if (check.Text().find('}') != kNone) {
+    CheckSegmentMarks(check);
   }
   if (check.BaseText().find('<') != kNone) {
     CheckTags(check);
