@@ -1,5 +1,6 @@
 // The header of a file, and keys that the library reads otherwise than their author meant.
 // Tested by keys_test.cpp.
+#include <algorithm>
 #include <map>
 #include <optional>
 #include <utility>
@@ -109,6 +110,20 @@ LostTexts FindLostTexts(const FileCheck& check) {
   return lost.count * 2 > entries.size() ? lost : LostTexts();
 }
 
+// Whether the id has a region that its language does not need, such as "fr_FR", and neither the name
+// of the file nor any other id has one: then the program asks for "fr".
+bool HasSurplusRegion(const FileCheck& check, const NameLanguage& name) {
+  const Language& language = check.FileLanguage();
+  const auto hasRegion = [&check](const auto& dictionary) {
+    return dictionary.first != check.File().IntendedId() &&
+           !LanguageOf(dictionary.first).region.empty();
+  };
+  const auto& all = check.AllFiles().dictionaries;
+  return AsciiLowerCase(language.region) == language.primary && language.script.empty() &&
+         AsciiLowerCase(name.language) == language.primary && all.size() > 1 &&
+         std::none_of(all.begin(), all.end(), hasRegion);
+}
+
 void CheckId(FileCheck& check) {
   const std::string_view id = check.File().IntendedId();
   if (const std::optional<std::string_view> other = SameIdButForCase(check)) {
@@ -119,6 +134,10 @@ void CheckId(FileCheck& check) {
   }
   const NameLanguage name = CompareWithName(id, check.Source().Name());
   if (name.fits) {
+    if (HasSurplusRegion(check, name)) {
+      check.Add(RuleId::kIdUnlikeName, Severity::kWarning, id, {},
+                {"id-unlike-name.region", {std::string(id), name.language}});
+    }
     return;
   }
   if (const LostTexts lost = FindLostTexts(check); lost.count > 0) {

@@ -89,6 +89,19 @@ TEST(CheckKeys, ReportsHeaders) {
       {"ids that differ only by case",
        {{"de.txt", "de Deutsch\n" + four}, {"de-plugin.txt", "DE Deutsch\nb\tx\n"}},
        "de-plugin.txt:1:1 warning id-unlike-name  id-unlike-name.case\n"},
+      {"a region that no other id has",
+       {{"de.txt", "de Deutsch\n" + four}, {"fr.txt", "fr_FR Français\n" + four}},
+       "fr.txt:1:1 warning id-unlike-name  id-unlike-name.region\n"},
+      {"regions everywhere",
+       {{"de.txt", "de-DE Deutsch\n" + four}, {"fr.txt", "fr-FR Français\n" + four}},
+       ""},
+      {"a region that tells two varieties apart",
+       {{"de.txt", "de Deutsch\n" + four}, {"pt.txt", "pt-BR Português\n" + four}},
+       ""},
+      {"a region in the name of the file",
+       {{"de.txt", "de Deutsch\n" + four}, {"fr-FR.txt", "fr-FR Français\n" + four}},
+       ""},
+      {"a region in a single file", {{"fr.txt", "fr-FR Français\n" + four}}, ""},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.name);
