@@ -25,6 +25,7 @@ PEERS = (("msgfmt -c", ["msgfmt", "-c", "-o", os.devnull, "one.po"], 2.0),
 # The scripts of made-up languages, so that texts have one, two and three bytes for each character.
 SCRIPTS = ("abcdefghijklmnopqrstuvwxyz", "abcdefghijklmnopqrstuvwxyzäöüß", "aeiouéèêàçlmnprstv", "абвгдежзийклмнопрстуфхцчшщыэюя",
            "αβγδεζηθικλμνξοπρστυφχψω", "的一是了我不人在他有这个上们来到时大地为子中你说生国年着就那和要")
+LANGUAGES = ("id", "de", "fr", "ru", "el", "zh")  # with these letters
 PLACES = ("pump", "valve", "flow", "pressure", "menu.file", "menu.edit", "dialog.open", "error", "report", "settings")
 # What translations keep: placeholders, ends, markup. Most texts have none.
 ENDS = ("", "", "", "", "", "", ".", ".", ":", "…", "?", "!")
@@ -58,7 +59,7 @@ def po_text(text):
 def write_dictionaries(folder, texts, languages):
     folder.mkdir(parents=True, exist_ok=True)
     for number in range(languages + 1):
-        name = "en" if number == 0 else f"{chr(97 + number // 26)}{chr(97 + number % 26)}-x{number}"
+        name = "en" if number == 0 else f"{LANGUAGES[number % len(LANGUAGES)]}-x{number}"
         lines = [f"{name} Language {number}", *(f"{key}\t{text}" for key, text in zip(texts.keys, texts.of(number)))]
         (folder / f"{name}.txt").write_text("\n".join(lines) + "\n", "utf-8", newline="\n")
 

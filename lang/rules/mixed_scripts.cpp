@@ -96,32 +96,33 @@ bool AreIntruders(const Letters& own, const Letters& home, Script homeScript, Sc
            home.count > 1);
 }
 
-// The script of the letter that begins with the byte, as far as it tells: Greek ones begin with CD to
-// CF, Cyrillic ones with D0 to D4.
-Script ScriptOfLead(unsigned char byte) noexcept {
-  constexpr unsigned char kLastLatin = 0xC9;
-  constexpr unsigned char kFirstGreek = 0xCD;
-  constexpr unsigned char kFirstCyrillic = 0xD0;
-  constexpr unsigned char kLastCyrillic = 0xD4;
-  if (byte < 0x80U) {
-    return ScriptOf(byte);
-  }
-  return byte <= kLastLatin      ? Script::kLatin
-         : byte < kFirstGreek    ? Script::kNone
-         : byte < kFirstCyrillic ? Script::kGreek
-         : byte <= kLastCyrillic ? Script::kCyrillic
-                                 : Script::kNone;
+// By its first byte the script of a letter, as far as that tells: Greek ones begin with CD to CF,
+// Cyrillic ones with D0 to D4. Bytes within a character are kMark. A table, because all bytes of all texts are looked up.
+constexpr std::array<Script, 256> MakeScriptsOfLeads() {
+  std::array<Script, 256> scripts = {};
+  const auto set = [&scripts](unsigned first, unsigned last, Script script) {
+    for (unsigned byte = first; byte <= last; ++byte) {
+      scripts[byte] = script;
+    }
+  };
+  set('A', 'Z', Script::kLatin);
+  set('a', 'z', Script::kLatin);
+  set(0x80, 0xBF, Script::kMark);
+  set(0xC0, 0xC9, Script::kLatin);
+  set(0xCD, 0xCF, Script::kGreek);
+  set(0xD0, 0xD4, Script::kCyrillic);
+  return scripts;
 }
+constexpr std::array<Script, 256> kScriptsOfLeads = MakeScriptsOfLeads();
 
 // Whether letters of two scripts may stand side by side.
 bool MayBeMixed(std::string_view text) noexcept {
   Script last = Script::kNone;
   for (const char c : text) {
-    const auto byte = static_cast<unsigned char>(c);
-    if ((byte & 0xC0U) == 0x80U) {
-      continue;  // within a character
+    const Script script = kScriptsOfLeads[static_cast<unsigned char>(c)];
+    if (script == Script::kMark) {
+      continue;
     }
-    const Script script = ScriptOfLead(byte);
     if (script != last && script != Script::kNone && last != Script::kNone) {
       return true;
     }
