@@ -18,6 +18,7 @@ FileCheck::FileCheck(RunCheck& run, std::uint32_t fileIndex, const RuleSettings&
       merged_(AllFiles().dictionaries.find(file_.IntendedId())->second),
       base_(AllFiles().BaseOf(fileIndex)),
       language_(LanguageOf(file_.IntendedId())),
+      alphabet_(language_.primary),
       explained_(std::size_t{file_.Source().LineCount()} + 1),
       settings_(settings) {}
 

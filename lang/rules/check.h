@@ -13,6 +13,7 @@
 #include "lang/rules/findings.h"
 #include "lang/rules/placeholder_syntax.h"
 #include "lang/rules/rule_settings.h"
+#include "lang/unicode/alphabets.h"
 
 namespace KelmoLibs::Lang {
 
@@ -54,6 +55,8 @@ class FileCheck {
 
   /// The language that the id names.
   const Language& FileLanguage() const noexcept { return language_; }
+  /// The letters of that language.
+  const Alphabet& FileAlphabet() const noexcept { return alphabet_; }
 
   /// Which rules are on, and the limits for texts.
   const RuleSettings& Settings() const noexcept { return settings_; }
@@ -116,6 +119,7 @@ class FileCheck {
   const MergedDictionary& merged_;
   const MergedDictionary* base_;
   Language language_;
+  Alphabet alphabet_;
   std::vector<bool> explained_;  // by line number
   bool isWholeFileExplained_ = false;
   bool isIdDoubtful_ = false;
@@ -146,6 +150,7 @@ void CheckLines(FileCheck& check);          // lines.cpp: other-format, conflict
                                             // section, blank-in-key, continued-text, second-tab
 void CheckKeys(FileCheck& check);           // keys.cpp: header, id-unlike-name, indented-line,
                                             // duplicate-key
+void CheckDecomposedLetters(FileCheck& check);  // decomposed_letters.cpp: decomposed-letter
 
 // Of all files with one id, of which there is at least one. It marks lines too.
 void CheckBesideBase(std::vector<FileCheck>& files);  // beside_base.cpp: look-alike-key,
@@ -153,6 +158,7 @@ void CheckBesideBase(std::vector<FileCheck>& files);  // beside_base.cpp: look-a
 
 // Of a text. The library reads its entry, and its line is not explained.
 void CheckPlaceholders(const TextCheck& check);         // placeholders.cpp: placeholder
+void CheckNumbers(const TextCheck& check);              // numbers.cpp: number, look-alike-sign
 void CheckMarkup(const TextCheck& check);               // markup.cpp: line-break, entity, tag
 void CheckAddresses(const TextCheck& check);            // addresses.cpp: address
 void CheckEndMarks(const TextCheck& check);             // end_marks.cpp: end-mark, full-stop
@@ -161,6 +167,7 @@ void CheckAccelerators(const TextCheck& check);         // accelerators.cpp: acc
 void CheckInvisibleCharacters(const TextCheck& check);  // invisible_characters.cpp:
                                                         // invisible-character
 void CheckMixedScripts(const TextCheck& check);         // mixed_scripts.cpp: mixed-script
+void CheckForeignLetters(const TextCheck& check);       // foreign_letters.cpp: foreign-letter
 void CheckUntranslated(const TextCheck& check);         // untranslated.cpp: untranslated
 void CheckDoubled(const TextCheck& check);              // doubled.cpp: doubled-word, doubled-blank
 void CheckLength(const TextCheck& check);               // length.cpp: length

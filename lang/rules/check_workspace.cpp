@@ -56,6 +56,7 @@ bool IsCharacter(std::string_view text) {
 
 void CheckText(const TextCheck& check) {
   CheckPlaceholders(check);
+  CheckNumbers(check);
   CheckMarkup(check);
   CheckAddresses(check);
   if (!IsCharacter(check.Text())) {
@@ -65,6 +66,7 @@ void CheckText(const TextCheck& check) {
   CheckAccelerators(check);
   CheckInvisibleCharacters(check);
   CheckMixedScripts(check);
+  CheckForeignLetters(check);
   CheckUntranslated(check);
   CheckDoubled(check);
   CheckLength(check);
@@ -104,6 +106,7 @@ void CheckDictionary(RunCheck& run, const MergedDictionary& dictionary,
     CheckOddCharacters(file);
     CheckLines(file);
     CheckKeys(file);
+    CheckDecomposedLetters(file);
     progress.AddHalf(file);
   }
   CheckBesideBase(files);

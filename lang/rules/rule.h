@@ -47,12 +47,16 @@ enum class RuleId : std::uint8_t {
   kEntity,
   kTag,
   kAddress,
+  kNumber,
+  kLookAlikeSign,
   kEndMark,
   kAccelerator,
   // The text alone.
   kBracket,
   kInvisibleCharacter,
   kMixedScript,
+  kForeignLetter,
+  kDecomposedLetter,
   // Style.
   kUntranslated,
   kFullStop,

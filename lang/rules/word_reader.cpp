@@ -44,7 +44,8 @@ std::size_t BehindPercent(std::string_view text, std::size_t position) noexcept 
   return IsOneOf(kAsciiLetters, text, position) ? position + 1 : position;
 }
 
-// Behind a part or a character that is no word; `position` if none begins there.
+}  // namespace
+
 std::size_t BehindNoWord(std::string_view text, std::size_t position) noexcept {
   switch (text[position]) {
     case '%':
@@ -70,8 +71,6 @@ std::size_t BehindNoWord(std::string_view text, std::size_t position) noexcept {
       return position;
   }
 }
-
-}  // namespace
 
 bool WordReader::Next(Word& word) noexcept {
   const std::size_t begin = position_;

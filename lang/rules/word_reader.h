@@ -11,6 +11,10 @@ struct Word {
   std::string_view before;  // what stands between the word before, or the begin of the text, and it
 };
 
+/// Behind a placeholder, tag, escape or entity of `text` that begins at `position`; `position` if
+/// none begins there. Precondition: position < text.size().
+std::size_t BehindNoWord(std::string_view text, std::size_t position) noexcept;
+
 class WordReader {
  public:
   /// `text` is UTF-8.

@@ -137,6 +137,12 @@ std::string Transform(std::string_view key, Append append) {
 
 std::string Decompose(std::string_view key) { return Transform(key, Localize::AppendUtf8); }
 
+bool HasComposedForm(char32_t letter, char32_t mark) noexcept {
+  return std::any_of(kDecompositions.begin(), kDecompositions.end(), [=](const auto& row) {
+    return row.mark == mark && row.letters.find(letter) != std::u32string_view::npos;
+  });
+}
+
 std::string LookAlikeForm(std::string_view key) { return Transform(key, AppendLookAlike); }
 
 char32_t AsciiLookAlike(char32_t character) noexcept {

@@ -11,6 +11,9 @@ namespace KelmoLibs::Lang {
 /// Bytes that are not UTF-8 stay.
 std::string Decompose(std::string_view key);
 
+/// Whether one character is `letter` with `mark` on it.
+bool HasComposedForm(char32_t letter, char32_t mark) noexcept;
+
 /// A form of `key` that is equal for keys that look alike or differ only in capital letters of
 /// ASCII. It is no text for people.
 std::string LookAlikeForm(std::string_view key);
