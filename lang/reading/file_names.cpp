@@ -62,7 +62,7 @@ std::vector<GivenFile> ExpandPaths(const std::vector<std::string>& paths,
       found.push_back(path);
     }
     if (found.empty()) {
-      fs::directory_iterator(isFolder ? path : fs::path("."), error);
+      const fs::directory_iterator opened(isFolder ? path : fs::path("."), error);
       problems.push_back({given, isFolder && error ? "problem.unreadable" : "problem.no_files"});
     }
     for (const fs::path& file : found) {
