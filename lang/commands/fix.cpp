@@ -47,7 +47,7 @@ class Fixing {
   }
 
   void FixFile(const std::filesystem::path& path) {
-    const std::string name = path.generic_u8string();
+    const std::string name = GenericName(path);
     const std::optional<std::string> bytes = ReadFileBytes(path);
     if (!bytes) {
       SayOf(name, {ReadProblem(path), {}}, kStatusWrong);

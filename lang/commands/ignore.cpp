@@ -4,6 +4,7 @@
 
 #include "lang/project/projects.h"
 #include "lang/reading/file_bytes.h"
+#include "lang/reading/file_names.h"
 #include "text/utf8.h"
 
 namespace KelmoLibs::Lang {
@@ -41,9 +42,9 @@ Answer Ignore(const IgnoreOptions& options, const Texts& texts) {
   }
   const std::optional<fs::path> found = FindProjectFile(file.parent_path());
   const fs::path path = found ? *found : file.parent_path() / kProjectFileName;
-  const std::string name = path.generic_u8string();
+  const std::string name = GenericName(path);
   std::string bytes;
-  if (found) {
+  if (fs::exists(path, error)) {  // never write over one, found or not
     const std::optional<std::string> read = ReadFileBytes(path);
     if (!read) {
       return Problem(texts, name, {"problem.unreadable", {}});

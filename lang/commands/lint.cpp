@@ -28,7 +28,7 @@ constexpr std::array<RuleId, 3> kReleaseRules = {RuleId::kMissing, RuleId::kEmpt
 std::string ShownPath(const fs::path& path) {
   std::error_code error;
   const fs::path relative = path.lexically_proximate(fs::current_path(error));
-  return (error ? path : relative).generic_u8string();
+  return GenericName(error ? path : relative);
 }
 
 // Precondition: the level is not kOff.

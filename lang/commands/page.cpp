@@ -162,7 +162,7 @@ class CopyWriter {
       if (isNewFolder) {
         fs::remove(folder_, error);
       }
-      problems_.push_back({path.generic_u8string(), {"problem.unwritable", {}}});
+      problems_.push_back({GenericName(path), {"problem.unwritable", {}}});
       return;
     }
     copies_.push_back(
@@ -195,9 +195,9 @@ std::vector<PageProblem> WritePage(const Report& report, std::vector<PageProblem
                                    const fs::path& path, const Texts& texts) {
   std::set<std::string> readFiles = FilesOf(report.workspace);
   if (readFiles.count(FileKey(path)) != 0) {
-    return {{path.generic_u8string(), {"problem.is_read", {}}}};
+    return {{GenericName(path), {"problem.is_read", {}}}};
   }
-  const PageProblem unwritable = {path.generic_u8string(), {"problem.unwritable", {}}};
+  const PageProblem unwritable = {GenericName(path), {"problem.unwritable", {}}};
   std::error_code error;
   if (path.filename().empty() || fs::is_directory(path, error)) {
     return {unwritable};
@@ -206,7 +206,7 @@ std::vector<PageProblem> WritePage(const Report& report, std::vector<PageProblem
                     std::move(readFiles));
   copies.Run();
   problems.insert(problems.end(), copies.Problems().begin(), copies.Problems().end());
-  const fs::path folder = fs::absolute(copies.Folder(), error);
+  const fs::path folder = AbsolutePath(copies.Folder(), error);
   const Page page{report, std::move(problems), copies.Copies(), folder.u8string()};
   std::vector<PageProblem> failures = copies.Problems();
   if (WriteFileBytes(path, HtmlReport(page, texts))) {

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "lang/project/json_tree.h"
+#include "lang/reading/file_names.h"
 #include "lang/reading/pattern.h"
 #include "lang/unicode/code_points.h"
 
@@ -150,7 +151,7 @@ class ProjectReader {
     } else if (value.text.find('\0') != std::string::npos) {  // the system would cut the path there
       Complain(value.begin, {"project.path", {value.text}});
     } else {
-      path = (project_.path.parent_path() / fs::u8path(value.text)).lexically_normal();
+      path = NormalPath(project_.path.parent_path() / fs::u8path(value.text));
     }
   }
 
@@ -274,7 +275,7 @@ Project ParseProject(std::string_view bytes, fs::path path, std::vector<ProjectF
 std::optional<fs::path> FindProjectFile(const fs::path& folder) {
   std::error_code error;
   const fs::path start = folder.empty() ? fs::path(".") : folder;  // no empty path is absolute
-  for (fs::path at = fs::absolute(start, error).lexically_normal(); !error;) {
+  for (fs::path at = AbsolutePath(start, error); !error;) {
     if (fs::is_regular_file(at / kProjectFileName, error)) {
       return at / kProjectFileName;
     }
@@ -295,8 +296,8 @@ std::optional<fs::path> FindProjectFile(const fs::path& folder) {
 
 std::string NameInProject(const fs::path& file, const fs::path& project) {
   std::error_code error;
-  const fs::path folder = fs::absolute(project, error).parent_path().lexically_normal();
-  return fs::absolute(file, error).lexically_normal().lexically_relative(folder).generic_u8string();
+  const fs::path folder = AbsolutePath(project, error).parent_path();
+  return GenericName(AbsolutePath(file, error).lexically_relative(folder));
 }
 
 std::string WithIgnored(std::string_view bytes, const IgnoredFinding& ignored,

@@ -30,12 +30,40 @@ std::vector<fs::path> FilesOf(const fs::path& folder, Predicate isWanted) {
   return files;
 }
 
+// Whether the path begins as "\\server\share". On POSIX two slashes are one.
+bool HasComputer(const fs::path& path) {
+  const fs::path::string_type& given = path.native();
+  constexpr auto isSlash = [](auto c) { return c == '/' || c == fs::path::preferred_separator; };
+  return fs::path::preferred_separator != '/' && given.size() > 2 && isSlash(given[0]) &&
+         isSlash(given[1]);
+}
+
 }  // namespace
+
+std::string GenericName(const fs::path& path) {
+  std::string name = path.u8string();
+  if constexpr (fs::path::preferred_separator != '/') {
+    std::replace(name.begin(), name.end(), '\\', '/');
+  }
+  return name;
+}
+
+fs::path NormalPath(const fs::path& path) {
+  if (!HasComputer(path)) {
+    return path.lexically_normal();
+  }
+  return fs::path::preferred_separator +
+         fs::path(path.native().substr(1)).lexically_normal().native();
+}
+
+fs::path AbsolutePath(const fs::path& path, std::error_code& error) {
+  return NormalPath(HasComputer(path) ? path : fs::absolute(path, error));
+}
 
 std::string FileKey(const fs::path& path) {
   std::error_code error;
   // Without the first step, a relative path would stay one until its file is made.
-  const fs::path canonical = fs::weakly_canonical(fs::absolute(path, error), error);
+  const fs::path canonical = fs::weakly_canonical(AbsolutePath(path, error), error);
   return AsciiLowerCase((error ? path : canonical).generic_u8string());
 }
 

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace KelmoLibs::Lang {
@@ -12,6 +13,18 @@ struct FileProblem {
   std::string path;    // UTF-8
   std::string reason;  // key of a text: "problem.unreadable" and so on
 };
+
+/// The path as it is shown, in UTF-8 and with /. Unlike path::generic_u8string it keeps both slashes in
+/// front of the name of a computer, "//server/share".
+std::string GenericName(const std::filesystem::path& path);
+
+/// The path without "." and "x/..". Unlike path::lexically_normal it keeps the two backslashes in front
+/// of the name of a computer.
+std::filesystem::path NormalPath(const std::filesystem::path& path);
+
+/// The normal path from the root. A path with the name of a computer is absolute, which
+/// std::filesystem::absolute of MinGW-w64 does not know.
+std::filesystem::path AbsolutePath(const std::filesystem::path& path, std::error_code& error);
 
 /// A text that is the same for all paths of one file. Files whose paths differ only by case have the
 /// same one too.

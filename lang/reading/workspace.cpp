@@ -31,7 +31,7 @@ class Reader {
         return i;
       }
     }
-    const std::string name = path.generic_u8string();
+    const std::string name = GenericName(path);
     std::optional<std::string> bytes = ReadFileBytes(path);
     if (!bytes) {
       problems_.push_back({name, ReadProblem(path)});

@@ -197,6 +197,14 @@ TEST(Project, IsTheNearestFileUpwardsInTheRepository) {
   const std::optional<fs::path> found = FindProjectFile("");
   fs::current_path(before);
   EXPECT_EQ(found, fs::canonical(top / "repository" / "a" / "kelmo-lang.json"));
+  // A path that begins with two backslashes, as those of other computers do.
+  const std::string start = fs::path::preferred_separator == '/' ? "" : R"(\\?\)";
+  const fs::path far = fs::u8path(start + (top / "repository" / "a").u8string());
+  const std::optional<fs::path> foundFar = FindProjectFile(far / "b" / ".." / "b");
+  ASSERT_TRUE(foundFar);
+  EXPECT_EQ(foundFar->native(), (far / "kelmo-lang.json").native());
+  EXPECT_EQ(NameInProject("//server/a/b/fr.txt", "//server/a/kelmo-lang.json"), "b/fr.txt");
+  EXPECT_EQ(Parse("{\"base\": \"./en.txt\"}", *foundFar).base->native(), (far / "en.txt").native());
   fs::remove_all(top);
 }
 

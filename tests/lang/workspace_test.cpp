@@ -7,6 +7,7 @@
 #include <fstream>
 #include <string>
 
+#include "lang/reading/file_names.h"
 #include "tests/lang/findings_of.h"
 
 namespace KelmoLibs::Lang {
@@ -115,6 +116,11 @@ TEST_F(ReadWorkspaceTest, ReadsLargeFilesWhole) {
       ReadWorkspace({{{folder_ / "it.txt", false}}, std::nullopt}, problems);
   ASSERT_EQ(workspace.files.size(), 1U);
   EXPECT_EQ(workspace.files[0].Source().Raw(), bytes);
+}
+
+TEST(GenericName, KeepsTheSlashesInFrontOfAComputer) {
+  EXPECT_EQ(GenericName(fs::u8path(u8"//server/\u0444/a.txt")), u8"//server/\u0444/a.txt");
+  EXPECT_EQ(GenericName(fs::path("a") / "b.txt"), "a/b.txt");
 }
 
 TEST(Workspace, ATenthOfTheKeysMakesATranslation) {
