@@ -18,6 +18,7 @@ constexpr int kFormatVersion = 1;
 // The names of all files, as the baseline file has them.
 std::vector<std::string> NamesOf(const Workspace& workspace, const std::filesystem::path& path) {
   std::vector<std::string> names;
+  names.reserve(workspace.files.size());
   for (const WorkspaceFile& file : workspace.files) {
     names.push_back(WellFormedText(NameInProject(file.Source().Path(), path)));
   }
@@ -30,6 +31,7 @@ std::string WriteBaseline(const Workspace& workspace, const std::vector<Finding>
                           const std::filesystem::path& path) {
   const std::vector<std::string> names = NamesOf(workspace, path);
   std::vector<std::string> lines;
+  lines.reserve(findings.size());
   for (const Finding& finding : findings) {
     lines.push_back(Json({{"file", names[finding.place.file]},
                           {"rule", RuleOf(finding.rule).name},

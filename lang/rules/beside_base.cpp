@@ -268,7 +268,7 @@ class BaseCheck {
     }
   }
 
-  void ReportLookAlike(const SurplusKey& surplus, const MissingKey& missing) {
+  static void ReportLookAlike(const SurplusKey& surplus, const MissingKey& missing) {
     const std::string_view key = surplus.entry->key;
     const std::string_view wanted = missing.base.entry->key;
     Sentence message = {"look-alike-key.composed", {std::string(key), std::string(wanted)}};
@@ -390,7 +390,7 @@ class BaseCheck {
     return *hasBaseCamelCase_;
   }
 
-  void ReportLostSeparator(const SurplusKey& surplus, const MissingKey& missing) {
+  static void ReportLostSeparator(const SurplusKey& surplus, const MissingKey& missing) {
     const std::string_view key = missing.base.entry->key;
     const std::string_view rest = surplus.entry->key.substr(key.size());
     const bool isMark = std::string_view("=:;,").find(First(rest)) != std::string_view::npos;

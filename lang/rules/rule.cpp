@@ -82,9 +82,9 @@ const std::array<Rule, kRuleCount>& AllRules() noexcept { return kRules; }
 const Rule& RuleOf(RuleId id) noexcept { return kRules[static_cast<std::size_t>(id)]; }
 
 const Rule* FindRule(std::string_view name) noexcept {
-  const auto found = std::find_if(kRules.begin(), kRules.end(),
-                                  [name](const Rule& rule) { return rule.name == name; });
-  return found != kRules.end() ? &*found : nullptr;
+  const auto* const found = std::find_if(kRules.begin(), kRules.end(),
+                                         [name](const Rule& rule) { return rule.name == name; });
+  return found != kRules.end() ? found : nullptr;
 }
 
 std::string_view SeverityName(Severity severity) noexcept {
