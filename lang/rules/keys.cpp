@@ -119,9 +119,9 @@ bool HasSurplusRegion(const FileCheck& check, const NameLanguage& name) {
            !LanguageOf(dictionary.first).region.empty();
   };
   const auto& all = check.AllFiles().dictionaries;
-  return AsciiLowerCase(language.region) == language.primary && language.script.empty() &&
-         AsciiLowerCase(name.language) == language.primary && all.size() > 1 &&
-         std::none_of(all.begin(), all.end(), hasRegion);
+  return !language.region.empty() && AsciiLowerCase(language.region) == language.primary &&
+         language.script.empty() && AsciiLowerCase(name.language) == language.primary &&
+         all.size() > 1 && std::none_of(all.begin(), all.end(), hasRegion);
 }
 
 void CheckId(FileCheck& check) {

@@ -101,6 +101,9 @@ TEST(CheckKeys, ReportsHeaders) {
       {"a region in the name of the file",
        {{"de.txt", "de Deutsch\n" + four}, {"fr-FR.txt", "fr-FR Français\n" + four}},
        ""},
+      {"ids and names of files that name no language",
+       {{"f1.txt", "x1 X\n" + four}, {"f2.txt", "x2 X\n" + four}},
+       ""},
       {"a region in a single file", {{"fr.txt", "fr-FR Français\n" + four}}, ""},
   };
   for (const Row& row : rows) {
