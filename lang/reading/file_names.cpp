@@ -33,7 +33,7 @@ std::vector<fs::path> FilesOf(const fs::path& folder, Predicate isWanted) {
 // Whether the path begins as "\\server\share". On POSIX two slashes are one.
 bool HasComputer(const fs::path& path) {
   const fs::path::string_type& given = path.native();
-  constexpr auto isSlash = [](auto c) { return c == '/' || c == fs::path::preferred_separator; };
+  const auto isSlash = [](auto c) { return c == '/' || c == '\\'; };
   return fs::path::preferred_separator != '/' && given.size() > 2 && isSlash(given[0]) &&
          isSlash(given[1]);
 }
