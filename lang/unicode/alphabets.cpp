@@ -104,12 +104,12 @@ bool Alphabet::MayHaveForeign(std::string_view text) const noexcept {
   if (IsAllAscii(text)) {
     return false;
   }
-  // Without branches, which most letters would take at random.
+  // Without branches, which most letters would take at random. Each byte is taken as a first one;
+  // those within a character have no bits.
   std::uint64_t found = 0;
   for (std::size_t i = 1; i < text.size(); ++i) {
     const auto first = static_cast<unsigned char>(text[i - 1]);
     found |= secondBytes_[first] >> (static_cast<unsigned char>(text[i]) & kContinuationMask);
-    i += first >= kLeadOfTwo ? 1 : 0;
   }
   return (found & 1U) != 0;
 }
