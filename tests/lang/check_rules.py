@@ -20,7 +20,7 @@ def rules(program):
 
 def lint(program, folder, name):
     base = ["--base", f"{name}/en.txt"] if (folder / name / "en.txt").exists() else []
-    command = [*program, "--lang", "en", "lint", "--all", name, *base]
+    command = [*program, "--lang", "en", "lint", name, *base, "--all"]
     return captured.printed(command, cwd=folder)
 
 
