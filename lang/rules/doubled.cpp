@@ -16,11 +16,11 @@ bool IsBlanks(std::string_view text) noexcept {
 }
 
 // Languages that double words: for a plural, for emphasis, or because of the order of the words.
-bool DoublesWords(std::string_view language) {
-  constexpr std::string_view kDoubling =
+bool DoublesWords(std::string_view primary) {
+  constexpr std::string_view kLanguages =
       " az bn fil gu hi id ja jv km kn ko lo mi ml mr ms my ne pa si sm su sw ta te th tk tl to tr"
       " ur uz vi zh ";
-  return IsOneOfLanguages(language, kDoubling);
+  return IsOneOfLanguages(primary, kLanguages);
 }
 
 // Words that stand twice in right sentences: "die Werte, die die Pumpe hat" without its comma.

@@ -59,6 +59,7 @@ TEST(MachineReports, GithubEscapesPropertiesAndData) {
             "::notice file=a%2Cb%3Ac%25.txt,line=2,col=5,endColumn=8,title=kelmo-lang%3A tag::"
             "\"100%25<U+000A><E9>:,\"%0Akelmo-lang fix x\n");
   // Logs are shown on terminals too.
+  // NOLINTNEXTLINE(misc-misleading-bidirectional): a name that turns the line around
   EXPECT_EQ(GithubReport(Fixture(u8"a\x1B[31m\u202E\xFF.txt").MakeReport()).substr(0, 47),
             "::notice file=a<U+001B>[31m<U+202E><FF>.txt,lin");
 }
@@ -114,9 +115,8 @@ TEST(Baseline, AcceptsEachFindingAsOftenAsItHasIt) {
 
 TEST(Baseline, RefusesOtherFiles) {
   for (const char* const bytes :
-       {"", "[]", "{}", "{\"version\": 2, \"findings\": []}", "{\"version\": 1}",
-        "{\"version\": 1, \"findings\": [{\"file\": \"a\"}]}",
-        "{\"version\": 1, \"findings\": [1]}"}) {
+       {"", "[]", "{}", R"({"version": 2, "findings": []})", R"({"version": 1})",
+        R"({"version": 1, "findings": [{"file": "a"}]})", R"({"version": 1, "findings": [1]})"}) {
     Fixture fixture("a.txt");
     const auto fault = RemoveAccepted(bytes, fixture.workspace, "known.json", fixture.findings);
     ASSERT_TRUE(fault) << bytes;
