@@ -14,6 +14,7 @@
 #include "lang/reading/file_names.h"
 #include "lang/reading/pattern.h"
 #include "lang/rules/check_workspace.h"
+#include "lang/rules/usual_mend.h"
 
 namespace KelmoLibs::Lang {
 namespace {
@@ -223,6 +224,7 @@ class LintRun {
                                    return !ApplyLevel(one.file, one.rule, one.severity);
                                  }),
                   counted.end());
+    AddUsualMends(findings);
     SortFindings(findings);
     FindNotCompared(workspace, settings, report);
     FindStaleIgnored(report);

@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <functional>
+#include <map>
+#include <set>
 #include <string_view>
 #include <tuple>
 #include <utility>
@@ -192,11 +195,23 @@ class HtmlWriter {
       Paragraph("soft", Text("page.no_base"));
     }
     if (!page_.folderOfCopies.empty() && !page_.copies.empty()) {
-      Paragraph("box", Say({"page.folder", {page_.folderOfCopies}}));
+      Paragraph("box", Say({"page.folder", {page_.folderOfCopies, FilesWithCopies()}}));
     }
     if (summary.All() > 0) {
       Paragraph("soft", Text("page.order"));
     }
+  }
+
+  std::string FilesWithCopies() const {
+    std::string names;
+    std::uint32_t last = 0;
+    for (const MendedCopy& copy : page_.copies) {
+      if (names.empty() || copy.file != last) {
+        names += (names.empty() ? "" : ", ") + NameOf(copy.file);
+      }
+      last = copy.file;
+    }
+    return names;
   }
 
   void WriteProblems() {
@@ -262,6 +277,7 @@ class HtmlWriter {
     html_ += "<section id=\"file" + std::to_string(file.file) + "\">\n<h2>" +
              Isolated(NameOf(file.file)) + "</h2>\n";
     WriteCopies(file.file);
+    WriteLines(file);
     for (const RuleGroup& group : file.rules) {
       WriteRule(group);
     }
@@ -287,6 +303,32 @@ class HtmlWriter {
       if (!links->empty()) {
         html_ += "<div class=\"box\">\n" + Text(key) + "\n<ul>\n" + *links + "</ul>\n</div>\n";
       }
+    }
+  }
+
+  static std::string AnchorOf(const Place& place) {
+    return "file" + std::to_string(place.file) + "line" + std::to_string(place.line);
+  }
+
+  // The lines of the findings, so that a person can begin with the last one: the numbers of the
+  // lines in front of it then stay right.
+  void WriteLines(const FileGroup& file) {
+    std::map<std::uint32_t, std::string, std::greater<>> links;
+    for (const RuleGroup& group : file.rules) {
+      for (const Finding* const finding : group.findings) {
+        const Place& place = finding->place;
+        if (place.line > 0) {
+          links.try_emplace(place.line, "<a href=\"#" + AnchorOf(place) + "\">" +
+                                            std::to_string(place.line) + "</a>");
+        }
+      }
+    }
+    if (links.size() > 1) {
+      std::string lines = Text("page.lines");
+      for (const auto& [line, link] : links) {
+        lines += ' ' + link;
+      }
+      Paragraph("soft", lines);
     }
   }
 
@@ -321,7 +363,9 @@ class HtmlWriter {
 
   void WriteFinding(const Finding& finding) {
     const Place& place = finding.place;
-    html_ += "<div class=\"finding\">\n<p>";
+    const bool isFirst = place.line > 0 && anchors_.insert(AnchorOf(place)).second;
+    html_ += isFirst ? "<div class=\"finding\" id=\"" + AnchorOf(place) + "\">\n<p>"
+                     : "<div class=\"finding\">\n<p>";
     if (place.line > 0) {
       html_ +=
           "<span class=\"where\">" + Say({"page.line", {std::to_string(place.line)}}) + ":</span> ";
@@ -361,6 +405,7 @@ class HtmlWriter {
   std::vector<FileGroup> files_;
   std::size_t folderLength_;
   std::array<bool, kRuleCount> isExplained_ = {};
+  std::set<std::string> anchors_;
   std::string html_;
 };
 

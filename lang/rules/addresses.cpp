@@ -122,6 +122,12 @@ bool ArePagesAlike(std::string_view base, std::string_view text) noexcept {
   }
 }
 
+// "https://example.org" of "https://example.org/help".
+std::string_view HostOf(std::string_view address) noexcept {
+  const std::size_t mark = address.find("://");
+  return mark == kNone ? address : address.substr(0, address.find('/', mark + 3));
+}
+
 using Finder = std::string_view (*)(std::string_view, std::size_t) noexcept;
 
 // Calls `visit(address)` for each address of the text, until it returns true.
@@ -158,7 +164,9 @@ void CheckKind(const TextCheck& check, Finder find) {
       return true;
     }
     return VisitAddresses(check.Text(), find, [&](std::string_view text) {
-      if (!IsOneMistake(base, text) || ArePagesAlike(base, text)) {
+      const bool isMistake =
+          IsOneMistake(base, text) || IsOneMistake(HostOf(base), HostOf(text));
+      if (!isMistake || ArePagesAlike(base, text) || ArePagesAlike(HostOf(base), HostOf(text))) {
         return false;
       }
       if (++searched > kMost) {

@@ -138,6 +138,11 @@ class BaseCheck {
     return found != checks_.end() ? found->second : nullptr;
   }
 
+  bool IsKeyExplained(std::string_view key) const {
+    return std::any_of(files_.begin(), files_.end(),
+                       [key](const FileCheck& file) { return file.IsKeyExplained(key); });
+  }
+
   void FindMissing() {
     for (const std::uint32_t baseFile : base_.Files()) {
       if (!workspace_.OwesKeysOf(files_.front().FileIndex(), baseFile)) {
@@ -157,7 +162,7 @@ class BaseCheck {
             }
           }
           neighbour = found;
-        } else if (base_.Find(entry.key).entry == &entry &&
+        } else if (base_.Find(entry.key).entry == &entry && !IsKeyExplained(entry.key) &&
                    !IsJudgedAsPluralForm(files_.front(), entry.key)) {
           missing_.push_back({base_.Find(entry.key), neighbour});
         }
@@ -427,6 +432,7 @@ class BaseCheck {
       if (surplus.file != nullptr) {
         Finding& finding = AddMissing(*surplus.file, surplus.entry->key, missing);
         finding.hint = {"missing.typing_mistake", {}};
+        finding.mend = {"look-alike-key.mend", {std::string(MissingName(missingIndices[found.missing]))}};
       }
       Explain(surplus);
     }

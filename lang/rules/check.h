@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -97,6 +98,12 @@ class FileCheck {
   void Explain(std::uint32_t line) { explained_[line] = true; }
   void Explain(const Entry& entry) { Explain(Source().LineOf(entry.key.data())); }
 
+  /// A key whose line is lost in another one, which is reported: the key is not missing besides.
+  void ExplainKey(std::string_view key) { explainedKeys_.emplace(key); }
+  bool IsKeyExplained(std::string_view key) const {
+    return explainedKeys_.find(key) != explainedKeys_.end();
+  }
+
   /// No further rule looks at any line.
   void ExplainWholeFile() { isWholeFileExplained_ = true; }
   bool IsWholeFileExplained() const noexcept { return isWholeFileExplained_; }
@@ -121,6 +128,7 @@ class FileCheck {
   Language language_;
   Alphabet alphabet_;
   std::vector<bool> explained_;  // by line number
+  std::set<std::string, std::less<>> explainedKeys_;
   bool isWholeFileExplained_ = false;
   bool isIdDoubtful_ = false;
   const RuleSettings& settings_;

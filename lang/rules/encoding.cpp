@@ -337,6 +337,9 @@ void CheckSingleCrs(FileCheck& check) {
                                  isEntry ? Sentence{"line-end.lost_entry", {std::string(key)}}
                                          : Sentence{"line-end.inside", {}});
     finding.mend = {"line-end.mend", {}};
+    if (isEntry) {
+      check.ExplainKey(key);
+    }
     check.Explain(number);
   }
   if (doubled > 0) {

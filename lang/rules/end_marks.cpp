@@ -271,6 +271,25 @@ std::string_view MessageOf(EndKind kind) noexcept {
 
 }  // namespace
 
+// The entry close to this one whose text has the end that this text should have, and should have the
+// end that this text has: texts have slipped from line to line. Null if there is none.
+const Entry* FindSlipped(const TextCheck& check, EndKind base, EndKind own) {
+  constexpr std::ptrdiff_t kReach = 2;
+  const std::vector<Entry>& entries = check.file.File().Entries();
+  const std::ptrdiff_t here = &check.entry - entries.data();
+  const auto count = static_cast<std::ptrdiff_t>(entries.size());
+  for (std::ptrdiff_t i = std::max<std::ptrdiff_t>(here - kReach, 0);
+       i < std::min(here + kReach + 1, count); ++i) {
+    const Entry& other = entries[static_cast<std::size_t>(i)];
+    const FoundEntry otherBase = check.file.FindInBase(other.key);
+    if (i != here && otherBase && EndOf(other.text, false).kind == base &&
+        EndOf(otherBase.entry->text, false).kind == own) {
+      return &other;
+    }
+  }
+  return nullptr;
+}
+
 void CheckEndMarks(const TextCheck& check) {
   if (!check.base || check.Text().empty() || check.BaseText().empty()) {
     return;
@@ -291,9 +310,15 @@ void CheckEndMarks(const TextCheck& check) {
       own.mark.empty() ? text.substr(text.size() - LastCodePoint(text).length) : own.mark;
   if (!IsStyle(base.kind) || !IsStyle(own.kind)) {
     if (!IsEndMarkMeant(check, base, own)) {
-      check.Add(RuleId::kEndMark, Severity::kWarning, where,
-                {std::string(MessageOf(base.kind)),
-                 {std::string(IsStyle(base.kind) ? own.mark : base.mark)}});
+      Finding& finding = check.Add(RuleId::kEndMark, Severity::kWarning, where,
+                                   {std::string(MessageOf(base.kind)),
+                                    {std::string(IsStyle(base.kind) ? own.mark : base.mark)}});
+      if (const Entry* const other = FindSlipped(check, base.kind, own.kind)) {
+        const std::uint32_t line = check.file.Source().LineOf(other->key.data());
+        finding.hint = {IsStyle(base.kind) ? "end-mark.slipped" : "end-mark.slipped_from",
+                        {std::to_string(line)}};
+        finding.mend = {"end-mark.slipped_mend", {}};
+      }
     }
   } else if (!IsFullStopMeant(check, base, own)) {
     check.Add(RuleId::kFullStop, Severity::kNote, where,

@@ -63,21 +63,31 @@ std::string_view ForeignLetter(std::string_view word, const TextCheck& check) {
 void CheckLetters(const TextCheck& check) {
   const bool isCyrillic = IsCyrillic(check);
   const std::size_t fewestWords = isCyrillic ? 2 : 3;
+  constexpr std::size_t kMostWords = 100;
   std::size_t count = 0;
+  std::size_t foreignWords = 0;
   std::string_view letter;
   std::string_view where;
   WordReader words(check.Text());
-  for (Word word; words.Next(word) && (count < fewestWords || letter.empty());) {
+  for (Word word; count < kMostWords && words.Next(word);) {
     ++count;
     const bool isWord = CountCodePoints(word.letters) >= kShortestWord &&
                         (isCyrillic || IsSmallLatin(FirstCodePoint(word.letters).value));
-    if (letter.empty() && isWord) {
-      letter = ForeignLetter(word.letters, check);
+    const std::string_view found = isWord ? ForeignLetter(word.letters, check) : std::string_view();
+    if (!found.empty() && foreignWords++ == 0) {
+      letter = found;
       where = word.letters;
     }
   }
-  if (count >= fewestWords && !letter.empty()) {
+  if (count < fewestWords || foreignWords == 0) {
+    return;
+  }
+  if (foreignWords == 1) {
     Add(check, letter, {"foreign-letter.letter", {std::string(letter), std::string(where)}});
+  } else {
+    Add(check, check.Text(),
+        {"foreign-letter.letters",
+         {std::to_string(foreignWords), std::string(letter), std::string(where)}});
   }
 }
 

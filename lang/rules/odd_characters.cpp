@@ -403,6 +403,7 @@ class Part {
       Add(RuleId::kLineEnd, Severity::kError, where,
           {"line-end.separator_lost_entry", {name, std::string(key)}})
           .mend = {"line-end.mend", {}};
+      check_.ExplainKey(key);
       check_.Explain(line_);
       return;
     }

@@ -317,7 +317,11 @@ class UnitCheck {
                                        : "units.fields.no_name",
              {}});
     finding.key = text.substr(0, text.find_first_not_of(kDigits));
-    finding.mend = {isCut ? "units.mend.slashes" : "units.mend.fields", {}};
+    const bool hasSemicolons = std::count(text.begin(), text.end(), ';') > 1;
+    finding.mend = {isCut           ? "units.mend.slashes"
+                    : hasSemicolons ? "units.mend.semicolons"
+                                    : "units.mend.fields",
+                    {}};
   }
 
   // Whether the "//" at `comment`, which is not 0, stands within a word or directly in front of one.
