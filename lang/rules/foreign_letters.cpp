@@ -143,6 +143,22 @@ void CheckKana(const TextCheck& check) {
   }
 }
 
+// Two kana or more in a Chinese text. A single one stands in brand names.
+void CheckChinese(const TextCheck& check) {
+  std::string_view first;
+  std::size_t count = 0;
+  VisitCodePoints(check.Text(), [&](char32_t letter, std::string_view part) {
+    if (letter >= 0x3041 && letter <= 0x30FA) {
+      first = count++ == 0 ? part : first;
+    }
+    return true;
+  });
+  if (count > 1 && check.BaseText().find(first) == kNone) {
+    const auto at = static_cast<std::size_t>(first.data() - check.Text().data());
+    Add(check, check.Text().substr(at), {"foreign-letter.kana", {}});
+  }
+}
+
 // Whether a letter may be of a script other than Latin. Punctuation begins with E2 or EF.
 bool MayBeOfOtherScript(char c) noexcept {
   const auto byte = static_cast<unsigned char>(c);
@@ -284,6 +300,8 @@ void CheckForeignLetters(const TextCheck& check) {
   const Language& language = check.file.FileLanguage();
   if (language.primary == "ja") {
     CheckKana(check);
+  } else if (language.primary == "zh" && text.find('\xE3') != kNone) {
+    CheckChinese(check);
   }
   if (std::none_of(text.begin(), text.end(), MayBeOfOtherScript) && check.base &&
       text != check.BaseText() && language.script.empty()) {

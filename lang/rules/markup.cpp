@@ -384,6 +384,21 @@ std::string_view FindEscapedTag(std::string_view text, const Tag& tag) {
   return end == kNone ? std::string_view() : text.substr(at, end + kEnd.size() - at);
 }
 
+// Whether a word processor has changed the quotation marks of a tag, such as <a href="...">.
+bool HasOddQuotes(const Tag& tag) {
+  constexpr std::string_view kOdd[] = {u8"=\u201C", u8"=\u201D", u8"=\u201E", u8"=\u2018",
+                                       u8"=\u2019", u8"=\u00AB", u8"=\u00BB", u8"=\uFF02"};
+  return std::any_of(std::begin(kOdd), std::end(kOdd),
+                     [&tag](std::string_view odd) { return tag.whole.find(odd) != kNone; });
+}
+
+// The first such tag of the text; null if there is none, or if the base has one too.
+const Tag* FindOddQuotes(const Tags& text, const Tags& base) {
+  const Tag* const found = std::find_if(text.begin(), text.end(), HasOddQuotes);
+  return found != text.end() && std::none_of(base.begin(), base.end(), HasOddQuotes) ? found
+                                                                                     : nullptr;
+}
+
 void CheckTags(const TextCheck& check) {
   const Tags base(check.BaseText());
   if (base.begin() == base.end()) {
@@ -401,6 +416,11 @@ void CheckTags(const TextCheck& check) {
       check.Add(RuleId::kTag, Severity::kWarning, tag.whole, {"tag.unbalanced", {lacking}});
       return;
     }
+  }
+  if (const Tag* const tag = FindOddQuotes(text, base)) {
+    check.Add(RuleId::kTag, Severity::kWarning, tag->whole, {"tag.quotes", {}}).mend = {
+        "tag.quotes_mend", {}};
+    return;
   }
   for (const Tag& tag : base) {
     if (text.Count(tag.name, tag.isClosing) == 0 &&

@@ -405,6 +405,17 @@ void CheckDegree(const TextCheck& check) {
   }
 }
 
+// The full-width bar of Chinese and Japanese keyboards, where the program separates parts at "|".
+void CheckBar(const TextCheck& check) {
+  constexpr std::string_view kFullWidthBar = u8"\uFF5C";
+  const std::string_view text = check.Text();
+  const std::size_t found = text.find(kFullWidthBar);
+  if (found != kNone && check.BaseText().find('|') != kNone && text.find('|') == kNone) {
+    check.Add(RuleId::kLookAlikeSign, Severity::kWarning, text.substr(found, kFullWidthBar.size()),
+              {"look-alike-sign.sign", {"|", std::string(kFullWidthBar)}});
+  }
+}
+
 // Whether the text has a digit of ASCII. Quick: the compiler makes a loop of vectors of it.
 bool HasDigit(std::string_view text) noexcept {
   constexpr unsigned char kDigits = 10;
@@ -445,6 +456,7 @@ void CheckNumbers(const TextCheck& check) {
     CheckChanged(check);
   }
   CheckDegree(check);
+  CheckBar(check);
 }
 
 }  // namespace KelmoLibs::Lang

@@ -474,9 +474,56 @@ class Part {
   std::uint32_t line_ = 0;
 };
 
+bool MayBeDoubleEncoded(const Entry& entry) noexcept {
+  return (BytesIn(entry.text) & (kLatinCapital | kCyrillic)) != 0;
+}
+
+// Whether nearly all texts of the file were turned into UTF-8 twice, judged by the first ones that
+// may be.
+bool IsWholeFileDoubleEncoded(const FileCheck& check) {
+  constexpr std::size_t kSample = 40;
+  constexpr std::size_t kFewest = 10;
+  std::size_t judged = 0;
+  std::size_t found = 0;
+  for (const Entry& entry : check.File().Entries()) {
+    if (judged < kSample && MayBeDoubleEncoded(entry)) {
+      ++judged;
+      found += FindDoubleEncoded(entry.text) ? 1U : 0U;
+    }
+  }
+  return judged >= kFewest && found * 4 >= judged * 3;
+}
+
+// One finding for the whole file, at its first wrong text.
+void ReportDoubleEncodedFile(FileCheck& check) {
+  const Entry* first = nullptr;
+  std::size_t count = 0;
+  for (const Entry& entry : check.File().Entries()) {
+    if (!MayBeDoubleEncoded(entry) || check.IsExplained(entry)) {
+      continue;
+    }
+    if (first == nullptr && FindDoubleEncoded(entry.text)) {
+      first = &entry;
+    }
+    ++count;
+    check.Explain(entry);
+  }
+  if (first == nullptr) {
+    return;
+  }
+  const DoubleEncoded letters = *FindDoubleEncoded(first->text);
+  Finding& finding = check.Add(RuleId::kDoubleEncoding, Severity::kError, letters.part, "",
+                               {"double-encoding.file.#", {std::to_string(count)}});
+  finding.hint = {"double-encoding.hint", {letters.letters}};
+  finding.mend = {"double-encoding.file_mend", {}};
+}
+
 }  // namespace
 
 void CheckOddCharacters(FileCheck& check) {
+  if (check.Source().EncodedAsUtf16() == Utf16::kNo && IsWholeFileDoubleEncoded(check)) {
+    ReportDoubleEncodedFile(check);
+  }
   const auto checkParts = [&check](const Entry& entry) {
     Part(check, entry.key, entry.key, true).Check();
     Part(check, entry.key, entry.text, false).Check();

@@ -44,12 +44,18 @@ bool IsOfLanguageOfBase(const TextCheck& check) {
   return LanguageOf(id).primary == check.file.FileLanguage().primary;
 }
 
+// A line of copyright is the same in all languages.
+bool IsCopyright(std::string_view text) noexcept {
+  constexpr std::string_view kSign = u8"\u00A9";
+  return text.substr(0, kSign.size()) == kSign || text.substr(0, 3) == "(c)";
+}
+
 }  // namespace
 
 void CheckUntranslated(const TextCheck& check) {
   constexpr std::size_t kWords = 3;
   if (check.base && check.Text() == check.BaseText() && CountWords(check.Text()) >= kWords &&
-      !IsOfLanguageOfBase(check)) {
+      !IsOfLanguageOfBase(check) && !IsCopyright(check.Text())) {
     check.Add(RuleId::kUntranslated, Severity::kNote, check.Text(), {"untranslated.message", {}});
   }
 }
