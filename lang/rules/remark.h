@@ -18,8 +18,8 @@ inline std::string_view FindRemark(std::string_view text, std::string_view base)
   }
   const char end = text[open - 2];
   const bool isBehindSentence = end == '.' || end == '!' || end == '?' || end == ':';
-  // A key letter, such as "Open? (&O)", or a placeholder belongs to the text.
-  const bool isOfText = text.find_first_of("&%{", open) != std::string_view::npos;
+  // A key letter, such as "Open? (&O)", a placeholder or a number belongs to the text.
+  const bool isOfText = text.find_first_of("&%{0123456789", open) != std::string_view::npos;
   return isBehindSentence && !isOfText ? text.substr(open) : std::string_view();
 }
 

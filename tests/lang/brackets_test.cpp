@@ -60,6 +60,7 @@ TEST(Brackets, AreClosed) {
       {"brackets at the end of the sentence", "de", "Saved", "Gespeichert (hier)", ""},
       {"brackets in the base", "de", "Saved. (See the log)", "Gespeichert. (Siehe Protokoll)", ""},
       {"a key letter behind a question", "ja", "Save?", u8"保存? (&S)", ""},
+      {"a number in brackets", "de", "Time. Range: 0-9 s", "Die Zeit. (0-9 s)", ""},
       {"a placeholder in brackets", "de", "Saved: %1", "Gespeichert: (%1)", ""},
       {"no base: a note", "de", "", u8"Länge (mm", "note bracket.message ("},
       {"no base, balanced", "de", "", u8"Länge (mm)", ""},
