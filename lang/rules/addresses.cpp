@@ -164,8 +164,7 @@ void CheckKind(const TextCheck& check, Finder find) {
       return true;
     }
     return VisitAddresses(check.Text(), find, [&](std::string_view text) {
-      const bool isMistake =
-          IsOneMistake(base, text) || IsOneMistake(HostOf(base), HostOf(text));
+      const bool isMistake = IsOneMistake(base, text) || IsOneMistake(HostOf(base), HostOf(text));
       if (!isMistake || ArePagesAlike(base, text) || ArePagesAlike(HostOf(base), HostOf(text))) {
         return false;
       }

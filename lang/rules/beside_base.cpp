@@ -432,7 +432,8 @@ class BaseCheck {
       if (surplus.file != nullptr) {
         Finding& finding = AddMissing(*surplus.file, surplus.entry->key, missing);
         finding.hint = {"missing.typing_mistake", {}};
-        finding.mend = {"look-alike-key.mend", {std::string(MissingName(missingIndices[found.missing]))}};
+        finding.mend = {"look-alike-key.mend",
+                        {std::string(MissingName(missingIndices[found.missing]))}};
       }
       Explain(surplus);
     }
