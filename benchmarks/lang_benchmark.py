@@ -56,10 +56,14 @@ def po_text(text):
     return '"' + text.replace("\\", "\\\\").replace('"', '\\"') + '"'
 
 
+def id_of(language):
+    return "en" if language == 0 else f"{LANGUAGES[language % len(LANGUAGES)]}-x{language}"
+
+
 def write_dictionaries(folder, texts, languages):
     folder.mkdir(parents=True, exist_ok=True)
     for number in range(languages + 1):
-        name = "en" if number == 0 else f"{LANGUAGES[number % len(LANGUAGES)]}-x{number}"
+        name = id_of(number)
         lines = [f"{name} Language {number}", *(f"{key}\t{text}" for key, text in zip(texts.keys, texts.of(number)))]
         (folder / f"{name}.txt").write_text("\n".join(lines) + "\n", "utf-8", newline="\n")
 
@@ -100,7 +104,7 @@ class Subject:
 
 
 def subjects_for(program, languages):
-    found = [Subject("kelmo-lang, one language", [program, "lint", "all/ab-x1.txt", "--base", "all/en.txt"], (0, 1)),
+    found = [Subject("kelmo-lang, one language", [program, "lint", f"all/{id_of(1)}.txt", "--base", "all/en.txt"], (0, 1)),
              Subject(f"kelmo-lang, {languages} languages", [program, "lint", "all", "--base", "all/en.txt"], (0, 1))]
     for name, command, limit in PEERS:
         if shutil.which(command[0]):
