@@ -1,6 +1,7 @@
 #include "lang/reading/source_file.h"
 
 #include <algorithm>
+#include <functional>
 #include <iterator>
 #include <utility>
 
@@ -100,12 +101,18 @@ std::uint32_t SourceFile::LineOf(const char* position) const noexcept {
 }
 
 Place SourceFile::PlaceOf(std::string_view part) const noexcept {
+  const std::string_view bytes = Bytes();
+  const std::less<> isBefore;
+  if (isBefore(part.data(), bytes.data()) ||
+      isBefore(bytes.data() + bytes.size(), part.data() + part.size())) {
+    return {};
+  }
   const std::uint32_t line = LineOf(part.data());
   if (line == 0) {  // an empty file
     return {};
   }
   const std::size_t lineStart = lineStarts_[line - 1];
-  const auto offset = static_cast<std::size_t>(part.data() - Bytes().data());
+  const auto offset = static_cast<std::size_t>(part.data() - bytes.data());
   const std::size_t end =
       std::max(offset, std::min(offset + part.size(), lineStart + Line(line).size()));
   return {0, line, CountBetween(lineStart, offset) + 1, CountBetween(offset, end), offset};

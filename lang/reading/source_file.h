@@ -58,7 +58,7 @@ class SourceFile {
   std::uint32_t LineOf(const char* position) const noexcept;
 
   /// The place of `part`, a view into Bytes(). Its length ends with the line. Not slower in a long
-  /// line.
+  /// line. A view into anything else, such as Raw() of a file in UTF-16, gives the file as a whole.
   Place PlaceOf(std::string_view part) const noexcept;
 
  private:

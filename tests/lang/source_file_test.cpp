@@ -60,6 +60,18 @@ TEST(SourceFile, CountsCodePointsOfLongLines) {
   }
 }
 
+// What the library reads of a file in UTF-16 is no part of the text that people see.
+TEST(SourceFile, APartOfAnotherTextIsTheFileAsAWhole) {
+  const SourceFile file("en.txt", "en.txt", std::string("\0e\0n\0\n\0k\0 \0t", 12));
+  ASSERT_NE(file.EncodedAsUtf16(), Utf16::kNo);
+  for (const std::string_view part : {file.Raw(), file.Raw().substr(4), file.Raw().substr(12)}) {
+    const Place place = file.PlaceOf(part);
+    EXPECT_EQ(place.line, 0U);
+    EXPECT_EQ(place.offset, 0U);
+  }
+  EXPECT_EQ(file.PlaceOf(file.Line(2)).line, 2U);
+}
+
 TEST(SourceFile, PlacesOfALongLineTakeLittleTime) {
   constexpr std::size_t kSize = 20'000'000;
   constexpr std::size_t kPlaces = 500;
