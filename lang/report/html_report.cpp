@@ -198,7 +198,7 @@ class HtmlWriter {
       Paragraph("box", Say({"page.folder", {page_.folderOfCopies, FilesWithCopies()}}));
     }
     if (summary.All() > 0) {
-      Paragraph("soft", Text("page.order"));
+      Paragraph("soft", Text("page.tab"));
     }
   }
 

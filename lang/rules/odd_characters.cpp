@@ -486,7 +486,10 @@ bool IsWholeFileDoubleEncoded(const FileCheck& check) {
   std::size_t judged = 0;
   std::size_t found = 0;
   for (const Entry& entry : check.File().Entries()) {
-    if (judged < kSample && MayBeDoubleEncoded(entry)) {
+    if (judged == kSample) {
+      break;
+    }
+    if (MayBeDoubleEncoded(entry)) {
       ++judged;
       found += FindDoubleEncoded(entry.text) ? 1U : 0U;
     }
@@ -496,25 +499,24 @@ bool IsWholeFileDoubleEncoded(const FileCheck& check) {
 
 // One finding for the whole file, at its first wrong text.
 void ReportDoubleEncodedFile(FileCheck& check) {
-  const Entry* first = nullptr;
+  std::optional<DoubleEncoded> first;
   std::size_t count = 0;
   for (const Entry& entry : check.File().Entries()) {
     if (!MayBeDoubleEncoded(entry) || check.IsExplained(entry)) {
       continue;
     }
-    if (first == nullptr && FindDoubleEncoded(entry.text)) {
-      first = &entry;
+    if (!first) {
+      first = FindDoubleEncoded(entry.text);
     }
     ++count;
     check.Explain(entry);
   }
-  if (first == nullptr) {
+  if (!first) {
     return;
   }
-  const DoubleEncoded letters = *FindDoubleEncoded(first->text);
-  Finding& finding = check.Add(RuleId::kDoubleEncoding, Severity::kError, letters.part, "",
+  Finding& finding = check.Add(RuleId::kDoubleEncoding, Severity::kError, first->part, "",
                                {"double-encoding.file.#", {std::to_string(count)}});
-  finding.hint = {"double-encoding.hint", {letters.letters}};
+  finding.hint = {"double-encoding.hint", {first->letters}};
   finding.mend = {"double-encoding.file_mend", {}};
 }
 
