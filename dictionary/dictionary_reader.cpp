@@ -4,23 +4,13 @@
 #include <optional>
 
 #include "dictionary/dictionary_line.h"
+#include "dictionary/entry_estimate.h"
 #include "text/line_reader.h"
 #include "text/utf8.h"
 
 namespace KelmoLibs::Localize {
 
 namespace {
-
-// Estimates how many entries the rest of a source has: `bytesRead` bytes had `entries`. A little
-// more, so that the table does not grow again for the last entries.
-std::size_t ExtrapolateCount(std::size_t entries, std::size_t bytesRead,
-                             std::size_t sourceBytes) noexcept {
-  constexpr double kMargin = 1.0625;
-  constexpr double kMax = 1e18;  // SizeHint may return any number
-  const auto rest = static_cast<double>(sourceBytes - std::min(bytesRead, sourceBytes));
-  const double estimate = rest / static_cast<double>(bytesRead) * static_cast<double>(entries);
-  return static_cast<std::size_t>(std::min(estimate * kMargin, kMax));
-}
 
 // Decodes `utf8` into `buffer`, which callers use again. The result is valid until then.
 std::wstring_view Decode(std::string_view utf8, std::wstring& buffer) {

@@ -1,0 +1,400 @@
+// The C functions of kelmo.h. Each checks its arguments, calls the core and makes a status of what
+// it throws. kelmo.h has the contracts.
+#include <algorithm>
+#include <atomic>
+#include <cstddef>
+#include <cstring>
+#include <memory>
+#include <new>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "host/loader.h"
+#include "host/problem_list.h"
+#include "host/view.h"
+#include "kelmo/kelmo.h"
+#include "text/utf8.h"
+
+using KelmoLibs::Host::FoundText;
+using KelmoLibs::Host::LanguageTexts;
+using KelmoLibs::Host::Loader;
+using KelmoLibs::Host::Problem;
+using KelmoLibs::Host::ProblemList;
+using KelmoLibs::Host::ReadingOptions;
+using KelmoLibs::Host::SealedTexts;
+using KelmoLibs::Host::TextCollection;
+using KelmoLibs::Host::TextRecord;
+using KelmoLibs::Host::View;
+
+struct kelmo_problems {
+  ProblemList list;
+};
+
+struct kelmo_loader {
+  Loader loader;
+};
+
+struct kelmo_texts {
+  std::atomic<std::size_t> owners{1};
+  SealedTexts texts;
+};
+
+struct kelmo_view {
+  std::atomic<std::size_t> owners{1};
+  View view;
+};
+
+namespace {
+
+// ---- Arguments
+
+// The string, or nothing if it is not allowed.
+std::optional<std::string_view> StringOf(const char* data, std::size_t size) noexcept {
+  if (data == nullptr) {
+    return size == 0 ? std::optional<std::string_view>(std::string_view()) : std::nullopt;
+  }
+  return size == KELMO_ZERO_TERMINATED ? std::string_view(data) : std::string_view(data, size);
+}
+
+bool IsUtf8(std::string_view text) noexcept {
+  return KelmoLibs::Localize::WellFormedUtf8Length(text) == text.size();
+}
+
+// Copies a struct of the caller, whose size may be that of an earlier or later version, over
+// `known`, which has the default values. False if it is too small.
+template <class Struct>
+bool Take(const Struct* given, std::size_t smallest, Struct& known) noexcept {
+  if (given == nullptr) {
+    return true;
+  }
+  if (given->size < smallest) {
+    return false;
+  }
+  std::memcpy(&known, given, std::min<std::size_t>(given->size, sizeof known));
+  return true;
+}
+
+// Copies `value` to a struct of the caller, as much of it as the caller knows. Precondition: the
+// caller's struct is large enough (IsLargeEnough).
+template <class Struct>
+void Give(Struct value, Struct* result) noexcept {
+  value.size = result->size;
+  std::memcpy(result, &value, std::min<std::size_t>(result->size, sizeof value));
+}
+
+// The sizes in the first version. Later fields do not count.
+template <class Struct>
+bool IsLargeEnough(const Struct* result) noexcept {
+  return result != nullptr && result->size >= sizeof(Struct);
+}
+
+kelmo_string Give(std::string_view text) noexcept { return {text.data(), text.size()}; }
+
+ProblemList* ListOf(kelmo_problems* problems) noexcept {
+  return problems != nullptr ? &problems->list : nullptr;
+}
+
+// ---- Results
+
+// Calls `body`, which returns a status or throws.
+template <class Body>
+kelmo_status Guard(Body body) noexcept {
+  try {
+    return body();
+  } catch (...) {
+    return KELMO_OUT_OF_MEMORY;  // the core throws nothing else
+  }
+}
+
+// Makes an object with `make`, which returns a std::unique_ptr, and gives it to the caller.
+template <class Object, class Maker>
+kelmo_status Make(Object** result, Maker make) noexcept {
+  if (result == nullptr) {
+    return KELMO_INVALID_ARGUMENT;
+  }
+  return Guard([&] {
+    *result = make().release();
+    return KELMO_OK;
+  });
+}
+
+template <class Object>
+Object* Retain(Object* object) noexcept {
+  if (object != nullptr) {
+    object->owners.fetch_add(1, std::memory_order_relaxed);
+  }
+  return object;
+}
+
+template <class Object>
+void Release(Object* object) noexcept {
+  if (object != nullptr && object->owners.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+    delete object;
+  }
+}
+
+// Writes as many whole characters as there is room for, and a zero.
+void WriteText(std::string_view text, char* buffer, std::size_t capacity,
+               std::size_t* needed) noexcept {
+  if (needed != nullptr) {
+    *needed = text.size();
+  }
+  if (capacity == 0) {
+    return;
+  }
+  const std::size_t room = std::min(text.size(), capacity - 1);
+  const std::size_t written = KelmoLibs::Localize::WellFormedUtf8Length(text.substr(0, room));
+  std::memcpy(buffer, text.data(), written);
+  buffer[written] = '\0';
+}
+
+// Fills all fields of the caller's struct but its size. One by one: copying a whole struct that was
+// just written would wait for the writes.
+void Describe(const TextCollection& texts, std::size_t language, const TextRecord& record,
+              kelmo_text& text) noexcept {
+  text.line = record.line;
+  text.utf8 = record.Text().data();
+  text.utf8_size = record.textSize;
+  text.utf16 = record.Utf16();
+  text.utf16_size = text.utf16 != nullptr ? record.utf16Size : 0;
+  text.language = language;
+  text.key = Give(record.Key());
+  text.file = Give(*texts.files[record.file]);
+}
+
+// Checks the arguments of the loading functions and calls `load` with them.
+template <class Load>
+kelmo_status LoadWith(kelmo_loader* loader, const char* name, std::size_t nameSize,
+                      const kelmo_load_options* options, Load load) noexcept {
+  const std::optional<std::string_view> text = StringOf(name, nameSize);
+  kelmo_load_options known = {};
+  constexpr std::uint32_t kFlags = KELMO_LOAD_LENIENT | KELMO_LOAD_UTF16;
+  if (loader == nullptr || !text || !Take(options, sizeof known, known) ||
+      (known.flags & ~kFlags) != 0) {
+    return KELMO_INVALID_ARGUMENT;
+  }
+  if (!IsUtf8(*text)) {
+    return KELMO_INVALID_UTF8;
+  }
+  const ReadingOptions reading{(known.flags & KELMO_LOAD_LENIENT) != 0,
+                               (known.flags & KELMO_LOAD_UTF16) != 0};
+  return Guard([&] { return load(*text, reading) ? KELMO_OK : KELMO_CANNOT_READ; });
+}
+
+}  // namespace
+
+extern "C" {
+
+uint32_t kelmo_version(void) { return KELMO_VERSION; }
+
+const char* kelmo_status_name(kelmo_status status) {
+  switch (status) {
+    case KELMO_OK:
+      return "KELMO_OK";
+    case KELMO_NOT_FOUND:
+      return "KELMO_NOT_FOUND";
+    case KELMO_INVALID_ARGUMENT:
+      return "KELMO_INVALID_ARGUMENT";
+    case KELMO_OUT_OF_MEMORY:
+      return "KELMO_OUT_OF_MEMORY";
+    case KELMO_CANNOT_READ:
+      return "KELMO_CANNOT_READ";
+    case KELMO_INVALID_UTF8:
+      return "KELMO_INVALID_UTF8";
+    default:
+      return "unknown status";
+  }
+}
+
+// ---- Problems
+
+kelmo_status kelmo_problems_create(kelmo_problems** result) {
+  return Make(result, [] { return std::make_unique<kelmo_problems>(); });
+}
+
+void kelmo_problems_destroy(kelmo_problems* problems) { delete problems; }
+
+size_t kelmo_problems_count(const kelmo_problems* problems) {
+  return problems != nullptr ? problems->list.All().size() : 0;
+}
+
+size_t kelmo_problems_lost(const kelmo_problems* problems) {
+  return problems != nullptr ? problems->list.Lost() : 0;
+}
+
+kelmo_status kelmo_problems_get(const kelmo_problems* problems, size_t index,
+                                kelmo_problem* result) {
+  if (index >= kelmo_problems_count(problems) || !IsLargeEnough(result)) {
+    return KELMO_INVALID_ARGUMENT;
+  }
+  const Problem& problem = problems->list.All()[index];
+  kelmo_problem given = {};
+  given.code = static_cast<int32_t>(problem.code);
+  given.severity = static_cast<int32_t>(problem.severity);
+  given.line = problem.line;
+  given.column = problem.column;
+  given.sentence = Give(KelmoLibs::Host::SentenceOf(problem.code));
+  given.key = Give(problem.key);
+  given.language = Give(problem.language);
+  given.file = Give(problem.file);
+  given.detail = Give(problem.detail);
+  Give(given, result);
+  return KELMO_OK;
+}
+
+kelmo_status kelmo_problems_print(const kelmo_problems* problems, size_t index, char* buffer,
+                                  size_t capacity, size_t* needed) {
+  if (index >= kelmo_problems_count(problems) || (buffer == nullptr && capacity != 0)) {
+    return KELMO_INVALID_ARGUMENT;
+  }
+  return Guard([&] {
+    WriteText(KelmoLibs::Host::Print(problems->list.All()[index]), buffer, capacity, needed);
+    return KELMO_OK;
+  });
+}
+
+void kelmo_problems_clear(kelmo_problems* problems) {
+  if (problems != nullptr) {
+    problems->list.Clear();
+  }
+}
+
+// ---- Loading
+
+kelmo_status kelmo_loader_create(kelmo_loader** result) {
+  return Make(result, [] { return std::make_unique<kelmo_loader>(); });
+}
+
+void kelmo_loader_destroy(kelmo_loader* loader) { delete loader; }
+
+kelmo_status kelmo_loader_add_file(kelmo_loader* loader, const char* path, size_t path_size,
+                                   const kelmo_load_options* options, kelmo_problems* problems) {
+  return LoadWith(loader, path, path_size, options, [=](std::string_view name, auto& reading) {
+    return loader->loader.AddFile(std::string(name), reading, ListOf(problems));
+  });
+}
+
+kelmo_status kelmo_loader_add_folder(kelmo_loader* loader, const char* path, size_t path_size,
+                                     const kelmo_load_options* options, kelmo_problems* problems) {
+  return LoadWith(loader, path, path_size, options, [=](std::string_view name, auto& reading) {
+    return loader->loader.AddFolder(std::string(name), reading, ListOf(problems));
+  });
+}
+
+kelmo_status kelmo_loader_add_memory(kelmo_loader* loader, const void* bytes, size_t size,
+                                     const char* name, size_t name_size,
+                                     const kelmo_load_options* options, kelmo_problems* problems) {
+  if (bytes == nullptr && size != 0) {
+    return KELMO_INVALID_ARGUMENT;
+  }
+  const std::string_view content(static_cast<const char*>(bytes), size);
+  return LoadWith(loader, name, name_size, options, [=](std::string_view text, auto& reading) {
+    loader->loader.AddMemory(content, text, reading, ListOf(problems));
+    return true;
+  });
+}
+
+// ---- Texts
+
+kelmo_status kelmo_loader_finish(kelmo_loader* loader, kelmo_texts** result) {
+  if (loader == nullptr) {
+    return KELMO_INVALID_ARGUMENT;
+  }
+  return Make(result, [loader] {
+    auto sealed = std::make_unique<kelmo_texts>();
+    sealed->texts = loader->loader.Finish();
+    return sealed;
+  });
+}
+
+kelmo_texts* kelmo_texts_retain(kelmo_texts* texts) { return Retain(texts); }
+
+void kelmo_texts_release(kelmo_texts* texts) { Release(texts); }
+
+size_t kelmo_texts_language_count(const kelmo_texts* texts) {
+  return texts != nullptr ? texts->texts->languages.size() : 0;
+}
+
+kelmo_status kelmo_texts_language(const kelmo_texts* texts, size_t index, kelmo_language* result) {
+  if (index >= kelmo_texts_language_count(texts) || !IsLargeEnough(result)) {
+    return KELMO_INVALID_ARGUMENT;
+  }
+  const LanguageTexts& language = *texts->texts->languages[index];
+  Give(kelmo_language{0, 0, Give(language.Id()), Give(language.Name()), language.Entries().size()},
+       result);
+  return KELMO_OK;
+}
+
+kelmo_status kelmo_texts_entry(const kelmo_texts* texts, size_t language, size_t index,
+                               kelmo_text* result) {
+  if (language >= kelmo_texts_language_count(texts) ||
+      index >= texts->texts->languages[language]->Entries().size() || !IsLargeEnough(result)) {
+    return KELMO_INVALID_ARGUMENT;
+  }
+  const TextRecord& record = *texts->texts->languages[language]->Entries()[index];
+  Describe(*texts->texts, language, record, *result);
+  return KELMO_OK;
+}
+
+// ---- Views
+
+kelmo_status kelmo_view_create(kelmo_texts* texts, const kelmo_view_options* options,
+                               kelmo_view** result, kelmo_problems* problems) {
+  kelmo_view_options known = {};
+  if (texts == nullptr || !Take(options, sizeof known, known) ||
+      (known.languages == nullptr && known.language_count != 0)) {
+    return KELMO_INVALID_ARGUMENT;
+  }
+  return Guard([&] {
+    std::vector<std::string_view> languages;
+    languages.reserve(known.language_count);
+    for (std::size_t i = 0; i < known.language_count; ++i) {
+      const auto id = StringOf(known.languages[i].data, known.languages[i].size);
+      if (!id) {
+        return kelmo_status{KELMO_INVALID_ARGUMENT};
+      }
+      if (!IsUtf8(*id)) {
+        return kelmo_status{KELMO_INVALID_UTF8};
+      }
+      languages.push_back(*id);
+    }
+    return Make(result, [&] {
+      return std::unique_ptr<kelmo_view>(new kelmo_view{
+          {1}, View(texts->texts, languages, known.problem_limit, ListOf(problems))});
+    });
+  });
+}
+
+kelmo_view* kelmo_view_retain(kelmo_view* view) { return Retain(view); }
+
+void kelmo_view_release(kelmo_view* view) { Release(view); }
+
+kelmo_status kelmo_view_find(const kelmo_view* view, const char* key, size_t key_size,
+                             const kelmo_argument* /*count*/, kelmo_text* result) {
+  const std::optional<std::string_view> text = StringOf(key, key_size);
+  if (view == nullptr || !text || !IsLargeEnough(result)) {
+    return KELMO_INVALID_ARGUMENT;
+  }
+  const FoundText found = view->view.Find(*text);
+  if (found.record == nullptr) {
+    return KELMO_NOT_FOUND;
+  }
+  Describe(view->view.Texts(), found.language, *found.record, *result);
+  return KELMO_OK;
+}
+
+kelmo_status kelmo_view_take_problems(kelmo_view* view, kelmo_problems* problems, size_t* lost) {
+  if (view == nullptr) {
+    return KELMO_INVALID_ARGUMENT;
+  }
+  const std::size_t notRecorded = view->view.TakeProblems(ListOf(problems));
+  if (lost != nullptr) {
+    *lost = notRecorded;
+  }
+  return KELMO_OK;
+}
+
+}  // extern "C"

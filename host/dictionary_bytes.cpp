@@ -1,0 +1,229 @@
+#include "host/dictionary_bytes.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+#include "dictionary/dictionary_line.h"
+#include "dictionary/entry_estimate.h"
+#include "platform/native_files.h"
+#include "text/utf8.h"
+
+namespace KelmoLibs::Host {
+namespace {
+
+using Localize::DictionaryLine;
+using Localize::SplitDictionaryLine;
+using Localize::WellFormedUtf8Length;
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+bool StartsWith(std::string_view text, std::string_view start) noexcept {
+  return text.substr(0, start.size()) == start;
+}
+
+class Reader {
+ public:
+  Reader(std::string_view fileName, const ReadingOptions& options, TextCollection& texts,
+         ProblemList* problems)
+      : fileName_(fileName), options_(options), texts_(texts), problems_(problems) {}
+
+  void Read(std::string_view bytes) {
+    if (StartsWith(bytes, kByteOrderMark)) {
+      Tell(ProblemCode::kByteOrderMark,
+           options_.isLenient ? ProblemSeverity::kNote : ProblemSeverity::kError, {1, 1}, {});
+      if (options_.isLenient) {
+        bytes.remove_prefix(kByteOrderMark.size());
+      }
+    }
+    bytes = CutAtControlZ(bytes);
+    const std::size_t valid = WellFormedUtf8Length(bytes);
+    if (valid == bytes.size()) {
+      ReadLines(bytes);
+    } else if (options_.isLenient) {
+      ReadLines(WithoutFaults(bytes, valid));
+    } else {
+      ReadLines(bytes.substr(0, valid));
+      TellCut(bytes, valid);
+    }
+    if (language_ == nullptr) {
+      Tell(ProblemCode::kEmptyFile, ProblemSeverity::kWarning, {}, {});
+    }
+  }
+
+ private:
+  struct Position {
+    std::uint32_t line = 0;
+    std::uint32_t column = 0;
+  };
+
+  // As text mode does it: CR LF ends a line as LF does; every other CR stays.
+  void ReadLines(std::string_view bytes) {
+    for (std::uint32_t number = 1; !bytes.empty(); ++number) {
+      const std::size_t end = bytes.find('\n');
+      std::string_view line = bytes.substr(0, end);
+      bytes.remove_prefix(std::min(line.size() + 1, bytes.size()));
+      if (end != std::string_view::npos && !line.empty() && line.back() == '\r') {
+        line.remove_suffix(1);
+      }
+      bytesRead_ += line.size() + 1;
+      ReadLine(line, number, bytes.size());
+    }
+  }
+
+  std::string_view CutAtControlZ(std::string_view bytes) {
+    const std::size_t found =
+        Localize::ControlZEndsText() ? bytes.find('\x1A') : std::string_view::npos;
+    if (found == std::string_view::npos || WellFormedUtf8Length(bytes.substr(0, found)) < found) {
+      return bytes.substr(0, found);
+    }
+    Position position{1, 1};
+    Advance(bytes.substr(0, found), position);
+    const std::size_t dropped = bytes.size() - found - 1;
+    TellDropped(ProblemCode::kControlZ,
+                dropped == 0 ? ProblemSeverity::kNote : ProblemSeverity::kError, position, dropped);
+    return bytes.substr(0, found);
+  }
+
+  // `rest`: the bytes behind the line.
+  void ReadLine(std::string_view line, std::uint32_t number, std::size_t rest) {
+    const DictionaryLine fields = SplitDictionaryLine(line);
+    if (language_ == nullptr) {
+      ReadHeader(fields);
+    } else if (!line.empty()) {
+      if (language_->IsFull()) {
+        const std::size_t entries = language_->Entries().size();
+        language_->Grow(entries + Localize::ExtrapolateCount(entries - olderEntries_, bytesRead_,
+                                                             bytesRead_ + rest));
+      }
+      const std::string_view text = options_.isLenient ? WithLineBreaks(fields.text) : fields.text;
+      if (!language_->Add({fields.key, text, file_, number, options_.hasUtf16})) {
+        Tell(ProblemCode::kKeyRepeated, ProblemSeverity::kWarning, {number, 1}, fields.key);
+      }
+    }
+  }
+
+  void ReadHeader(const DictionaryLine& fields) {
+    texts_.files.reserve(texts_.files.size() + 1);
+    texts_.languages.reserve(texts_.languages.size() + 1);
+    language_ = texts_.FindLanguage(fields.key);
+    auto file = std::make_unique<const std::string>(fileName_);
+    if (language_ == nullptr) {
+      texts_.languages.push_back(std::make_unique<LanguageTexts>(fields.key, fields.text));
+      language_ = texts_.languages.back().get();
+    }
+    olderEntries_ = language_->Entries().size();
+    file_ = static_cast<std::uint32_t>(texts_.files.size());
+    texts_.files.push_back(std::move(file));
+  }
+
+  // The text with a line break in place of each backslash and n; valid until the next call.
+  std::string_view WithLineBreaks(std::string_view text) {
+    if (text.find("\\n") == std::string_view::npos) {
+      return text;
+    }
+    buffer_.clear();
+    for (std::size_t i = 0; i < text.size(); ++i) {
+      const bool isLineBreak = text.substr(i, 2) == "\\n";
+      buffer_ += isLineBreak ? '\n' : text[i];
+      i += isLineBreak ? 1U : 0U;
+    }
+    return buffer_;
+  }
+
+  // A copy without the bytes that are not UTF-8. Tells each of their runs.
+  std::string_view WithoutFaults(std::string_view bytes, std::size_t valid) {
+    mended_.reserve(bytes.size());
+    Position position{1, 1};
+    for (;;) {
+      mended_ += bytes.substr(0, valid);
+      Advance(bytes.substr(0, valid), position);
+      bytes.remove_prefix(valid);
+      if (bytes.empty()) {
+        return mended_;
+      }
+      std::size_t skipped = 0;
+      do {
+        ++skipped;
+        valid = WellFormedUtf8Length(bytes.substr(skipped, kLongestCharacter));
+      } while (valid == 0 && skipped < bytes.size());
+      TellDropped(ProblemCode::kNotUtf8, ProblemSeverity::kError, position, skipped);
+      position.column += static_cast<std::uint32_t>(skipped);
+      bytes.remove_prefix(skipped);
+      valid = WellFormedUtf8Length(bytes);
+    }
+  }
+
+  void TellCut(std::string_view bytes, std::size_t valid) {
+    Position position{1, 1};
+    Advance(bytes.substr(0, valid), position);
+    TellDropped(ProblemCode::kNotUtf8, ProblemSeverity::kError, position, bytes.size() - valid);
+  }
+
+  static void Advance(std::string_view text, Position& position) noexcept {
+    const std::size_t lastLf = text.rfind('\n');
+    if (lastLf != std::string_view::npos) {
+      position.line += static_cast<std::uint32_t>(std::count(text.begin(), text.end(), '\n'));
+      position.column = 1;
+      text.remove_prefix(lastLf + 1);
+    }
+    position.column +=
+        static_cast<std::uint32_t>(std::count_if(text.begin(), text.end(), [](char c) {
+          return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U;
+        }));
+  }
+
+  void TellDropped(ProblemCode code, ProblemSeverity severity, const Position& position,
+                   std::size_t bytes) {
+    if (problems_ != nullptr) {
+      problems_->Append([&] {
+        Problem problem = Describe(code, severity, position, {});
+        problem.detail = std::to_string(bytes) + (bytes == 1 ? " byte" : " bytes") + " dropped";
+        return problem;
+      });
+    }
+  }
+
+  void Tell(ProblemCode code, ProblemSeverity severity, const Position& position,
+            std::string_view key) {
+    if (problems_ != nullptr) {
+      problems_->Append([&] { return Describe(code, severity, position, key); });
+    }
+  }
+
+  Problem Describe(ProblemCode code, ProblemSeverity severity, const Position& position,
+                   std::string_view key) const {
+    Problem problem;
+    problem.code = code;
+    problem.severity = severity;
+    problem.line = position.line;
+    problem.column = position.column;
+    problem.key = key;
+    problem.language = language_ != nullptr ? language_->Id() : std::string();
+    problem.file = fileName_;
+    return problem;
+  }
+
+  static constexpr std::size_t kLongestCharacter = 4;
+
+  std::string_view fileName_;
+  const ReadingOptions& options_;
+  TextCollection& texts_;
+  ProblemList* problems_;
+  LanguageTexts* language_ = nullptr;
+  std::uint32_t file_ = 0;
+  std::size_t bytesRead_ = 0;
+  std::size_t olderEntries_ = 0;  // of the language, from other files
+  std::string buffer_;
+  std::string mended_;
+};
+
+}  // namespace
+
+void ReadDictionaryBytes(std::string_view bytes, std::string_view fileName,
+                         const ReadingOptions& options, TextCollection& texts,
+                         ProblemList* problems) {
+  Reader(fileName, options, texts, problems).Read(bytes);
+}
+
+}  // namespace KelmoLibs::Host

@@ -1,0 +1,92 @@
+#include "host/loader.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "platform/native_files.h"
+
+namespace KelmoLibs::Host {
+namespace {
+
+using Localize::FileBytes;
+using Localize::SystemError;
+
+bool EndsWith(std::string_view text, std::string_view end) noexcept {
+  return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
+}
+
+bool IsDictionary(std::string_view name) noexcept {
+  return EndsWith(name, ".txt") && !EndsWith(name, "-val.txt");
+}
+
+void TellUnreadable(const std::string& path, std::string detail, ProblemList* problems) {
+  if (problems != nullptr) {
+    problems->Append([&] {
+      Problem problem;
+      problem.code = ProblemCode::kCannotRead;
+      problem.severity = ProblemSeverity::kError;
+      problem.file = path;
+      problem.detail = std::move(detail);
+      return problem;
+    });
+  }
+}
+
+// No path of a system has a zero inside: its functions would take the part in front of it.
+bool HasZero(const std::string& path, ProblemList* problems) {
+  if (path.find('\0') == std::string::npos) {
+    return false;
+  }
+  TellUnreadable(path, "the path has a zero in it", problems);
+  return true;
+}
+
+}  // namespace
+
+bool Loader::AddFile(const std::string& path, const ReadingOptions& options,
+                     ProblemList* problems) {
+  if (HasZero(path, problems)) {
+    return false;
+  }
+  FileBytes bytes;
+  if (const SystemError error = Localize::ReadFileAt(path, bytes); !error.IsNone()) {
+    TellUnreadable(path, Localize::DescribeError(error), problems);
+    return false;
+  }
+  AddMemory(bytes.View(), path, options, problems);
+  return true;
+}
+
+bool Loader::AddFolder(const std::string& path, const ReadingOptions& options,
+                       ProblemList* problems) {
+  if (HasZero(path, problems)) {
+    return false;
+  }
+  std::vector<std::string> names;
+  if (const SystemError error = Localize::ListFilesAt(path, names); !error.IsNone()) {
+    TellUnreadable(path, Localize::DescribeError(error), problems);
+    return false;
+  }
+  std::sort(names.begin(), names.end());
+  bool isWhole = true;
+  for (const std::string& name : names) {
+    if (IsDictionary(name)) {
+      isWhole = AddFile(Localize::JoinNative(path, name), options, problems) && isWhole;
+    }
+  }
+  return isWhole;
+}
+
+void Loader::AddMemory(std::string_view bytes, std::string_view name, const ReadingOptions& options,
+                       ProblemList* problems) {
+  ReadDictionaryBytes(bytes, name, options, texts_, problems);
+}
+
+std::shared_ptr<const TextCollection> Loader::Finish() {
+  auto sealed = std::make_shared<TextCollection>();
+  std::swap(*sealed, texts_);
+  return sealed;
+}
+
+}  // namespace KelmoLibs::Host

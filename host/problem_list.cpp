@@ -1,0 +1,67 @@
+#include "host/problem_list.h"
+
+#include <array>
+
+namespace KelmoLibs::Host {
+namespace {
+
+constexpr std::array<std::string_view, 3> kSeverityNames = {"note", "warning", "error"};
+
+void AppendDetail(std::string_view label, std::string_view value, std::string& line) {
+  if (!value.empty()) {
+    line += " (";
+    line += label;
+    line += " \"";
+    line += value;
+    line += "\")";
+  }
+}
+
+}  // namespace
+
+std::string_view SentenceOf(ProblemCode code) noexcept {
+  switch (code) {
+    case ProblemCode::kKeyRepeated:
+      return "EL101. Key already declared.";
+    case ProblemCode::kCannotRead:
+      return "EL111. Dictionary file not found";
+    case ProblemCode::kUnknownLanguage:
+      return "EL112. Dictionary not found";
+    case ProblemCode::kKeyMissing:
+      return "EL121. Key not found in dictionary";
+    case ProblemCode::kNotUtf8:
+      return "Bytes that are not UTF-8 are dropped";
+    case ProblemCode::kByteOrderMark:
+      return "A byte-order mark stands in front of the id of the language";
+    case ProblemCode::kEmptyFile:
+      return "The file is empty";
+    case ProblemCode::kControlZ:
+      return "A byte 0x1A ends the text";
+  }
+  return "";
+}
+
+std::string Print(const Problem& problem) {
+  std::string line;
+  if (!problem.file.empty()) {
+    line += problem.file;
+    if (problem.line != 0) {
+      line += ':' + std::to_string(problem.line);
+    }
+    if (problem.column != 0) {
+      line += ':' + std::to_string(problem.column);
+    }
+    line += ": ";
+  }
+  line += kSeverityNames[static_cast<std::size_t>(problem.severity)];
+  line += ": ";
+  line += SentenceOf(problem.code);
+  if (!problem.detail.empty()) {
+    line += ": " + problem.detail;
+  }
+  AppendDetail("key", problem.key, line);
+  AppendDetail("language", problem.language, line);
+  return line;
+}
+
+}  // namespace KelmoLibs::Host

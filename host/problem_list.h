@@ -1,0 +1,68 @@
+// What went wrong, as data: the list that a host passes to a call.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace KelmoLibs::Host {
+
+/// The values are those of kelmo.h.
+enum class ProblemCode : std::int32_t {
+  kKeyRepeated = 101,
+  kCannotRead = 111,
+  kUnknownLanguage = 112,
+  kKeyMissing = 121,
+  kNotUtf8 = 201,
+  kByteOrderMark = 202,
+  kEmptyFile = 203,
+  kControlZ = 204,
+};
+
+enum class ProblemSeverity : std::int32_t { kNote = 0, kWarning = 1, kError = 2 };
+
+struct Problem {
+  ProblemCode code{};
+  ProblemSeverity severity{};
+  std::uint32_t line = 0;    // from 1; 0 if it is about no line
+  std::uint32_t column = 0;  // in characters, from 1; 0 if it is about no place in a line
+  std::string key;
+  std::string language;
+  std::string file;
+  std::string detail;
+};
+
+/// The English sentence of a problem, with a terminating zero; the first library's where it has one.
+std::string_view SentenceOf(ProblemCode code) noexcept;
+
+/// The problem as one line for people, in English: `de.txt:7:1: warning: ...`.
+std::string Print(const Problem& problem);
+
+class ProblemList {
+ public:
+  /// Appends the problem that `make` returns. If memory is out, only counts it.
+  template <class Maker>
+  void Append(Maker make) noexcept {
+    try {
+      problems_.push_back(make());
+    } catch (...) {
+      ++lost_;
+    }
+  }
+
+  void Clear() noexcept {
+    problems_.clear();
+    lost_ = 0;
+  }
+
+  const std::vector<Problem>& All() const noexcept { return problems_; }
+  std::size_t Lost() const noexcept { return lost_; }
+
+ private:
+  std::vector<Problem> problems_;
+  std::size_t lost_ = 0;
+};
+
+}  // namespace KelmoLibs::Host

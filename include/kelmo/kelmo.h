@@ -1,0 +1,488 @@
+/**
+ * @file
+ * kelmo: texts in the language of the user, for programs in any language that calls C.
+ *
+ * The library has no state: everything lives in objects that the host makes. A loader reads
+ * dictionary files; finishing it gives sealed texts, which never change. A view binds texts to the
+ * languages of one user; every lookup takes a view.
+ *
+ *     kelmo_loader* loader = NULL;
+ *     kelmo_texts* texts = NULL;
+ *     kelmo_view* view = NULL;
+ *     kelmo_string languages[] = {{"de-AT", 5}, {"de", 2}, {"en", 2}};
+ *     kelmo_view_options options = {sizeof options};
+ *     options.languages = languages;
+ *     options.language_count = 3;
+ *     if (kelmo_loader_create(&loader) == KELMO_OK &&
+ *         kelmo_loader_add_folder(loader, "lang", KELMO_ZERO_TERMINATED, NULL, NULL) == KELMO_OK &&
+ *         kelmo_loader_finish(loader, &texts) == KELMO_OK &&
+ *         kelmo_view_create(texts, &options, &view, NULL) == KELMO_OK) {
+ *       puts(kelmo_view_text(view, "menu.file", KELMO_ZERO_TERMINATED, NULL));
+ *     }
+ *
+ * Rules for all functions
+ *  - Strings are UTF-8. They go in as pointer and size in bytes; with the size
+ *    KELMO_ZERO_TERMINATED they end with a zero. They come out with their size, and a zero stands
+ *    behind them. A null pointer with the size 0 is the empty string.
+ *  - Every function that can fail returns a kelmo_status; 0 is success. A status is never reused
+ *    for another meaning. When a function fails, nothing has changed, and pointers that it would
+ *    have set are unchanged, unless it says more.
+ *  - A null pointer where none is allowed, and a struct whose size is too small, give
+ *    KELMO_INVALID_ARGUMENT. Memory that is not enough gives KELMO_OUT_OF_MEMORY. No exception
+ *    leaves a function, and none ends the process.
+ *  - Structs begin with their size, which the caller sets (options = {sizeof options}): later
+ *    versions add fields at the end, and a function uses only those that the caller has. Fields
+ *    that are 0 have their default.
+ *  - `problems` is a list that the caller owns, or null. Functions append to it what they have to
+ *    tell.
+ *  - Functions that write a text write at most `capacity` bytes to `buffer`, the zero behind it
+ *    included, and never a part of a character. `*needed`, unless it is null, gets the size of the
+ *    whole text, without the zero: the text was cut if that is not below `capacity`. `buffer` may
+ *    be null if `capacity` is 0.
+ *  - Texts and views never change once they are made: any number of threads may use them at the
+ *    same time without a lock. Loaders and lists of problems are for one thread at a time.
+ *  - The library prints nothing, changes no locale, and starts no thread.
+ */
+#ifndef KELMO_KELMO_H
+#define KELMO_KELMO_H
+
+#include <stddef.h>
+#include <stdint.h>
+#include <string.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+#if defined(KELMO_STATIC)
+#define KELMO_API
+#elif defined(_WIN32) && defined(KELMO_BUILDING)
+#define KELMO_API __declspec(dllexport)
+#elif defined(_WIN32)
+#define KELMO_API __declspec(dllimport)
+#else
+#define KELMO_API __attribute__((visibility("default")))
+#endif
+
+/* ---- The version ---- */
+
+/** Version of this header: major * 10000 + minor * 100 + patch. The major number is in the name of
+ * the library's file. */
+#define KELMO_VERSION 100
+
+/** The version of the loaded library. A host or a binding that was made for version V can use the
+ * library if the major numbers are equal and the library's version is not lower than V. */
+KELMO_API uint32_t kelmo_version(void);
+
+/* ---- Status ---- */
+
+/** The result of a function: one of the values below. */
+typedef int32_t kelmo_status;
+
+enum {
+  KELMO_OK = 0,
+  KELMO_NOT_FOUND = 1,         /**< no text has the key; no such language is known */
+  KELMO_INVALID_ARGUMENT = -1, /**< null, a size or value that is not allowed */
+  KELMO_OUT_OF_MEMORY = -2,    /**< the system gave no memory */
+  KELMO_CANNOT_READ = -3,      /**< a file or folder; a problem has the system's reason */
+  KELMO_INVALID_UTF8 = -4      /**< a string argument is not UTF-8 */
+};
+
+/** The name of a status, such as "KELMO_NOT_FOUND"; "unknown status" for other numbers. Never null;
+ * zero-terminated; valid as long as the library is loaded. */
+KELMO_API const char* kelmo_status_name(kelmo_status status);
+
+/* ---- Strings ---- */
+
+/** As the size of a string argument: it ends at its first zero. */
+#define KELMO_ZERO_TERMINATED SIZE_MAX
+
+/** A string that someone else owns. */
+typedef struct kelmo_string {
+  const char* data; /**< UTF-8; null counts as the empty string */
+  size_t size;      /**< in bytes, without the zero; as an argument also KELMO_ZERO_TERMINATED */
+} kelmo_string;
+
+/* ---- Problems ---- */
+
+/** What a problem is about. The values never change. Those of 100 to 199 are in the list of the
+ * first library too. */
+enum {
+  KELMO_PROBLEM_KEY_REPEATED = 101,     /**< an earlier text of the key stays */
+  KELMO_PROBLEM_CANNOT_READ = 111,      /**< a file or folder; `detail` is the system's reason */
+  KELMO_PROBLEM_UNKNOWN_LANGUAGE = 112, /**< a language of a view that no texts have */
+  KELMO_PROBLEM_KEY_MISSING = 121,      /**< in all languages of a view */
+  KELMO_PROBLEM_NOT_UTF8 =
+      201, /**< strict: the file is read up to here; lenient: bytes are skipped */
+  KELMO_PROBLEM_BYTE_ORDER_MARK =
+      202, /**< strict: it belongs to the id of the language; lenient: it is skipped */
+  KELMO_PROBLEM_EMPTY_FILE = 203, /**< has no line: nothing is loaded */
+  KELMO_PROBLEM_CONTROL_Z =
+      204, /**< on Windows, a byte 0x1A ends the text; `detail` says what is dropped */
+  KELMO_PROBLEM_LINE_BREAK = 205, /**< lenient: `\n` in a text is read as a line break */
+  KELMO_PROBLEM_PLACEHOLDER =
+      211 /**< a placeholder cannot be filled and stays visible; `detail` says why */
+};
+
+/** How bad a problem is. */
+enum {
+  KELMO_NOTE = 0,    /**< nothing is lost */
+  KELMO_WARNING = 1, /**< probably not meant */
+  KELMO_ERROR = 2    /**< something is lost */
+};
+
+/** A problem as data. */
+typedef struct kelmo_problem {
+  uint32_t size;     /**< of this struct, set by the caller */
+  int32_t code;      /**< KELMO_PROBLEM_... */
+  int32_t severity;  /**< KELMO_NOTE, KELMO_WARNING, KELMO_ERROR */
+  uint32_t line;     /**< from 1; 0 if the problem is not about a line */
+  uint32_t column;   /**< in characters, from 1; 0 if the problem is not about a place in a line */
+  uint32_t reserved; /**< 0 */
+  kelmo_string sentence; /**< English; that of the first library where it has one */
+  kelmo_string key;      /**< empty if the problem is not about a key; so are the next three */
+  kelmo_string language; /**< id of a language */
+  kelmo_string file;     /**< as it was named to the loader */
+  kelmo_string detail;   /**< what the sentence leaves open */
+} kelmo_problem;
+
+/** A list of problems. */
+typedef struct kelmo_problems kelmo_problems;
+
+/** Makes an empty list. The caller destroys it. */
+KELMO_API kelmo_status kelmo_problems_create(kelmo_problems** result);
+
+/** Null is allowed, and does nothing. */
+KELMO_API void kelmo_problems_destroy(kelmo_problems* problems);
+
+/** The number of problems; 0 for null. */
+KELMO_API size_t kelmo_problems_count(const kelmo_problems* problems);
+
+/** The number of problems that were not appended because memory was out; 0 for null. */
+KELMO_API size_t kelmo_problems_lost(const kelmo_problems* problems);
+
+/** Copies the problem at `index`, from 0, in the order of their discovery. KELMO_INVALID_ARGUMENT
+ * for an index that the list does not have. The strings are valid until the list is cleared or
+ * destroyed. */
+KELMO_API kelmo_status kelmo_problems_get(const kelmo_problems* problems, size_t index,
+                                          kelmo_problem* result);
+
+/** Writes the problem at `index` for people, in English, as one line: `de.txt:7:1: warning: ...`.
+ */
+KELMO_API kelmo_status kelmo_problems_print(const kelmo_problems* problems, size_t index,
+                                            char* buffer, size_t capacity, size_t* needed);
+
+/** Removes all problems. Null is allowed, and does nothing. */
+KELMO_API void kelmo_problems_clear(kelmo_problems* problems);
+
+/* ---- Loading ---- */
+
+/** How a file is read. Strict, the default, gives the texts that the first library gives. */
+enum {
+  KELMO_LOAD_LENIENT =
+      1, /**< skips a byte-order mark and bytes that are not UTF-8, reads `\n` as a line break */
+  KELMO_LOAD_UTF16 = 2, /**< keeps each text as UTF-16 too */
+  KELMO_LOAD_PERCENT =
+      4 /**< the texts have placeholders `%1` to `%99` too; `%1` is the same as `{0}` */
+};
+
+/** Options of the loading functions. */
+typedef struct kelmo_load_options {
+  uint32_t size;  /**< of this struct, set by the caller */
+  uint32_t flags; /**< KELMO_LOAD_... */
+} kelmo_load_options;
+
+/** Collects dictionaries. Files with the same id make one language; of several texts of a key the
+ * first one stays. So a file that overrides texts of another is added before it. */
+typedef struct kelmo_loader kelmo_loader;
+
+/** Makes an empty loader. The caller destroys it. */
+KELMO_API kelmo_status kelmo_loader_create(kelmo_loader** result);
+
+/** Null is allowed, and does nothing. */
+KELMO_API void kelmo_loader_destroy(kelmo_loader* loader);
+
+/** Reads a dictionary file. `options` may be null. KELMO_CANNOT_READ: there is no such regular
+ * file, or the system does not let it be read; nothing is added. KELMO_OUT_OF_MEMORY: entries that
+ * were read before stay. */
+KELMO_API kelmo_status kelmo_loader_add_file(kelmo_loader* loader, const char* path,
+                                             size_t path_size, const kelmo_load_options* options,
+                                             kelmo_problems* problems);
+
+/** Reads all files of a folder whose names end with ".txt", but not with "-val.txt", in the order
+ * of the bytes of their names. KELMO_CANNOT_READ: the folder cannot be read, or one of its files;
+ * the others are added. */
+KELMO_API kelmo_status kelmo_loader_add_folder(kelmo_loader* loader, const char* path,
+                                               size_t path_size, const kelmo_load_options* options,
+                                               kelmo_problems* problems);
+
+/** Reads a dictionary from memory. `name` stands for the file in problems. The library copies what
+ * it keeps. */
+KELMO_API kelmo_status kelmo_loader_add_memory(kelmo_loader* loader, const void* bytes, size_t size,
+                                               const char* name, size_t name_size,
+                                               const kelmo_load_options* options,
+                                               kelmo_problems* problems);
+
+/* ---- Texts ---- */
+
+/** The sealed texts of a loader. They never change. They have owners: they are destroyed when the
+ * last owner releases them. */
+typedef struct kelmo_texts kelmo_texts;
+
+/** Seals what the loader has collected. The caller is the owner of the texts. The loader is empty
+ * then, and can collect again. */
+KELMO_API kelmo_status kelmo_loader_finish(kelmo_loader* loader, kelmo_texts** result);
+
+/** Adds an owner, and returns `texts`. Null is allowed. Thread-safe. */
+KELMO_API kelmo_texts* kelmo_texts_retain(kelmo_texts* texts);
+
+/** Removes an owner. Null is allowed, and does nothing. Thread-safe. */
+KELMO_API void kelmo_texts_release(kelmo_texts* texts);
+
+/** A language of texts. */
+typedef struct kelmo_language {
+  uint32_t size;      /**< of this struct, set by the caller */
+  uint32_t reserved;  /**< 0 */
+  kelmo_string id;    /**< the first word of the first line of its files */
+  kelmo_string name;  /**< the rest of that line in the first file, for people; may be empty */
+  size_t entry_count; /**< number of its entries */
+} kelmo_language;
+
+/** The number of languages; 0 for null. */
+KELMO_API size_t kelmo_texts_language_count(const kelmo_texts* texts);
+
+/** The language at `index`, from 0, in the order of loading. KELMO_INVALID_ARGUMENT for an index
+ * that the texts do not have. The strings live as long as the texts. */
+KELMO_API kelmo_status kelmo_texts_language(const kelmo_texts* texts, size_t index,
+                                            kelmo_language* result);
+
+/** A text and where it comes from. The strings live as long as the texts. */
+typedef struct kelmo_text {
+  uint32_t size;         /**< of this struct, set by the caller */
+  uint32_t line;         /**< in its file, from 1 */
+  const char* utf8;      /**< zero-terminated, but may have zeroes inside */
+  size_t utf8_size;      /**< in bytes */
+  const uint16_t* utf16; /**< zero-terminated; null unless it was loaded with KELMO_LOAD_UTF16 */
+  size_t utf16_size;     /**< in code units */
+  size_t language;       /**< its index in the texts */
+  kelmo_string key;      /**< the key of the entry; of a plural form, with its suffix */
+  kelmo_string file;     /**< as it was named to the loader */
+} kelmo_text;
+
+/** The entry at `index`, from 0, of the language at `language`, in the order of loading.
+ * KELMO_INVALID_ARGUMENT for an index that the texts do not have. */
+KELMO_API kelmo_status kelmo_texts_entry(const kelmo_texts* texts, size_t language, size_t index,
+                                         kelmo_text* result);
+
+/* ---- Numbers ---- */
+
+/** How numbers are written: "1.234,5" or "1,234.5". The texts are UTF-8 and zero-terminated. */
+typedef struct kelmo_number_format {
+  uint32_t size;       /**< of this struct, set by the caller */
+  uint32_t is_grouped; /**< 1: with marks between groups of digits. The functions that fill the
+                          struct set 0 */
+  uint32_t group_size; /**< digits of the last group before the decimal mark: 3; 0 means no groups
+                          at all */
+  uint32_t further_group_size;  /**< digits of the other groups: 3, in Hindi 2 */
+  uint32_t minimum_first_group; /**< fewer digits than these before the first mark: no mark ("1234"
+                                   in Spanish: 2) */
+  uint32_t zero_digit;   /**< code point of the digit 0, behind which those of 1 to 9 stand: 0x30 */
+  char decimal_mark[16]; /**< "." */
+  char group_mark[16];   /**< "," */
+  char minus_sign[16];   /**< "-" */
+} kelmo_number_format;
+
+/** The format of a language by its id, such as "de-AT" or "de". For an id that the table does not
+ * have, the function tries the id without its last part. KELMO_NOT_FOUND: the language is not
+ * known. */
+KELMO_API kelmo_status kelmo_number_format_of_language(const char* id, size_t id_size,
+                                                       kelmo_number_format* result);
+
+/** The format that the user has set in the system. On Linux: that of the locale which LC_ALL,
+ * LC_NUMERIC or LANG names. */
+KELMO_API kelmo_status kelmo_number_format_of_user(kelmo_number_format* result);
+
+/* ---- Arguments ---- */
+
+/** What an argument is. */
+enum {
+  KELMO_ARGUMENT_TEXT = 1,     /**< `text` */
+  KELMO_ARGUMENT_INTEGER = 2,  /**< `integer` */
+  KELMO_ARGUMENT_UNSIGNED = 3, /**< `integer`, taken as uint64_t */
+  KELMO_ARGUMENT_NUMBER = 4    /**< `number` */
+};
+
+/** As the decimals of a number: as many as make the shortest text that reads as the same number. */
+#define KELMO_SHORTEST (-1)
+
+/** The largest number of decimals. */
+#define KELMO_MAX_DECIMALS 99
+
+/** What fills a placeholder. The functions below make arguments. */
+typedef struct kelmo_argument {
+  uint32_t size;    /**< of this struct, set by the caller; the same for all arguments of a call */
+  int32_t type;     /**< KELMO_ARGUMENT_... */
+  int32_t is_count; /**< 1: this number chooses the plural form. At most one argument of a call */
+  int32_t decimals; /**< of a number: 0 to KELMO_MAX_DECIMALS, or KELMO_SHORTEST. 1 and 1.0 may need
+                       other forms */
+  kelmo_string name; /**< for placeholders such as {name}; empty: only {0}, {1}, ... by position */
+  kelmo_string text; /**< if that is the type */
+  int64_t integer;   /**< if that is the type */
+  double number;     /**< if that is the type */
+} kelmo_argument;
+
+/** Writes a number as a placeholder without a format would. `format` null: "1234.5".
+ * KELMO_INVALID_ARGUMENT if `number` is not a number. */
+KELMO_API kelmo_status kelmo_number_print(const kelmo_number_format* format,
+                                          const kelmo_argument* number, char* buffer,
+                                          size_t capacity, size_t* needed);
+
+/* ---- Views ---- */
+
+/** What kelmo_view_text and kelmo_view_format give for a key that no language has. */
+enum {
+  KELMO_MISSING_KEY = 0,     /**< the key */
+  KELMO_MISSING_NOTHING = 1, /**< the empty text */
+  KELMO_MISSING_MARKED = 2   /**< the key in double brackets: `[[menu.file]]` */
+};
+
+/** Flags of a view. */
+enum {
+  KELMO_VIEW_ISOLATE = 1 /**< arguments stand between U+2068 and U+2069, so that their direction
+                            does not change the order of the text around them */
+};
+
+/** Options of a view. */
+typedef struct kelmo_view_options {
+  uint32_t size;   /**< of this struct, set by the caller */
+  uint32_t flags;  /**< KELMO_VIEW_... */
+  int32_t missing; /**< KELMO_MISSING_... */
+  uint32_t
+      problem_limit; /**< how many problems of lookups the view records; 0, the default: none */
+  const kelmo_string* languages;      /**< ids, the first choice first: nothing else is searched */
+  size_t language_count;              /**< number of `languages` */
+  const kelmo_number_format* numbers; /**< null: the format of the first language, without groups */
+} kelmo_view_options;
+
+/** Texts as one user wants them: in an ordered list of languages. A view keeps its texts alive, and
+ * has owners as they have. */
+typedef struct kelmo_view kelmo_view;
+
+/** Makes a view. The caller is its owner. `options` may be null. A language that the texts do not
+ * have is a problem, and left out; a view without a language finds nothing. */
+KELMO_API kelmo_status kelmo_view_create(kelmo_texts* texts, const kelmo_view_options* options,
+                                         kelmo_view** result, kelmo_problems* problems);
+
+/** Adds an owner, and returns `view`. Null is allowed. Thread-safe. */
+KELMO_API kelmo_view* kelmo_view_retain(kelmo_view* view);
+
+/** Removes an owner. Null is allowed, and does nothing. Thread-safe. */
+KELMO_API void kelmo_view_release(kelmo_view* view);
+
+/** The texts of the view, which live as long as the view; null for null. */
+KELMO_API kelmo_texts* kelmo_view_texts(const kelmo_view* view);
+
+/** The text of a key in the first language that has it, as it stands in the dictionary. For a key
+ * that no language has, what the view's options say: the result may then be `key` itself, which
+ * ends with a zero only if the caller put one there. Never null: an argument that is not allowed
+ * gives the empty text. `*size`, unless it is null, gets the size of the result. Thread-safe. Cost:
+ * one lookup for each language up to the one that has it; a key that is found takes no memory. A
+ * view keeps the marked forms of at most 4096 keys; for more of them the result is the key. */
+KELMO_API const char* kelmo_view_text(const kelmo_view* view, const char* key, size_t key_size,
+                                      size_t* size);
+
+/** Finds the text of a key in the first language that has it, and tells where it comes from. With
+ * `count`, which may be null, finds the form for that number: see kelmo_view_format.
+ * KELMO_NOT_FOUND: no language has it, and `result` is unchanged; the view records the key, if it
+ * records any. A text that is found may be empty. Thread-safe. */
+KELMO_API kelmo_status kelmo_view_find(const kelmo_view* view, const char* key, size_t key_size,
+                                       const kelmo_argument* count, kelmo_text* result);
+
+/** Writes the text of a key with its placeholders filled.
+ *
+ * Placeholders are `{0}`, `{1}` and so on by position, `{name}` by name, and `%1` where the load
+ * asked for it. `{{` stands for `{`. A number may have a format, as the C++ library fmt has them:
+ * `{0:8.2f}` is a number with two decimals in at least eight characters. Its parts, all of them
+ * optional, are: fill and alignment (`<`, `>`, `^`), sign (`+`,
+ * `-` or a blank), `0`, width (up to 255), `.` and decimals (up to 99), and `d`, `f`, `e` or `g`.
+ * Arguments are not searched for placeholders. What cannot be filled stays as it stands, and is a
+ * problem: in `problems`, or in the view's record if that is null.
+ *
+ * If an argument is a count, each language is asked for the key with a suffix: `files.=0` for
+ * exactly that number, then the plural category of the number by the rules of that language
+ * (`files.zero`, `.one`, `.two`, `.few`, `.many`), then `files.other`, then `files`. The first text
+ * that is found counts.
+ *
+ * KELMO_NOT_FOUND: no language has the key; the buffer has what the view's options say.
+ * KELMO_INVALID_ARGUMENT: also two counts, and a count that is a text. Thread-safe; `problems` is
+ * for one thread at a time. Takes memory only for keys with a suffix that are longer than 256
+ * bytes, and for problems. */
+KELMO_API kelmo_status kelmo_view_format(const kelmo_view* view, const char* key, size_t key_size,
+                                         const kelmo_argument* arguments, size_t argument_count,
+                                         char* buffer, size_t capacity, size_t* needed,
+                                         kelmo_problems* problems);
+
+/** Moves the problems that the view has recorded to `problems`, each once, in the order of their
+ * first time, and forgets them: missing keys, and placeholders that could not be filled. `*lost`,
+ * unless it is null, gets the number of times that a problem was not recorded, because of the limit
+ * or because memory was out. Thread-safe; `problems` is for one thread at a time. */
+KELMO_API kelmo_status kelmo_view_take_problems(kelmo_view* view, kelmo_problems* problems,
+                                                size_t* lost);
+
+/** Writes the id of a language in which the user wants to read, such as "de-AT": at `index` 0 the
+ * first choice. KELMO_NOT_FOUND: there are no more. A suggestion for the languages of a view, and
+ * for nothing else. On Linux: from LANGUAGE, LC_ALL, LC_MESSAGES and LANG. */
+KELMO_API kelmo_status kelmo_system_language(size_t index, char* buffer, size_t capacity,
+                                             size_t* needed);
+
+/* ---- Making arguments (not functions of the library's file) ---- */
+
+/** A text, zero-terminated; null is the empty text. It is not copied. */
+static inline kelmo_argument kelmo_text_argument(const char* text) {
+  kelmo_argument argument;
+  memset(&argument, 0, sizeof argument);
+  argument.size = (uint32_t)sizeof argument;
+  argument.type = KELMO_ARGUMENT_TEXT;
+  argument.text.data = text;
+  argument.text.size = text != NULL ? KELMO_ZERO_TERMINATED : 0;
+  return argument;
+}
+
+/** An integer. */
+static inline kelmo_argument kelmo_integer_argument(int64_t integer) {
+  kelmo_argument argument = kelmo_text_argument(NULL);
+  argument.type = KELMO_ARGUMENT_INTEGER;
+  argument.integer = integer;
+  return argument;
+}
+
+/** A number with that many decimals, or KELMO_SHORTEST. */
+static inline kelmo_argument kelmo_number_argument(double number, int32_t decimals) {
+  kelmo_argument argument = kelmo_text_argument(NULL);
+  argument.type = KELMO_ARGUMENT_NUMBER;
+  argument.number = number;
+  argument.decimals = decimals;
+  return argument;
+}
+
+/** An integer that chooses the plural form. `{count}` stands for it as well as its position. */
+static inline kelmo_argument kelmo_count_argument(int64_t integer) {
+  kelmo_argument argument = kelmo_integer_argument(integer);
+  argument.is_count = 1;
+  argument.name.data = "count";
+  argument.name.size = KELMO_ZERO_TERMINATED;
+  return argument;
+}
+
+/** `argument` with a name, zero-terminated. It is not copied. */
+static inline kelmo_argument kelmo_named_argument(const char* name, kelmo_argument argument) {
+  argument.name.data = name;
+  argument.name.size = name != NULL ? KELMO_ZERO_TERMINATED : 0;
+  return argument;
+}
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif /* KELMO_KELMO_H */

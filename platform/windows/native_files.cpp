@@ -1,0 +1,120 @@
+#include "platform/native_files.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <array>
+#include <climits>
+#include <cstring>
+#include <utility>
+
+#include "platform/windows/wide_text.h"
+
+namespace KelmoLibs::Localize {
+namespace {
+
+struct HandleCloser {
+  void operator()(HANDLE handle) const noexcept { ::CloseHandle(handle); }
+};
+using Handle = std::unique_ptr<void, HandleCloser>;
+
+SystemError LastError() noexcept { return {static_cast<int>(::GetLastError())}; }
+
+class FoundFiles {
+ public:
+  explicit FoundFiles(const std::wstring& pattern) noexcept
+      : search_(::FindFirstFileW(pattern.c_str(), &found_)) {}
+  FoundFiles(const FoundFiles&) = delete;
+  FoundFiles& operator=(const FoundFiles&) = delete;
+  ~FoundFiles() {
+    if (IsOpen()) {
+      ::FindClose(search_);
+    }
+  }
+
+  bool IsOpen() const noexcept { return search_ != INVALID_HANDLE_VALUE; }
+  const WIN32_FIND_DATAW& Current() const noexcept { return found_; }
+  bool Next() noexcept { return ::FindNextFileW(search_, &found_) != 0; }
+
+ private:
+  WIN32_FIND_DATAW found_ = {};
+  HANDLE search_;
+};
+
+}  // namespace
+
+std::string DescribeError(SystemError error) {
+  constexpr DWORD kFlags =
+      FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK;
+  std::array<wchar_t, 512> text = {};
+  DWORD size = ::FormatMessageW(kFlags, nullptr, static_cast<DWORD>(error.number), 0, text.data(),
+                                static_cast<DWORD>(text.size()), nullptr);
+  while (size > 0 && (text[size - 1] == L' ' || text[size - 1] == L'.')) {
+    --size;
+  }
+  return size > 0 ? Lang::Utf8Of({text.data(), size}) : "error " + std::to_string(error.number);
+}
+
+SystemError ReadFileAt(const std::string& path, FileBytes& result) {
+  const HANDLE opened = ::CreateFileW(Lang::WideOf(path).c_str(), GENERIC_READ,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                      nullptr, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
+  if (opened == INVALID_HANDLE_VALUE) {
+    return LastError();
+  }
+  const Handle file(opened);
+  LARGE_INTEGER size = {};
+  if (::GetFileType(file.get()) != FILE_TYPE_DISK) {
+    return {ERROR_INVALID_HANDLE};
+  }
+  if (::GetFileSizeEx(file.get(), &size) == 0) {
+    return LastError();
+  }
+  std::size_t capacity = static_cast<std::size_t>(size.QuadPart) + 1;
+  FileBytes bytes{std::unique_ptr<char[]>(new char[capacity]), 0};
+  for (;;) {
+    const auto room =
+        static_cast<DWORD>(std::min<std::size_t>(capacity - bytes.size, INT_MAX));
+    DWORD count = 0;
+    if (::ReadFile(file.get(), bytes.memory.get() + bytes.size, room, &count, nullptr) == 0) {
+      return LastError();
+    }
+    bytes.size += count;
+    if (count == 0) {
+      result = std::move(bytes);
+      return {};
+    }
+    if (bytes.size == capacity) {
+      std::unique_ptr<char[]> larger(new char[2 * capacity]);
+      std::memcpy(larger.get(), bytes.memory.get(), bytes.size);
+      bytes.memory = std::move(larger);
+      capacity *= 2;
+    }
+  }
+}
+
+SystemError ListFilesAt(const std::string& path, std::vector<std::string>& names) {
+  FoundFiles files(Lang::WideOf(JoinNative(path, "*")));
+  if (!files.IsOpen()) {
+    return LastError();
+  }
+  do {
+    if ((files.Current().dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
+      names.push_back(Lang::Utf8Of(files.Current().cFileName));
+    }
+  } while (files.Next());
+  const SystemError end = LastError();
+  return end.number == ERROR_NO_MORE_FILES ? SystemError{} : end;
+}
+
+std::string JoinNative(std::string_view path, std::string_view name) {
+  std::string joined(path);
+  if (!joined.empty() && joined.back() != '\\' && joined.back() != '/' && joined.back() != ':') {
+    joined += '\\';
+  }
+  return joined.append(name);
+}
+
+bool ControlZEndsText() noexcept { return true; }
+
+}  // namespace KelmoLibs::Localize

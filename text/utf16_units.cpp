@@ -1,0 +1,53 @@
+#include "text/utf16_units.h"
+
+namespace KelmoLibs::Localize {
+namespace {
+
+unsigned ByteAt(std::string_view bytes, std::size_t index) noexcept {
+  return static_cast<unsigned char>(bytes[index]);
+}
+
+unsigned Continuation(std::string_view bytes, std::size_t index) noexcept {
+  return ByteAt(bytes, index) & 0x3FU;
+}
+
+}  // namespace
+
+std::size_t Utf16Length(std::string_view wellFormed) noexcept {
+  std::size_t length = 0;
+  for (const char c : wellFormed) {
+    const auto byte = static_cast<unsigned char>(c);
+    length += (byte & 0xC0U) != 0x80U ? 1U : 0U;
+    length += byte >= 0xF0U ? 1U : 0U;
+  }
+  return length;
+}
+
+std::uint16_t* EncodeUtf16(std::string_view wellFormed, std::uint16_t* units) noexcept {
+  for (std::size_t i = 0; i < wellFormed.size();) {
+    const unsigned lead = ByteAt(wellFormed, i);
+    if (lead < 0x80) {
+      *units++ = static_cast<std::uint16_t>(lead);
+      i += 1;
+    } else if (lead < 0xE0) {
+      *units++ =
+          static_cast<std::uint16_t>(((lead & 0x1FU) << 6U) | Continuation(wellFormed, i + 1));
+      i += 2;
+    } else if (lead < 0xF0) {
+      *units++ = static_cast<std::uint16_t>(((lead & 0xFU) << 12U) |
+                                            (Continuation(wellFormed, i + 1) << 6U) |
+                                            Continuation(wellFormed, i + 2));
+      i += 3;
+    } else {
+      const unsigned character = ((lead & 0x7U) << 18U) | (Continuation(wellFormed, i + 1) << 12U) |
+                                 (Continuation(wellFormed, i + 2) << 6U) |
+                                 Continuation(wellFormed, i + 3);
+      *units++ = static_cast<std::uint16_t>(0xD7C0U + (character >> 10U));
+      *units++ = static_cast<std::uint16_t>(0xDC00U | (character & 0x3FFU));
+      i += 4;
+    }
+  }
+  return units;
+}
+
+}  // namespace KelmoLibs::Localize
