@@ -13,16 +13,16 @@ import sys
 
 # From the lowest to the highest. A file belongs to the first layer that lists a prefix of its path.
 LAYERS = (
-    ("storage/", "text/"),
+    ("cldr/", "storage/", "text/"),
     ("platform/",),
     ("frame/messages", "frame/error_list"),
     ("dictionary/", "include/kelmo_localizer.h", "phyval/"),
     ("unittables/",),
-    ("lang/",),  # kelmo-lang stands on the parts of the library, but not on its state
+    ("host/", "include/kelmo/", "lang/"),  # kelmo and kelmo-lang stand on parts of the first library, not on its state
     ("frame/library_state",),
     ("frame/exports.cpp", "frame/dll_main_windows.cpp"),
 )
-TOOL = "lang/"
+BESIDE = ("host/", "include/kelmo/", "lang/")  # the first library uses nothing of them
 ROOMS = sorted({name.split("/")[0] for layer in LAYERS for name in layer})
 OF_ONE_SYSTEM = re.compile(r"_(?:posix|windows|mingw)\.|/(?:posix|windows)/")
 SYSTEM_MACRO = re.compile(r"^\s*#.*\b(?:_WIN32|__linux__|__unix__)\b", re.MULTILINE)
@@ -36,7 +36,7 @@ def layer_of(name):
 
 def included(source):
     for name in re.findall(r'^#include "([^"]+)"', source, re.MULTILINE):
-        yield "include/" + name if "/" not in name else name
+        yield "include/" + name if "/" not in name or name.startswith("kelmo/") else name
 
 
 def problems(top):
@@ -56,11 +56,11 @@ def problems(top):
                 yield f"{name} includes {other}, which is not part of the library"
             elif layer_of(other) is None or layer_of(other) > layer:
                 yield f"{name} includes {other}, which is above it"
-            elif other.startswith(TOOL) and not name.startswith(TOOL):
+            elif other.startswith(BESIDE) and not name.startswith(BESIDE):
                 yield f"{name} includes {other}, which is not part of the library"
             elif layer_of(other) == layer and other.split("/")[0] not in (name.split("/")[0], "include"):
                 yield f"{name} includes {other}, another folder of its layer"
-        if not OF_ONE_SYSTEM.search(name) and name != "include/kelmo_localizer.h" and SYSTEM_MACRO.search(source):
+        if not OF_ONE_SYSTEM.search(name) and not name.startswith("include/") and SYSTEM_MACRO.search(source):
             yield f"{name} depends on the system"
     for name in files:
         room, _, rest = name.partition("/")
