@@ -20,7 +20,7 @@ std::vector<std::string> ProgramArguments(int /*count*/, const char* const* /*va
       ::CommandLineToArgvW(::GetCommandLineW(), &count), &::LocalFree);
   std::vector<std::string> arguments;
   for (int i = 1; values && i < count; ++i) {
-    arguments.push_back(Utf8Of(values.get()[i]));
+    arguments.push_back(Localize::Utf8Of(values.get()[i]));
   }
   return arguments;
 }

@@ -41,7 +41,7 @@ bool Write(Stream stream, std::string_view utf8) {
   }
   // Older consoles refuse more than 64 KB at once.
   constexpr std::size_t kLimit = 8192;
-  const std::wstring wide = WideOf(utf8);
+  const std::wstring wide = Localize::WideOf(utf8);
   const std::wstring_view text = wide;
   return WriteInPieces(text, kLimit, [handle](const wchar_t* data, DWORD size, DWORD* written) {
     return ::WriteConsoleW(handle, data, size, written, nullptr) != 0;

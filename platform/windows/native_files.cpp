@@ -52,11 +52,11 @@ std::string DescribeError(SystemError error) {
   while (size > 0 && (text[size - 1] == L' ' || text[size - 1] == L'.')) {
     --size;
   }
-  return size > 0 ? Lang::Utf8Of({text.data(), size}) : "error " + std::to_string(error.number);
+  return size > 0 ? Utf8Of({text.data(), size}) : "error " + std::to_string(error.number);
 }
 
 SystemError ReadFileAt(const std::string& path, FileBytes& result) {
-  const HANDLE opened = ::CreateFileW(Lang::WideOf(path).c_str(), GENERIC_READ,
+  const HANDLE opened = ::CreateFileW(WideOf(path).c_str(), GENERIC_READ,
                                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                       nullptr, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
   if (opened == INVALID_HANDLE_VALUE) {
@@ -94,13 +94,13 @@ SystemError ReadFileAt(const std::string& path, FileBytes& result) {
 }
 
 SystemError ListFilesAt(const std::string& path, std::vector<std::string>& names) {
-  FoundFiles files(Lang::WideOf(JoinNative(path, "*")));
+  FoundFiles files(WideOf(JoinNative(path, "*")));
   if (!files.IsOpen()) {
     return LastError();
   }
   do {
     if ((files.Current().dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
-      names.push_back(Lang::Utf8Of(files.Current().cFileName));
+      names.push_back(Utf8Of(files.Current().cFileName));
     }
   } while (files.Next());
   const SystemError end = LastError();

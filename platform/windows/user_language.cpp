@@ -13,7 +13,7 @@ std::string UserLanguage() {
   std::array<wchar_t, kLongestName> name = {};
   ::GetLocaleInfoW(MAKELCID(::GetUserDefaultUILanguage(), SORT_DEFAULT), LOCALE_SISO639LANGNAME,
                    name.data(), kLongestName);
-  return Utf8Of(name.data());
+  return Localize::Utf8Of(name.data());
 }
 
 }  // namespace KelmoLibs::Lang

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-namespace KelmoLibs::Lang {
+namespace KelmoLibs::Localize {
 
 std::wstring WideOf(std::string_view utf8) {
   const int size = static_cast<int>(utf8.size());
@@ -23,4 +23,4 @@ std::string Utf8Of(std::wstring_view wide) {
   return utf8;
 }
 
-}  // namespace KelmoLibs::Lang
+}  // namespace KelmoLibs::Localize

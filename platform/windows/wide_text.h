@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace KelmoLibs::Lang {
+namespace KelmoLibs::Localize {
 
 /// Bytes that are not UTF-8 become U+FFFD.
 std::wstring WideOf(std::string_view utf8);
@@ -12,4 +12,4 @@ std::wstring WideOf(std::string_view utf8);
 /// Surrogates without their other half become U+FFFD.
 std::string Utf8Of(std::wstring_view wide);
 
-}  // namespace KelmoLibs::Lang
+}  // namespace KelmoLibs::Localize
