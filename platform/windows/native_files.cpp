@@ -73,8 +73,7 @@ SystemError ReadFileAt(const std::string& path, FileBytes& result) {
   std::size_t capacity = static_cast<std::size_t>(size.QuadPart) + 1;
   FileBytes bytes{std::unique_ptr<char[]>(new char[capacity]), 0};
   for (;;) {
-    const auto room =
-        static_cast<DWORD>(std::min<std::size_t>(capacity - bytes.size, INT_MAX));
+    const auto room = static_cast<DWORD>(std::min<std::size_t>(capacity - bytes.size, INT_MAX));
     DWORD count = 0;
     if (::ReadFile(file.get(), bytes.memory.get() + bytes.size, room, &count, nullptr) == 0) {
       return LastError();
