@@ -5,13 +5,14 @@
 #   Windows: high-entropy address space layout randomisation, data that cannot be executed. Microsoft's compiler has a
 #   stack protector by default.
 
-function(kelmo_harden library core)
+# The file and the static libraries that are in it.
+function(kelmo_harden library)
   if(MSVC)
     target_link_options(${library} PRIVATE /DYNAMICBASE /HIGHENTROPYVA /NXCOMPAT)
   elseif(WIN32)
     target_link_options(${library} PRIVATE -Wl,--dynamicbase,--high-entropy-va,--nxcompat)
   else()
-    foreach(target ${library} ${core})
+    foreach(target ${ARGV})
       target_compile_options(${target} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-fstack-protector-strong>)
       # Only for shipped builds: it needs optimisation and does not fit sanitizers. A packager may have set a level
       # already.

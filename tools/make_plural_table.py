@@ -15,27 +15,36 @@ import xml.etree.ElementTree
 CLDR = pathlib.Path("/usr/share/unicode/cldr/common")
 RELEASE = "41"
 TOP = pathlib.Path(__file__).resolve().parent.parent
-TABLE = TOP / "lang" / "unicode" / "plural_table.h"
-SAMPLES = TOP / "tests" / "data" / "lang" / "plural_samples.txt"
+TABLE = TOP / "cldr" / "plural_table.h"
+SAMPLES = TOP / "tests" / "data" / "cldr" / "plural_samples.txt"
 CATEGORIES = ("zero", "one", "two", "few", "many")
 SKIPPED = 77
 
 HEAD = f"""\
 // The cardinal plural rules of CLDR {RELEASE}. Written by tools/make_plural_table.py; do not edit.
+// The first category whose condition is true counts. `n` of CLDR is `i` of a number whose `t` is 0.
 #pragma once
 
-#include "lang/unicode/plural_rules.h"
+#include <cstdint>
 
-namespace KelmoLibs::Lang {{
+#include "cldr/plural_rules.h"
+
+namespace KelmoLibs::Cldr {{
+
+constexpr bool IsIn(std::uint64_t number, std::uint64_t first, std::uint64_t last) noexcept {{
+  return first <= number && number <= last;
+}}
 
 // clang-format off
-inline constexpr PluralRules kPluralTable[] = {{
+"""
+MIDDLE = """\
+inline constexpr PluralRules kPluralTable[] = {
 """
 TAIL = """\
 };
 // clang-format on
 
-}  // namespace KelmoLibs::Lang
+}  // namespace KelmoLibs::Cldr
 """
 
 
@@ -57,12 +66,43 @@ def groups():
         }
 
 
+def any_of(terms):
+    """The terms with "or" between them, as a part of a larger expression."""
+    return terms[0] if len(terms) == 1 else f"({' || '.join(terms)})"
+
+
+def relation(text):
+    """C++ for a relation such as "n % 100 != 11,71,91": terms with "and" between them."""
+    operand, modulus, negation, ranges = re.fullmatch(r"([niftve])(?: % (\d+))? (!?)= ([\d.,]+)", text).groups()
+    value = f"x.{'i' if operand == 'n' else operand}" + (f" % {modulus}" if modulus else "")
+    numbers = [part.split("..") for part in ranges.split(",")]
+    is_in = any_of([f"{value} == {part[0]}" if len(part) == 1 else f"IsIn({value}, {part[0]}, {part[1]})" for part in numbers])
+    if operand == "n":
+        return [f"!(x.t == 0 && {is_in})"] if negation else ["x.t == 0", is_in]
+    if not negation:
+        return [is_in]
+    return [is_in.replace("==", "!=") if is_in.startswith("x") else f"!{is_in}"]
+
+
+def condition_of(text):
+    """C++ for a condition such as "v = 0 and i % 10 = 1 or n = 11"."""
+    # "n" may be asked twice, but whether it is an integer only once.
+    all_of = [" && ".join(dict.fromkeys(term for part in parts.split(" and ") for term in relation(part)))
+              for parts in text.split(" or ")]
+    return all_of[0] if len(all_of) == 1 else " || ".join(f"({part})" if "&&" in part else part for part in all_of)
+
+
 def table():
-    lines = []
-    for languages, rules in groups():
-        conditions = ", ".join(f'"{rules[category][0] if category in rules else ""}"' for category in CATEGORIES)
-        lines.append(f'    {{" {languages} ",\n     {{{conditions}}}}},\n')
-    return HEAD + "".join(lines) + TAIL
+    functions, rows = [], []
+    for index, (languages, rules) in enumerate(groups()):
+        present = [category for category in CATEGORIES if category in rules]
+        functions.append(f"inline PluralCategory PluralRule{index}(const PluralOperands&{' x' if present else ' /*x*/'}) noexcept {{\n")
+        for category in present:
+            functions.append(f"  if ({condition_of(rules[category][0])}) {{\n    return PluralCategory::k{category.title()};\n  }}\n")
+        functions.append("  return PluralCategory::kOther;\n}\n\n")
+        bits = sum(1 << CATEGORIES.index(category) for category in present)
+        rows.append(f'    {{" {languages} ", {bits}, PluralRule{index}}},\n')
+    return HEAD + "".join(functions) + MIDDLE + "".join(rows) + TAIL
 
 
 def samples():

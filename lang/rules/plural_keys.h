@@ -7,7 +7,7 @@
 
 #include "lang/reading/workspace.h"
 #include "lang/rules/check.h"
-#include "lang/unicode/plural_rules.h"
+#include "lang/unicode/plural_samples.h"
 
 namespace KelmoLibs::Lang {
 
