@@ -288,7 +288,7 @@ std::wstring DecodeUtf8(std::string_view wellFormed) {
   return text;
 }
 
-void AppendUtf8(char32_t character, std::string& bytes) {
+std::size_t EncodeUtf8(char32_t character, char* bytes) noexcept {
   const auto lead = [character](unsigned mark, unsigned shift) {
     return static_cast<char>(mark | (character >> shift));
   };
@@ -296,14 +296,30 @@ void AppendUtf8(char32_t character, std::string& bytes) {
     return static_cast<char>(0x80U | ((character >> shift) & 0x3FU));
   };
   if (character < 0x80) {
-    bytes += lead(0, 0);
-  } else if (character < 0x800) {
-    bytes += {lead(0xC0, 6), continuation(0)};
-  } else if (character < 0x10000) {
-    bytes += {lead(0xE0, 12), continuation(6), continuation(0)};
-  } else {
-    bytes += {lead(0xF0, 18), continuation(12), continuation(6), continuation(0)};
+    bytes[0] = lead(0, 0);
+    return 1;
   }
+  if (character < 0x800) {
+    bytes[0] = lead(0xC0, 6);
+    bytes[1] = continuation(0);
+    return 2;
+  }
+  if (character < 0x10000) {
+    bytes[0] = lead(0xE0, 12);
+    bytes[1] = continuation(6);
+    bytes[2] = continuation(0);
+    return 3;
+  }
+  bytes[0] = lead(0xF0, 18);
+  bytes[1] = continuation(12);
+  bytes[2] = continuation(6);
+  bytes[3] = continuation(0);
+  return 4;
+}
+
+void AppendUtf8(char32_t character, std::string& bytes) {
+  std::array<char, kLongestCharacter> encoded = {};
+  bytes.append(encoded.data(), EncodeUtf8(character, encoded.data()));
 }
 
 }  // namespace KelmoLibs::Localize

@@ -28,6 +28,10 @@ wchar_t* DecodeUtf8(std::string_view wellFormed, wchar_t* text) noexcept;
 /// The same as a new string.
 std::wstring DecodeUtf8(std::string_view wellFormed);
 
+/// Writes `character` as UTF-8 to `bytes`, which has room for four, and returns their number.
+/// Precondition: it is not beyond U+10FFFF.
+std::size_t EncodeUtf8(char32_t character, char* bytes) noexcept;
+
 /// Appends `character` as UTF-8. Precondition: it is not beyond U+10FFFF.
 void AppendUtf8(char32_t character, std::string& bytes);
 
