@@ -96,9 +96,14 @@ class Reader {
         language_->Grow(entries + Localize::ExtrapolateCount(entries - olderEntries_, bytesRead_,
                                                              bytesRead_ + rest));
       }
-      const std::string_view text = options_.isLenient ? WithLineBreaks(fields.text) : fields.text;
-      if (!language_->Add({fields.key, text, file_, number, options_.hasUtf16})) {
+      std::size_t lineBreaks = 0;
+      const std::string_view text =
+          options_.isLenient ? WithLineBreaks(fields.text, lineBreaks) : fields.text;
+      if (!language_->Add(
+              {fields.key, text, file_, number, options_.hasUtf16, options_.hasPercent})) {
         Tell(ProblemCode::kKeyRepeated, ProblemSeverity::kWarning, {number, 1}, fields.key);
+      } else if (lineBreaks != 0) {
+        TellLineBreaks(number, fields.key, lineBreaks);
       }
     }
   }
@@ -118,7 +123,7 @@ class Reader {
   }
 
   // The text with a line break in place of each backslash and n; valid until the next call.
-  std::string_view WithLineBreaks(std::string_view text) {
+  std::string_view WithLineBreaks(std::string_view text, std::size_t& count) {
     if (text.find("\\n") == std::string_view::npos) {
       return text;
     }
@@ -127,6 +132,7 @@ class Reader {
       const bool isLineBreak = text.substr(i, 2) == "\\n";
       buffer_ += isLineBreak ? '\n' : text[i];
       i += isLineBreak ? 1U : 0U;
+      count += isLineBreak ? 1U : 0U;
     }
     return buffer_;
   }
@@ -179,6 +185,16 @@ class Reader {
       problems_->Append([&] {
         Problem problem = Describe(code, severity, position, {});
         problem.detail = std::to_string(bytes) + (bytes == 1 ? " byte" : " bytes") + " dropped";
+        return problem;
+      });
+    }
+  }
+
+  void TellLineBreaks(std::uint32_t line, std::string_view key, std::size_t count) {
+    if (problems_ != nullptr) {
+      problems_->Append([&] {
+        Problem problem = Describe(ProblemCode::kLineBreak, ProblemSeverity::kNote, {line, 0}, key);
+        problem.detail = std::to_string(count) + (count == 1 ? " line break" : " line breaks");
         return problem;
       });
     }

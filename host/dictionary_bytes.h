@@ -11,6 +11,7 @@ namespace KelmoLibs::Host {
 struct ReadingOptions {
   bool isLenient = false;
   bool hasUtf16 = false;
+  bool hasPercent = false;  // %1 to %99 are placeholders
 };
 
 /// Reads `bytes`, whose lines end with LF. The first line has the id and the name of the language;

@@ -6,6 +6,12 @@
 #include "text/utf16_units.h"
 
 namespace KelmoLibs::Host {
+namespace {
+
+constexpr std::uint32_t kFileBits = 0x7FFFFFFF;  // a collection never has more files
+
+}  // namespace
+
 bool LanguageTexts::Add(const NewText& added) {
   const KeyBytes query(added.key);
   if (table_.Find(query) != nullptr) {
@@ -20,8 +26,9 @@ bool LanguageTexts::Add(const NewText& added) {
   if (entries_.size() == entries_.capacity()) {
     entries_.reserve(2 * entries_.size() + 1);  // so that push_back does not throw behind Add
   }
-  const TextRecord head{query.Hash(), added.key.size(), added.text.size(),
-                        utf16Size,    added.file,       added.line};
+  const TextRecord head{query.Hash(), added.key.size(),       added.text.size(),
+                        utf16Size,    added.file & kFileBits, added.hasPercent ? 1U : 0U,
+                        added.line};
   entries_.push_back(table_.Add(head.hash, sizeof head + bytes, [&head, &added](std::byte* memory) {
     auto* const record = new (memory) TextRecord(head);  // NOLINT(*-owning-memory): the arena's
     char* end = std::copy(added.key.begin(), added.key.end(),

@@ -19,9 +19,10 @@ struct TextRecord {
   std::uint64_t hash;  // of the key
   std::size_t keySize;
   std::size_t textSize;
-  std::size_t utf16Size;  // kNoUtf16 if there is none
-  std::uint32_t file;     // index in the files of the texts
-  std::uint32_t line;     // from 1
+  std::size_t utf16Size;         // kNoUtf16 if there is none
+  std::uint32_t file : 31;       // index in the files of the texts
+  std::uint32_t hasPercent : 1;  // 1: %1 to %99 in the text are placeholders
+  std::uint32_t line;            // from 1
 
   static constexpr std::size_t kNoUtf16 = ~std::size_t{0};
 
@@ -58,6 +59,7 @@ struct NewText {
   std::uint32_t file;
   std::uint32_t line;
   bool hasUtf16;
+  bool hasPercent;  // %1 to %99 in the text are placeholders
 };
 
 class LanguageTexts {

@@ -37,6 +37,10 @@ std::string_view SentenceOf(ProblemCode code) noexcept {
       return "The file is empty";
     case ProblemCode::kControlZ:
       return "A byte 0x1A ends the text";
+    case ProblemCode::kLineBreak:
+      return "A backslash and an n are read as a line break";
+    case ProblemCode::kPlaceholder:
+      return "A placeholder cannot be filled";
   }
   return "";
 }

@@ -19,6 +19,8 @@ enum class ProblemCode : std::int32_t {
   kByteOrderMark = 202,
   kEmptyFile = 203,
   kControlZ = 204,
+  kLineBreak = 205,
+  kPlaceholder = 211,
 };
 
 enum class ProblemSeverity : std::int32_t { kNote = 0, kWarning = 1, kError = 2 };
