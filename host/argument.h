@@ -1,0 +1,33 @@
+// What fills a placeholder.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <variant>
+
+namespace KelmoLibs::Host {
+
+/// As the decimals of a number: as many as the shortest text that reads as the same number has.
+constexpr int kShortest = -1;
+
+struct Argument {
+  std::string_view name;  // empty: it has only its position
+  std::variant<std::string_view, std::int64_t, std::uint64_t, double> value;  // a text is UTF-8
+  int decimals = kShortest;  // of a double; at most kMaxDecimals (number_spec.h)
+  bool isCount = false;      // chooses the plural form
+
+  bool IsText() const noexcept { return std::holds_alternative<std::string_view>(value); }
+  bool IsDouble() const noexcept { return std::holds_alternative<double>(value); }
+};
+
+/// The arguments of a call. Someone else owns them.
+struct Arguments {
+  const Argument* data = nullptr;
+  std::size_t size = 0;
+
+  const Argument* begin() const noexcept { return data; }
+  const Argument* end() const noexcept { return data + size; }
+};
+
+}  // namespace KelmoLibs::Host

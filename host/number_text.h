@@ -1,0 +1,28 @@
+// Numbers as text.
+#pragma once
+
+#include "cldr/number_format.h"
+#include "host/argument.h"
+#include "host/number_spec.h"
+#include "host/text_sink.h"
+
+namespace KelmoLibs::Host {
+
+/// Whether `spec` can be used for `number`: `d` is for integers, and `f`, `e`, `g` and decimals are
+/// for doubles. Precondition: `number` is not a text.
+bool Fits(const NumberSpec& spec, const Argument& number) noexcept;
+
+/// Writes a number by `spec`, with the marks, groups and digits of `format`.
+///
+/// A double has as many decimals as `spec` says, or else as the argument has; one that is kShortest
+/// has the shortest text that reads as the same number, with an exponent below 0.0001 and from 1e16
+/// on. Infinity is "\u221E", and what is not a number is "NaN", without a sign. The last digit is
+/// rounded by the exact value, and to even between two values. `0` puts zeroes behind the sign; they
+/// are not grouped, and it does nothing where there is an alignment, and for infinity and NaN.
+/// Digits behind an exponent's mark are not grouped.
+///
+/// Takes no memory. Preconditions: `number` is not a text; `spec` fits.
+void WriteNumber(const Argument& number, const NumberSpec& spec, const Cldr::NumberFormat& format,
+                 TextSink& sink) noexcept;
+
+}  // namespace KelmoLibs::Host
