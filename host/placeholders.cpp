@@ -1,0 +1,260 @@
+// placeholders_test.cpp covers the rules.
+#include "host/placeholders.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <optional>
+#include <variant>
+
+#include "host/number_spec.h"
+#include "host/number_text.h"
+
+namespace KelmoLibs::Host {
+namespace {
+
+constexpr std::size_t kNowhere = std::string_view::npos;
+constexpr std::string_view kFirstStrongIsolate = "\u2068";
+constexpr std::string_view kPopDirectionalIsolate = "\u2069";
+constexpr std::size_t kTooLarge = kNowhere / 16;  // no call has so many arguments
+
+bool IsDigit(char c) noexcept { return c >= '0' && c <= '9'; }
+
+bool IsInName(char c) noexcept {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || IsDigit(c) || c == '_' || c == '-' ||
+         c == '.' || static_cast<unsigned char>(c) >= 0x80;
+}
+
+std::size_t NumberOf(std::string_view digits) noexcept {
+  std::size_t number = 0;
+  for (const char digit : digits) {
+    number = std::min(10 * number + static_cast<std::size_t>(digit - '0'), kTooLarge);
+  }
+  return number;
+}
+
+struct Placeholder {
+  std::string_view whole;  // as it stands in the text
+  std::string_view name;   // or the digits of its position
+  std::size_t position = kNowhere;
+  std::string_view spec;
+};
+
+// Precondition: `text` begins with `{`.
+std::optional<Placeholder> BracedPlaceholder(std::string_view text) noexcept {
+  std::size_t end = 1;
+  const bool isPosition = end < text.size() && IsDigit(text[end]);
+  while (end < text.size() && (isPosition ? IsDigit(text[end]) : IsInName(text[end]))) {
+    ++end;
+  }
+  Placeholder found;
+  found.name = text.substr(1, end - 1);
+  if (found.name.empty() || end == text.size()) {
+    return std::nullopt;
+  }
+  if (text[end] == ':') {
+    const std::size_t begin = end + 1;
+    end = text.find_first_of("{}", begin);
+    if (end == kNowhere) {
+      return std::nullopt;
+    }
+    found.spec = text.substr(begin, end - begin);
+  }
+  if (text[end] != '}') {
+    return std::nullopt;
+  }
+  found.whole = text.substr(0, end + 1);
+  if (isPosition) {
+    found.position = NumberOf(found.name);
+  }
+  return found;
+}
+
+// Precondition: `text` begins with `%`.
+std::optional<Placeholder> PercentPlaceholder(std::string_view text) noexcept {
+  if (text.size() < 2 || !IsDigit(text[1]) || text[1] == '0') {
+    return std::nullopt;
+  }
+  Placeholder found;
+  found.name = text.substr(1, text.size() > 2 && IsDigit(text[2]) ? 2 : 1);
+  found.whole = text.substr(0, 1 + found.name.size());
+  found.position = NumberOf(found.name) - 1;
+  return found;
+}
+
+// The next places of a character, each found once.
+class Search {
+ public:
+  Search(std::string_view text, char wanted) noexcept : text_(text), wanted_(wanted) {}
+
+  std::size_t From(std::size_t begin) noexcept {
+    if (next_ != kNowhere && next_ < begin) {
+      next_ = text_.find(wanted_, begin);
+    }
+    return next_;
+  }
+
+ private:
+  std::string_view text_;
+  char wanted_;
+  std::size_t next_ = text_.find(wanted_);
+};
+
+class Filler {
+ public:
+  Filler(const Arguments& arguments, const FillOptions& options, const Cldr::NumberFormat& format,
+         TextSink& sink, FaultListener* listener) noexcept
+      : arguments_(arguments),
+        options_(options),
+        format_(format),
+        sink_(sink),
+        listener_(listener) {}
+
+  void Fill(std::string_view text) noexcept {
+    Search braces(text, '{');
+    Search percents(options_.hasPercent ? text : std::string_view(), '%');
+    std::size_t written = 0;
+    std::size_t next = 0;
+    for (;;) {
+      next = std::min(braces.From(next), percents.From(next));
+      if (next == kNowhere) {
+        sink_.Append(text.substr(written));
+        return;
+      }
+      const std::string_view rest = text.substr(next);
+      if (rest.substr(0, 2) == "{{") {
+        sink_.Append(text.substr(written, next + 1 - written));
+        next += 2;
+        written = next;
+        continue;
+      }
+      const auto placeholder =
+          rest.front() == '{' ? BracedPlaceholder(rest) : PercentPlaceholder(rest);
+      if (!placeholder) {
+        ++next;
+        continue;
+      }
+      const std::string_view before = text.substr(written, next - written);
+      next += placeholder->whole.size();
+      if (FillOne(before, *placeholder)) {
+        written = next;
+      }
+    }
+  }
+
+ private:
+  // Writes `before` and the argument; writes nothing if the placeholder cannot be filled.
+  bool FillOne(std::string_view before, const Placeholder& placeholder) noexcept {
+    const Argument* const argument = Find(placeholder);
+    if (argument == nullptr) {
+      return Tell(placeholder, placeholder.position == kNowhere ? FaultReason::kNoName
+                                                                : FaultReason::kNoPosition);
+    }
+    NumberSpec spec;
+    if (!placeholder.spec.empty()) {
+      if (const auto fault = ReadSpec(placeholder.spec, *argument, spec)) {
+        return Tell(placeholder, *fault);
+      }
+    }
+    sink_.Append(before);
+    if (options_.isIsolating) {
+      sink_.Append(kFirstStrongIsolate);
+    }
+    if (const auto* const text = std::get_if<std::string_view>(&argument->value)) {
+      sink_.Append(*text);
+    } else {
+      WriteNumber(*argument, spec, format_, sink_);
+    }
+    if (options_.isIsolating) {
+      sink_.Append(kPopDirectionalIsolate);
+    }
+    return true;
+  }
+
+  const Argument* Find(const Placeholder& placeholder) const noexcept {
+    if (placeholder.position != kNowhere) {
+      return placeholder.position < arguments_.size ? arguments_.data + placeholder.position
+                                                    : nullptr;
+    }
+    const Argument* const found = std::find_if(
+        arguments_.begin(), arguments_.end(),
+        [&placeholder](const Argument& argument) { return argument.name == placeholder.name; });
+    return found != arguments_.end() ? found : nullptr;
+  }
+
+  static std::optional<FaultReason> ReadSpec(std::string_view text, const Argument& argument,
+                                             NumberSpec& spec) noexcept {
+    if (argument.IsText()) {
+      return FaultReason::kFormatOfText;
+    }
+    switch (ReadNumberSpec(text, spec)) {
+      case SpecError::kUnknown:
+        return FaultReason::kUnknownFormat;
+      case SpecError::kWidth:
+        return FaultReason::kWidth;
+      case SpecError::kDecimals:
+        return FaultReason::kDecimals;
+      case SpecError::kNone:
+        break;
+    }
+    if (!Fits(spec, argument)) {
+      return argument.IsDouble() ? FaultReason::kOnlyIntegers : FaultReason::kOnlyDoubles;
+    }
+    return std::nullopt;
+  }
+
+  bool Tell(const Placeholder& placeholder, FaultReason reason) noexcept {
+    if (listener_ != nullptr) {
+      listener_->Tell({placeholder.whole, reason});
+    }
+    return false;
+  }
+
+  const Arguments& arguments_;
+  const FillOptions& options_;
+  const Cldr::NumberFormat& format_;
+  TextSink& sink_;
+  FaultListener* listener_;
+};
+
+// The name or the digits in a placeholder.
+std::string_view NameIn(std::string_view placeholder) noexcept {
+  std::size_t end = 1;
+  while (end < placeholder.size() && IsInName(placeholder[end])) {
+    ++end;
+  }
+  return placeholder.substr(1, end - 1);
+}
+
+}  // namespace
+
+std::string Describe(const PlaceholderFault& fault) {
+  std::string text(fault.placeholder);
+  const std::string_view name = NameIn(fault.placeholder);
+  switch (fault.reason) {
+    case FaultReason::kNoPosition:
+      return text.append(": there is no argument ").append(name);
+    case FaultReason::kNoName:
+      return text.append(": there is no argument with the name ").append(name);
+    case FaultReason::kUnknownFormat:
+      return text.append(": this is no format of numbers");
+    case FaultReason::kFormatOfText:
+      return text.append(": the argument is a text, and only numbers have a format");
+    case FaultReason::kWidth:
+      return text.append(": the width is larger than ").append(std::to_string(kMaxWidth));
+    case FaultReason::kDecimals:
+      return text.append(": there are more decimals than ").append(std::to_string(kMaxDecimals));
+    case FaultReason::kOnlyIntegers:
+      return text.append(": the argument is not an integer, and d is for integers");
+    case FaultReason::kOnlyDoubles:
+      return text.append(": the argument is an integer, which has no decimals and no f, e or g");
+  }
+  return text;
+}
+
+void FillPlaceholders(std::string_view text, const Arguments& arguments, const FillOptions& options,
+                      const Cldr::NumberFormat& format, TextSink& sink,
+                      FaultListener* listener) noexcept {
+  Filler(arguments, options, format, sink, listener).Fill(text);
+}
+
+}  // namespace KelmoLibs::Host

@@ -1,0 +1,274 @@
+#include "host/placeholders.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tests/support/allocation_probe.h"
+
+namespace {
+
+using namespace KelmoLibs::Host;
+
+// Keeps the descriptions of faults.
+class Faults final : public FaultListener {
+ public:
+  void Tell(const PlaceholderFault& fault) noexcept override { all.push_back(Describe(fault)); }
+
+  std::vector<std::string> all;
+};
+
+Argument Named(std::string_view name, Argument argument) {
+  argument.name = name;
+  return argument;
+}
+
+Argument Text(std::string_view text) { return {{}, text}; }
+Argument Integer(std::int64_t integer) { return {{}, integer}; }
+Argument Double(double number, int decimals = kShortest) { return {{}, number, decimals}; }
+
+struct Filled {
+  std::string text;
+  std::vector<std::string> faults;
+};
+
+Filled Fill(std::string_view text, const std::vector<Argument>& arguments,
+            const FillOptions& options = {}, const KelmoLibs::Cldr::NumberFormat& format = {}) {
+  std::string buffer(text.size() + 1000, '?');
+  TextSink sink(buffer.data(), buffer.size());
+  Faults faults;
+  FillPlaceholders(text, {arguments.data(), arguments.size()}, options, format, sink, &faults);
+  buffer.resize(sink.Finish());
+  return {buffer, faults.all};
+}
+
+struct FillCase {
+  const char* name;
+  std::string_view text;
+  const char* expected;
+  std::vector<std::string> faults = {};
+};
+
+class FillPlaceholdersTest : public ::testing::Test {
+ protected:
+  void Check(const std::vector<FillCase>& cases, const FillOptions& options = {}) const {
+    for (const FillCase& row : cases) {
+      const Filled filled = Fill(row.text, arguments_, options);
+      EXPECT_EQ(filled.text, row.expected) << row.name;
+      EXPECT_EQ(filled.faults, row.faults) << row.name;
+    }
+  }
+
+  std::vector<Argument> arguments_ = {
+      Text("alpha"),
+      Integer(-42),
+      Double(2.5),
+      Double(1, 2),
+      Named("name", Text("{0} %1")),
+      Named("\u00E4-b_c.9", Integer(7)),
+      Named("name", Text("second")),
+  };
+};
+
+TEST_F(FillPlaceholdersTest, FillsByPositionAndByName) {
+  Check({
+      {"no placeholder", "text", "text"},
+      {"empty text", "", ""},
+      {"a text", "{0}", "alpha"},
+      {"in the middle", "<{0}>", "<alpha>"},
+      {"two side by side", "{1}{0}", "-42alpha"},
+      {"the same twice", "{0} {0}", "alpha alpha"},
+      {"a number with its shortest text", "{2}", "2.5"},
+      {"a number with its decimals", "{3}", "1.00"},
+      {"leading zeroes of a position", "{001}", "-42"},
+      {"the first argument of a name", "{name}!", "{0} %1!"},
+      {"an argument is not searched", "{name}{0}", "{0} %1alpha"},
+      {"all kinds of characters in a name", "{\u00E4-b_c.9}", "7"},
+  });
+}
+
+TEST_F(FillPlaceholdersTest, KeepsOtherBracesAndPercents) {
+  Check({
+      {"escaped", "{{0}", "{0}"},
+      {"escaped in front of a placeholder", "{{{0}", "{alpha"},
+      {"escaped twice", "{{{{", "{{"},
+      {"escaped at the end", "a{{", "a{"},
+      {"a closing brace is no escape", "}}", "}}"},
+      {"a lone closing brace", "a}b", "a}b"},
+      {"a lone opening brace at the end", "a{", "a{"},
+      {"nothing inside", "{}", "{}"},
+      {"a blank inside", "{ }", "{ }"},
+      {"a blank behind the position", "{0 }", "{0 }"},
+      {"a letter behind the position", "{0th}", "{0th}"},
+      {"a sign", "{-1}", "{-1}", {"{-1}: there is no argument with the name -1"}},
+      {"not closed", "{0", "{0"},
+      {"a name that is not closed", "{name", "{name"},
+      {"a format that is not closed", "{1:5", "{1:5"},
+      {"a format with a brace", "{1:{0}}", "{1:alpha}"},
+      {"only a format", "{:5}", "{:5}"},
+      {"like JSON", R"({"a": {"b": [1]}})", R"({"a": {"b": [1]}})"},
+      {"a placeholder inside of braces", "{ {0} }", "{ alpha }"},
+      {"percents without the option", "%1 100% %", "%1 100% %"},
+  });
+}
+
+TEST_F(FillPlaceholdersTest, FillsPercentsWhereTheyAreAskedFor) {
+  FillOptions options;
+  options.hasPercent = true;
+  Check(
+      {
+          {"the first argument", "%1", "alpha"},
+          {"beside a brace", "%2{1}%1", "-42-42alpha"},
+          {"zero is no number", "%0 %01", "%0 %01"},
+          {"other characters", "100% %s %% %", "100% %s %% %"},
+          {"two digits", "%15", "%15", {"%15: there is no argument 15"}},
+          {"at most two digits", "%991", "%991", {"%99: there is no argument 99"}},
+          {"in front of a placeholder", "%%1", "%alpha"},
+          {"not in a format", "{1:%1}", "{1:%1}", {"{1:%1}: this is no format of numbers"}},
+      },
+      options);
+}
+
+TEST_F(FillPlaceholdersTest, KeepsAndTellsWhatCannotBeFilled) {
+  Check({
+      {"no such position", "{7}", "{7}", {"{7}: there is no argument 7"}},
+      {"a huge position",
+       "{18446744073709551616}",
+       "{18446744073709551616}",
+       {"{18446744073709551616}: there is no argument 18446744073709551616"}},
+      {"no such name",
+       "{nobody}",
+       "{nobody}",
+       {"{nobody}: there is no argument with the name nobody"}},
+      {"a longer name",
+       "{names}",
+       "{names}",
+       {"{names}: there is no argument with the name names"}},
+      {"two of them with text around",
+       "a{8}b{x:5}c{0}d",
+       "a{8}b{x:5}calphad",
+       {"{8}: there is no argument 8", "{x:5}: there is no argument with the name x"}},
+      {"an unknown type", "{1:q}", "{1:q}", {"{1:q}: this is no format of numbers"}},
+      {"parts in another order", "{1:5+}", "{1:5+}", {"{1:5+}: this is no format of numbers"}},
+      {"a point without decimals", "{2:.f}", "{2:.f}", {"{2:.f}: this is no format of numbers"}},
+      {"only a fill", "{1:*}", "{1:*}", {"{1:*}: this is no format of numbers"}},
+      {"two characters as fill",
+       "{1:**<5}",
+       "{1:**<5}",
+       {"{1:**<5}: this is no format of numbers"}},
+      {"a format of a text",
+       "{0:5}",
+       "{0:5}",
+       {"{0:5}: the argument is a text, and only numbers have a format"}},
+      {"too wide", "{1:256}", "{1:256}", {"{1:256}: the width is larger than 255"}},
+      {"much too wide",
+       "{1:99999999999}",
+       "{1:99999999999}",
+       {"{1:99999999999}: the width is larger than 255"}},
+      {"too many decimals", "{2:.100}", "{2:.100}", {"{2:.100}: there are more decimals than 99"}},
+      {"an integer's type for a double",
+       "{2:d}",
+       "{2:d}",
+       {"{2:d}: the argument is not an integer, and d is for integers"}},
+      {"a double's type for an integer",
+       "{1:f}",
+       "{1:f}",
+       {"{1:f}: the argument is an integer, which has no decimals and no f, e or g"}},
+      {"decimals of an integer",
+       "{1:.2}",
+       "{1:.2}",
+       {"{1:.2}: the argument is an integer, which has no decimals and no f, e or g"}},
+  });
+}
+
+TEST_F(FillPlaceholdersTest, FormatsNumbers) {
+  Check({
+      {"an empty format", "{1:}{0:}", "-42alpha"},
+      {"a width", "{1:6}|", "   -42|"},
+      {"a fill", "{1:*<6}|", "-42***|"},
+      {"a fill of several bytes", "{1:\u00B7^6}|", "\u00B7-42\u00B7\u00B7|"},
+      {"a closing alignment as fill", "{1:>>6}", ">>>-42"},
+      {"zeroes", "{1:06d}", "-00042"},
+      {"decimals", "{2:.3f}", "2.500"},
+      {"the argument's decimals", "{3:+f}", "+1.00"},
+      {"the widest", "{1:255}",
+       "                                                                                     "
+       "                                                                                     "
+       "                                                                                  -42"},
+      {"by name", "{\u00E4-b_c.9:+}", "+7"},
+  });
+}
+
+TEST_F(FillPlaceholdersTest, IsolatesFilledArguments) {
+  FillOptions options;
+  options.isIsolating = true;
+  Check(
+      {
+          {"a text and a number", "{0}:{1:4}", "\u2068alpha\u2069:\u2068 -42\u2069"},
+          {"not what cannot be filled", "{9}", "{9}", {"{9}: there is no argument 9"}},
+          {"not an escape", "{{", "{"},
+      },
+      options);
+}
+
+TEST_F(FillPlaceholdersTest, WritesNumbersByTheFormat) {
+  KelmoLibs::Cldr::NumberFormat german;
+  german.decimalMark = ",";
+  german.groupMark = ".";
+  german.isGrouped = true;
+  EXPECT_EQ(Fill("{0:.2f} {1}", {Double(1234567.891), Integer(-1000)}, {}, german).text,
+            "1.234.567,89 -1.000");
+}
+
+TEST_F(FillPlaceholdersTest, TakesNoMemory) {
+  const std::string text = "{0} {1:*^30} {2:.99e} {3} {name} {{ {9} {1:q}";
+  std::array<char, 1000> buffer = {};
+  const std::size_t before = allocation_probe::Count();
+  TextSink sink(buffer.data(), buffer.size());
+  FillPlaceholders(text, {arguments_.data(), arguments_.size()}, {}, {}, sink, nullptr);
+  sink.Finish();
+  EXPECT_EQ(allocation_probe::Count(), before);
+}
+
+// Every capacity from 0 to more than the text needs: what is written is the longest beginning of
+// the whole text that ends with a whole character, and nothing is written behind the capacity.
+TEST_F(FillPlaceholdersTest, CutsAtWholeCharacters) {
+  KelmoLibs::Cldr::NumberFormat format;
+  format.decimalMark = "\u066B";
+  format.groupMark = "\u066C";
+  format.minusSign = "\u061C-";
+  format.zeroDigit = U'\U0001E950';
+  format.isGrouped = true;
+  FillOptions options;
+  options.isIsolating = true;
+  const std::string_view text = "\u20AC{0}\U0001F600{1:\u00B7^9}{2:012.2f}{9}{{\u00E4";
+  const std::vector<Argument> arguments = {Text("gr\u00FC\u00DFe \u4E16"), Integer(-12345),
+                                           Double(-98765.4321)};
+  const std::string whole = Fill(text, arguments, options, format).text;
+  for (std::size_t capacity = 0; capacity <= whole.size() + 2; ++capacity) {
+    std::vector<char> buffer(capacity + 8, '#');
+    TextSink sink(buffer.data(), capacity);
+    FillPlaceholders(text, {arguments.data(), arguments.size()}, options, format, sink, nullptr);
+    EXPECT_EQ(sink.Finish(), whole.size()) << capacity;
+    std::string expected;
+    if (capacity != 0) {
+      std::size_t end = std::min(capacity - 1, whole.size());
+      while (end < whole.size() && (static_cast<unsigned char>(whole[end]) & 0xC0U) == 0x80U) {
+        --end;
+      }
+      expected = whole.substr(0, end) + '\0';
+    }
+    EXPECT_EQ(std::string(buffer.data(), expected.size()), expected) << capacity;
+    EXPECT_EQ(std::string(buffer.data() + expected.size(), buffer.data() + buffer.size()),
+              std::string(buffer.size() - expected.size(), '#'))
+        << capacity;
+  }
+}
+
+}  // namespace
