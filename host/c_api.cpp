@@ -12,21 +12,29 @@
 #include <utility>
 #include <vector>
 
+#include "host/argument.h"
+#include "host/c_arguments.h"
 #include "host/loader.h"
+#include "host/number_text.h"
 #include "host/problem_list.h"
+#include "host/text_sink.h"
 #include "host/view.h"
 #include "kelmo/kelmo.h"
 #include "text/utf8.h"
 
+using KelmoLibs::Host::Argument;
 using KelmoLibs::Host::FoundText;
+using KelmoLibs::Host::IsUtf8;
 using KelmoLibs::Host::LanguageTexts;
 using KelmoLibs::Host::Loader;
 using KelmoLibs::Host::Problem;
 using KelmoLibs::Host::ProblemList;
 using KelmoLibs::Host::ReadingOptions;
 using KelmoLibs::Host::SealedTexts;
+using KelmoLibs::Host::StringOf;
 using KelmoLibs::Host::TextCollection;
 using KelmoLibs::Host::TextRecord;
+using KelmoLibs::Host::TextSink;
 using KelmoLibs::Host::View;
 
 struct kelmo_problems {
@@ -50,18 +58,6 @@ struct kelmo_view {
 namespace {
 
 // ---- Arguments
-
-// The string, or nothing if it is not allowed.
-std::optional<std::string_view> StringOf(const char* data, std::size_t size) noexcept {
-  if (data == nullptr) {
-    return size == 0 ? std::optional<std::string_view>(std::string_view()) : std::nullopt;
-  }
-  return size == KELMO_ZERO_TERMINATED ? std::string_view(data) : std::string_view(data, size);
-}
-
-bool IsUtf8(std::string_view text) noexcept {
-  return KelmoLibs::Localize::WellFormedUtf8Length(text) == text.size();
-}
 
 // Copies a struct of the caller, whose size may be that of an earlier or later version, over
 // `known`, which has the default values. False if it is too small.
@@ -171,7 +167,7 @@ kelmo_status LoadWith(kelmo_loader* loader, const char* name, std::size_t nameSi
                       const kelmo_load_options* options, Load load) noexcept {
   const std::optional<std::string_view> text = StringOf(name, nameSize);
   kelmo_load_options known = {};
-  constexpr std::uint32_t kFlags = KELMO_LOAD_LENIENT | KELMO_LOAD_UTF16;
+  constexpr std::uint32_t kFlags = KELMO_LOAD_LENIENT | KELMO_LOAD_UTF16 | KELMO_LOAD_PERCENT;
   if (loader == nullptr || !text || !Take(options, sizeof known, known) ||
       (known.flags & ~kFlags) != 0) {
     return KELMO_INVALID_ARGUMENT;
@@ -180,7 +176,8 @@ kelmo_status LoadWith(kelmo_loader* loader, const char* name, std::size_t nameSi
     return KELMO_INVALID_UTF8;
   }
   const ReadingOptions reading{(known.flags & KELMO_LOAD_LENIENT) != 0,
-                               (known.flags & KELMO_LOAD_UTF16) != 0};
+                               (known.flags & KELMO_LOAD_UTF16) != 0,
+                               (known.flags & KELMO_LOAD_PERCENT) != 0};
   return Guard([&] { return load(*text, reading) ? KELMO_OK : KELMO_CANNOT_READ; });
 }
 
@@ -336,6 +333,35 @@ kelmo_status kelmo_texts_entry(const kelmo_texts* texts, size_t language, size_t
   }
   const TextRecord& record = *texts->texts->languages[language]->Entries()[index];
   Describe(*texts->texts, language, record, *result);
+  return KELMO_OK;
+}
+
+// ---- Numbers
+
+kelmo_status kelmo_number_print(const kelmo_number_format* format, const kelmo_argument* number,
+                                char* buffer, size_t capacity, size_t* needed) {
+  KelmoLibs::Cldr::NumberFormat written;
+  Argument argument;
+  if (!IsLargeEnough(number) || (buffer == nullptr && capacity != 0)) {
+    return KELMO_INVALID_ARGUMENT;
+  }
+  kelmo_status status =
+      format != nullptr ? KelmoLibs::Host::TakeNumberFormat(*format, written) : KELMO_OK;
+  if (status == KELMO_OK) {
+    status = KelmoLibs::Host::TakeArgument(*number, argument);
+  }
+  if (status != KELMO_OK) {
+    return status;
+  }
+  if (argument.IsText()) {
+    return KELMO_INVALID_ARGUMENT;
+  }
+  TextSink sink(buffer, capacity);
+  KelmoLibs::Host::WriteNumber(argument, {}, written, sink);
+  const std::size_t size = sink.Finish();
+  if (needed != nullptr) {
+    *needed = size;
+  }
   return KELMO_OK;
 }
 

@@ -1,0 +1,151 @@
+#include "host/c_arguments.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <new>
+#include <type_traits>
+
+#include "host/number_spec.h"
+#include "text/utf8.h"
+
+namespace KelmoLibs::Host {
+namespace {
+
+static_assert(kShortest == KELMO_SHORTEST && kMaxDecimals == KELMO_MAX_DECIMALS);
+static_assert(std::is_trivially_destructible_v<Argument>, "the array does not destroy them");
+
+kelmo_status TakeText(const kelmo_string& given, std::string_view& taken) noexcept {
+  const std::optional<std::string_view> text = StringOf(given.data, given.size);
+  if (!text) {
+    return KELMO_INVALID_ARGUMENT;
+  }
+  taken = *text;
+  return IsUtf8(taken) ? KELMO_OK : KELMO_INVALID_UTF8;
+}
+
+template <std::size_t size>
+kelmo_status TakeMark(const char (&given)[size], std::string_view& taken) noexcept {
+  const char* const end = std::find(given, given + size, '\0');
+  if (end == given + size) {
+    return KELMO_INVALID_ARGUMENT;
+  }
+  if (end != given) {
+    taken = {given, static_cast<std::size_t>(end - given)};
+  }
+  return IsUtf8(taken) ? KELMO_OK : KELMO_INVALID_UTF8;
+}
+
+// Whether ten characters begin there.
+bool IsZeroDigit(std::uint32_t character) noexcept {
+  constexpr std::uint32_t kNine = 9;
+  return (character != 0 && character < 0xD800 - kNine) ||
+         (character > 0xDFFF && character <= 0x10FFFF - kNine);
+}
+
+}  // namespace
+
+std::optional<std::string_view> StringOf(const char* data, std::size_t size) noexcept {
+  if (data == nullptr) {
+    return size == 0 ? std::optional<std::string_view>(std::string_view()) : std::nullopt;
+  }
+  return size == KELMO_ZERO_TERMINATED ? std::string_view(data) : std::string_view(data, size);
+}
+
+bool IsUtf8(std::string_view text) noexcept {
+  return Localize::WellFormedUtf8Length(text) == text.size();
+}
+
+kelmo_status TakeArgument(const kelmo_argument& given, Argument& taken) noexcept {
+  if (given.is_count != 0 && given.is_count != 1) {
+    return KELMO_INVALID_ARGUMENT;
+  }
+  taken.isCount = given.is_count != 0;
+  if (const kelmo_status status = TakeText(given.name, taken.name); status != KELMO_OK) {
+    return status;
+  }
+  switch (given.type) {
+    case KELMO_ARGUMENT_TEXT:
+      if (taken.isCount) {
+        return KELMO_INVALID_ARGUMENT;
+      }
+      return TakeText(given.text, taken.value.emplace<std::string_view>());
+    case KELMO_ARGUMENT_INTEGER:
+      taken.value = given.integer;
+      return KELMO_OK;
+    case KELMO_ARGUMENT_UNSIGNED:
+      taken.value = static_cast<std::uint64_t>(given.integer);
+      return KELMO_OK;
+    case KELMO_ARGUMENT_NUMBER:
+      taken.value = given.number;
+      taken.decimals = given.decimals;
+      return given.decimals >= KELMO_SHORTEST && given.decimals <= KELMO_MAX_DECIMALS
+                 ? KELMO_OK
+                 : KELMO_INVALID_ARGUMENT;
+    default:
+      return KELMO_INVALID_ARGUMENT;
+  }
+}
+
+kelmo_status ArgumentArray::Take(const kelmo_argument* given, std::size_t count) {
+  if (count == 0) {
+    return KELMO_OK;
+  }
+  if (given == nullptr || given->size < sizeof(kelmo_argument) ||
+      count > std::numeric_limits<std::size_t>::max() /
+                  std::max(sizeof(Argument), std::size_t{given->size})) {
+    return KELMO_INVALID_ARGUMENT;
+  }
+  const std::uint32_t stride = given->size;
+  std::byte* storage = inPlace_.data();
+  if (count > kInPlace) {
+    more_ = std::make_unique<std::byte[]>(count * sizeof(Argument));
+    storage = more_.get();
+  }
+  const char* next = reinterpret_cast<const char*>(given);
+  for (std::size_t i = 0; i < count; ++i, next += stride) {
+    kelmo_argument current;  // later versions may have sizes that do not align every one
+    std::memcpy(&current, next, sizeof current);
+    if (current.size != stride) {
+      return KELMO_INVALID_ARGUMENT;
+    }
+    auto* const taken = new (storage + i * sizeof(Argument)) Argument;  // NOLINT(*-owning-memory)
+    if (const kelmo_status status = TakeArgument(current, *taken); status != KELMO_OK) {
+      return status;
+    }
+    if (taken->isCount) {
+      if (count_ != nullptr) {
+        return KELMO_INVALID_ARGUMENT;
+      }
+      count_ = taken;
+    }
+  }
+  all_ = {reinterpret_cast<const Argument*>(storage), count};
+  return KELMO_OK;
+}
+
+kelmo_status TakeNumberFormat(const kelmo_number_format& given,
+                              Cldr::NumberFormat& taken) noexcept {
+  taken = {};
+  const std::uint32_t zero = given.zero_digit != 0 ? given.zero_digit : U'0';
+  if (given.size < sizeof given || given.is_grouped > 1 || !IsZeroDigit(zero)) {
+    return KELMO_INVALID_ARGUMENT;
+  }
+  taken.zeroDigit = zero;
+  taken.isGrouped = given.is_grouped != 0;
+  taken.groupSize = given.group_size;
+  taken.furtherGroupSize =
+      given.further_group_size != 0 ? given.further_group_size : given.group_size;
+  taken.minimumFirstGroup = std::max<std::uint32_t>(given.minimum_first_group, 1);
+  for (const kelmo_status status :
+       {TakeMark(given.decimal_mark, taken.decimalMark),
+        TakeMark(given.group_mark, taken.groupMark), TakeMark(given.minus_sign, taken.minusSign)}) {
+    if (status != KELMO_OK) {
+      return status;
+    }
+  }
+  return KELMO_OK;
+}
+
+}  // namespace KelmoLibs::Host

@@ -1,0 +1,56 @@
+// Checks what the C functions get, and makes the core's types of it.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+#include "cldr/number_format.h"
+#include "host/argument.h"
+#include "kelmo/kelmo.h"
+
+namespace KelmoLibs::Host {
+
+/// The string, or nothing if it is not allowed.
+std::optional<std::string_view> StringOf(const char* data, std::size_t size) noexcept;
+
+bool IsUtf8(std::string_view text) noexcept;
+
+/// The arguments of a call, checked.
+class ArgumentArray {
+ public:
+  ArgumentArray() noexcept {
+  }  // NOLINT(*-member-init, *-use-equals-default): leaves the storage as it is
+  ArgumentArray(const ArgumentArray&) = delete;
+  ArgumentArray& operator=(const ArgumentArray&) = delete;
+  ~ArgumentArray() = default;
+
+  /// Precondition: it is called once. More than kInPlace arguments take memory: throws
+  /// std::bad_alloc.
+  kelmo_status Take(const kelmo_argument* given, std::size_t count);
+
+  Arguments All() const noexcept { return all_; }
+
+  /// The argument that chooses the plural form, or null.
+  const Argument* Count() const noexcept { return count_; }
+
+  static constexpr std::size_t kInPlace = 16;
+
+ private:
+  alignas(Argument) std::array<std::byte, kInPlace * sizeof(Argument)> inPlace_;
+  std::unique_ptr<std::byte[]> more_;
+  Arguments all_;
+  const Argument* count_ = nullptr;
+};
+
+/// Takes one argument, which must be allowed. KELMO_OK, KELMO_INVALID_ARGUMENT or KELMO_INVALID_UTF8.
+kelmo_status TakeArgument(const kelmo_argument& given, Argument& taken) noexcept;
+
+/// Takes a number format. Its texts stay those of `given`. Empty texts, and a 0 as the digit and as
+/// further_group_size and minimum_first_group, have their default. KELMO_OK, KELMO_INVALID_ARGUMENT
+/// or KELMO_INVALID_UTF8.
+kelmo_status TakeNumberFormat(const kelmo_number_format& given, Cldr::NumberFormat& taken) noexcept;
+
+}  // namespace KelmoLibs::Host
