@@ -1,4 +1,4 @@
-// The version resources of the DLL and of kelmo-lang.exe, which Windows shows to users.
+// The version resources of the DLLs and of kelmo-lang.exe, which Windows shows to users.
 
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -12,6 +12,7 @@ namespace {
 
 constexpr const wchar_t* kFiles[] = {
     L"kelmo_Mestrel_Localizer.dll",
+    L"kelmo-0.dll",
 #ifdef KELMO_HAS_LANG
     L"kelmo-lang.exe",
 #endif
@@ -70,6 +71,6 @@ TEST_P(VersionResource, HoldsTheVersionOfTheProject) {
   EXPECT_EQ(Text(L"OriginalFilename"), GetParam());
 }
 
-INSTANTIATE_TEST_SUITE_P(BothFiles, VersionResource, testing::ValuesIn(kFiles));
+INSTANTIATE_TEST_SUITE_P(AllFiles, VersionResource, testing::ValuesIn(kFiles));
 
 }  // namespace

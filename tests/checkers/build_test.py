@@ -143,6 +143,29 @@ HEADER_ROWS = (
     Row("no header", HEADER, None, None, "No such file or directory"),
 )
 
+# ---- tests/abi/check_declared_names.cmake
+
+DECLARED = {
+    "kelmo.h": """#define KELMO_API __declspec(dllexport)
+/** As kelmo_old() was. */
+KELMO_API const char* kelmo_name(kelmo_status status, int (*use)(void));
+KELMO_API void kelmo_end(void);
+static inline int kelmo_twice(int number) { return 2 * number; }
+""",
+    "names.map": "# kelmo_old;\n{\n  global:\n    kelmo_end;\n    kelmo_name;\n  local:\n    *;\n};\n",
+    "names.def": "; kelmo_old\nEXPORTS\n    kelmo_end\n    kelmo_name\n",
+}
+DECLARED_ROWS = (
+    Row("a function that no linker knows", "kelmo.h", "static inline int kelmo_twice(int number) { return 2 * number; }",
+        "KELMO_API int kelmo_twice(int number);", "names.map has kelmo_end kelmo_name but"),
+    Row("a function that is not declared", "kelmo.h", "KELMO_API void kelmo_end(void);", "", "declares kelmo_name"),
+    Row("a name that only the map has", "names.def", "    kelmo_end\n", "", "names.def has kelmo_name but"),
+    Row("a name that only the other list has", "names.map", "    kelmo_end;\n", "", "names.map has kelmo_name but"),
+    Row("a header without a function", "kelmo.h", None, "", "no name was read from"),
+    Row("an empty map", "names.map", None, "{ };\n", "no name was read from"),
+    Row("an empty list", "names.def", None, "EXPORTS\n", "no name was read from"),
+)
+
 # ---- tests/build/check_byte_order.cmake
 
 WORD = "word.h"
@@ -250,8 +273,15 @@ class Build(RefusalTest):
     def test_a_header_of_two_definitions_is_refused(self):
         text = (TOP / "include/kelmo_localizer.h").read_text("utf-8")
         self.refuses_each(lambda folder: write(folder, {HEADER: text}), lambda folder: [
-            CMAKE, f"-DHEADER={folder / HEADER}", f"-DCOMPILER={COMPILER}",
+            CMAKE, f"-DHEADER={folder / HEADER}", "-DMACRO=KELMO_LOCALIZER", r"-DCONTAINS=~Double\(\)",
+            f"-DCOMPILER={COMPILER}",
             "-P", TOP / "tests/abi/check_one_definition.cmake"], HEADER_ROWS)
+
+    def test_lists_of_other_functions_than_the_header_are_refused(self):
+        for awaited in "", "-DAWAITED=^kelmo_never":
+            self.refuses_each(lambda folder: write(folder, DECLARED), lambda folder: [
+                CMAKE, f"-DHEADER={folder}/kelmo.h", f"-DMAP={folder}/names.map", f"-DDEF={folder}/names.def",
+                awaited or "-DNONE=1", "-P", TOP / "tests/abi/check_declared_names.cmake"], DECLARED_ROWS)
 
     def test_a_header_for_any_byte_order_is_refused(self):
         text = (TOP / "storage/word.h").read_text("utf-8")
