@@ -1,11 +1,12 @@
-# cmake --install installs the library, its header and a CMake package: find_package(kelmo_Mestrel_Localizer) then gives
-# the target kelmo::localizer.
+# cmake --install installs both libraries, their headers and a CMake package: find_package(kelmo_Mestrel_Localizer) then
+# gives the targets kelmo::localizer and kelmo::kelmo.
 include(CMakePackageConfigHelpers)
 
 set(package ${CMAKE_INSTALL_LIBDIR}/cmake/${PROJECT_NAME})
 
-install(TARGETS kelmo_localizer EXPORT ${PROJECT_NAME})
+install(TARGETS kelmo_localizer kelmo EXPORT ${PROJECT_NAME})
 install(FILES include/kelmo_localizer.h TYPE INCLUDE)
+install(DIRECTORY include/kelmo TYPE INCLUDE)
 if(MSVC)
   install(FILES ${runtime_folder}/kelmo_localizer_runtime.h TYPE INCLUDE)
 endif()
@@ -26,3 +27,14 @@ if(NOT CMAKE_SYSTEM_NAME STREQUAL \"${CMAKE_SYSTEM_NAME}\" OR (processor AND NOT
 endif()
 ")
 install(FILES ${PROJECT_BINARY_DIR}/${PROJECT_NAME}ConfigVersion.cmake DESTINATION ${package})
+
+# For builds without CMake: pkg-config gives the options for kelmo. Its file names the folders relative to its own place,
+# so that the installation can be moved. With Microsoft's compiler, hosts have no pkg-config.
+if(NOT MSVC)
+  file(RELATIVE_PATH PREFIX ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
+  foreach(name LIBDIR INCLUDEDIR)
+    file(RELATIVE_PATH ${name} ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_${name}})
+  endforeach()
+  configure_file(cmake/kelmo.pc.in ${PROJECT_BINARY_DIR}/kelmo.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/kelmo.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endif()

@@ -1,6 +1,7 @@
 """tests/consumer/check_consumer.cmake refuses a wrong installation, and a library that affects the build of its users.
+So does check_kelmo_consumer.cmake with a wrong installation of kelmo.
 
-    python3 consumer_test.py CMAKE COMPILER OBJDUMP NM BUILD-FOLDER INSTALLED-FILES
+    python3 consumer_test.py CMAKE C-COMPILER COMPILER OBJDUMP NM BUILD-FOLDER INSTALLED-FILES
 """
 
 import shutil
@@ -9,7 +10,7 @@ import unittest
 
 from refusals import TOP, RefusalTest, Row, write
 
-CMAKE, COMPILER, OBJDUMP, NM, BUILD, INSTALLED = sys.argv[1:] if __name__ == "__main__" else [""] * 6
+CMAKE, C_COMPILER, COMPILER, OBJDUMP, NM, BUILD, INSTALLED = sys.argv[1:] if __name__ == "__main__" else [""] * 7
 
 # The rows change the installed package of the library in BUILD. Another library, made up here, is built with the host.
 HOST, SECOND_HOST, LIBRARY = "examples/first_host.cpp", "examples/first_values.cpp", "CMakeLists.txt"
@@ -31,8 +32,8 @@ REACHED = "the library's tests, examples or definitions reach its users"
 WARNED = "the library's warnings reach its users"
 INSTALLED_ROWS = (
     Row("a file that is not listed", LIST, "include/kelmo_localizer.h\n", "", "the installation has include/kelmo"),
-    Row("a listed file that is not installed", LIST, "include/", "include/kelmo.h\ninclude/",
-        "says include/kelmo.h include/kelmo_localizer.h"),
+    Row("a listed file that is not installed", LIST, "include/kelmo_localizer.h", "include/kelmo_localized.h\ninclude/kelmo_localizer.h",
+        "include/kelmo_localized.h include/kelmo_localizer.h"),
     Row("a symbol table", README, " --strip", "", "There is a symbol table in"),
     Row("a name that is not listed", "exported_names.txt", "GetError\n", "", "GetErrorsCount Init"),
     Row("another text", "tests/data/examples/first_host.txt", "Hello", "Hallo", "printed Hello instead of Hallo"),
@@ -44,6 +45,18 @@ INSTALLED_ROWS = (
         "shipped/bin/host ended with"),
     Row("a package for all systems", INSTALL, "# and nothing more", 'file(APPEND "${package}ConfigVersion.cmake"'
         ' "set(PACKAGE_VERSION_UNSUITABLE FALSE)\\n")', "the package was accepted for another system"),
+)
+KELMO = "tests/consumer/kelmo_host"
+KELMO_ROWS = (
+    Row("another text", f"{KELMO}/output.txt", "Öffnen", "Schließen", "printed pump.start: Öffnen"),
+    Row("a name that is not listed", "host/kelmo_exports_windows.def", "    kelmo_version\n", "", "kelmo_version"),
+    Row("a symbol table", README, " --strip", "", "There is a symbol table in"),
+    Row("options without the library", INSTALL, "# and nothing more",
+        'file(WRITE "${CMAKE_INSTALL_PREFIX}/lib/pkgconfig/kelmo.pc" "Name: kelmo\nDescription: none\nVersion: 0.1\n")',
+        "kelmo/kelmo.h: No such file"),
+    Row("a host without the library's file", f"{KELMO}/CMakeLists.txt", "install(IMPORTED_RUNTIME_ARTIFACTS kelmo::kelmo)", "",
+        "shipped/bin/c_host ended with"),
+    Row("a host in C++ that does not compile", f"{KELMO}/host.cpp", "#include <memory>\n", "#include <memories>\n", "memories"),
 )
 WITH_THE_HOST_ROWS = (
     Row("the library's warnings", LIBRARY, "ALIAS kelmo_localizer)\n",
@@ -63,6 +76,8 @@ def write_folder(folder):
     write(folder, FILES)
     shutil.copytree(TOP / "tests/consumer", folder / "tests/consumer")
     shutil.copytree(TOP / "tests/abi", folder / "tests/abi")
+    (folder / "host").mkdir()
+    shutil.copy(TOP / "host/kelmo_exports_windows.def", folder / "host")
 
 
 def write_folder_to_install(folder):
@@ -88,16 +103,21 @@ set(package "${{CMAKE_INSTALL_PREFIX}}/lib/cmake/kelmo_Mestrel_Localizer/kelmo_M
 NAME = "да"  # no blank: CMake does not quote the folders of a program's libraries for the linker
 
 
-def command(folder, way):
+def command(folder, way, checker="check_consumer"):
     return [CMAKE, f"-DBY={way}", f"-DWORK={folder}/work", f"-DLIBRARY_SOURCE={folder}", f"-DLIBRARY_BUILD={folder}/build",
-            "-DGENERATOR=Ninja", f"-DOPTIONS=-D;CMAKE_CXX_COMPILER={COMPILER}", "-DEMULATOR=",
+            "-DGENERATOR=Ninja", f"-DOPTIONS=-D;CMAKE_C_COMPILER={C_COMPILER};-D;CMAKE_CXX_COMPILER={COMPILER}",
+            "-DEMULATOR=", f"-DC_COMPILER={C_COMPILER}", "-DPKG_CONFIG=pkg-config",
             f"-DINSTALLED_FILES={folder / LIST}", f"-DEXPORTED_NAMES={folder}/exported_names.txt", f"-DOBJDUMP={OBJDUMP}",
-            f"-DNM={NM}", "-P", folder / "tests/consumer/check_consumer.cmake"]
+            f"-DNM={NM}", "-P", folder / f"tests/consumer/{checker}.cmake"]
 
 
 class Consumer(RefusalTest):
     def test_each_fault_of_an_installation_is_refused(self):
         self.refuses_each(write_folder_to_install, lambda folder: command(folder, "find_package"), INSTALLED_ROWS, NAME)
+
+    def test_each_fault_of_an_installation_of_kelmo_is_refused(self):
+        self.refuses_each(write_folder_to_install, lambda folder: command(folder, "find_package", "check_kelmo_consumer"),
+                          KELMO_ROWS, NAME)
 
     def test_a_library_that_affects_the_build_of_its_host_is_refused(self):
         self.refuses_each(write_folder, lambda folder: command(folder, "add_subdirectory"), WITH_THE_HOST_ROWS, NAME)

@@ -46,8 +46,8 @@ def write(folder, files):
 
 
 # What a build of the library reads.
-LIBRARY = ("CMakeLists.txt", "cmake", "dictionary", "frame", "include", "phyval", "platform", "resources", "storage", "text",
-           "unittables")
+LIBRARY = ("CMakeLists.txt", "cldr", "cmake", "dictionary", "frame", "host", "include", "phyval", "platform", "resources",
+           "storage", "text", "unittables")
 
 
 def copy_library(folder, *more):

@@ -58,7 +58,7 @@ def installed(prefix, *definitions):
     build = work / f"{prefix}_build"
     configure(top, build, "CMAKE_BUILD_TYPE=Release", "KELMO_LOCALIZER_TESTS=OFF", "KELMO_LOCALIZER_EXAMPLES=OFF",
               "KELMO_LOCALIZER_LANG=OFF", *definitions)
-    for file in ("bin/kelmo_Mestrel_Localizer.dll", "lib/kelmo_Mestrel_Localizer.lib"):
+    for file in ("bin/kelmo_Mestrel_Localizer.dll", "lib/kelmo_Mestrel_Localizer.lib", "bin/kelmo-0.dll", "lib/kelmo.lib"):
         (build / file).parent.mkdir(exist_ok=True)
         (build / file).touch()
     must_run("cmake", "--install", build, "--prefix", work / prefix)
