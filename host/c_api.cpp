@@ -14,28 +14,34 @@
 
 #include "host/argument.h"
 #include "host/c_arguments.h"
+#include "host/formatted_text.h"
 #include "host/loader.h"
 #include "host/number_text.h"
+#include "host/plural_count.h"
 #include "host/problem_list.h"
 #include "host/text_sink.h"
 #include "host/view.h"
 #include "kelmo/kelmo.h"
 #include "text/utf8.h"
 
+using KelmoLibs::Cldr::NumberFormat;
 using KelmoLibs::Host::Argument;
+using KelmoLibs::Host::ArgumentArray;
 using KelmoLibs::Host::FoundText;
 using KelmoLibs::Host::IsUtf8;
 using KelmoLibs::Host::LanguageTexts;
 using KelmoLibs::Host::Loader;
+using KelmoLibs::Host::MissingText;
+using KelmoLibs::Host::PluralCount;
 using KelmoLibs::Host::Problem;
 using KelmoLibs::Host::ProblemList;
 using KelmoLibs::Host::ReadingOptions;
-using KelmoLibs::Host::SealedTexts;
 using KelmoLibs::Host::StringOf;
 using KelmoLibs::Host::TextCollection;
 using KelmoLibs::Host::TextRecord;
 using KelmoLibs::Host::TextSink;
 using KelmoLibs::Host::View;
+using KelmoLibs::Host::ViewOptions;
 
 struct kelmo_problems {
   ProblemList list;
@@ -47,12 +53,41 @@ struct kelmo_loader {
 
 struct kelmo_texts {
   std::atomic<std::size_t> owners{1};
-  SealedTexts texts;
+  TextCollection texts;
 };
 
+namespace {
+
+// ---- Owners
+
+template <class Object>
+Object* Retain(Object* object) noexcept {
+  if (object != nullptr) {
+    object->owners.fetch_add(1, std::memory_order_relaxed);
+  }
+  return object;
+}
+
+template <class Object>
+void Release(Object* object) noexcept {
+  if (object != nullptr && object->owners.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+    delete object;
+  }
+}
+
+struct Releaser {
+  void operator()(kelmo_texts* texts) const noexcept { Release(texts); }
+};
+
+}  // namespace
+
 struct kelmo_view {
+  kelmo_view(kelmo_texts* itsTexts, const ViewOptions& options, ProblemList* problems)
+      : texts(Retain(itsTexts)), view(itsTexts->texts, options, problems) {}
+
   std::atomic<std::size_t> owners{1};
-  View view;
+  const std::unique_ptr<kelmo_texts, Releaser> texts;
+  const View view;
 };
 
 namespace {
@@ -117,48 +152,32 @@ kelmo_status Make(Object** result, Maker make) noexcept {
   });
 }
 
-template <class Object>
-Object* Retain(Object* object) noexcept {
-  if (object != nullptr) {
-    object->owners.fetch_add(1, std::memory_order_relaxed);
-  }
-  return object;
-}
-
-template <class Object>
-void Release(Object* object) noexcept {
-  if (object != nullptr && object->owners.fetch_sub(1, std::memory_order_acq_rel) == 1) {
-    delete object;
-  }
-}
-
-// Writes as many whole characters as there is room for, and a zero.
-void WriteText(std::string_view text, char* buffer, std::size_t capacity,
-               std::size_t* needed) noexcept {
+void GiveSize(std::size_t size, std::size_t* needed) noexcept {
   if (needed != nullptr) {
-    *needed = text.size();
+    *needed = size;
   }
-  if (capacity == 0) {
-    return;
-  }
-  const std::size_t room = std::min(text.size(), capacity - 1);
-  const std::size_t written = KelmoLibs::Localize::WellFormedUtf8Length(text.substr(0, room));
-  std::memcpy(buffer, text.data(), written);
-  buffer[written] = '\0';
 }
 
 // Fills all fields of the caller's struct but its size. One by one: copying a whole struct that was
 // just written would wait for the writes.
-void Describe(const TextCollection& texts, std::size_t language, const TextRecord& record,
+void Describe(const TextCollection& texts, const LanguageTexts& language, const TextRecord& record,
               kelmo_text& text) noexcept {
   text.line = record.line;
   text.utf8 = record.Text().data();
   text.utf8_size = record.textSize;
   text.utf16 = record.Utf16();
   text.utf16_size = text.utf16 != nullptr ? record.utf16Size : 0;
-  text.language = language;
+  text.language = Give(language.Id());
   text.key = Give(record.Key());
   text.file = Give(*texts.files[record.file]);
+}
+
+kelmo_status Tell(const kelmo_view& view, const FoundText& found, kelmo_text& result) noexcept {
+  if (found.record == nullptr) {
+    return KELMO_NOT_FOUND;
+  }
+  Describe(view.view.Texts(), *found.language, *found.record, result);
+  return KELMO_OK;
 }
 
 // Checks the arguments of the loading functions and calls `load` with them.
@@ -248,7 +267,9 @@ kelmo_status kelmo_problems_print(const kelmo_problems* problems, size_t index, 
     return KELMO_INVALID_ARGUMENT;
   }
   return Guard([&] {
-    WriteText(KelmoLibs::Host::Print(problems->list.All()[index]), buffer, capacity, needed);
+    TextSink sink(buffer, capacity);
+    sink.Append(KelmoLibs::Host::Print(problems->list.All()[index]));
+    GiveSize(sink.Finish(), needed);
     return KELMO_OK;
   });
 }
@@ -312,14 +333,14 @@ kelmo_texts* kelmo_texts_retain(kelmo_texts* texts) { return Retain(texts); }
 void kelmo_texts_release(kelmo_texts* texts) { Release(texts); }
 
 size_t kelmo_texts_language_count(const kelmo_texts* texts) {
-  return texts != nullptr ? texts->texts->languages.size() : 0;
+  return texts != nullptr ? texts->texts.languages.size() : 0;
 }
 
 kelmo_status kelmo_texts_language(const kelmo_texts* texts, size_t index, kelmo_language* result) {
   if (index >= kelmo_texts_language_count(texts) || !IsLargeEnough(result)) {
     return KELMO_INVALID_ARGUMENT;
   }
-  const LanguageTexts& language = *texts->texts->languages[index];
+  const LanguageTexts& language = *texts->texts.languages[index];
   Give(kelmo_language{0, 0, Give(language.Id()), Give(language.Name()), language.Entries().size()},
        result);
   return KELMO_OK;
@@ -328,11 +349,11 @@ kelmo_status kelmo_texts_language(const kelmo_texts* texts, size_t index, kelmo_
 kelmo_status kelmo_texts_entry(const kelmo_texts* texts, size_t language, size_t index,
                                kelmo_text* result) {
   if (language >= kelmo_texts_language_count(texts) ||
-      index >= texts->texts->languages[language]->Entries().size() || !IsLargeEnough(result)) {
+      index >= texts->texts.languages[language]->Entries().size() || !IsLargeEnough(result)) {
     return KELMO_INVALID_ARGUMENT;
   }
-  const TextRecord& record = *texts->texts->languages[language]->Entries()[index];
-  Describe(*texts->texts, language, record, *result);
+  const TextRecord& record = *texts->texts.languages[language]->Entries()[index];
+  Describe(texts->texts, *texts->texts.languages[language], record, *result);
   return KELMO_OK;
 }
 
@@ -340,7 +361,7 @@ kelmo_status kelmo_texts_entry(const kelmo_texts* texts, size_t language, size_t
 
 kelmo_status kelmo_number_print(const kelmo_number_format* format, const kelmo_argument* number,
                                 char* buffer, size_t capacity, size_t* needed) {
-  KelmoLibs::Cldr::NumberFormat written;
+  NumberFormat written;
   Argument argument;
   if (!IsLargeEnough(number) || (buffer == nullptr && capacity != 0)) {
     return KELMO_INVALID_ARGUMENT;
@@ -358,10 +379,7 @@ kelmo_status kelmo_number_print(const kelmo_number_format* format, const kelmo_a
   }
   TextSink sink(buffer, capacity);
   KelmoLibs::Host::WriteNumber(argument, {}, written, sink);
-  const std::size_t size = sink.Finish();
-  if (needed != nullptr) {
-    *needed = size;
-  }
+  GiveSize(sink.Finish(), needed);
   return KELMO_OK;
 }
 
@@ -371,12 +389,25 @@ kelmo_status kelmo_view_create(kelmo_texts* texts, const kelmo_view_options* opt
                                kelmo_view** result, kelmo_problems* problems) {
   kelmo_view_options known = {};
   if (texts == nullptr || !Take(options, sizeof known, known) ||
-      (known.languages == nullptr && known.language_count != 0)) {
+      (known.languages == nullptr && known.language_count != 0) ||
+      (known.flags & ~std::uint32_t{KELMO_VIEW_ISOLATE}) != 0 ||
+      known.missing < KELMO_MISSING_KEY || known.missing > KELMO_MISSING_MARKED) {
     return KELMO_INVALID_ARGUMENT;
   }
+  NumberFormat numbers;
+  if (known.numbers != nullptr) {
+    const kelmo_status status = KelmoLibs::Host::TakeNumberFormat(*known.numbers, numbers);
+    if (status != KELMO_OK) {
+      return status;
+    }
+  }
   return Guard([&] {
-    std::vector<std::string_view> languages;
-    languages.reserve(known.language_count);
+    ViewOptions taken;
+    taken.missing = static_cast<MissingText>(known.missing);
+    taken.problemLimit = known.problem_limit;
+    taken.isIsolating = (known.flags & KELMO_VIEW_ISOLATE) != 0;
+    taken.numbers = known.numbers != nullptr ? &numbers : nullptr;
+    taken.languages.reserve(known.language_count);
     for (std::size_t i = 0; i < known.language_count; ++i) {
       const auto id = StringOf(known.languages[i].data, known.languages[i].size);
       if (!id) {
@@ -385,12 +416,10 @@ kelmo_status kelmo_view_create(kelmo_texts* texts, const kelmo_view_options* opt
       if (!IsUtf8(*id)) {
         return kelmo_status{KELMO_INVALID_UTF8};
       }
-      languages.push_back(*id);
+      taken.languages.push_back(*id);
     }
-    return Make(result, [&] {
-      return std::unique_ptr<kelmo_view>(new kelmo_view{
-          {1}, View(texts->texts, languages, known.problem_limit, ListOf(problems))});
-    });
+    return Make(result,
+                [&] { return std::make_unique<kelmo_view>(texts, taken, ListOf(problems)); });
   });
 }
 
@@ -398,28 +427,72 @@ kelmo_view* kelmo_view_retain(kelmo_view* view) { return Retain(view); }
 
 void kelmo_view_release(kelmo_view* view) { Release(view); }
 
+kelmo_texts* kelmo_view_texts(const kelmo_view* view) {
+  return view != nullptr ? view->texts.get() : nullptr;
+}
+
+const char* kelmo_view_text(const kelmo_view* view, const char* key, size_t key_size,
+                            size_t* size) {
+  const std::optional<std::string_view> text = StringOf(key, key_size);
+  std::string_view answer = "";
+  if (view != nullptr && text) {
+    const FoundText found = view->view.Find(*text);
+    answer = found.record != nullptr ? found.record->Text() : view->view.TextForMissing(*text);
+  }
+  GiveSize(answer.size(), size);
+  return answer.data() != nullptr ? answer.data() : "";
+}
+
 kelmo_status kelmo_view_find(const kelmo_view* view, const char* key, size_t key_size,
-                             const kelmo_argument* /*count*/, kelmo_text* result) {
+                             const kelmo_argument* count, kelmo_text* result) {
   const std::optional<std::string_view> text = StringOf(key, key_size);
   if (view == nullptr || !text || !IsLargeEnough(result)) {
     return KELMO_INVALID_ARGUMENT;
   }
-  const FoundText found = view->view.Find(*text);
-  if (found.record == nullptr) {
-    return KELMO_NOT_FOUND;
+  if (count == nullptr) {
+    return Tell(*view, view->view.Find(*text), *result);
   }
-  Describe(view->view.Texts(), found.language, *found.record, *result);
-  return KELMO_OK;
+  Argument number;
+  if (!IsLargeEnough(count)) {
+    return KELMO_INVALID_ARGUMENT;
+  }
+  const kelmo_status status = KelmoLibs::Host::TakeArgument(*count, number);
+  if (status != KELMO_OK) {
+    return status;
+  }
+  if (number.IsText()) {
+    return KELMO_INVALID_ARGUMENT;
+  }
+  return Guard(
+      [&] { return Tell(*view, view->view.FindForm(*text, PluralCount(number)), *result); });
+}
+
+kelmo_status kelmo_view_format(const kelmo_view* view, const char* key, size_t key_size,
+                               const kelmo_argument* arguments, size_t argument_count, char* buffer,
+                               size_t capacity, size_t* needed, kelmo_problems* problems) {
+  const std::optional<std::string_view> text = StringOf(key, key_size);
+  if (view == nullptr || !text || (buffer == nullptr && capacity != 0)) {
+    return KELMO_INVALID_ARGUMENT;
+  }
+  ArgumentArray taken;
+  return Guard([&] {
+    const kelmo_status status = taken.Take(arguments, argument_count);
+    if (status != KELMO_OK) {
+      return status;
+    }
+    TextSink sink(buffer, capacity);
+    const bool isFound = KelmoLibs::Host::WriteFormatted(view->view, *text, taken.All(),
+                                                         taken.Count(), sink, ListOf(problems));
+    GiveSize(sink.Finish(), needed);
+    return kelmo_status{isFound ? KELMO_OK : KELMO_NOT_FOUND};
+  });
 }
 
 kelmo_status kelmo_view_take_problems(kelmo_view* view, kelmo_problems* problems, size_t* lost) {
   if (view == nullptr) {
     return KELMO_INVALID_ARGUMENT;
   }
-  const std::size_t notRecorded = view->view.TakeProblems(ListOf(problems));
-  if (lost != nullptr) {
-    *lost = notRecorded;
-  }
+  GiveSize(view->view.TakeProblems(ListOf(problems)), lost);
   return KELMO_OK;
 }
 

@@ -83,10 +83,6 @@ void Loader::AddMemory(std::string_view bytes, std::string_view name, const Read
   ReadDictionaryBytes(bytes, name, options, texts_, problems);
 }
 
-std::shared_ptr<const TextCollection> Loader::Finish() {
-  auto sealed = std::make_shared<TextCollection>();
-  std::swap(*sealed, texts_);
-  return sealed;
-}
+TextCollection Loader::Finish() noexcept { return std::exchange(texts_, {}); }
 
 }  // namespace KelmoLibs::Host

@@ -1,7 +1,6 @@
 // Collects dictionaries from files, folders and memory.
 #pragma once
 
-#include <memory>
 #include <string>
 #include <string_view>
 
@@ -25,8 +24,8 @@ class Loader {
   void AddMemory(std::string_view bytes, std::string_view name, const ReadingOptions& options,
                  ProblemList* problems);
 
-  /// What was collected, sealed; the loader is empty then.
-  std::shared_ptr<const TextCollection> Finish();
+  /// What was collected; the loader is empty then.
+  TextCollection Finish() noexcept;
 
  private:
   TextCollection texts_;

@@ -1,59 +1,68 @@
 #include "host/view.h"
 
+#include <array>
+#include <memory_resource>
 #include <utility>
 
 namespace KelmoLibs::Host {
+namespace {
 
-void MissingKeys::Record(std::string_view key) noexcept {
-  try {
-    const std::lock_guard<std::mutex> lock(mutex_);
-    if (keys_.find(key) != keys_.end()) {
-      return;
-    }
-    if (order_.size() == limit_) {
-      ++lost_;
-      return;
-    }
-    try {
-      order_.reserve(order_.size() + 1);
-      order_.push_back(&*keys_.emplace(key).first);
-    } catch (...) {
-      ++lost_;
-    }
-  } catch (...) {
-    return;  // the system refuses the lock; std::mutex says that this does not happen
+// A key with the suffix of a plural form behind it. Usual keys take no memory.
+class FormKey {
+ public:
+  explicit FormKey(std::string_view key) : keySize_(key.size()) {
+    text_.reserve(keySize_ + kUsualSuffix);
+    text_ = key;
+  }
+  FormKey(const FormKey&) = delete;
+  FormKey& operator=(const FormKey&) = delete;
+  ~FormKey() = default;
+
+  // Valid until the next call.
+  std::string_view With(std::string_view mark, std::string_view form) {
+    text_.resize(keySize_);
+    return text_.append(mark).append(form);
+  }
+
+ private:
+  static constexpr std::size_t kUsualKey = 256;
+  static constexpr std::size_t kUsualSuffix = 31;
+
+  std::size_t keySize_;
+  std::array<std::byte, kUsualKey + kUsualSuffix + 1> memory_;
+  std::pmr::monotonic_buffer_resource resource_{memory_.data(), memory_.size()};
+  std::pmr::string text_{&resource_};
+};
+
+// Copies the strings of `format` to `marks`, and lets it refer to them.
+void KeepMarks(Cldr::NumberFormat& format, std::string& marks) {
+  std::string_view* const parts[] = {&format.decimalMark, &format.groupMark, &format.minusSign};
+  for (const std::string_view* const part : parts) {
+    marks += *part;
+  }
+  std::string_view rest = marks;
+  for (std::string_view* const part : parts) {
+    *part = rest.substr(0, part->size());
+    rest.remove_prefix(part->size());
   }
 }
 
-std::size_t MissingKeys::Take(std::string_view language, ProblemList* problems) noexcept {
-  const std::lock_guard<std::mutex> lock(mutex_);
-  for (const std::string* const key : order_) {
-    if (problems != nullptr) {
-      problems->Append([&] {
-        Problem problem;
-        problem.code = ProblemCode::kKeyMissing;
-        problem.severity = ProblemSeverity::kWarning;
-        problem.key = *key;
-        problem.language = language;
-        return problem;
-      });
-    }
-  }
-  order_.clear();
-  keys_.clear();
-  return std::exchange(lost_, 0);
+MetProblem MissingKey(std::string_view key, std::string_view language) noexcept {
+  MetProblem problem;
+  problem.code = ProblemCode::kKeyMissing;
+  problem.severity = ProblemSeverity::kWarning;
+  problem.key = key;
+  problem.language = language;
+  return problem;
 }
 
-View::View(SealedTexts texts, const std::vector<std::string_view>& languages,
-           std::size_t missingLimit, ProblemList* problems)
-    : texts_(std::move(texts)) {
-  for (const std::string_view id : languages) {
-    std::size_t index = 0;
-    while (index < texts_->languages.size() && texts_->languages[index]->Id() != id) {
-      ++index;
-    }
-    if (index < texts_->languages.size()) {
-      languages_.push_back({texts_->languages[index].get(), index});
+}  // namespace
+
+View::View(const TextCollection& texts, const ViewOptions& options, ProblemList* problems)
+    : texts_(texts), missing_(options.missing), isIsolating_(options.isIsolating) {
+  for (const std::string_view id : options.languages) {
+    if (const LanguageTexts* const language = texts_.FindLanguage(id)) {
+      languages_.push_back({language, &Cldr::PluralRulesOf(id)});
     } else if (problems != nullptr) {
       problems->Append([&] {
         Problem problem;
@@ -64,8 +73,15 @@ View::View(SealedTexts texts, const std::vector<std::string_view>& languages,
       });
     }
   }
-  if (missingLimit != 0) {
-    missing_ = std::make_unique<MissingKeys>(missingLimit);
+  if (options.numbers != nullptr) {
+    numbers_ = *options.numbers;
+    KeepMarks(numbers_, marks_);
+  }
+  if (options.problemLimit != 0) {
+    record_ = std::make_unique<ProblemRecord>(options.problemLimit);
+  }
+  if (missing_ == MissingText::kMarked) {
+    marked_ = std::make_unique<MarkedKeys>();
   }
 }
 
@@ -73,18 +89,83 @@ FoundText View::Find(std::string_view key) const noexcept {
   const KeyBytes query(key);
   for (const Language& language : languages_) {
     if (const TextRecord* const record = language.texts->Find(query)) {
-      return {record, language.index};
+      return {record, language.texts};
     }
   }
-  if (missing_ != nullptr) {
-    missing_->Record(key);
-  }
+  RecordMissing(key);
   return {};
 }
 
+FoundText View::FindForm(std::string_view key, const PluralCount& count) const {
+  FormKey form(key);
+  for (const Language& language : languages_) {
+    const auto find = [&](std::string_view mark, std::string_view name) {
+      return language.texts->Find(KeyBytes(form.With(mark, name)));
+    };
+    const Cldr::PluralCategory category = count.CategoryIn(*language.rules);
+    const TextRecord* record = count.Exact().empty() ? nullptr : find(".=", count.Exact());
+    if (record == nullptr && category != Cldr::PluralCategory::kOther) {
+      record = find(".", Cldr::PluralCategoryName(category));
+    }
+    if (record == nullptr) {
+      record = find(".", "other");
+    }
+    if (record == nullptr) {
+      record = find("", "");
+    }
+    if (record != nullptr) {
+      return {record, language.texts};
+    }
+  }
+  RecordMissing(key);
+  return {};
+}
+
+std::string_view View::TextForMissing(std::string_view key) const noexcept {
+  constexpr std::size_t kMostMarked = 4096;  // a host may make keys without end
+  if (missing_ == MissingText::kKey) {
+    return key;
+  }
+  if (missing_ == MissingText::kNothing) {
+    return "";
+  }
+  const std::lock_guard<std::mutex> lock(marked_->mutex);
+  auto found = marked_->forms.find(key);
+  if (found == marked_->forms.end()) {
+    if (marked_->forms.size() == kMostMarked) {
+      return key;
+    }
+    try {
+      std::string form("[[");
+      form.append(key).append("]]");
+      found = marked_->forms.emplace(key, std::move(form)).first;
+    } catch (...) {
+      return key;
+    }
+  }
+  return found->second;
+}
+
+void View::Record(const MetProblem& problem) const noexcept {
+  if (record_ != nullptr) {
+    record_->Add(problem);
+  }
+}
+
+void View::CountLost() const noexcept {
+  if (record_ != nullptr) {
+    record_->CountLost();
+  }
+}
+
+void View::RecordMissing(std::string_view key) const noexcept {
+  if (record_ != nullptr) {
+    record_->Add(MissingKey(key, languages_.empty() ? "" : languages_.front().texts->Id()));
+  }
+}
+
 std::size_t View::TakeProblems(ProblemList* problems) const noexcept {
-  const std::string_view first = languages_.empty() ? "" : languages_.front().texts->Id();
-  return missing_ != nullptr ? missing_->Take(first, problems) : 0;
+  return record_ != nullptr ? record_->Take(problems) : 0;
 }
 
 }  // namespace KelmoLibs::Host

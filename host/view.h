@@ -1,73 +1,99 @@
 // Texts in the languages that one user reads.
 #pragma once
 
-#include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <mutex>
-#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "host/problem_list.h"
+#include "cldr/number_format.h"
+#include "cldr/plural_rules.h"
+#include "host/plural_count.h"
+#include "host/problem_record.h"
 #include "host/text_collection.h"
 
 namespace KelmoLibs::Host {
 
-/// Texts that never change any more.
-using SealedTexts = std::shared_ptr<const TextCollection>;
-
-/// A text that was found, and its language: an index in TextCollection::languages.
+/// A text that was found, and its language; null if none was.
 struct FoundText {
   const TextRecord* record = nullptr;
-  std::size_t language = 0;
+  const LanguageTexts* language = nullptr;
 };
 
-/// Keys that were looked up and not found, each once, up to a limit. Thread-safe.
-class MissingKeys {
- public:
-  explicit MissingKeys(std::size_t limit) noexcept : limit_(limit) {}
+/// What stands for the text of a key that no language has. The values are those of kelmo.h.
+enum class MissingText : std::int32_t { kKey = 0, kNothing = 1, kMarked = 2 };
 
-  void Record(std::string_view key) noexcept;
-
-  /// Moves all keys to `problems`, in the order of their first lookup, and forgets them. Returns the
-  /// number of lookups that were not recorded.
-  std::size_t Take(std::string_view language, ProblemList* problems) noexcept;
-
- private:
-  std::size_t limit_;
-  std::mutex mutex_;
-  std::set<std::string, std::less<>> keys_;
-  std::vector<const std::string*> order_;
-  std::size_t lost_ = 0;
+struct ViewOptions {
+  std::vector<std::string_view> languages;
+  MissingText missing = MissingText::kKey;
+  std::size_t problemLimit = 0;
+  bool isIsolating = false;
+  const Cldr::NumberFormat* numbers = nullptr;  // null: that of the first language
 };
 
+/// Any number of threads may call the functions.
 class View {
  public:
-  /// Languages that the texts lack are problems, and left out.
-  View(SealedTexts texts, const std::vector<std::string_view>& languages, std::size_t missingLimit,
-       ProblemList* problems);
+  /// The texts outlive the view. Languages that they lack are problems, and left out. Throws only
+  /// std::bad_alloc.
+  View(const TextCollection& texts, const ViewOptions& options, ProblemList* problems);
 
-  const TextCollection& Texts() const noexcept { return *texts_; }
+  const TextCollection& Texts() const noexcept { return texts_; }
+
+  /// How the view writes numbers.
+  const Cldr::NumberFormat& Numbers() const noexcept { return numbers_; }
+
+  /// Whether arguments are isolated from the direction of the text around them.
+  bool IsIsolating() const noexcept { return isIsolating_; }
 
   /// The text of the first language that has the key; no record if there is none: the key is then
-  /// recorded, if the limit is not 0. Any number of threads may call it.
+  /// recorded, if the limit is not 0.
   FoundText Find(std::string_view key) const noexcept;
 
-  /// See MissingKeys::Take.
+  /// The form of the text for a number, in the first language that has one. Each language is asked
+  /// for the exact number, for its category, for `other`, and for the key alone. Throws only
+  /// std::bad_alloc, and only for keys of more than 256 bytes.
+  FoundText FindForm(std::string_view key, const PluralCount& count) const;
+
+  /// What stands for the text of a key that is missing. Never throws: if memory is out, that is the
+  /// key itself.
+  std::string_view TextForMissing(std::string_view key) const noexcept;
+
+  /// The problem goes to the record, if there is one.
+  void Record(const MetProblem& problem) const noexcept;
+
+  /// Memory was out for a problem that would go to the record.
+  void CountLost() const noexcept;
+
+  /// See ProblemRecord::Take.
   std::size_t TakeProblems(ProblemList* problems) const noexcept;
 
  private:
   struct Language {
     const LanguageTexts* texts;
-    std::size_t index;
+    const Cldr::PluralRules* rules;
   };
 
-  SealedTexts texts_;
+  // The marked forms of missing keys: hosts read them as long as the view lives.
+  struct MarkedKeys {
+    std::mutex mutex;
+    std::map<std::string, std::string, std::less<>> forms;
+  };
+
+  void RecordMissing(std::string_view key) const noexcept;
+
+  const TextCollection& texts_;
   std::vector<Language> languages_;
-  std::unique_ptr<MissingKeys> missing_;  // null if none are recorded
+  Cldr::NumberFormat numbers_;
+  std::string marks_;  // the strings of numbers_
+  MissingText missing_;
+  bool isIsolating_;
+  std::unique_ptr<ProblemRecord> record_;  // null if nothing is recorded
+  std::unique_ptr<MarkedKeys> marked_;     // null unless missing keys are marked
 };
 
 }  // namespace KelmoLibs::Host

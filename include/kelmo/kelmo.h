@@ -264,7 +264,7 @@ typedef struct kelmo_text {
   size_t utf8_size;      /**< in bytes */
   const uint16_t* utf16; /**< zero-terminated; null unless it was loaded with KELMO_LOAD_UTF16 */
   size_t utf16_size;     /**< in code units */
-  size_t language;       /**< its index in the texts */
+  kelmo_string language; /**< id of its language */
   kelmo_string key;      /**< the key of the entry; of a plural form, with its suffix */
   kelmo_string file;     /**< as it was named to the loader */
 } kelmo_text;

@@ -1,0 +1,179 @@
+#include "host/view.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/host/texts_of_tests.h"
+
+namespace {
+
+using KelmoLibs::Cldr::NumberFormat;
+using KelmoLibs::Host::Argument;
+using KelmoLibs::Host::FoundText;
+using KelmoLibs::Host::MissingText;
+using KelmoLibs::Host::PluralCount;
+using KelmoLibs::Host::ProblemList;
+using KelmoLibs::Host::TextCollection;
+using KelmoLibs::Host::View;
+using KelmoLibs::Host::ViewOptions;
+
+// "language: text", or "nothing".
+std::string Told(const FoundText& found) {
+  return found.record != nullptr ? found.language->Id() + ": " + std::string(found.record->Text())
+                                 : "nothing";
+}
+
+using Lines = std::vector<std::string>;
+
+TEST(View, FindsTheFirstLanguageOfItsChain) {
+  const TextCollection texts = LoadTexts({"en English\nok OK\nquit Quit\nhelp Help\n",
+                                          "de Deutsch\nok Gut\nquit\n", "de-AT\nok Passt\n"});
+  struct Case {
+    const char* name;
+    std::vector<std::string_view> chain;
+    const char* key;
+    const char* expected;
+  };
+  const std::vector<Case> cases = {
+      {"the first language has it", {"de-AT", "de", "en"}, "ok", "de-AT: Passt"},
+      {"an empty text is a text", {"de-AT", "de", "en"}, "quit", "de: "},
+      {"the last language has it", {"de-AT", "de", "en"}, "help", "en: Help"},
+      {"no language has it", {"de-AT", "de", "en"}, "other", "nothing"},
+      {"no parent that is not named", {"de-AT"}, "help", "nothing"},
+      {"an empty key", {"de"}, "", "nothing"},
+      {"no language", {}, "ok", "nothing"},
+      {"a language twice", {"de", "de"}, "ok", "de: Gut"},
+  };
+  for (const Case& row : cases) {
+    EXPECT_EQ(Told(View(texts, ViewOf(row.chain), nullptr).Find(row.key)), row.expected)
+        << row.name;
+  }
+}
+
+TEST(View, LeavesOutLanguagesThatTheTextsLack) {
+  const TextCollection texts = LoadTexts({"de\nok Gut\n"});
+  ProblemList problems;
+  const View view(texts, ViewOf({"fr", "DE", "de"}), &problems);
+  EXPECT_EQ(Told(view.Find("ok")), "de: Gut");
+  EXPECT_EQ(Printed(problems), (Lines{"warning: EL112. Dictionary not found (language \"fr\")",
+                                      "warning: EL112. Dictionary not found (language \"DE\")"}));
+}
+
+TEST(View, FindsTheFormForANumber) {
+  const TextCollection texts = LoadTexts(
+      {"ru\nfiles.one one\nfiles.few few\nfiles.many many\nfiles.=0 none\nfiles.=1.5 exact\n"
+       "only.few few\nbare bare\nhalf.other other\n",
+       "en\nfiles.one one\nfiles.other other\nonly.other other\nbare.one one\nhalf.one one\n"});
+  struct Case {
+    const char* name;
+    const char* key;
+    double count;
+    const char* expected;
+  };
+  const std::vector<Case> cases = {
+      {"the exact number before the category", "files", 0, "ru: none"},
+      {"an exact fraction", "files", 1.5, "ru: exact"},
+      {"its category", "files", 21, "ru: one"},
+      {"by the rules of its language", "files", 3, "ru: few"},
+      {"no form for it: the next language", "files", 2.5, "en: other"},
+      {"another form does not count", "only", 5, "en: other"},
+      {"the key alone before the next language", "bare", 1, "ru: bare"},
+      {"`other` before the key alone and the next language", "half", 1, "ru: other"},
+      {"no language has a form", "none", 1, "nothing"},
+      {"a suffix is part of no key", "files.one", 1, "ru: one"},
+  };
+  const View view(texts, ViewOf({"ru", "en"}), nullptr);
+  for (const Case& row : cases) {
+    Argument count;
+    count.value = row.count;
+    EXPECT_EQ(Told(view.FindForm(row.key, PluralCount(count))), row.expected) << row.name;
+  }
+}
+
+TEST(View, FindsFormsOfKeysOfEveryLength) {
+  for (const std::size_t size : {0U, 1U, 7U, 220U, 255U, 256U, 257U, 300U, 5000U}) {
+    const std::string key(size, 'k');
+    const TextCollection texts = LoadTexts({"pl\n" + key + ".few few\n" + key + ".=7 seven\n"});
+    const View view(texts, ViewOf({"pl"}), nullptr);
+    Argument count;
+    count.value = std::int64_t{3};
+    EXPECT_EQ(Told(view.FindForm(key, PluralCount(count))), "pl: few") << size;
+    count.value = std::int64_t{7};
+    EXPECT_EQ(Told(view.FindForm(key, PluralCount(count))), "pl: seven") << size;
+    count.value = 1e300;
+    EXPECT_EQ(Told(view.FindForm(key, PluralCount(count))), "nothing") << size;
+  }
+}
+
+TEST(View, SaysWhatStandsForAMissingKey) {
+  const TextCollection texts = LoadTexts({"de\nok Gut\n"});
+  struct Case {
+    MissingText missing;
+    const char* expected;
+  };
+  for (const Case& row : {Case{MissingText::kKey, "menu.file"}, Case{MissingText::kNothing, ""},
+                          Case{MissingText::kMarked, "[[menu.file]]"}}) {
+    ViewOptions options = ViewOf({"de"});
+    options.missing = row.missing;
+    const View view(texts, options, nullptr);
+    EXPECT_EQ(view.TextForMissing("menu.file"), row.expected);
+  }
+}
+
+TEST(View, GivesTheSameMarkedFormAgain) {
+  const TextCollection texts = LoadTexts({"de\nok Gut\n"});
+  ViewOptions options = ViewOf({"de"});
+  options.missing = MissingText::kMarked;
+  const View view(texts, options, nullptr);
+  const char* const first = view.TextForMissing("menu.file").data();
+  view.TextForMissing("menu.edit");
+  EXPECT_EQ(view.TextForMissing("menu.file").data(), first);
+}
+
+TEST(View, KeepsTheMarkedFormsOfSoManyKeys) {
+  const TextCollection texts = LoadTexts({"de\nok Gut\n"});
+  ViewOptions options = ViewOf({"de"});
+  options.missing = MissingText::kMarked;
+  const View view(texts, options, nullptr);
+  constexpr int kKept = 4096;
+  for (int i = 0; i < kKept; ++i) {
+    const std::string key = std::to_string(i);
+    ASSERT_EQ(view.TextForMissing(key), "[[" + key + "]]");
+  }
+  EXPECT_EQ(view.TextForMissing("one more"), "one more");
+  EXPECT_EQ(view.TextForMissing("17"), "[[17]]");
+}
+
+TEST(View, RecordsMissingKeysUpToItsLimit) {
+  const TextCollection texts = LoadTexts({"de\nok Gut\n"});
+  ViewOptions options = ViewOf({"de"});
+  options.problemLimit = 2;
+  const View view(texts, options, nullptr);
+  for (const char* key : {"ok", "b", "a", "b", "c"}) {
+    view.Find(key);
+  }
+  ProblemList problems;
+  EXPECT_EQ(view.TakeProblems(&problems), 1U);
+  EXPECT_EQ(Printed(problems),
+            (Lines{"warning: EL121. Key not found in dictionary (key \"b\") (language \"de\")",
+                   "warning: EL121. Key not found in dictionary (key \"a\") (language \"de\")"}));
+}
+
+TEST(View, KeepsACopyOfItsNumberFormat) {
+  const TextCollection texts = LoadTexts({"de\nok Gut\n"});
+  std::string mark = "::";
+  NumberFormat format;
+  format.decimalMark = mark;
+  format.groupMark = "'";
+  ViewOptions options = ViewOf({"de"});
+  options.numbers = &format;
+  const View view(texts, options, nullptr);
+  mark = "xx";
+  EXPECT_EQ(view.Numbers().decimalMark, "::");
+  EXPECT_EQ(view.Numbers().groupMark, "'");
+  EXPECT_EQ(view.Numbers().minusSign, "-");
+}
+
+}  // namespace
