@@ -22,7 +22,7 @@ kelmo_status TakeText(const kelmo_string& given, std::string_view& taken) noexce
     return KELMO_INVALID_ARGUMENT;
   }
   taken = *text;
-  return IsUtf8(taken) ? KELMO_OK : KELMO_INVALID_UTF8;
+  return taken.empty() || IsUtf8(taken) ? KELMO_OK : KELMO_INVALID_UTF8;
 }
 
 template <std::size_t size>
@@ -93,6 +93,7 @@ kelmo_status ArgumentArray::Take(const kelmo_argument* given, std::size_t count)
     return KELMO_OK;
   }
   if (given == nullptr || given->size < sizeof(kelmo_argument) ||
+      given->size % alignof(kelmo_argument) != 0 ||
       count > std::numeric_limits<std::size_t>::max() /
                   std::max(sizeof(Argument), std::size_t{given->size})) {
     return KELMO_INVALID_ARGUMENT;
@@ -103,10 +104,9 @@ kelmo_status ArgumentArray::Take(const kelmo_argument* given, std::size_t count)
     more_ = std::make_unique<std::byte[]>(count * sizeof(Argument));
     storage = more_.get();
   }
-  const char* next = reinterpret_cast<const char*>(given);
-  for (std::size_t i = 0; i < count; ++i, next += stride) {
-    kelmo_argument current;  // later versions may have sizes that do not align every one
-    std::memcpy(&current, next, sizeof current);
+  for (std::size_t i = 0; i < count; ++i) {
+    const auto& current = *reinterpret_cast<const kelmo_argument*>(
+        reinterpret_cast<const std::byte*>(given) + i * stride);
     if (current.size != stride) {
       return KELMO_INVALID_ARGUMENT;
     }

@@ -21,12 +21,17 @@ constexpr std::size_t kDigitsCapacity = 309 + 1 + kMaxDecimals + 1;
 constexpr double kFirstWithExponent = 1e16;
 constexpr double kLastWithExponentBelow = 1e-4;
 
+constexpr std::string_view kNan = "NaN";
+constexpr std::string_view kInfinity = "\u221E";
+
 constexpr int kDefaultDecimals = 6;  // of f, e and g
 
 // The parts of a number without its sign, with the digits 0 to 9.
 struct Parts {
   bool isNegative = false;
   bool isFinite = true;
+  char* digits = nullptr;     // the integer part. One byte in front of it can be written
+  std::size_t size = 0;       // of `digits`, with the mark "." and the fraction
   std::string_view integer;   // or the word for a number that is not finite
   std::string_view fraction;  // empty: no decimal mark
   std::string_view exponent;  // digits; empty: none
@@ -50,69 +55,80 @@ class DigitsBuffer {
   Parts SplitInteger(std::uint64_t magnitude, bool isNegative) noexcept {
     Parts parts;
     parts.isNegative = isNegative;
-    parts.integer = Until(std::to_chars(Begin(), End(), magnitude).ptr);
+    parts.digits = Begin();
+    parts.size = SizeUntil(std::to_chars(Begin(), End(), magnitude));
+    parts.integer = {parts.digits, parts.size};
     return parts;
   }
 
   Parts SplitDouble(double number, int decimals, const NumberSpec& spec) noexcept {
     Parts parts;
-    if (std::isnan(number)) {
+    if (!std::isfinite(number)) {
       parts.isFinite = false;
-      parts.integer = "NaN";
+      parts.isNegative = number < 0;
+      parts.integer = std::isnan(number) ? kNan : kInfinity;
       return parts;
     }
     parts.isNegative = std::signbit(number);
-    if (std::isinf(number)) {
-      parts.isFinite = false;
-      parts.integer = "\u221E";
-      return parts;
+    parts.digits = Begin();
+    const Printed printed = PrintMagnitude(std::fabs(number), decimals, spec);
+    std::string_view text(parts.digits, printed.size);
+    if (printed.mayHaveExponent) {
+      const std::size_t exponent = text.find('e');
+      if (exponent != std::string_view::npos) {
+        parts.hasNegativeExponent = text[exponent + 1] == '-';
+        parts.exponent = text.substr(exponent + 2);
+        text = text.substr(0, exponent);
+      }
     }
-    std::string_view text = PrintMagnitude(std::fabs(number), decimals, spec);
-    const std::size_t exponent = text.find('e');
-    if (exponent != std::string_view::npos) {
-      parts.hasNegativeExponent = text[exponent + 1] == '-';
-      parts.exponent = text.substr(exponent + 2);
-      text = text.substr(0, exponent);
-    }
-    const std::size_t mark = text.find('.');
+    parts.size = text.size();
+    const std::size_t mark = printed.decimals > 0
+                                 ? text.size() - 1 - static_cast<std::size_t>(printed.decimals)
+                             : printed.decimals == 0 ? text.size()
+                                                     : std::min(text.find('.'), text.size());
     parts.integer = text.substr(0, mark);
-    if (mark != std::string_view::npos) {
+    if (mark != text.size()) {
       parts.fraction = text.substr(mark + 1);
     }
     return parts;
   }
 
-  std::string_view PrintMagnitude(double number, int decimals, const NumberSpec& spec) noexcept {
+  struct Printed {
+    std::size_t size;
+    bool mayHaveExponent;
+    int decimals;  // kNoDecimals: not known
+  };
+
+  Printed PrintMagnitude(double number, int decimals, const NumberSpec& spec) noexcept {
     if (spec.type == 'f' || (spec.type == '\0' && spec.decimals == kNoDecimals)) {
-      const int wanted = spec.decimals != kNoDecimals ? spec.decimals : decimals;
-      if (wanted != kShortest || spec.type == 'f') {
-        return Print(number, std::chars_format::fixed,
-                     wanted != kShortest ? wanted : kDefaultDecimals);
+      int wanted = spec.decimals != kNoDecimals ? spec.decimals : decimals;
+      if (wanted == kShortest && spec.type == '\0') {
+        const bool hasExponent =
+            number != 0 && (number < kLastWithExponentBelow || number >= kFirstWithExponent);
+        const auto format = hasExponent ? std::chars_format::scientific : std::chars_format::fixed;
+        return {SizeUntil(std::to_chars(Begin(), End(), number, format)), hasExponent, kNoDecimals};
       }
-      const bool hasExponent =
-          number != 0 && (number < kLastWithExponentBelow || number >= kFirstWithExponent);
-      return Until(
-          std::to_chars(Begin(), End(), number,
-                        hasExponent ? std::chars_format::scientific : std::chars_format::fixed)
-              .ptr);
+      wanted = wanted != kShortest ? wanted : kDefaultDecimals;
+      return {Print(number, std::chars_format::fixed, wanted), false, wanted};
     }
-    const int wanted = spec.decimals != kNoDecimals ? spec.decimals : kDefaultDecimals;
-    return Print(number,
-                 spec.type == 'e' ? std::chars_format::scientific : std::chars_format::general,
-                 wanted);
+    const auto format =
+        spec.type == 'e' ? std::chars_format::scientific : std::chars_format::general;
+    return {Print(number, format, spec.decimals != kNoDecimals ? spec.decimals : kDefaultDecimals),
+            true, kNoDecimals};
   }
 
-  std::string_view Print(double number, std::chars_format format, int decimals) noexcept {
-    return Until(std::to_chars(Begin(), End(), number, format, decimals).ptr);
+  std::size_t Print(double number, std::chars_format format, int decimals) noexcept {
+    return SizeUntil(std::to_chars(Begin(), End(), number, format, decimals));
   }
 
-  char* Begin() noexcept { return digits_.data(); }
-  char* End() noexcept { return digits_.data() + digits_.size(); }
-  std::string_view Until(const char* end) const noexcept {
-    return {digits_.data(), static_cast<std::size_t>(end - digits_.data())};
+  char* Begin() noexcept { return bytes_.data() + 1; }
+  char* End() noexcept { return bytes_.data() + bytes_.size(); }
+  std::size_t SizeUntil(const std::to_chars_result& end) noexcept {
+    return static_cast<std::size_t>(end.ptr - Begin());
   }
 
-  std::array<char, kDigitsCapacity> digits_;  // NOLINT(*-member-init): written before it is read
+  std::array<char, 1 + kDigitsCapacity>
+      bytes_;  // not initialised: that would take longer than most numbers
 };
 
 std::size_t CharacterCount(std::string_view text) noexcept {
@@ -128,39 +144,56 @@ class Writer {
 
   void Write(const Parts& parts, const NumberSpec& spec) noexcept {
     const std::string_view sign = SignOf(parts, spec.sign);
-    const std::size_t width = static_cast<std::size_t>(spec.width);
-    const std::size_t size = width != 0 ? CharacterCount(sign) + CountCharacters(parts) : 0;
-    const std::size_t padding = width > size ? width - size : 0;
-    std::size_t before = 0;
-    std::size_t zeroes = 0;
-    switch (spec.alignment) {
-      case Alignment::kDefault:
-        (spec.isZeroPadded && parts.isFinite ? zeroes : before) = padding;
-        break;
-      case Alignment::kRight:
-        before = padding;
-        break;
-      case Alignment::kCenter:
-        before = padding / 2;
-        break;
-      case Alignment::kLeft:
-        break;
+    const Padding padding = spec.width != 0 ? PaddingOf(sign, parts, spec) : Padding();
+    Repeat(spec.fill, padding.before);
+    if (padding.zeroes == 0 && IsContiguous(sign, parts)) {
+      AppendContiguous(sign, parts);
+    } else {
+      sink_.Append(sign);
+      for (std::size_t i = 0; i < padding.zeroes; ++i) {
+        AppendDigits("0");
+      }
+      AppendPieces(parts);
     }
-    Repeat(spec.fill, before);
-    sink_.Append(sign);
-    for (std::size_t i = 0; i < zeroes; ++i) {
-      AppendDigits("0");
-    }
-    AppendParts(parts);
-    Repeat(spec.fill, padding - before - zeroes);
+    Repeat(spec.fill, padding.behind);
   }
 
  private:
+  struct Padding {
+    std::size_t before = 0;
+    std::size_t zeroes = 0;  // behind the sign
+    std::size_t behind = 0;
+  };
+
+  Padding PaddingOf(std::string_view sign, const Parts& parts,
+                    const NumberSpec& spec) const noexcept {
+    const auto width = static_cast<std::size_t>(spec.width);
+    const std::size_t size = CharacterCount(sign) + CountCharacters(parts);
+    const std::size_t padding = width > size ? width - size : 0;
+    switch (spec.alignment) {
+      case Alignment::kLeft:
+        return {0, 0, padding};
+      case Alignment::kCenter:
+        return {padding / 2, 0, padding - padding / 2};
+      case Alignment::kDefault:
+        if (spec.isZeroPadded && parts.isFinite) {
+          return {0, padding, 0};
+        }
+        break;
+      case Alignment::kRight:
+        break;
+    }
+    return {padding, 0, 0};
+  }
+
   std::string_view SignOf(const Parts& parts, SignOption option) const noexcept {
     if (parts.isNegative) {
       return format_.minusSign;
     }
-    switch (parts.isFinite || parts.integer != "NaN" ? option : SignOption::kOnlyMinus) {
+    if (!parts.isFinite && parts.integer == kNan) {
+      return {};
+    }
+    switch (option) {
       case SignOption::kAlways:
         return "+";
       case SignOption::kBlank:
@@ -198,7 +231,24 @@ class Writer {
     return count;
   }
 
-  void AppendParts(const Parts& parts) noexcept {
+  // Whether AppendContiguous can write the number.
+  bool IsContiguous(std::string_view sign, const Parts& parts) const noexcept {
+    return parts.isFinite && format_.zeroDigit == U'0' && sign.size() <= 1 && !IsGrouped(parts) &&
+           parts.exponent.empty() && (parts.fraction.empty() || format_.decimalMark.size() == 1);
+  }
+
+  // Most numbers are one piece, but for the sign and the decimal mark.
+  void AppendContiguous(std::string_view sign, const Parts& parts) noexcept {
+    if (!parts.fraction.empty()) {
+      parts.digits[parts.integer.size()] = format_.decimalMark.front();
+    }
+    if (!sign.empty()) {
+      *(parts.digits - 1) = sign.front();
+    }
+    sink_.Append({parts.digits - sign.size(), sign.size() + parts.size});
+  }
+
+  void AppendPieces(const Parts& parts) noexcept {
     if (!parts.isFinite) {
       sink_.Append(parts.integer);
       return;

@@ -24,61 +24,59 @@ bool IsInName(char c) noexcept {
          c == '.' || static_cast<unsigned char>(c) >= 0x80;
 }
 
-std::size_t NumberOf(std::string_view digits) noexcept {
-  std::size_t number = 0;
-  for (const char digit : digits) {
-    number = std::min(10 * number + static_cast<std::size_t>(digit - '0'), kTooLarge);
-  }
-  return number;
+std::size_t AppendDigit(std::size_t number, char digit) noexcept {
+  return std::min(10 * number + static_cast<std::size_t>(digit - '0'), kTooLarge);
 }
 
 struct Placeholder {
   std::string_view whole;  // as it stands in the text
-  std::string_view name;   // or the digits of its position
-  std::size_t position = kNowhere;
+  std::string_view name;   // empty: `position` counts
   std::string_view spec;
+  std::size_t position = kNowhere;
 };
 
 // Precondition: `text` begins with `{`.
-std::optional<Placeholder> BracedPlaceholder(std::string_view text) noexcept {
+bool ReadBraced(std::string_view text, Placeholder& found) noexcept {
   std::size_t end = 1;
-  const bool isPosition = end < text.size() && IsDigit(text[end]);
-  while (end < text.size() && (isPosition ? IsDigit(text[end]) : IsInName(text[end]))) {
-    ++end;
+  if (end < text.size() && IsDigit(text[end])) {
+    found.position = 0;
+    do {
+      found.position = AppendDigit(found.position, text[end]);
+      ++end;
+    } while (end < text.size() && IsDigit(text[end]));
+  } else {
+    while (end < text.size() && IsInName(text[end])) {
+      ++end;
+    }
+    found.name = text.substr(1, end - 1);
   }
-  Placeholder found;
-  found.name = text.substr(1, end - 1);
-  if (found.name.empty() || end == text.size()) {
-    return std::nullopt;
+  if (end == 1 || end == text.size()) {
+    return false;
   }
   if (text[end] == ':') {
-    const std::size_t begin = end + 1;
-    end = text.find_first_of("{}", begin);
-    if (end == kNowhere) {
-      return std::nullopt;
+    const std::size_t begin = ++end;
+    while (end < text.size() && text[end] != '{' && text[end] != '}') {
+      ++end;
+    }
+    if (end == text.size()) {
+      return false;
     }
     found.spec = text.substr(begin, end - begin);
   }
-  if (text[end] != '}') {
-    return std::nullopt;
-  }
   found.whole = text.substr(0, end + 1);
-  if (isPosition) {
-    found.position = NumberOf(found.name);
-  }
-  return found;
+  return text[end] == '}';
 }
 
 // Precondition: `text` begins with `%`.
-std::optional<Placeholder> PercentPlaceholder(std::string_view text) noexcept {
+bool ReadPercent(std::string_view text, Placeholder& found) noexcept {
   if (text.size() < 2 || !IsDigit(text[1]) || text[1] == '0') {
-    return std::nullopt;
+    return false;
   }
-  Placeholder found;
-  found.name = text.substr(1, text.size() > 2 && IsDigit(text[2]) ? 2 : 1);
-  found.whole = text.substr(0, 1 + found.name.size());
-  found.position = NumberOf(found.name) - 1;
-  return found;
+  const bool hasTwoDigits = text.size() > 2 && IsDigit(text[2]);
+  const std::size_t number = AppendDigit(0, text[1]);
+  found.position = (hasTwoDigits ? AppendDigit(number, text[2]) : number) - 1;
+  found.whole = text.substr(0, hasTwoDigits ? 3 : 2);
+  return true;
 }
 
 // The next places of a character, each found once.
@@ -121,21 +119,20 @@ class Filler {
         return;
       }
       const std::string_view rest = text.substr(next);
-      if (rest.substr(0, 2) == "{{") {
+      if (rest.front() == '{' && rest.size() > 1 && rest[1] == '{') {
         sink_.Append(text.substr(written, next + 1 - written));
         next += 2;
         written = next;
         continue;
       }
-      const auto placeholder =
-          rest.front() == '{' ? BracedPlaceholder(rest) : PercentPlaceholder(rest);
-      if (!placeholder) {
+      Placeholder placeholder;
+      if (rest.front() == '{' ? !ReadBraced(rest, placeholder) : !ReadPercent(rest, placeholder)) {
         ++next;
         continue;
       }
       const std::string_view before = text.substr(written, next - written);
-      next += placeholder->whole.size();
-      if (FillOne(before, *placeholder)) {
+      next += placeholder.whole.size();
+      if (FillOne(before, placeholder)) {
         written = next;
       }
     }
