@@ -89,6 +89,10 @@ TARGETS = (
         for text in ("cyrillic", "any_text")
     ),
     Target("printing/users_locale", 1.2, ("setlocale",)),
+    *(
+        Target(f"format/{row}", 1.5, ("fmt",))
+        for row in ("text", "integer", "rounded", "shortest", "width", "three", "five")
+    ),
     Target("start/whole_process", 1, ("gettext",)),
 )
 # For sizes from `smallest` to `largest`, the slowest time per operation of `subject` must be at most `limit` times its

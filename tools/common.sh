@@ -103,5 +103,5 @@ packages_fuzz=(clang libclang-rt-dev)
 packages_bench=(libbenchmark-dev)
 boost=libboost-dev # 1.81 or later; Debian 12 has it under another name
 ! grep -qs '^VERSION_CODENAME=bookworm$' /etc/os-release || boost=libboost1.81-dev
-packages_peers=("$boost" libabsl-dev gettext libicu-dev icu-devtools libsimdjson-dev libudunits2-dev
+packages_peers=("$boost" libabsl-dev gettext libicu-dev icu-devtools libsimdjson-dev libudunits2-dev libfmt-dev
   translate-toolkit locales) # locales: for the locale of the benchmarks of gettext and printing
