@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/native_files.h"
+#include "text/utf8.h"
 
 namespace KelmoLibs::Host {
 namespace {
@@ -71,7 +72,13 @@ bool Loader::AddFolder(const std::string& path, const ReadingOptions& options,
   std::sort(names.begin(), names.end());
   bool isWhole = true;
   for (const std::string& name : names) {
-    if (IsDictionary(name)) {
+    if (!IsDictionary(name)) {
+      continue;
+    }
+    if (Localize::WellFormedUtf8Length(name) < name.size()) {  // no problem could name the file
+      TellUnreadable(path, "the name of a file is not UTF-8", problems);
+      isWhole = false;
+    } else {
       isWhole = AddFile(Localize::JoinNative(path, name), options, problems) && isWhole;
     }
   }
