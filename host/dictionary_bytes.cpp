@@ -36,15 +36,17 @@ class Reader {
         bytes.remove_prefix(kByteOrderMark.size());
       }
     }
-    bytes = CutAtControlZ(bytes);
-    const std::size_t valid = WellFormedUtf8Length(bytes);
-    if (valid == bytes.size()) {
-      ReadLines(bytes);
-    } else if (options_.isLenient) {
-      ReadLines(WithoutFaults(bytes, valid));
-    } else {
-      ReadLines(bytes.substr(0, valid));
-      TellCut(bytes, valid);
+    const std::size_t end = Localize::ControlZEndsText() ? bytes.find('\x1A') : bytes.npos;
+    const std::string_view text = bytes.substr(0, end);
+    const std::size_t valid = WellFormedUtf8Length(text);
+    const bool hasFaults = valid < text.size();
+    skipsFaults_ = hasFaults && options_.isLenient;
+    const bool isCut = hasFaults && !options_.isLenient;
+    ReadLines(isCut ? text.substr(0, valid) : text);
+    if (isCut) {
+      TellDropped(ProblemCode::kNotUtf8, PlaceBehind(text.substr(0, valid)), bytes.size() - valid);
+    } else if (text.size() < bytes.size()) {
+      TellDropped(ProblemCode::kControlZ, PlaceBehind(text), bytes.size() - text.size() - 1);
     }
     if (language_ == nullptr) {
       Tell(ProblemCode::kEmptyFile, ProblemSeverity::kWarning, {}, {});
@@ -63,26 +65,15 @@ class Reader {
       const std::size_t end = bytes.find('\n');
       std::string_view line = bytes.substr(0, end);
       bytes.remove_prefix(std::min(line.size() + 1, bytes.size()));
+      if (skipsFaults_) {
+        line = WithoutFaults(line, number);
+      }
       if (end != std::string_view::npos && !line.empty() && line.back() == '\r') {
         line.remove_suffix(1);
       }
       bytesRead_ += line.size() + 1;
       ReadLine(line, number, bytes.size());
     }
-  }
-
-  std::string_view CutAtControlZ(std::string_view bytes) {
-    const std::size_t found =
-        Localize::ControlZEndsText() ? bytes.find('\x1A') : std::string_view::npos;
-    if (found == std::string_view::npos || WellFormedUtf8Length(bytes.substr(0, found)) < found) {
-      return bytes.substr(0, found);
-    }
-    Position position{1, 1};
-    Advance(bytes.substr(0, found), position);
-    const std::size_t dropped = bytes.size() - found - 1;
-    TellDropped(ProblemCode::kControlZ,
-                dropped == 0 ? ProblemSeverity::kNote : ProblemSeverity::kError, position, dropped);
-    return bytes.substr(0, found);
   }
 
   // `rest`: the bytes behind the line.
@@ -114,7 +105,9 @@ class Reader {
     language_ = texts_.FindLanguage(fields.key);
     auto file = std::make_unique<const std::string>(fileName_);
     if (language_ == nullptr) {
-      texts_.languages.push_back(std::make_unique<LanguageTexts>(fields.key, fields.text));
+      const bool hasName = fields.text.find_first_not_of(" \t\r") != std::string_view::npos;
+      texts_.languages.push_back(
+          std::make_unique<LanguageTexts>(fields.key, hasName ? fields.text : std::string_view()));
       language_ = texts_.languages.back().get();
     }
     olderEntries_ = language_->Entries().size();
@@ -137,51 +130,60 @@ class Reader {
     return buffer_;
   }
 
-  // A copy without the bytes that are not UTF-8. Tells each of their runs.
-  std::string_view WithoutFaults(std::string_view bytes, std::size_t valid) {
-    mended_.reserve(bytes.size());
-    Position position{1, 1};
+  // A copy of the line without the bytes that are not UTF-8; valid until the next call. Tells each of
+  // their runs.
+  std::string_view WithoutFaults(std::string_view line, std::uint32_t number) {
+    mended_.clear();
+    Position position{number, 1};
     for (;;) {
-      mended_ += bytes.substr(0, valid);
-      Advance(bytes.substr(0, valid), position);
-      bytes.remove_prefix(valid);
-      if (bytes.empty()) {
+      const std::size_t valid = WellFormedUtf8Length(line);
+      mended_ += line.substr(0, valid);
+      position.column += CountCharacters(line.substr(0, valid));
+      line.remove_prefix(valid);
+      if (line.empty()) {
         return mended_;
       }
-      std::size_t skipped = 0;
-      do {
-        ++skipped;
-        valid = WellFormedUtf8Length(bytes.substr(skipped, kLongestCharacter));
-      } while (valid == 0 && skipped < bytes.size());
-      TellDropped(ProblemCode::kNotUtf8, ProblemSeverity::kError, position, skipped);
+      const std::size_t skipped = FaultLength(line);
+      TellDropped(ProblemCode::kNotUtf8, position, skipped);
       position.column += static_cast<std::uint32_t>(skipped);
-      bytes.remove_prefix(skipped);
-      valid = WellFormedUtf8Length(bytes);
+      line.remove_prefix(skipped);
     }
   }
 
-  void TellCut(std::string_view bytes, std::size_t valid) {
-    Position position{1, 1};
-    Advance(bytes.substr(0, valid), position);
-    TellDropped(ProblemCode::kNotUtf8, ProblemSeverity::kError, position, bytes.size() - valid);
-  }
-
-  static void Advance(std::string_view text, Position& position) noexcept {
-    const std::size_t lastLf = text.rfind('\n');
-    if (lastLf != std::string_view::npos) {
-      position.line += static_cast<std::uint32_t>(std::count(text.begin(), text.end(), '\n'));
-      position.column = 1;
-      text.remove_prefix(lastLf + 1);
+  // Length of the run of bytes that are not UTF-8 at the start of `bytes`, which has one.
+  static std::size_t FaultLength(std::string_view bytes) noexcept {
+    constexpr std::size_t kLongestCharacter = 4;
+    std::size_t length = 1;
+    while (length < bytes.size() &&
+           WellFormedUtf8Length(bytes.substr(length, kLongestCharacter)) == 0) {
+      ++length;
     }
-    position.column +=
-        static_cast<std::uint32_t>(std::count_if(text.begin(), text.end(), [](char c) {
-          return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U;
-        }));
+    return length;
   }
 
-  void TellDropped(ProblemCode code, ProblemSeverity severity, const Position& position,
-                   std::size_t bytes) {
+  // In columns, a byte that is not UTF-8 counts as a character.
+  static Position PlaceBehind(std::string_view text) noexcept {
+    const auto lineFeeds = std::count(text.begin(), text.end(), '\n');
+    Position position{static_cast<std::uint32_t>(lineFeeds) + 1, 1};
+    text.remove_prefix(text.rfind('\n') + 1);  // npos + 1 is 0
+    while (!text.empty()) {
+      const std::size_t valid = WellFormedUtf8Length(text);
+      const bool isAll = valid == text.size();
+      position.column += CountCharacters(text.substr(0, valid)) + (isAll ? 0U : 1U);
+      text.remove_prefix(isAll ? valid : valid + 1);
+    }
+    return position;
+  }
+
+  static std::uint32_t CountCharacters(std::string_view wellFormed) noexcept {
+    return static_cast<std::uint32_t>(
+        std::count_if(wellFormed.begin(), wellFormed.end(),
+                      [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }));
+  }
+
+  void TellDropped(ProblemCode code, const Position& position, std::size_t bytes) {
     if (problems_ != nullptr) {
+      const auto severity = bytes == 0 ? ProblemSeverity::kNote : ProblemSeverity::kError;
       problems_->Append([&] {
         Problem problem = Describe(code, severity, position, {});
         problem.detail = std::to_string(bytes) + (bytes == 1 ? " byte" : " bytes") + " dropped";
@@ -220,12 +222,11 @@ class Reader {
     return problem;
   }
 
-  static constexpr std::size_t kLongestCharacter = 4;
-
   std::string_view fileName_;
   const ReadingOptions& options_;
   TextCollection& texts_;
   ProblemList* problems_;
+  bool skipsFaults_ = false;
   LanguageTexts* language_ = nullptr;
   std::uint32_t file_ = 0;
   std::size_t bytesRead_ = 0;

@@ -31,8 +31,8 @@ std::string DescribeError(SystemError error);
 /// A file of another kind (a folder, a pipe, a device) is an error. Throws only std::bad_alloc.
 SystemError ReadFileAt(const std::string& path, FileBytes& result);
 
-/// The names of the regular files in the folder at `path`, in any order; names that are not UTF-8
-/// are left out. Throws only std::bad_alloc.
+/// The names of the regular files in the folder at `path`, in any order, and of links that lead
+/// nowhere. On Linux a name may be any bytes. Throws only std::bad_alloc.
 SystemError ListFilesAt(const std::string& path, std::vector<std::string>& names);
 
 /// `path` and `name` with a separator between them.

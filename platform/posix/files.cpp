@@ -3,47 +3,19 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
-#include <cerrno>
 #include <optional>
 #include <utility>
 
 #include "platform/file_descriptor.h"
 #include "platform/file_source.h"
+#include "platform/posix/open_file.h"
 #include "text/crlf_source.h"
 #include "text/posix_path.h"
 
 namespace KelmoLibs::Localize {
 namespace {
 
-constexpr mode_t kReadAndWriteForAll = 0666;  // the process's mask removes some of it
-
-int OpenUninterrupted(const char* path, int flags) noexcept {
-  int descriptor = -1;
-  do {
-    descriptor = ::open(path, flags, kReadAndWriteForAll);
-  } while (descriptor < 0 && errno == EINTR);
-  return descriptor;
-}
-
-// O_NONBLOCK keeps the host from waiting if a pipe has replaced the file since its status was read.
-// With that flag the system also refuses a file on which another process holds a lease: then the
-// call waits for the lease.
-int OpenWithoutWaitingForPipe(const char* path, int flags) noexcept {
-  flags |= O_CLOEXEC | O_NOCTTY;
-  const int descriptor = OpenUninterrupted(path, flags | O_NONBLOCK);
-  return descriptor < 0 && errno == EWOULDBLOCK ? OpenUninterrupted(path, flags) : descriptor;
-}
-
-// Does not open a pipe: that would take away the reader for which the writer of the pipe waits.
-int OpenForReading(const char* path) noexcept {
-  struct stat status = {};
-  if (::stat(path, &status) != 0 || !S_ISREG(status.st_mode)) {
-    return -1;
-  }
-  return OpenWithoutWaitingForPipe(path, O_RDONLY);
-}
-
-// Does not open a pipe either: if its reader goes, SIGPIPE would end the host.
+// Does not open a pipe: if its reader goes, SIGPIPE would end the host.
 int OpenForWriting(const char* path) noexcept {
   struct stat status = {};
   if (::stat(path, &status) == 0 && S_ISFIFO(status.st_mode)) {
@@ -66,7 +38,7 @@ std::unique_ptr<ByteSource> OpenTextFile(const std::wstring& path) {
     return nullptr;
   }
   auto file = std::make_unique<FileSource>();
-  if (!file->Open(OpenForReading(posixPath->c_str()))) {
+  if (!file->Open(OpenRegularFile(posixPath->c_str()))) {
     return nullptr;
   }
   return std::make_unique<CrLfSource>(std::move(file));

@@ -65,7 +65,7 @@ SystemError ReadFileAt(const std::string& path, FileBytes& result) {
   const Handle file(opened);
   LARGE_INTEGER size = {};
   if (::GetFileType(file.get()) != FILE_TYPE_DISK) {
-    return {ERROR_INVALID_HANDLE};
+    return {ERROR_NOT_SUPPORTED};
   }
   if (::GetFileSizeEx(file.get(), &size) == 0) {
     return LastError();
@@ -95,7 +95,8 @@ SystemError ReadFileAt(const std::string& path, FileBytes& result) {
 SystemError ListFilesAt(const std::string& path, std::vector<std::string>& names) {
   FoundFiles files(WideOf(JoinNative(path, "*")));
   if (!files.IsOpen()) {
-    return LastError();
+    const SystemError error = LastError();  // the top folder of a drive may have no entry at all
+    return error.number == ERROR_FILE_NOT_FOUND ? SystemError{} : error;
   }
   do {
     if ((files.Current().dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
