@@ -305,12 +305,12 @@ kelmo_status kelmo_loader_add_folder(kelmo_loader* loader, const char* path, siz
 kelmo_status kelmo_loader_add_memory(kelmo_loader* loader, const void* bytes, size_t size,
                                      const char* name, size_t name_size,
                                      const kelmo_load_options* options, kelmo_problems* problems) {
-  if (bytes == nullptr && size != 0) {
+  const auto content = StringOf(static_cast<const char*>(bytes), size);
+  if (!content) {
     return KELMO_INVALID_ARGUMENT;
   }
-  const std::string_view content(static_cast<const char*>(bytes), size);
   return LoadWith(loader, name, name_size, options, [=](std::string_view text, auto& reading) {
-    loader->loader.AddMemory(content, text, reading, ListOf(problems));
+    loader->loader.AddMemory(*content, text, reading, ListOf(problems));
     return true;
   });
 }

@@ -216,8 +216,8 @@ KELMO_API kelmo_status kelmo_loader_add_folder(kelmo_loader* loader, const char*
                                                size_t path_size, const kelmo_load_options* options,
                                                kelmo_problems* problems);
 
-/** Reads a dictionary from memory. `name` stands for the file in problems. The library copies what
- * it keeps. */
+/** Reads a dictionary from memory: `bytes`, with their number or KELMO_ZERO_TERMINATED. `name` stands
+ * for the file in problems. The library copies what it keeps. */
 KELMO_API kelmo_status kelmo_loader_add_memory(kelmo_loader* loader, const void* bytes, size_t size,
                                                const char* name, size_t name_size,
                                                const kelmo_load_options* options,
