@@ -2,37 +2,94 @@
 
 #include <gtest/gtest.h>
 
+#include <new>
 #include <string>
 #include <vector>
+
+#include "kelmo/kelmo.h"
 
 namespace {
 
 using KelmoLibs::Host::Print;
 using KelmoLibs::Host::Problem;
 using KelmoLibs::Host::ProblemCode;
+using KelmoLibs::Host::ProblemList;
 using KelmoLibs::Host::ProblemSeverity;
-
-struct PrintCase {
-  const char* name;
-  Problem problem;
-  const char* expected;
-};
+using KelmoLibs::Host::SentenceOf;
 
 TEST(ProblemPrint, WritesOneLineForPeople) {
+  struct PrintCase {
+    const char* name;
+    Problem problem;
+    const char* expected;
+  };
   const std::vector<PrintCase> cases = {
       {"a place in a file",
        {ProblemCode::kKeyRepeated, ProblemSeverity::kWarning, 7, 1, "ok", "de", "de.txt", ""},
        "de.txt:7:1: warning: EL101. Key already declared. (key \"ok\") (language \"de\")"},
+      {"a line without a column",
+       {ProblemCode::kLineBreak, ProblemSeverity::kNote, 7, 0, "ok", "de", "de.txt",
+        "2 line breaks"},
+       "de.txt:7: note: A backslash and an n are read as a line break: 2 line breaks (key \"ok\") "
+       "(language \"de\")"},
       {"a file without a place",
        {ProblemCode::kCannotRead, ProblemSeverity::kError, 0, 0, "", "", "de.txt", "no such file"},
        "de.txt: error: EL111. Dictionary file not found: no such file"},
       {"no file",
        {ProblemCode::kKeyMissing, ProblemSeverity::kWarning, 0, 0, "ok", "de", "", ""},
        "warning: EL121. Key not found in dictionary (key \"ok\") (language \"de\")"},
+      {"only a language",
+       {ProblemCode::kUnknownLanguage, ProblemSeverity::kWarning, 0, 0, "", "fr", "", ""},
+       "warning: EL112. Dictionary not found (language \"fr\")"},
   };
   for (const PrintCase& row : cases) {
     EXPECT_EQ(Print(row.problem), row.expected) << row.name;
   }
+}
+
+TEST(Problem, HasTheNumberOfTheHeaderAndASentence) {
+  struct SentenceCase {
+    int code;
+    ProblemCode problem;
+    const char* sentence;
+  };
+  const std::vector<SentenceCase> cases = {
+      {KELMO_PROBLEM_KEY_REPEATED, ProblemCode::kKeyRepeated, "EL101. Key already declared."},
+      {KELMO_PROBLEM_CANNOT_READ, ProblemCode::kCannotRead, "EL111. Dictionary file not found"},
+      {KELMO_PROBLEM_UNKNOWN_LANGUAGE, ProblemCode::kUnknownLanguage,
+       "EL112. Dictionary not found"},
+      {KELMO_PROBLEM_KEY_MISSING, ProblemCode::kKeyMissing, "EL121. Key not found in dictionary"},
+      {KELMO_PROBLEM_NOT_UTF8, ProblemCode::kNotUtf8, "Bytes that are not UTF-8 are dropped"},
+      {KELMO_PROBLEM_BYTE_ORDER_MARK, ProblemCode::kByteOrderMark,
+       "A byte-order mark stands in front of the id of the language"},
+      {KELMO_PROBLEM_EMPTY_FILE, ProblemCode::kEmptyFile, "The file is empty"},
+      {KELMO_PROBLEM_CONTROL_Z, ProblemCode::kControlZ, "A byte 0x1A ends the text"},
+      {KELMO_PROBLEM_LINE_BREAK, ProblemCode::kLineBreak,
+       "A backslash and an n are read as a line break"},
+      {KELMO_PROBLEM_PLACEHOLDER, ProblemCode::kPlaceholder, "A placeholder cannot be filled"},
+  };
+  for (const SentenceCase& row : cases) {
+    EXPECT_EQ(static_cast<int>(row.problem), row.code);
+    EXPECT_EQ(SentenceOf(row.problem), row.sentence);
+  }
+  EXPECT_EQ(static_cast<int>(ProblemSeverity::kNote), KELMO_NOTE);
+  EXPECT_EQ(static_cast<int>(ProblemSeverity::kWarning), KELMO_WARNING);
+  EXPECT_EQ(static_cast<int>(ProblemSeverity::kError), KELMO_ERROR);
+}
+
+TEST(ProblemList, CountsWhatItCannotKeep) {
+  ProblemList list;
+  Problem problem;
+  problem.key = "kept";
+  list.Append([&] { return problem; });
+  list.Append([]() -> Problem { throw std::bad_alloc(); });
+  list.Append([]() -> Problem { throw std::bad_alloc(); });
+  ASSERT_EQ(list.All().size(), 1U);
+  EXPECT_EQ(list.All().front().key, "kept");
+  EXPECT_EQ(list.Lost(), 2U);
+  list.Clear();
+  EXPECT_TRUE(list.All().empty());
+  EXPECT_EQ(list.Lost(), 0U);
 }
 
 }  // namespace
