@@ -56,7 +56,7 @@ KELMO_ROWS = (
         "kelmo/kelmo.h: No such file"),
     Row("a host without the library's file", f"{KELMO}/CMakeLists.txt", "install(IMPORTED_RUNTIME_ARTIFACTS kelmo::kelmo)", "",
         "shipped/bin/c_host ended with"),
-    Row("a host in C++ that does not compile", f"{KELMO}/host.cpp", "#include <memory>\n", "#include <memories>\n", "memories"),
+    Row("a host in C++ that does not compile", f"{KELMO}/host.cpp", "#include <optional>\n", "#include <optimal>\n", "optimal"),
 )
 WITH_THE_HOST_ROWS = (
     Row("the library's warnings", LIBRARY, "ALIAS kelmo_localizer)\n",
