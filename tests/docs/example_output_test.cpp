@@ -12,7 +12,8 @@ namespace KelmoLibs::Localize {
 namespace {
 
 TEST(ExampleOutput, FitsATerminalOf80ColumnsWithoutTrailingBlanks) {
-  for (const char* const name : {"demo_host", "first_host", "first_values"}) {
+  for (const char* const name :
+       {"demo_host", "first_host", "first_texts", "first_values", "pump_sheet", "reload"}) {
     std::istringstream lines(ReadProjectFile(std::string("tests/data/examples/") + name + ".txt"));
     std::size_t count = 0;
     for (std::string line; std::getline(lines, line); ++count) {
