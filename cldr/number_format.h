@@ -1,10 +1,14 @@
 // How people write numbers.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
 namespace KelmoLibs::Cldr {
+
+/// In bytes, for the formats of languages and that of the user.
+constexpr std::size_t kLongestMark = 15;
 
 struct NumberFormat {
   std::string_view decimalMark = ".";

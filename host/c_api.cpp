@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "cldr/number_formats.h"
 #include "host/argument.h"
 #include "host/c_arguments.h"
 #include "host/formatted_text.h"
@@ -22,6 +23,8 @@
 #include "host/text_sink.h"
 #include "host/view.h"
 #include "kelmo/kelmo.h"
+#include "platform/system_languages.h"
+#include "platform/user_number_format.h"
 #include "text/utf8.h"
 
 using KelmoLibs::Cldr::NumberFormat;
@@ -42,6 +45,7 @@ using KelmoLibs::Host::TextRecord;
 using KelmoLibs::Host::TextSink;
 using KelmoLibs::Host::View;
 using KelmoLibs::Host::ViewOptions;
+using KelmoLibs::Localize::UserNumberFormat;
 
 struct kelmo_problems {
   ProblemList list;
@@ -178,6 +182,25 @@ kelmo_status Tell(const kelmo_view& view, const FoundText& found, kelmo_text& re
   }
   Describe(view.view.Texts(), *found.language, *found.record, result);
   return KELMO_OK;
+}
+
+template <std::size_t size>
+void GiveMark(std::string_view mark, char (&field)[size]) noexcept {
+  static_assert(size > KelmoLibs::Cldr::kLongestMark);
+  std::memcpy(field, mark.data(), mark.size());  // the rest of the field is zero
+}
+
+// Precondition: the caller's struct is large enough; no mark is longer than kLongestMark.
+void GiveNumberFormat(const NumberFormat& format, kelmo_number_format* result) noexcept {
+  kelmo_number_format given = {};
+  given.group_size = format.groupSize;
+  given.further_group_size = format.furtherGroupSize;
+  given.minimum_first_group = format.minimumFirstGroup;
+  given.zero_digit = format.zeroDigit;
+  GiveMark(format.decimalMark, given.decimal_mark);
+  GiveMark(format.groupMark, given.group_mark);
+  GiveMark(format.minusSign, given.minus_sign);
+  Give(given, result);
 }
 
 // Checks the arguments of the loading functions and calls `load` with them.
@@ -359,6 +382,40 @@ kelmo_status kelmo_texts_entry(const kelmo_texts* texts, size_t language, size_t
 
 // ---- Numbers
 
+kelmo_status kelmo_number_format_of_language(const char* id, size_t id_size,
+                                             kelmo_number_format* result) {
+  const std::optional<std::string_view> language = StringOf(id, id_size);
+  if (!language || !IsLargeEnough(result)) {
+    return KELMO_INVALID_ARGUMENT;
+  }
+  if (!IsUtf8(*language)) {
+    return KELMO_INVALID_UTF8;
+  }
+  const NumberFormat* const format = KelmoLibs::Cldr::FindNumberFormat(*language);
+  if (format == nullptr) {
+    return KELMO_NOT_FOUND;
+  }
+  GiveNumberFormat(*format, result);
+  return KELMO_OK;
+}
+
+kelmo_status kelmo_number_format_of_user(kelmo_number_format* result) {
+  if (!IsLargeEnough(result)) {
+    return KELMO_INVALID_ARGUMENT;
+  }
+  return Guard([result] {
+    const UserNumberFormat user = KelmoLibs::Localize::NumberFormatOfUser();
+    NumberFormat format;
+    format.decimalMark = user.decimalMark;
+    format.groupMark = user.groupMark;
+    format.minusSign = user.minusSign;
+    format.groupSize = user.groups.first;
+    format.furtherGroupSize = user.groups.further;
+    GiveNumberFormat(format, result);
+    return KELMO_OK;
+  });
+}
+
 kelmo_status kelmo_number_print(const kelmo_number_format* format, const kelmo_argument* number,
                                 char* buffer, size_t capacity, size_t* needed) {
   NumberFormat written;
@@ -494,6 +551,24 @@ kelmo_status kelmo_view_take_problems(kelmo_view* view, kelmo_problems* problems
   }
   GiveSize(view->view.TakeProblems(ListOf(problems)), lost);
   return KELMO_OK;
+}
+
+// ---- The user
+
+kelmo_status kelmo_system_language(size_t index, char* buffer, size_t capacity, size_t* needed) {
+  if (buffer == nullptr && capacity != 0) {
+    return KELMO_INVALID_ARGUMENT;
+  }
+  return Guard([=]() -> kelmo_status {
+    const std::vector<std::string> ids = KelmoLibs::Localize::SystemLanguages();
+    if (index >= ids.size()) {
+      return KELMO_NOT_FOUND;
+    }
+    TextSink sink(buffer, capacity);
+    sink.Append(ids[index]);
+    GiveSize(sink.Finish(), needed);
+    return KELMO_OK;
+  });
 }
 
 }  // extern "C"
