@@ -4,6 +4,8 @@
 #include <memory_resource>
 #include <utility>
 
+#include "cldr/number_formats.h"
+
 namespace KelmoLibs::Host {
 namespace {
 
@@ -76,6 +78,9 @@ View::View(const TextCollection& texts, const ViewOptions& options, ProblemList*
   if (options.numbers != nullptr) {
     numbers_ = *options.numbers;
     KeepMarks(numbers_, marks_);
+  } else if (!options.languages.empty()) {
+    const Cldr::NumberFormat* const format = Cldr::FindNumberFormat(options.languages.front());
+    numbers_ = format != nullptr ? *format : numbers_;
   }
   if (options.problemLimit != 0) {
     record_ = std::make_unique<ProblemRecord>(options.problemLimit);

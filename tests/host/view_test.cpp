@@ -176,4 +176,24 @@ TEST(View, KeepsACopyOfItsNumberFormat) {
   EXPECT_EQ(view.Numbers().minusSign, "-");
 }
 
+TEST(View, WritesNumbersAsItsFirstLanguage) {
+  const TextCollection texts = LoadTexts({"de\nok Gut\n"});
+  struct Case {
+    const char* name;
+    std::vector<std::string_view> languages;
+    std::string decimalMark;
+  };
+  const std::vector<Case> cases = {
+      {"German", {"de", "en"}, ","},
+      {"the first, also if the texts lack it", {"de-CH", "de"}, "."},
+      {"a first language without a known format", {"tlh", "de"}, "."},
+      {"no language", {}, "."},
+  };
+  for (const Case& row : cases) {
+    const View view(texts, ViewOf(row.languages), nullptr);
+    EXPECT_EQ(view.Numbers().decimalMark, row.decimalMark) << row.name;
+    EXPECT_FALSE(view.Numbers().isGrouped) << row.name;
+  }
+}
+
 }  // namespace
