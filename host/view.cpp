@@ -5,6 +5,8 @@
 #include <utility>
 
 #include "cldr/number_formats.h"
+#include "text/utf8.h"
+#include "text/utf8_replacement.h"
 
 namespace KelmoLibs::Host {
 namespace {
@@ -164,8 +166,18 @@ void View::CountLost() const noexcept {
 }
 
 void View::RecordMissing(std::string_view key) const noexcept {
-  if (record_ != nullptr) {
-    record_->Add(MissingKey(key, languages_.empty() ? "" : languages_.front().texts->Id()));
+  if (record_ == nullptr) {
+    return;
+  }
+  const std::string_view language = languages_.empty() ? "" : languages_.front().texts->Id();
+  if (Localize::WellFormedUtf8Length(key) == key.size()) {
+    record_->Add(MissingKey(key, language));
+    return;
+  }
+  try {  // the strings of problems are UTF-8
+    record_->Add(MissingKey(Localize::ReplaceInvalidUtf8(key), language));
+  } catch (...) {
+    record_->CountLost();
   }
 }
 

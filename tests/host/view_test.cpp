@@ -161,6 +161,18 @@ TEST(View, RecordsMissingKeysUpToItsLimit) {
                    "warning: EL121. Key not found in dictionary (key \"a\") (language \"de\")"}));
 }
 
+TEST(View, RecordsKeysThatAreNotUtf8WithReplacements) {
+  const TextCollection texts = LoadTexts({"de\nok Gut\n"});
+  ViewOptions options = ViewOf({"de"});
+  options.problemLimit = 9;
+  const View view(texts, options, nullptr);
+  view.Find("a\xFF\xC3z\xE2\x82");
+  ProblemList problems;
+  view.TakeProblems(&problems);
+  ASSERT_EQ(problems.All().size(), 1U);
+  EXPECT_EQ(problems.All()[0].key, "a\uFFFD\uFFFDz\uFFFD\uFFFD");
+}
+
 TEST(View, KeepsACopyOfItsNumberFormat) {
   const TextCollection texts = LoadTexts({"de\nok Gut\n"});
   std::string mark = "::";

@@ -1,0 +1,202 @@
+// The C++ face over the built file, as a host uses it.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <kelmo/kelmo.hpp>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "tests/support/scratch_folder.h"
+
+namespace {
+
+kelmo::Texts Load(const std::vector<std::string>& dictionaries,
+                  const kelmo::LoadOptions& options = {}) {
+  kelmo::Loader loader;
+  for (const std::string& bytes : dictionaries) {
+    loader.add_memory(bytes, bytes.substr(0, bytes.find_first_of(" \n")) + ".txt", options);
+  }
+  return loader.finish();
+}
+
+const char kGerman[] =
+    "de Deutsch\nhello Hallo {name}!\nfiles.one {0} Datei\nfiles.other {0} Dateien\nempty\n"
+    "sum {0} + {1} = {2}\nprice {0:.2f} EUR\nlong {0}{0}{0}{0}\n";
+const char kEnglish[] = "en English\nhello Hello {name}!\nquit Quit\n";
+
+TEST(KelmoFace, TranslatesWithTheFirstLanguageThatHasTheKey) {
+  const kelmo::View view(Load({kGerman, kEnglish}), {"de", "en"});
+  EXPECT_EQ(view.tr("quit"), "Quit");
+  EXPECT_EQ(view.tr("empty"), "");
+  EXPECT_EQ(view.tr("hello"), "Hallo {name}!");
+  EXPECT_EQ(view.tr("no such key"), "no such key");
+  EXPECT_EQ(view.tr(""), "");
+  EXPECT_EQ(view.tr(std::string_view("quitter", 4)), "Quit");
+}
+
+TEST(KelmoFace, FillsArgumentsOfAllTypes) {
+  const kelmo::View view(Load({kGerman, kEnglish}), {"de", "en"});
+  const std::string name = "Bert";
+  const char* const none = nullptr;
+  EXPECT_EQ(view.tr("hello", kelmo::arg("name", "Anna")), "Hallo Anna!");
+  EXPECT_EQ(view.tr("hello", kelmo::arg("name", name)), "Hallo Bert!");
+  EXPECT_EQ(view.tr("hello", kelmo::arg("name", std::string_view(name).substr(1))), "Hallo ert!");
+  EXPECT_EQ(view.tr("hello", kelmo::arg("name", none)), "Hallo !");
+  EXPECT_EQ(view.tr("hello", kelmo::arg("name", 7)), "Hallo 7!");
+  EXPECT_EQ(view.tr("sum", static_cast<short>(-1), 18446744073709551615ULL, 2.5F),
+            "-1 + 18446744073709551615 = 2,5");
+  EXPECT_EQ(view.tr("price", 3.14159), "3,14 EUR");
+  EXPECT_EQ(view.tr("sum", kelmo::number(1, 2), 0L, 1e9), "1,00 + 0 = 1000000000");
+  EXPECT_EQ(view.tr("long", std::string(300, 'x')), std::string(1200, 'x'));
+}
+
+TEST(KelmoFace, ChoosesThePluralForm) {
+  const kelmo::View view(Load({kGerman, kEnglish}), {"de", "en"});
+  EXPECT_EQ(view.tr("files", kelmo::count(1)), "1 Datei");
+  EXPECT_EQ(view.tr("files", kelmo::count(5U)), "5 Dateien");
+  EXPECT_EQ(view.tr("files", kelmo::count(1.0, 1)), "1,0 Dateien");
+  EXPECT_EQ(view.tr("files", kelmo::arg("n", kelmo::count(1))), "1 Datei");
+  EXPECT_EQ(view.tr("files", 1), "files");
+}
+
+TEST(KelmoFace, FindsTextsWithTheirOrigin) {
+  kelmo::LoadOptions options;
+  options.utf16 = true;
+  const kelmo::View view(Load({"de Deutsch\nok Schön\nn.one eins\n"}, options), {"de"});
+  const auto found = view.find("ok");
+  ASSERT_TRUE(found);
+  EXPECT_EQ(found->text, "Schön");
+  EXPECT_EQ(found->utf16, u"Schön");
+  EXPECT_EQ(found->key, "ok");
+  EXPECT_EQ(found->language, "de");
+  EXPECT_EQ(found->file, "de.txt");
+  EXPECT_EQ(found->line, 2U);
+  EXPECT_FALSE(view.find("no"));
+  EXPECT_EQ(view.find("n", kelmo::count(1))->key, "n.one");
+  EXPECT_FALSE(view.find("n", kelmo::count(2)));
+}
+
+TEST(KelmoFace, GivesRangesOverLanguagesAndEntries) {
+  const kelmo::Texts texts = Load({kGerman, kEnglish});
+  std::vector<std::string> languages;
+  for (const kelmo::Language language : texts.languages()) {
+    languages.push_back(std::string(language.id) + "=" + std::string(language.name) + " " +
+                        std::to_string(language.entry_count));
+  }
+  EXPECT_EQ(languages, (std::vector<std::string>{"de=Deutsch 7", "en=English 2"}));
+  std::vector<std::string> keys;
+  for (const kelmo::Text entry : texts.entries(1)) {
+    keys.emplace_back(entry.key);
+  }
+  EXPECT_EQ(keys, (std::vector<std::string>{"hello", "quit"}));
+  const auto found = texts.languages();
+  EXPECT_TRUE(std::any_of(found.begin(), found.end(),
+                          [](const kelmo::Language& language) { return language.id == "en"; }));
+  EXPECT_THROW(texts.entries(2), std::out_of_range);
+  EXPECT_THROW(texts.languages().at(2), std::out_of_range);
+}
+
+TEST(KelmoFace, KeepsTextsAliveAsLongAsAnyoneNeedsThem) {
+  kelmo::View view;
+  EXPECT_EQ(view.tr("ok"), "");
+  EXPECT_EQ(view.tr("ok", 1), "");
+  EXPECT_FALSE(view.find("ok"));
+  {
+    const kelmo::View first(Load({kGerman}), {"de"});
+    view = first;
+  }
+  const kelmo::Texts texts = view.texts();
+  const std::string_view text = view.find("hello")->text;
+  view = kelmo::View();
+  EXPECT_EQ(text, "Hallo {name}!");
+  EXPECT_EQ(texts.languages().size(), 1U);
+  kelmo::View moved(texts, {"de"});
+  const kelmo::View target = std::move(moved);
+  EXPECT_EQ(target.tr("hello"), "Hallo {name}!");
+}
+
+TEST(KelmoFace, ThrowsOrTellsWhatCannotBeRead) {
+  kelmo::Loader loader;
+  try {
+    loader.add_file("no such file");
+    ADD_FAILURE() << "no exception";
+  } catch (const kelmo::Error& error) {
+    EXPECT_EQ(error.status(), KELMO_CANNOT_READ);
+    EXPECT_EQ(std::string(error.what()).substr(0, 54),
+              "no such file: error: EL111. Dictionary file not found: ");
+  }
+  EXPECT_THROW(loader.add_folder("no such folder"), kelmo::Error);
+  kelmo::Problems problems;
+  EXPECT_FALSE(loader.add_file("no such file", problems));
+  EXPECT_FALSE(loader.add_folder("no such folder", problems));
+  ASSERT_EQ(problems.size(), 2U);
+  EXPECT_EQ(problems.at(0).code, KELMO_PROBLEM_CANNOT_READ);
+  EXPECT_EQ(problems.at(1).file, "no such folder");
+  EXPECT_THROW(loader.add_file("\xFF", problems), kelmo::Error);
+}
+
+TEST(KelmoFace, ReadsFilesAndFolders) {
+  const ScratchFolder folder;
+  folder.Write(L"en.txt", kEnglish);
+  folder.Write(L"own.txt", "en\nquit Leave\nquit Again\n");
+  folder.Write(L"en-val.txt", "1 m\n");
+  kelmo::Problems problems;
+  kelmo::Loader loader;
+  EXPECT_TRUE(loader.add_file((folder.Path() / "own.txt").u8string(), problems));
+  EXPECT_TRUE(loader.add_folder(folder.Path().u8string(), problems));
+  const kelmo::View view(loader.finish(), {"en"});
+  EXPECT_EQ(view.tr("quit"), "Leave");
+  EXPECT_EQ(view.tr("hello"), "Hello {name}!");
+  EXPECT_EQ(problems.size(), 4U);
+}
+
+TEST(KelmoFace, GivesProblemsAsValues) {
+  kelmo::Problems problems;
+  EXPECT_TRUE(problems.empty());
+  kelmo::ViewOptions options;
+  options.languages = {"fr", "de"};
+  options.problem_limit = 1;
+  options.missing = kelmo::Missing::marked;
+  const kelmo::View view(Load({kGerman}), options, problems);
+  EXPECT_EQ(view.tr("no"), "[[no]]");
+  EXPECT_EQ(view.tr("no too", 1), "[[no too]]");
+  EXPECT_EQ(view.take_problems(problems), 1U);
+  ASSERT_EQ(problems.size(), 2U);
+  const kelmo::Problem last = problems.at(1);
+  EXPECT_EQ(last.code, KELMO_PROBLEM_KEY_MISSING);
+  EXPECT_EQ(last.severity, kelmo::Severity::warning);
+  EXPECT_EQ(last.key, "no");
+  EXPECT_EQ(last.language, "de");
+  EXPECT_EQ(last.text,
+            "warning: EL121. Key not found in dictionary (key \"no\") (language \"de\")");
+  EXPECT_EQ(last.sentence, "EL121. Key not found in dictionary");
+  std::vector<std::int32_t> codes;
+  for (const kelmo::Problem& problem : problems) {
+    codes.push_back(problem.code);
+  }
+  EXPECT_EQ(codes,
+            (std::vector<std::int32_t>{KELMO_PROBLEM_UNKNOWN_LANGUAGE, KELMO_PROBLEM_KEY_MISSING}));
+  EXPECT_EQ(problems.lost(), 0U);
+  EXPECT_THROW(problems.at(2), std::out_of_range);
+  problems.clear();
+  EXPECT_TRUE(problems.begin() == problems.end());
+}
+
+TEST(KelmoFace, RefusesDecimalsThatNoNumberHas) {
+  EXPECT_THROW(kelmo::number(1, -1), kelmo::Error);
+  EXPECT_THROW(kelmo::count(1.0, 100), kelmo::Error);
+  EXPECT_NO_THROW(kelmo::number(1, KELMO_MAX_DECIMALS));
+}
+
+TEST(KelmoFace, IsolatesArgumentsByChoice) {
+  kelmo::ViewOptions options;
+  options.languages = {"de"};
+  options.isolate = true;
+  const kelmo::View view(Load({kGerman}), options);
+  EXPECT_EQ(view.tr("hello", kelmo::arg("name", "Anna")), "Hallo \u2068Anna\u2069!");
+}
+
+}  // namespace
