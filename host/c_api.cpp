@@ -6,7 +6,6 @@
 #include <cstring>
 #include <memory>
 #include <new>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -31,6 +30,7 @@ using KelmoLibs::Cldr::NumberFormat;
 using KelmoLibs::Host::Argument;
 using KelmoLibs::Host::ArgumentArray;
 using KelmoLibs::Host::FoundText;
+using KelmoLibs::Host::IsString;
 using KelmoLibs::Host::IsUtf8;
 using KelmoLibs::Host::LanguageTexts;
 using KelmoLibs::Host::Loader;
@@ -176,6 +176,12 @@ void Describe(const TextCollection& texts, const LanguageTexts& language, const 
   text.file = Give(*texts.files[record.file]);
 }
 
+const char* TextForMissing(const View& view, std::string_view key, std::size_t* size) noexcept {
+  const std::string_view text = view.TextForMissing(key);
+  GiveSize(text.size(), size);
+  return text.data() != nullptr ? text.data() : "";
+}
+
 kelmo_status Tell(const kelmo_view& view, const FoundText& found, kelmo_text& result) noexcept {
   if (found.record == nullptr) {
     return KELMO_NOT_FOUND;
@@ -207,20 +213,20 @@ void GiveNumberFormat(const NumberFormat& format, kelmo_number_format* result) n
 template <class Load>
 kelmo_status LoadWith(kelmo_loader* loader, const char* name, std::size_t nameSize,
                       const kelmo_load_options* options, Load load) noexcept {
-  const std::optional<std::string_view> text = StringOf(name, nameSize);
   kelmo_load_options known = {};
   constexpr std::uint32_t kFlags = KELMO_LOAD_LENIENT | KELMO_LOAD_UTF16 | KELMO_LOAD_PERCENT;
-  if (loader == nullptr || !text || !Take(options, sizeof known, known) ||
+  if (loader == nullptr || !IsString(name, nameSize) || !Take(options, sizeof known, known) ||
       (known.flags & ~kFlags) != 0) {
     return KELMO_INVALID_ARGUMENT;
   }
-  if (!IsUtf8(*text)) {
+  const std::string_view text = StringOf(name, nameSize);
+  if (!IsUtf8(text)) {
     return KELMO_INVALID_UTF8;
   }
   const ReadingOptions reading{(known.flags & KELMO_LOAD_LENIENT) != 0,
                                (known.flags & KELMO_LOAD_UTF16) != 0,
                                (known.flags & KELMO_LOAD_PERCENT) != 0};
-  return Guard([&] { return load(*text, reading) ? KELMO_OK : KELMO_CANNOT_READ; });
+  return Guard([&] { return load(text, reading) ? KELMO_OK : KELMO_CANNOT_READ; });
 }
 
 }  // namespace
@@ -466,14 +472,15 @@ kelmo_status kelmo_view_create(kelmo_texts* texts, const kelmo_view_options* opt
     taken.numbers = known.numbers != nullptr ? &numbers : nullptr;
     taken.languages.reserve(known.language_count);
     for (std::size_t i = 0; i < known.language_count; ++i) {
-      const auto id = StringOf(known.languages[i].data, known.languages[i].size);
-      if (!id) {
+      const kelmo_string& given = known.languages[i];
+      if (!IsString(given.data, given.size)) {
         return kelmo_status{KELMO_INVALID_ARGUMENT};
       }
-      if (!IsUtf8(*id)) {
+      const std::string_view id = StringOf(given.data, given.size);
+      if (!IsUtf8(id)) {
         return kelmo_status{KELMO_INVALID_UTF8};
       }
-      taken.languages.push_back(*id);
+      taken.languages.push_back(id);
     }
     return Make(result,
                 [&] { return std::make_unique<kelmo_view>(texts, taken, ListOf(problems)); });
@@ -490,24 +497,26 @@ kelmo_texts* kelmo_view_texts(const kelmo_view* view) {
 
 const char* kelmo_view_text(const kelmo_view* view, const char* key, size_t key_size,
                             size_t* size) {
-  const std::optional<std::string_view> text = StringOf(key, key_size);
-  std::string_view answer = "";
-  if (view != nullptr && text) {
-    const FoundText found = view->view.Find(*text);
-    answer = found.record != nullptr ? found.record->Text() : view->view.TextForMissing(*text);
+  if (view == nullptr || !IsString(key, key_size)) {
+    GiveSize(0, size);
+    return "";
   }
-  GiveSize(answer.size(), size);
-  return answer.data() != nullptr ? answer.data() : "";
+  const std::string_view text = StringOf(key, key_size);
+  const FoundText found = view->view.Find(text);
+  if (found.record == nullptr) {
+    return TextForMissing(view->view, text, size);
+  }
+  GiveSize(found.record->textSize, size);
+  return found.record->Text().data();
 }
 
 kelmo_status kelmo_view_find(const kelmo_view* view, const char* key, size_t key_size,
                              const kelmo_argument* count, kelmo_text* result) {
-  const std::optional<std::string_view> text = StringOf(key, key_size);
-  if (view == nullptr || !text || !IsLargeEnough(result)) {
+  if (view == nullptr || !IsString(key, key_size) || !IsLargeEnough(result)) {
     return KELMO_INVALID_ARGUMENT;
   }
   if (count == nullptr) {
-    return Tell(*view, view->view.Find(*text), *result);
+    return Tell(*view, view->view.Find(StringOf(key, key_size)), *result);
   }
   Argument number;
   if (!IsLargeEnough(count)) {
@@ -520,15 +529,15 @@ kelmo_status kelmo_view_find(const kelmo_view* view, const char* key, size_t key
   if (number.IsText()) {
     return KELMO_INVALID_ARGUMENT;
   }
-  return Guard(
-      [&] { return Tell(*view, view->view.FindForm(*text, PluralCount(number)), *result); });
+  return Guard([&] {
+    return Tell(*view, view->view.FindForm(StringOf(key, key_size), PluralCount(number)), *result);
+  });
 }
 
 kelmo_status kelmo_view_format(const kelmo_view* view, const char* key, size_t key_size,
                                const kelmo_argument* arguments, size_t argument_count, char* buffer,
                                size_t capacity, size_t* needed, kelmo_problems* problems) {
-  const std::optional<std::string_view> text = StringOf(key, key_size);
-  if (view == nullptr || !text || (buffer == nullptr && capacity != 0)) {
+  if (view == nullptr || !IsString(key, key_size) || (buffer == nullptr && capacity != 0)) {
     return KELMO_INVALID_ARGUMENT;
   }
   ArgumentArray taken;
@@ -538,8 +547,8 @@ kelmo_status kelmo_view_format(const kelmo_view* view, const char* key, size_t k
       return status;
     }
     TextSink sink(buffer, capacity);
-    const bool isFound = KelmoLibs::Host::WriteFormatted(view->view, *text, taken.All(),
-                                                         taken.Count(), sink, ListOf(problems));
+    const bool isFound = KelmoLibs::Host::WriteFormatted(
+        view->view, StringOf(key, key_size), taken.All(), taken.Count(), sink, ListOf(problems));
     GiveSize(sink.Finish(), needed);
     return kelmo_status{isFound ? KELMO_OK : KELMO_NOT_FOUND};
   });

@@ -17,11 +17,10 @@ static_assert(kShortest == KELMO_SHORTEST && kMaxDecimals == KELMO_MAX_DECIMALS)
 static_assert(std::is_trivially_destructible_v<Argument>, "the array does not destroy them");
 
 kelmo_status TakeText(const kelmo_string& given, std::string_view& taken) noexcept {
-  const std::optional<std::string_view> text = StringOf(given.data, given.size);
-  if (!text) {
+  if (!IsString(given.data, given.size)) {
     return KELMO_INVALID_ARGUMENT;
   }
-  taken = *text;
+  taken = StringOf(given.data, given.size);
   return taken.empty() || IsUtf8(taken) ? KELMO_OK : KELMO_INVALID_UTF8;
 }
 
@@ -45,13 +44,6 @@ bool IsZeroDigit(std::uint32_t character) noexcept {
 }
 
 }  // namespace
-
-std::optional<std::string_view> StringOf(const char* data, std::size_t size) noexcept {
-  if (data == nullptr) {
-    return size == 0 ? std::optional<std::string_view>(std::string_view()) : std::nullopt;
-  }
-  return size == KELMO_ZERO_TERMINATED ? std::string_view(data) : std::string_view(data, size);
-}
 
 bool IsUtf8(std::string_view text) noexcept {
   return Localize::WellFormedUtf8Length(text) == text.size();

@@ -3,8 +3,8 @@
 
 #include <array>
 #include <cstddef>
+#include <cstring>
 #include <memory>
-#include <optional>
 #include <string_view>
 
 #include "cldr/number_format.h"
@@ -13,8 +13,15 @@
 
 namespace KelmoLibs::Host {
 
-/// The string, or nothing if it is not allowed.
-std::optional<std::string_view> StringOf(const char* data, std::size_t size) noexcept;
+/// Whether a string argument is allowed.
+inline bool IsString(const char* data, std::size_t size) noexcept {
+  return data != nullptr || size == 0;
+}
+
+/// A string argument that is allowed.
+inline std::string_view StringOf(const char* data, std::size_t size) noexcept {
+  return {data, size == KELMO_ZERO_TERMINATED ? std::strlen(data) : size};
+}
 
 bool IsUtf8(std::string_view text) noexcept;
 

@@ -74,6 +74,12 @@ class LanguageTexts {
   /// Null if there is no text with that key. Takes no memory.
   const TextRecord* Find(const KeyBytes& key) const noexcept { return table_.Find(key); }
 
+  /// See RecordTable::FindFirstCandidate.
+  KELMO_LOCALIZER_ALWAYS_INLINE const TextRecord* FindFirstCandidate(
+      const KeyBytes& key) const noexcept {
+    return table_.FindFirstCandidate(key);
+  }
+
   /// Adds an entry. False if there is one with that key: it stays. Throws std::bad_alloc; nothing
   /// has changed then.
   bool Add(const NewText& added);

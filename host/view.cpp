@@ -84,6 +84,9 @@ View::View(const TextCollection& texts, const ViewOptions& options, ProblemList*
     const Cldr::NumberFormat* const format = Cldr::FindNumberFormat(options.languages.front());
     numbers_ = format != nullptr ? *format : numbers_;
   }
+  if (!languages_.empty()) {
+    first_ = languages_.front().texts;
+  }
   if (options.problemLimit != 0) {
     record_ = std::make_unique<ProblemRecord>(options.problemLimit);
   }
@@ -92,14 +95,13 @@ View::View(const TextCollection& texts, const ViewOptions& options, ProblemList*
   }
 }
 
-FoundText View::Find(std::string_view key) const noexcept {
-  const KeyBytes query(key);
+FoundText View::FindFurther(const KeyBytes& query) const noexcept {
   for (const Language& language : languages_) {
     if (const TextRecord* const record = language.texts->Find(query)) {
       return {record, language.texts};
     }
   }
-  RecordMissing(key);
+  RecordMissing(query.SortKey());
   return {};
 }
 

@@ -15,6 +15,7 @@
 #include "host/plural_count.h"
 #include "host/problem_record.h"
 #include "host/text_collection.h"
+#include "storage/inlining.h"
 
 namespace KelmoLibs::Host {
 
@@ -52,7 +53,15 @@ class View {
 
   /// The text of the first language that has the key; no record if there is none: the key is then
   /// recorded, if the limit is not 0.
-  FoundText Find(std::string_view key) const noexcept;
+  KELMO_LOCALIZER_ALWAYS_INLINE FoundText Find(std::string_view key) const noexcept {
+    const KeyBytes query(key);
+    const TextRecord* const record =
+        first_ != nullptr ? first_->FindFirstCandidate(query) : nullptr;
+    if (record != nullptr) {
+      return {record, first_};
+    }
+    return FindFurther(query);
+  }
 
   /// The form of the text for a number, in the first language that has one. Each language is asked
   /// for the exact number, for its category, for `other`, and for the key alone. Throws only
@@ -84,10 +93,14 @@ class View {
     std::map<std::string, std::string, std::less<>> forms;
   };
 
+  // The rest of Find: not inline, so that its first lookup needs few registers.
+  FoundText FindFurther(const KeyBytes& query) const noexcept;
+
   void RecordMissing(std::string_view key) const noexcept;
 
   const TextCollection& texts_;
   std::vector<Language> languages_;
+  const LanguageTexts* first_ = nullptr;  // of languages_, if there is any
   Cldr::NumberFormat numbers_;
   std::string marks_;  // the strings of numbers_
   MissingText missing_;
