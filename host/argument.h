@@ -13,7 +13,7 @@ constexpr int kShortest = -1;
 
 struct Argument {
   std::string_view name;  // empty: it has only its position
-  std::variant<std::string_view, std::int64_t, std::uint64_t, double> value;  // a text is UTF-8
+  std::variant<std::string_view, std::int64_t, std::uint64_t, double> value;  // a text: any bytes
   int decimals = kShortest;  // of a double; at most kMaxDecimals (number_spec.h)
   bool isCount = false;      // chooses the plural form
 

@@ -334,12 +334,13 @@ kelmo_status kelmo_loader_add_folder(kelmo_loader* loader, const char* path, siz
 kelmo_status kelmo_loader_add_memory(kelmo_loader* loader, const void* bytes, size_t size,
                                      const char* name, size_t name_size,
                                      const kelmo_load_options* options, kelmo_problems* problems) {
-  const auto content = StringOf(static_cast<const char*>(bytes), size);
-  if (!content) {
+  const char* const data = static_cast<const char*>(bytes);
+  if (!IsString(data, size)) {
     return KELMO_INVALID_ARGUMENT;
   }
+  const std::string_view content = StringOf(data, size);
   return LoadWith(loader, name, name_size, options, [=](std::string_view text, auto& reading) {
-    loader->loader.AddMemory(*content, text, reading, ListOf(problems));
+    loader->loader.AddMemory(content, text, reading, ListOf(problems));
     return true;
   });
 }
@@ -390,14 +391,14 @@ kelmo_status kelmo_texts_entry(const kelmo_texts* texts, size_t language, size_t
 
 kelmo_status kelmo_number_format_of_language(const char* id, size_t id_size,
                                              kelmo_number_format* result) {
-  const std::optional<std::string_view> language = StringOf(id, id_size);
-  if (!language || !IsLargeEnough(result)) {
+  if (!IsString(id, id_size) || !IsLargeEnough(result)) {
     return KELMO_INVALID_ARGUMENT;
   }
-  if (!IsUtf8(*language)) {
+  const std::string_view language = StringOf(id, id_size);
+  if (!IsUtf8(language)) {
     return KELMO_INVALID_UTF8;
   }
-  const NumberFormat* const format = KelmoLibs::Cldr::FindNumberFormat(*language);
+  const NumberFormat* const format = KelmoLibs::Cldr::FindNumberFormat(language);
   if (format == nullptr) {
     return KELMO_NOT_FOUND;
   }

@@ -21,7 +21,7 @@ kelmo_status TakeText(const kelmo_string& given, std::string_view& taken) noexce
     return KELMO_INVALID_ARGUMENT;
   }
   taken = StringOf(given.data, given.size);
-  return taken.empty() || IsUtf8(taken) ? KELMO_OK : KELMO_INVALID_UTF8;
+  return KELMO_OK;
 }
 
 template <std::size_t size>

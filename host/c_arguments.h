@@ -52,7 +52,7 @@ class ArgumentArray {
   const Argument* count_ = nullptr;
 };
 
-/// Takes one argument, which must be allowed. KELMO_OK, KELMO_INVALID_ARGUMENT or KELMO_INVALID_UTF8.
+/// Takes one argument, which must be allowed. KELMO_OK or KELMO_INVALID_ARGUMENT.
 kelmo_status TakeArgument(const kelmo_argument& given, Argument& taken) noexcept;
 
 /// Takes a number format. Its texts stay those of `given`. Empty texts, and a 0 as the digit and as

@@ -8,6 +8,7 @@
 
 #include "host/number_spec.h"
 #include "host/number_text.h"
+#include "text/utf8.h"
 
 namespace KelmoLibs::Host {
 namespace {
@@ -146,6 +147,10 @@ class Filler {
       return Tell(placeholder, placeholder.position == kNowhere ? FaultReason::kNoName
                                                                 : FaultReason::kNoPosition);
     }
+    const auto* const text = std::get_if<std::string_view>(&argument->value);
+    if (text != nullptr && Localize::WellFormedUtf8Length(*text) != text->size()) {
+      return Tell(placeholder, FaultReason::kNotUtf8);
+    }
     NumberSpec spec;
     if (!placeholder.spec.empty()) {
       if (const auto fault = ReadSpec(placeholder.spec, *argument, spec)) {
@@ -156,7 +161,7 @@ class Filler {
     if (options_.isIsolating) {
       sink_.Append(kFirstStrongIsolate);
     }
-    if (const auto* const text = std::get_if<std::string_view>(&argument->value)) {
+    if (text != nullptr) {
       sink_.Append(*text);
     } else {
       WriteNumber(*argument, spec, format_, sink_);
@@ -244,6 +249,8 @@ std::string Describe(const PlaceholderFault& fault) {
       return text.append(": the argument is not an integer, and d is for integers");
     case FaultReason::kOnlyDoubles:
       return text.append(": the argument is an integer, which has no decimals and no f, e or g");
+    case FaultReason::kNotUtf8:
+      return text.append(": the argument is a text that is not UTF-8");
   }
   return text;
 }

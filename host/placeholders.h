@@ -18,7 +18,8 @@ enum class FaultReason {
   kWidth,          // larger than kMaxWidth
   kDecimals,       // more than kMaxDecimals
   kOnlyIntegers,   // `d` for a double
-  kOnlyDoubles     // `f`, `e`, `g` or decimals for an integer
+  kOnlyDoubles,    // `f`, `e`, `g` or decimals for an integer
+  kNotUtf8         // the argument is a text that is not UTF-8
 };
 
 /// A placeholder that cannot be filled. `placeholder` is part of the text.
@@ -55,7 +56,7 @@ struct FillOptions {
 ///  - Every other `{`, `}` and `%` is plain text, such as in `{ }`, `}}`, `{"a": 1}` or `100%`.
 ///  - A placeholder that cannot be filled stays as it stands; `listener`, unless it is null, is told.
 ///
-/// Takes no memory. Precondition: `text` and the texts of the arguments are UTF-8.
+/// Takes no memory. Precondition: `text` is UTF-8.
 void FillPlaceholders(std::string_view text, const Arguments& arguments, const FillOptions& options,
                       const Cldr::NumberFormat& format, TextSink& sink,
                       FaultListener* listener) noexcept;

@@ -403,10 +403,10 @@ KELMO_API kelmo_status kelmo_view_find(const kelmo_view* view, const char* key, 
  * Placeholders are `{0}`, `{1}` and so on by position, `{name}` by name, and `%1` where the load
  * asked for it. `{{` stands for `{`. A number may have a format, as the C++ library fmt has them:
  * `{0:8.2f}` is a number with two decimals in at least eight characters. Its parts, all of them
- * optional, are: fill and alignment (`<`, `>`, `^`), sign (`+`,
- * `-` or a blank), `0`, width (up to 255), `.` and decimals (up to 99), and `d`, `f`, `e` or `g`.
- * Arguments are not searched for placeholders. What cannot be filled stays as it stands, and is a
- * problem: in `problems`, or in the view's record if that is null.
+ * optional, are: fill and alignment (`<`, `>`, `^`), sign (`+`, `-` or a blank), `0`, width (up to
+ * 255), `.` and decimals (up to 99), and `d`, `f`, `e` or `g`. Arguments are not searched for
+ * placeholders. What cannot be filled stays as it stands, and is a problem: in `problems`, or in the
+ * view's record if that is null. An argument that is a text, but not UTF-8, fills no placeholder.
  *
  * If an argument is a count, each language is asked for the key with a suffix: `files.=0` for
  * exactly that number, then the plural category of the number by the rules of that language

@@ -125,7 +125,7 @@ TEST(KelmoFace, ThrowsOrTellsWhatCannotBeRead) {
     ADD_FAILURE() << "no exception";
   } catch (const kelmo::Error& error) {
     EXPECT_EQ(error.status(), KELMO_CANNOT_READ);
-    EXPECT_EQ(std::string(error.what()).substr(0, 54),
+    EXPECT_EQ(std::string(error.what()).substr(0, 55),
               "no such file: error: EL111. Dictionary file not found: ");
   }
   EXPECT_THROW(loader.add_folder("no such folder"), kelmo::Error);

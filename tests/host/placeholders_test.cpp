@@ -187,6 +187,15 @@ TEST_F(FillPlaceholdersTest, KeepsAndTellsWhatCannotBeFilled) {
   });
 }
 
+TEST_F(FillPlaceholdersTest, FillsNothingWithTextsThatAreNotUtf8) {
+  for (const char* const text : {"\xFF", "a\xC3", "\xED\xA0\x80"}) {
+    const Filled filled = Fill("a {0} b", {Text(text)});
+    EXPECT_EQ(filled.text, "a {0} b");
+    EXPECT_EQ(filled.faults,
+              std::vector<std::string>{"{0}: the argument is a text that is not UTF-8"});
+  }
+}
+
 TEST_F(FillPlaceholdersTest, FormatsNumbers) {
   Check({
       {"an empty format", "{1:}{0:}", "-42alpha"},
