@@ -54,7 +54,8 @@
 extern "C" {
 #endif
 
-#if defined(KELMO_STATIC)
+#if defined(KELMO_API) /* kelmo_runtime.h has defined it, and defines the functions */
+#elif defined(KELMO_STATIC)
 #define KELMO_API
 #elif defined(_WIN32) && defined(KELMO_BUILDING)
 #define KELMO_API __declspec(dllexport)
