@@ -1,0 +1,557 @@
+/* A host in plain C that uses kelmo from the load to the end: the header compiles as C99 and as C++
+ * (c_host_in_cpp.cpp), and the built file keeps the contracts of the header. It writes its files to
+ * the working folder. */
+
+#include <stdio.h>
+#include <string.h>
+
+#include "kelmo/kelmo.h"
+
+#define Z KELMO_ZERO_TERMINATED
+
+static int failures = 0;
+
+static void Expect(int holds, const char* what) {
+  if (!holds) {
+    printf("failed: %s\n", what);
+    ++failures;
+  }
+}
+
+static void ExpectStatus(kelmo_status status, kelmo_status expected, const char* what) {
+  if (status != expected) {
+    printf("failed: %s: %s instead of %s\n", what, kelmo_status_name(status),
+           kelmo_status_name(expected));
+    ++failures;
+  }
+}
+
+static int Is(kelmo_string text, const char* expected) {
+  return text.size == strlen(expected) && strcmp(text.data, expected) == 0;
+}
+
+/* ---- Structs with their size */
+
+static kelmo_text EmptyText(void) {
+  kelmo_text text;
+  memset(&text, 0, sizeof text);
+  text.size = (uint32_t)sizeof text;
+  return text;
+}
+
+static kelmo_problem EmptyProblem(void) {
+  kelmo_problem problem;
+  memset(&problem, 0, sizeof problem);
+  problem.size = (uint32_t)sizeof problem;
+  return problem;
+}
+
+static kelmo_language EmptyLanguage(void) {
+  kelmo_language language;
+  memset(&language, 0, sizeof language);
+  language.size = (uint32_t)sizeof language;
+  return language;
+}
+
+static kelmo_load_options LoadOptions(uint32_t flags) {
+  kelmo_load_options options;
+  memset(&options, 0, sizeof options);
+  options.size = (uint32_t)sizeof options;
+  options.flags = flags;
+  return options;
+}
+
+static kelmo_view_options ViewOptions(const kelmo_string* languages, size_t count) {
+  kelmo_view_options options;
+  memset(&options, 0, sizeof options);
+  options.size = (uint32_t)sizeof options;
+  options.languages = languages;
+  options.language_count = count;
+  return options;
+}
+
+/* ---- The texts that most parts use */
+
+static const char kGerman[] = "de Deutsch\nok  Gut\nempty\nfile Datei\nfile zwei\n";
+static const char kEnglish[] = "en English\nok OK\nonly.en x\n";
+static const kelmo_string kLanguages[] = {{"de", 2}, {"en", Z}};
+
+static kelmo_texts* LoadTexts(uint32_t flags) {
+  const kelmo_load_options options = LoadOptions(flags);
+  kelmo_loader* loader = NULL;
+  kelmo_texts* texts = NULL;
+  ExpectStatus(kelmo_loader_create(&loader), KELMO_OK, "a loader");
+  ExpectStatus(kelmo_loader_add_memory(loader, kGerman, Z, "de.txt", Z, &options, NULL), KELMO_OK,
+               "German");
+  ExpectStatus(
+      kelmo_loader_add_memory(loader, kEnglish, strlen(kEnglish), "en.txt", 6, &options, NULL),
+      KELMO_OK, "English");
+  ExpectStatus(kelmo_loader_finish(loader, &texts), KELMO_OK, "finish");
+  kelmo_loader_destroy(loader);
+  return texts;
+}
+
+static kelmo_view* MakeView(kelmo_texts* texts, uint32_t limit) {
+  kelmo_view_options options = ViewOptions(kLanguages, 2);
+  kelmo_view* view = NULL;
+  options.problem_limit = limit;
+  ExpectStatus(kelmo_view_create(texts, &options, &view, NULL), KELMO_OK, "a view");
+  return view;
+}
+
+/* ---- A walk through everything */
+
+static void WriteFile(const char* name, const char* text) {
+  FILE* const file = fopen(name, "wb");
+  Expect(file != NULL && fputs(text, file) >= 0 && fclose(file) == 0, name);
+}
+
+static void LoadFiles(void) {
+  kelmo_loader* loader = NULL;
+  kelmo_texts* texts = NULL;
+  kelmo_problems* problems = NULL;
+  kelmo_problem problem = EmptyProblem();
+  kelmo_language language = EmptyLanguage();
+  char line[200];
+  size_t needed = 0;
+  WriteFile("b.txt", kGerman);
+  WriteFile("a.txt", kEnglish);
+  WriteFile("b-val.txt", "no\n");
+  ExpectStatus(kelmo_loader_create(&loader), KELMO_OK, "a loader");
+  ExpectStatus(kelmo_problems_create(&problems), KELMO_OK, "a list");
+  ExpectStatus(kelmo_loader_add_file(loader, "no such file", Z, NULL, problems), KELMO_CANNOT_READ,
+               "no such file");
+  ExpectStatus(kelmo_loader_add_file(loader, "b.txt and more", 5, NULL, problems), KELMO_OK,
+               "a path with its size");
+  ExpectStatus(kelmo_loader_add_folder(loader, ".", Z, NULL, problems), KELMO_OK, "a folder");
+  ExpectStatus(kelmo_loader_add_folder(loader, "none", Z, NULL, problems), KELMO_CANNOT_READ,
+               "no such folder");
+  ExpectStatus(kelmo_loader_finish(loader, &texts), KELMO_OK, "finish");
+  kelmo_loader_destroy(loader);
+
+  Expect(kelmo_texts_language_count(texts) == 2, "two languages");
+  ExpectStatus(kelmo_texts_language(texts, 0, &language), KELMO_OK, "the first language");
+  Expect(Is(language.id, "de") && Is(language.name, "Deutsch") && language.entry_count == 3,
+         "German is first");
+  ExpectStatus(kelmo_texts_language(texts, 2, &language), KELMO_INVALID_ARGUMENT, "no third");
+
+  /* no such file, file repeated, then in the folder all three again and file twice, no such folder */
+  Expect(kelmo_problems_count(problems) == 7, "seven problems");
+  Expect(kelmo_problems_lost(problems) == 0, "none is lost");
+  ExpectStatus(kelmo_problems_get(problems, 0, &problem), KELMO_OK, "the first problem");
+  Expect(problem.code == KELMO_PROBLEM_CANNOT_READ && problem.severity == KELMO_ERROR &&
+             problem.line == 0 && problem.column == 0 && Is(problem.file, "no such file") &&
+             Is(problem.sentence, "EL111. Dictionary file not found") && problem.detail.size > 0 &&
+             Is(problem.key, "") && Is(problem.language, ""),
+         "the first problem is the missing file");
+  ExpectStatus(kelmo_problems_get(problems, 1, &problem), KELMO_OK, "the second problem");
+  Expect(problem.code == KELMO_PROBLEM_KEY_REPEATED && problem.severity == KELMO_WARNING &&
+             problem.line == 5 && problem.column == 1 && Is(problem.file, "b.txt") &&
+             Is(problem.key, "file") && Is(problem.language, "de") && Is(problem.detail, ""),
+         "the second problem is the repeated key");
+  ExpectStatus(kelmo_problems_print(problems, 1, line, sizeof line, &needed), KELMO_OK, "print");
+  Expect(strcmp(line,
+                "b.txt:5:1: warning: EL101. Key already declared. (key \"file\") "
+                "(language \"de\")") == 0 &&
+             needed == strlen(line),
+         "the line for people");
+  ExpectStatus(kelmo_problems_print(problems, 1, line, 9, &needed), KELMO_OK, "print cut");
+  Expect(strcmp(line, "b.txt:5:") == 0 && needed > 9, "as much as there is room for");
+  ExpectStatus(kelmo_problems_print(problems, 1, line, 1, NULL), KELMO_OK, "print nothing");
+  Expect(line[0] == '\0', "only the zero");
+  kelmo_problems_clear(problems);
+  Expect(kelmo_problems_count(problems) == 0, "the list is empty");
+  kelmo_problems_destroy(problems);
+  kelmo_texts_release(texts);
+  remove("a.txt");
+  remove("b.txt");
+  remove("b-val.txt");
+}
+
+static void FindTexts(void) {
+  kelmo_texts* const texts = LoadTexts(KELMO_LOAD_UTF16);
+  kelmo_view* const view = MakeView(texts, 10);
+  kelmo_text text = EmptyText();
+  kelmo_problems* problems = NULL;
+  kelmo_problem problem = EmptyProblem();
+  size_t size = 99;
+  Expect(kelmo_view_texts(view) == texts, "the texts of the view");
+  kelmo_texts_release(texts); /* the view keeps them */
+
+  ExpectStatus(kelmo_view_find(view, "ok", Z, NULL, &text), KELMO_OK, "a key");
+  Expect(text.utf8_size == 3 && strcmp(text.utf8, "Gut") == 0 && text.utf16_size == 3 &&
+             text.utf16 != NULL && text.utf16[0] == 'G' && text.utf16[3] == 0 && text.line == 2 &&
+             Is(text.language, "de") && Is(text.key, "ok") && Is(text.file, "de.txt"),
+         "the text of the first language and its origin");
+  ExpectStatus(kelmo_view_find(view, "only.en and more", 7, NULL, &text), KELMO_OK, "by size");
+  Expect(Is(text.language, "en") && strcmp(text.utf8, "x") == 0, "the next language");
+  ExpectStatus(kelmo_view_find(view, "empty", Z, NULL, &text), KELMO_OK, "an empty text");
+  Expect(text.utf8_size == 0 && *text.utf8 == '\0' && text.utf16_size == 0 && *text.utf16 == 0,
+         "is found");
+  ExpectStatus(kelmo_view_find(view, "none", Z, NULL, &text), KELMO_NOT_FOUND, "a missing key");
+  Expect(Is(text.key, "empty"), "nothing has changed");
+  Expect(strcmp(kelmo_view_text(view, "file", Z, &size), "Datei") == 0 && size == 5, "the text");
+  Expect(strcmp(kelmo_view_text(view, "none", Z, &size), "none") == 0 && size == 4, "the key");
+
+  ExpectStatus(kelmo_texts_entry(kelmo_view_texts(view), 0, 2, &text), KELMO_OK, "an entry");
+  Expect(Is(text.key, "file") && text.line == 4 && Is(text.language, "de"), "in the file's order");
+  ExpectStatus(kelmo_texts_entry(kelmo_view_texts(view), 0, 3, &text), KELMO_INVALID_ARGUMENT,
+               "no fourth entry");
+  ExpectStatus(kelmo_texts_entry(kelmo_view_texts(view), 2, 0, &text), KELMO_INVALID_ARGUMENT,
+               "no third language");
+
+  ExpectStatus(kelmo_problems_create(&problems), KELMO_OK, "a list");
+  ExpectStatus(kelmo_view_take_problems(view, problems, &size), KELMO_OK, "take");
+  Expect(kelmo_problems_count(problems) == 1 && size == 0, "the missing key, once");
+  ExpectStatus(kelmo_problems_get(problems, 0, &problem), KELMO_OK, "it");
+  Expect(problem.code == KELMO_PROBLEM_KEY_MISSING && Is(problem.key, "none") &&
+             Is(problem.sentence, "EL121. Key not found in dictionary"),
+         "the missing key");
+  kelmo_problems_destroy(problems);
+
+  Expect(kelmo_view_retain(view) == view, "one owner more");
+  kelmo_view_release(view);
+  ExpectStatus(kelmo_view_find(view, "ok", Z, NULL, &text), KELMO_OK, "the view lives");
+  Expect(kelmo_texts_retain(kelmo_view_texts(view)) == texts, "the texts have an owner more");
+  kelmo_view_release(view);
+  Expect(kelmo_texts_language_count(texts) == 2, "the texts live longer than the view");
+  kelmo_texts_release(texts);
+}
+
+/* ---- Every function with every pointer null in turn */
+
+static void PassNull(void) {
+  kelmo_texts* const texts = LoadTexts(0);
+  kelmo_view* const view = MakeView(texts, 0);
+  kelmo_loader* loader = NULL;
+  kelmo_problems* problems = NULL;
+  kelmo_texts* no_texts = NULL;
+  kelmo_view* no_view = NULL;
+  kelmo_problem problem = EmptyProblem();
+  kelmo_language language = EmptyLanguage();
+  kelmo_text text = EmptyText();
+  const kelmo_load_options load_options = LoadOptions(0);
+  kelmo_view_options options = ViewOptions(kLanguages, 2);
+  const kelmo_string null_id = {NULL, 2};
+  const kelmo_argument argument = kelmo_integer_argument(1);
+  kelmo_number_format format;
+  char buffer[50] = "";
+  size_t size = 0;
+
+#define REFUSES(call) ExpectStatus(call, KELMO_INVALID_ARGUMENT, #call)
+#define ACCEPTS(call) ExpectStatus(call, KELMO_OK, #call)
+  REFUSES(kelmo_problems_create(NULL));
+  REFUSES(kelmo_loader_create(NULL));
+  ACCEPTS(kelmo_problems_create(&problems));
+  ACCEPTS(kelmo_loader_create(&loader));
+
+  kelmo_problems_destroy(NULL);
+  kelmo_problems_clear(NULL);
+  kelmo_loader_destroy(NULL);
+  kelmo_texts_release(NULL);
+  kelmo_view_release(NULL);
+  Expect(kelmo_problems_count(NULL) == 0 && kelmo_problems_lost(NULL) == 0, "no problems");
+  Expect(kelmo_texts_retain(NULL) == NULL && kelmo_view_retain(NULL) == NULL, "no owner");
+  Expect(kelmo_texts_language_count(NULL) == 0, "no language");
+  Expect(kelmo_view_texts(NULL) == NULL, "no texts");
+
+  ExpectStatus(kelmo_loader_add_file(loader, "none", Z, NULL, problems), KELMO_CANNOT_READ, "none");
+  REFUSES(kelmo_problems_get(NULL, 0, &problem));
+  REFUSES(kelmo_problems_get(problems, 0, NULL));
+  REFUSES(kelmo_problems_get(problems, 1, &problem));
+  REFUSES(kelmo_problems_get(problems, SIZE_MAX, &problem));
+  REFUSES(kelmo_problems_print(NULL, 0, buffer, sizeof buffer, &size));
+  REFUSES(kelmo_problems_print(problems, 0, NULL, 1, &size));
+  REFUSES(kelmo_problems_print(problems, 1, buffer, sizeof buffer, &size));
+  ACCEPTS(kelmo_problems_print(problems, 0, NULL, 0, &size));
+  ACCEPTS(kelmo_problems_print(problems, 0, buffer, sizeof buffer, NULL));
+  Expect(size > sizeof buffer - 1 && strlen(buffer) == sizeof buffer - 1, "cut to the buffer");
+
+  REFUSES(kelmo_loader_add_file(NULL, "none", Z, &load_options, problems));
+  REFUSES(kelmo_loader_add_file(loader, NULL, Z, &load_options, problems));
+  REFUSES(kelmo_loader_add_file(loader, NULL, 1, &load_options, problems));
+  ExpectStatus(kelmo_loader_add_file(loader, NULL, 0, NULL, NULL), KELMO_CANNOT_READ, "no path");
+  REFUSES(kelmo_loader_add_folder(NULL, ".", Z, &load_options, problems));
+  REFUSES(kelmo_loader_add_folder(loader, NULL, Z, &load_options, problems));
+  REFUSES(kelmo_loader_add_folder(loader, NULL, 1, &load_options, problems));
+  ExpectStatus(kelmo_loader_add_folder(loader, "none", Z, NULL, NULL), KELMO_CANNOT_READ, "none");
+  REFUSES(kelmo_loader_add_memory(NULL, kGerman, Z, "de", Z, &load_options, problems));
+  REFUSES(kelmo_loader_add_memory(loader, NULL, Z, "de", Z, &load_options, problems));
+  REFUSES(kelmo_loader_add_memory(loader, NULL, 1, "de", Z, &load_options, problems));
+  REFUSES(kelmo_loader_add_memory(loader, kGerman, Z, NULL, Z, &load_options, problems));
+  REFUSES(kelmo_loader_add_memory(loader, kGerman, Z, NULL, 1, &load_options, problems));
+  ACCEPTS(kelmo_loader_add_memory(loader, NULL, 0, NULL, 0, NULL, NULL));
+  REFUSES(kelmo_loader_finish(NULL, &no_texts));
+  REFUSES(kelmo_loader_finish(loader, NULL));
+
+  REFUSES(kelmo_texts_language(NULL, 0, &language));
+  REFUSES(kelmo_texts_language(texts, 0, NULL));
+  REFUSES(kelmo_texts_language(texts, SIZE_MAX, &language));
+  REFUSES(kelmo_texts_entry(NULL, 0, 0, &text));
+  REFUSES(kelmo_texts_entry(texts, 0, 0, NULL));
+  REFUSES(kelmo_texts_entry(texts, SIZE_MAX, 0, &text));
+  REFUSES(kelmo_texts_entry(texts, 0, SIZE_MAX, &text));
+
+  REFUSES(kelmo_number_print(NULL, NULL, buffer, sizeof buffer, &size));
+  REFUSES(kelmo_number_print(NULL, &argument, NULL, 1, &size));
+  ACCEPTS(kelmo_number_print(NULL, &argument, NULL, 0, &size));
+  ACCEPTS(kelmo_number_print(NULL, &argument, buffer, sizeof buffer, NULL));
+  Expect(size == 1 && strcmp(buffer, "1") == 0, "a number");
+
+  memset(&format, 0, sizeof format);
+  format.size = (uint32_t)sizeof format;
+  REFUSES(kelmo_number_format_of_language(NULL, Z, &format));
+  REFUSES(kelmo_number_format_of_language(NULL, 1, &format));
+  REFUSES(kelmo_number_format_of_language("de", Z, NULL));
+  REFUSES(kelmo_number_format_of_user(NULL));
+  ExpectStatus(kelmo_number_format_of_language(NULL, 0, &format), KELMO_NOT_FOUND, "no language");
+  ACCEPTS(kelmo_number_format_of_language("de", Z, &format));
+  ACCEPTS(kelmo_number_print(&format, &argument, buffer, sizeof buffer, NULL));
+  REFUSES(kelmo_system_language(0, NULL, 1, &size));
+  ExpectStatus(kelmo_system_language(SIZE_MAX, NULL, 0, NULL), KELMO_NOT_FOUND, "no last language");
+
+  REFUSES(kelmo_view_create(NULL, &options, &no_view, problems));
+  REFUSES(kelmo_view_create(texts, &options, NULL, problems));
+  options.languages = NULL;
+  REFUSES(kelmo_view_create(texts, &options, &no_view, problems));
+  options.languages = &null_id;
+  options.language_count = 1;
+  REFUSES(kelmo_view_create(texts, &options, &no_view, problems));
+  Expect(no_view == NULL && no_texts == NULL, "a refused call sets no pointer");
+  ACCEPTS(kelmo_view_create(texts, NULL, &no_view, NULL));
+  ExpectStatus(kelmo_view_find(no_view, "ok", Z, NULL, &text), KELMO_NOT_FOUND,
+               "a view without a language");
+  kelmo_view_release(no_view);
+
+  size = 99;
+  Expect(*kelmo_view_text(NULL, "ok", Z, &size) == '\0' && size == 0, "no view: the empty text");
+  size = 99;
+  Expect(*kelmo_view_text(view, NULL, Z, &size) == '\0' && size == 0, "no key: the empty text");
+  Expect(*kelmo_view_text(view, NULL, 0, &size) == '\0' && size == 0, "the empty key is missing");
+  Expect(strcmp(kelmo_view_text(view, "ok", Z, NULL), "Gut") == 0, "without its size");
+  REFUSES(kelmo_view_find(NULL, "ok", Z, NULL, &text));
+  REFUSES(kelmo_view_find(view, NULL, Z, NULL, &text));
+  REFUSES(kelmo_view_find(view, NULL, 1, NULL, &text));
+  REFUSES(kelmo_view_find(view, "ok", Z, NULL, NULL));
+  ExpectStatus(kelmo_view_find(view, NULL, 0, NULL, &text), KELMO_NOT_FOUND, "the empty key");
+  REFUSES(kelmo_view_format(NULL, "ok", Z, &argument, 1, buffer, sizeof buffer, &size, problems));
+  REFUSES(kelmo_view_format(view, NULL, Z, &argument, 1, buffer, sizeof buffer, &size, problems));
+  REFUSES(kelmo_view_format(view, "ok", Z, NULL, 1, buffer, sizeof buffer, &size, problems));
+  REFUSES(kelmo_view_format(view, "ok", Z, &argument, 1, NULL, 1, &size, problems));
+  ACCEPTS(kelmo_view_format(view, "ok", Z, NULL, 0, NULL, 0, &size, NULL));
+  ACCEPTS(kelmo_view_format(view, "ok", Z, &argument, 1, buffer, sizeof buffer, NULL, NULL));
+  Expect(size == 3 && strcmp(buffer, "Gut") == 0, "a text without placeholders");
+  REFUSES(kelmo_view_take_problems(NULL, problems, &size));
+  ACCEPTS(kelmo_view_take_problems(view, NULL, &size));
+  ACCEPTS(kelmo_view_take_problems(view, problems, NULL));
+  Expect(kelmo_problems_count(problems) == 1, "refused calls have told nothing");
+
+  kelmo_problems_destroy(problems);
+  kelmo_loader_destroy(loader);
+  kelmo_view_release(view);
+  kelmo_texts_release(texts);
+}
+
+/* ---- Structs of other versions */
+
+#define GROWN 24 /* bytes that a later version has more */
+
+/* Calls with a struct that is one byte too small, then with one of a later version, whose further
+ * bytes stay as they are. `call` uses `Grown.known`. */
+#define TRY_SIZES(Type, call)                                                              \
+  do {                                                                                     \
+    union {                                                                                \
+      Type known;                                                                          \
+      unsigned char bytes[sizeof(Type) + GROWN];                                           \
+    } grown;                                                                               \
+    size_t i = 0;                                                                          \
+    memset(grown.bytes, 0xA5, sizeof grown.bytes);                                         \
+    grown.known.size = (uint32_t)sizeof(Type) - 1;                                         \
+    ExpectStatus(call, KELMO_INVALID_ARGUMENT, #Type " too small");                        \
+    for (i = sizeof grown.known.size; i < sizeof grown.bytes && grown.bytes[i] == 0xA5;) { \
+      ++i;                                                                                 \
+    }                                                                                      \
+    Expect(i == sizeof grown.bytes, #Type " too small is unchanged");                      \
+    grown.known.size = 0;                                                                  \
+    ExpectStatus(call, KELMO_INVALID_ARGUMENT, #Type " of size 0");                        \
+    grown.known.size = (uint32_t)sizeof grown.bytes;                                       \
+    ExpectStatus(call, KELMO_OK, #Type " of a later version");                             \
+    Expect(grown.known.size == sizeof grown.bytes, #Type " keeps its size");               \
+    for (i = sizeof(Type); i < sizeof grown.bytes && grown.bytes[i] == 0xA5;) {            \
+      ++i;                                                                                 \
+    }                                                                                      \
+    Expect(i == sizeof grown.bytes, #Type ": what is not known stays");                    \
+  } while (0)
+
+static void PassOtherVersions(void) {
+  kelmo_texts* const texts = LoadTexts(0);
+  kelmo_view* const view = MakeView(texts, 0);
+  kelmo_loader* loader = NULL;
+  kelmo_problems* problems = NULL;
+  kelmo_view* other = NULL;
+  kelmo_load_options load_options[4];
+  kelmo_view_options options[2];
+  kelmo_argument arguments[2];
+  kelmo_text text = EmptyText();
+  char buffer[20] = "";
+  kelmo_problems_create(&problems);
+  kelmo_loader_create(&loader);
+  kelmo_loader_add_file(loader, "none", Z, NULL, problems);
+
+  TRY_SIZES(kelmo_text, kelmo_view_find(view, "ok", Z, NULL, &grown.known));
+  TRY_SIZES(kelmo_text, kelmo_texts_entry(texts, 0, 0, &grown.known));
+  TRY_SIZES(kelmo_language, kelmo_texts_language(texts, 0, &grown.known));
+  TRY_SIZES(kelmo_problem, kelmo_problems_get(problems, 0, &grown.known));
+  TRY_SIZES(kelmo_number_format, kelmo_number_format_of_language("de", Z, &grown.known));
+
+  memset(load_options, 0xA5, sizeof load_options); /* behind the first one: a later version */
+  load_options[0].flags = 0;
+  load_options[0].size = (uint32_t)sizeof load_options[0] - 1;
+  ExpectStatus(kelmo_loader_add_memory(loader, kGerman, Z, "x", Z, load_options, NULL),
+               KELMO_INVALID_ARGUMENT, "load options too small");
+  load_options[0].size = (uint32_t)sizeof load_options;
+  ExpectStatus(kelmo_loader_add_memory(loader, kGerman, Z, "x", Z, load_options, NULL), KELMO_OK,
+               "load options of a later version");
+  load_options[0].flags = 8;
+  ExpectStatus(kelmo_loader_add_memory(loader, kGerman, Z, "x", Z, load_options, NULL),
+               KELMO_INVALID_ARGUMENT, "a flag that is not known");
+
+  memset(options, 0xA5, sizeof options);
+  options[0] = ViewOptions(kLanguages, 2);
+  options[0].size = (uint32_t)sizeof options[0] - 1;
+  ExpectStatus(kelmo_view_create(texts, options, &other, NULL), KELMO_INVALID_ARGUMENT,
+               "view options too small");
+  options[0].size = (uint32_t)sizeof options;
+  ExpectStatus(kelmo_view_create(texts, options, &other, NULL), KELMO_OK,
+               "view options of a later version");
+  kelmo_view_release(other);
+  options[0].flags = 0x80;
+  ExpectStatus(kelmo_view_create(texts, options, &other, NULL), KELMO_INVALID_ARGUMENT,
+               "a flag of a view that is not known");
+  options[0].flags = 0;
+  options[0].missing = 3;
+  ExpectStatus(kelmo_view_create(texts, options, &other, NULL), KELMO_INVALID_ARGUMENT,
+               "a choice for missing keys that is not known");
+
+  memset(arguments, 0xA5, sizeof arguments);
+  arguments[0] = kelmo_count_argument(1);
+  arguments[0].size = (uint32_t)sizeof arguments[0] - 1;
+  ExpectStatus(kelmo_view_find(view, "ok", Z, arguments, &text), KELMO_INVALID_ARGUMENT,
+               "an argument too small");
+  ExpectStatus(kelmo_number_print(NULL, arguments, buffer, sizeof buffer, NULL),
+               KELMO_INVALID_ARGUMENT, "a number too small");
+  ExpectStatus(kelmo_view_format(view, "ok", Z, arguments, 1, buffer, sizeof buffer, NULL, NULL),
+               KELMO_INVALID_ARGUMENT, "an array of arguments too small");
+  arguments[0].size = (uint32_t)sizeof arguments;
+  ExpectStatus(kelmo_view_find(view, "ok", Z, arguments, &text), KELMO_OK,
+               "an argument of a later version");
+  ExpectStatus(kelmo_number_print(NULL, arguments, buffer, sizeof buffer, NULL), KELMO_OK,
+               "a number of a later version");
+  ExpectStatus(kelmo_view_format(view, "ok", Z, arguments, 1, buffer, sizeof buffer, NULL, NULL),
+               KELMO_OK, "an array of arguments of a later version");
+
+  kelmo_problems_destroy(problems);
+  kelmo_loader_destroy(loader);
+  kelmo_view_release(view);
+  kelmo_texts_release(texts);
+}
+
+/* ---- Unusual strings */
+
+static void PassUnusualStrings(void) {
+  static const char kBytes[] = "en\na\0b c\0d\nlong ";
+  static const char kNotUtf8[] = "\xC3";
+  kelmo_loader* loader = NULL;
+  kelmo_texts* texts = NULL;
+  kelmo_view* view = NULL;
+  kelmo_view_options options;
+  kelmo_number_format format;
+  const kelmo_string ids[] = {{"en\0more", 2}, {"en\0more", 3}};
+  const kelmo_string not_utf8 = {kNotUtf8, Z};
+  kelmo_text text = EmptyText();
+  kelmo_problems* problems = NULL;
+  size_t size = 0;
+  memset(&format, 0, sizeof format);
+  format.size = (uint32_t)sizeof format;
+  kelmo_problems_create(&problems);
+  kelmo_loader_create(&loader);
+  ExpectStatus(kelmo_loader_add_file(loader, kNotUtf8, Z, NULL, problems), KELMO_INVALID_UTF8,
+               "a path that is not UTF-8");
+  ExpectStatus(kelmo_loader_add_folder(loader, kNotUtf8, 1, NULL, problems), KELMO_INVALID_UTF8,
+               "a folder that is not UTF-8");
+  ExpectStatus(kelmo_loader_add_memory(loader, kBytes, Z, kNotUtf8, 1, NULL, problems),
+               KELMO_INVALID_UTF8, "a name that is not UTF-8");
+  ExpectStatus(kelmo_number_format_of_language(kNotUtf8, Z, &format), KELMO_INVALID_UTF8,
+               "a language that is not UTF-8");
+  ExpectStatus(kelmo_loader_add_file(loader, "a.txt\0b", 7, NULL, NULL), KELMO_CANNOT_READ,
+               "a path with a zero inside");
+  Expect(kelmo_problems_count(problems) == 0, "the status tells what is not UTF-8");
+  ExpectStatus(
+      kelmo_loader_add_memory(loader, kBytes, sizeof kBytes - 1, "a\0b", 3, NULL, problems),
+      KELMO_OK, "bytes and a name with zeroes inside");
+  ExpectStatus(kelmo_loader_finish(loader, &texts), KELMO_OK, "finish");
+
+  options = ViewOptions(ids, 2);
+  ExpectStatus(kelmo_view_create(texts, &options, &view, problems), KELMO_OK, "ids with zeroes");
+  Expect(kelmo_problems_count(problems) == 1, "one of them is not known");
+  ExpectStatus(kelmo_view_find(view, "a\0b", 3, NULL, &text), KELMO_OK, "a key with a zero inside");
+  Expect(text.utf8_size == 3 && memcmp(text.utf8, "c\0d", 4) == 0 && text.key.size == 3 &&
+             memcmp(text.key.data, "a\0b", 4) == 0 && text.file.size == 3 &&
+             memcmp(text.file.data, "a\0b", 4) == 0,
+         "everything with its zeroes");
+  ExpectStatus(kelmo_view_find(view, "a\0b", Z, NULL, &text), KELMO_NOT_FOUND,
+               "a key that ends at its zero");
+  Expect(memcmp(kelmo_view_text(view, "a\0b", 3, &size), "c\0d", 4) == 0 && size == 3,
+         "a text with a zero inside");
+
+  options = ViewOptions(&not_utf8, 1);
+  kelmo_view_release(view);
+  view = NULL;
+  ExpectStatus(kelmo_view_create(texts, &options, &view, problems), KELMO_INVALID_UTF8,
+               "an id that is not UTF-8");
+  Expect(view == NULL && kelmo_problems_count(problems) == 1, "nothing has changed");
+  options = ViewOptions(kLanguages, SIZE_MAX / 64);
+  ExpectStatus(kelmo_view_create(texts, &options, &view, problems), KELMO_OUT_OF_MEMORY,
+               "more languages than there is memory");
+  kelmo_problems_destroy(problems);
+  kelmo_loader_destroy(loader);
+  kelmo_texts_release(texts);
+}
+
+/* ---- The rest */
+
+static void AskForNames(void) {
+  static const struct {
+    kelmo_status status;
+    const char* name;
+  } rows[] = {
+      {KELMO_OK, "KELMO_OK"},
+      {KELMO_NOT_FOUND, "KELMO_NOT_FOUND"},
+      {KELMO_INVALID_ARGUMENT, "KELMO_INVALID_ARGUMENT"},
+      {KELMO_OUT_OF_MEMORY, "KELMO_OUT_OF_MEMORY"},
+      {KELMO_CANNOT_READ, "KELMO_CANNOT_READ"},
+      {KELMO_INVALID_UTF8, "KELMO_INVALID_UTF8"},
+      {2, "unknown status"},
+      {-5, "unknown status"},
+      {INT32_MIN, "unknown status"},
+      {INT32_MAX, "unknown status"},
+  };
+  size_t i = 0;
+  for (i = 0; i < sizeof rows / sizeof rows[0]; ++i) {
+    Expect(strcmp(kelmo_status_name(rows[i].status), rows[i].name) == 0, rows[i].name);
+  }
+  Expect(kelmo_version() == KELMO_VERSION, "the version");
+}
+
+int main(void) {
+  AskForNames();
+  LoadFiles();
+  FindTexts();
+  PassNull();
+  PassOtherVersions();
+  PassUnusualStrings();
+  if (failures == 0) {
+    printf("host of kelmo: all calls succeed\n");
+  }
+  return failures;
+}

@@ -1,0 +1,2 @@
+// The host in C as C++.
+#include "tests/host/c_host.c"
