@@ -1,6 +1,5 @@
 # Compares the functions that kelmo.h declares with the lists that the linkers read.
-#   cmake -D HEADER=file -D MAP=file -D DEF=file [-D AWAITED=regex] -P check_declared_names.cmake
-# Names that match AWAITED may be missing in the lists.
+#   cmake -D HEADER=file -D MAP=file -D DEF=file -P check_declared_names.cmake
 
 # read_names(result file regex): the sorted names in the file. The regex has one group, which is the name; a semicolon
 # is a comma for it.
@@ -19,12 +18,6 @@ endfunction()
 read_names(declared ${HEADER} "KELMO_API [^(,]*[ *](kelmo_[a-z0-9_]+)\\(")
 read_names(in_map ${MAP} "\n    (kelmo_[a-z0-9_]+),")
 read_names(in_def ${DEF} "\n    (kelmo_[a-z0-9_]+)")
-if(AWAITED)
-  set(missing ${declared})
-  list(REMOVE_ITEM missing ${in_map})
-  list(FILTER missing INCLUDE REGEX "${AWAITED}")
-  list(REMOVE_ITEM declared ${missing})
-endif()
 list(JOIN declared "\n" declared)
 foreach(list map def)
   list(JOIN in_${list} "\n" names)
