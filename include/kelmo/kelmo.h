@@ -10,7 +10,7 @@
  *     kelmo_texts* texts = NULL;
  *     kelmo_view* view = NULL;
  *     kelmo_string languages[] = {{"de-AT", 5}, {"de", 2}, {"en", 2}};
- *     kelmo_view_options options = {sizeof options};
+ *     kelmo_view_options options = {.size = sizeof options};
  *     options.languages = languages;
  *     options.language_count = 3;
  *     if (kelmo_loader_create(&loader) == KELMO_OK &&
@@ -30,7 +30,7 @@
  *  - A null pointer where none is allowed, and a struct whose size is too small, give
  *    KELMO_INVALID_ARGUMENT. Memory that is not enough gives KELMO_OUT_OF_MEMORY. No exception
  *    leaves a function, and none ends the process.
- *  - Structs begin with their size, which the caller sets (options = {sizeof options}): later
+ *  - Structs begin with their size, which the caller sets (options.size = sizeof options): later
  *    versions add fields at the end, and a function uses only those that the caller has. Fields
  *    that are 0 have their default.
  *  - `problems` is a list that the caller owns, or null. Functions append to it what they have to
@@ -80,8 +80,9 @@ KELMO_API uint32_t kelmo_version(void);
 /** The result of a function: one of the values below. */
 typedef int32_t kelmo_status;
 
+/** The values of kelmo_status. Those below 0 are failures. */
 enum {
-  KELMO_OK = 0,
+  KELMO_OK = 0,                /**< success */
   KELMO_NOT_FOUND = 1,         /**< no text has the key; no such language is known */
   KELMO_INVALID_ARGUMENT = -1, /**< null, a size or value that is not allowed */
   KELMO_OUT_OF_MEMORY = -2,    /**< the system gave no memory */
@@ -153,7 +154,7 @@ typedef struct kelmo_problems kelmo_problems;
 /** Makes an empty list. The caller destroys it. */
 KELMO_API kelmo_status kelmo_problems_create(kelmo_problems** result);
 
-/** Null is allowed, and does nothing. */
+/** Destroys a list. Null is allowed, and does nothing. */
 KELMO_API void kelmo_problems_destroy(kelmo_problems* problems);
 
 /** The number of problems; 0 for null. */
@@ -200,7 +201,8 @@ typedef struct kelmo_loader kelmo_loader;
 /** Makes an empty loader. The caller destroys it. */
 KELMO_API kelmo_status kelmo_loader_create(kelmo_loader** result);
 
-/** Null is allowed, and does nothing. */
+/** Destroys a loader, and what it has collected since it was last finished. Null is allowed, and
+ * does nothing. */
 KELMO_API void kelmo_loader_destroy(kelmo_loader* loader);
 
 /** Reads a dictionary file. `options` may be null. KELMO_CANNOT_READ: there is no such regular
