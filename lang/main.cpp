@@ -1,4 +1,5 @@
 // The program: runs the command that the arguments name, and prints its answer.
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -17,7 +18,7 @@
 #include "platform/arguments.h"
 #include "platform/console.h"
 #include "platform/desktop.h"
-#include "platform/user_language.h"
+#include "platform/system_languages.h"
 
 namespace {
 
@@ -33,6 +34,18 @@ bool WantsColours(const std::string& option) {
     return false;
   }
   return EnableColours(Stream::kOutput) || option == "always";
+}
+
+// The first language of the user that the tool has; empty if it has none of them.
+std::string UserLanguage() {
+  const std::vector<std::string_view> known = TextLanguages();
+  for (const std::string& id : KelmoLibs::Localize::SystemLanguages()) {
+    std::string language = id.substr(0, id.find('-'));
+    if (std::find(known.begin(), known.end(), language) != known.end()) {
+      return language;
+    }
+  }
+  return {};
 }
 
 struct Run {
