@@ -165,7 +165,7 @@ void CheckBesideBase(std::vector<FileCheck>& files);  // beside_base.cpp: look-a
                                                       // lost-separator, missing, surplus, empty
 
 // Of a text. The library reads its entry, and its line is not explained.
-void CheckPlaceholders(const TextCheck& check);         // placeholders.cpp: placeholder
+void CheckPlaceholders(const TextCheck& check);         // placeholder_rule.cpp: placeholder
 void CheckNumbers(const TextCheck& check);              // numbers.cpp: number, look-alike-sign
 void CheckMarkup(const TextCheck& check);               // markup.cpp: line-break, entity, tag
 void CheckAddresses(const TextCheck& check);            // addresses.cpp: address

@@ -37,9 +37,12 @@ def layer_of(name):
     return next((i for i, layer in enumerate(LAYERS) if name.startswith(layer)), None)
 
 
-def included(source):
-    for name in re.findall(r'^#include "([^"]+)"', source, re.MULTILINE):
-        yield "include/" + name if "/" not in name or name.startswith("kelmo/") else name
+def included(name, source):
+    for other in re.findall(r'^#include "([^"]+)"', source, re.MULTILINE):
+        if name.startswith("include/kelmo/") and "/" not in other:  # beside it, in any folder of a host
+            yield "include/kelmo/" + other
+        else:
+            yield "include/" + other if "/" not in other or other.startswith("kelmo/") else other
 
 
 def problems(top):
@@ -52,7 +55,7 @@ def problems(top):
         if layer is None:
             yield f"{name} has no layer"
             continue
-        for other in included(source):
+        for other in included(name, source):
             if other in GENERATED:
                 continue
             if other not in files:
