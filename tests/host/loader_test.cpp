@@ -33,7 +33,7 @@ class LoaderTest : public testing::Test {
   const std::string top_ = folder_.Path().u8string();
   Loader loader_;
   ProblemList problems_;
-  const ReadingOptions strict_;
+  const ReadingOptions strict_{};
 };
 
 TEST_F(LoaderTest, ReadsAFolderInTheOrderOfTheBytesOfItsNames) {
