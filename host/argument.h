@@ -12,8 +12,10 @@ namespace KelmoLibs::Host {
 constexpr int kShortest = -1;
 
 struct Argument {
-  std::string_view name;  // empty: it has only its position
-  std::variant<std::string_view, std::int64_t, std::uint64_t, double> value;  // a text: any bytes
+  using Value = std::variant<std::string_view, std::int64_t, std::uint64_t, double>;
+
+  std::string_view name;     // empty: it has only its position
+  Value value;               // a text: any bytes
   int decimals = kShortest;  // of a double; at most kMaxDecimals (number_spec.h)
   bool isCount = false;      // chooses the plural form
 
@@ -25,9 +27,6 @@ struct Argument {
 struct Arguments {
   const Argument* data = nullptr;
   std::size_t size = 0;
-
-  const Argument* begin() const noexcept { return data; }
-  const Argument* end() const noexcept { return data + size; }
 };
 
 }  // namespace KelmoLibs::Host

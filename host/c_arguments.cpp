@@ -58,19 +58,21 @@ kelmo_status TakeArgument(const kelmo_argument& given, Argument& taken) noexcept
     return status;
   }
   switch (given.type) {
-    case KELMO_ARGUMENT_TEXT:
-      if (taken.isCount) {
-        return KELMO_INVALID_ARGUMENT;
-      }
-      return TakeText(given.text, taken.value.emplace<std::string_view>());
+    case KELMO_ARGUMENT_TEXT: {
+      std::string_view text;
+      const kelmo_status status =
+          taken.isCount ? KELMO_INVALID_ARGUMENT : TakeText(given.text, text);
+      taken.value = Argument::Value(text);
+      return status;
+    }
     case KELMO_ARGUMENT_INTEGER:
-      taken.value = given.integer;
+      taken.value = Argument::Value(given.integer);
       return KELMO_OK;
     case KELMO_ARGUMENT_UNSIGNED:
-      taken.value = static_cast<std::uint64_t>(given.integer);
+      taken.value = Argument::Value(static_cast<std::uint64_t>(given.integer));
       return KELMO_OK;
     case KELMO_ARGUMENT_NUMBER:
-      taken.value = given.number;
+      taken.value = Argument::Value(given.number);
       taken.decimals = given.decimals;
       return given.decimals >= KELMO_SHORTEST && given.decimals <= KELMO_MAX_DECIMALS
                  ? KELMO_OK

@@ -28,8 +28,7 @@ bool IsUtf8(std::string_view text) noexcept;
 /// The arguments of a call, checked.
 class ArgumentArray {
  public:
-  ArgumentArray() noexcept {
-  }  // NOLINT(*-member-init, *-use-equals-default): leaves the storage as it is
+  ArgumentArray() = default;
   ArgumentArray(const ArgumentArray&) = delete;
   ArgumentArray& operator=(const ArgumentArray&) = delete;
   ~ArgumentArray() = default;

@@ -14,8 +14,10 @@ namespace KelmoLibs::Host {
 namespace {
 
 constexpr std::size_t kNowhere = std::string_view::npos;
-constexpr std::string_view kFirstStrongIsolate = "\u2068";
-constexpr std::string_view kPopDirectionalIsolate = "\u2069";
+// In one literal: alone each would change the direction of this source.
+constexpr std::string_view kIsolates = "\u2068\u2069";
+constexpr std::string_view kFirstStrongIsolate = kIsolates.substr(0, 3);
+constexpr std::string_view kPopDirectionalIsolate = kIsolates.substr(3);
 constexpr std::size_t kTooLarge = kNowhere / 16;  // no call has so many arguments
 
 bool IsDigit(char c) noexcept { return c >= '0' && c <= '9'; }
@@ -177,10 +179,11 @@ class Filler {
       return placeholder.position < arguments_.size ? arguments_.data + placeholder.position
                                                     : nullptr;
     }
+    const Argument* const end = arguments_.data + arguments_.size;
     const Argument* const found = std::find_if(
-        arguments_.begin(), arguments_.end(),
+        arguments_.data, end,
         [&placeholder](const Argument& argument) { return argument.name == placeholder.name; });
-    return found != arguments_.end() ? found : nullptr;
+    return found != end ? found : nullptr;
   }
 
   static std::optional<FaultReason> ReadSpec(std::string_view text, const Argument& argument,

@@ -34,10 +34,8 @@ std::string Describe(const PlaceholderFault& fault);
 /// Gets the faults of a text in their order.
 class FaultListener {
  public:
+  virtual ~FaultListener() = default;
   virtual void Tell(const PlaceholderFault& fault) noexcept = 0;
-
- protected:
-  ~FaultListener() = default;
 };
 
 struct FillOptions {

@@ -13,9 +13,10 @@ class TextSink {
  public:
   /// `buffer` may be null if `capacity` is 0.
   TextSink(char* buffer, std::size_t capacity) noexcept
-      : begin_(buffer), next_(buffer), room_(capacity - (capacity != 0 ? 1 : 0)) {
-    hasZero_ = capacity != 0;
-  }
+      : begin_(buffer),
+        next_(buffer),
+        hasZero_(capacity != 0),
+        room_(capacity - (hasZero_ ? 1 : 0)) {}
 
   /// Precondition: `text` is UTF-8.
   void Append(std::string_view text) noexcept {
@@ -48,9 +49,9 @@ class TextSink {
 
   char* begin_;
   char* next_;
+  bool hasZero_;
   std::size_t room_;  // without the zero
   std::size_t lost_ = 0;
-  bool hasZero_;
 };
 
 }  // namespace KelmoLibs::Host
