@@ -38,3 +38,10 @@ if(NOT MSVC)
   configure_file(cmake/kelmo.pc.in ${PROJECT_BINARY_DIR}/kelmo.pc @ONLY)
   install(FILES ${PROJECT_BINARY_DIR}/kelmo.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 endif()
+if(MINGW)
+  # For Microsoft's tools, which make an import library of it (lib /def:kelmo.def /machine:x64 /out:kelmo.lib). It names
+  # the file, which the list of exports leaves out because of the number of the interface.
+  file(READ host/kelmo_exports_windows.def exports)
+  file(CONFIGURE OUTPUT kelmo.def CONTENT "LIBRARY kelmo-@PROJECT_VERSION_MAJOR@.dll\n@exports@" @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/kelmo.def TYPE LIB)
+endif()
