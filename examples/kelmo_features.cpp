@@ -143,6 +143,27 @@ void Lenient() {
   }
 }
 
+void Numbers() {
+  kelmo::Loader loader;
+  loader.add_memory("en English\nprice {0} or {0:.2f}\n", "en.txt");
+  loader.add_memory("de Deutsch\nprice {0} oder {0:.2f}\n", "de.txt");
+  const kelmo::Texts texts = loader.finish();
+  std::cout << kelmo::View(texts, {"en"}).tr("price", 12345.5) << '\n'
+            << kelmo::View(texts, {"de"}).tr("price", 12345.5) << '\n';
+
+  kelmo::ViewOptions options;
+  options.languages = {"de"};
+  options.numbers = kelmo::number_format_of_language("de-CH");  // German words, Swiss numbers
+  if (options.numbers) {
+    options.numbers->is_grouped = 1;
+  }
+  std::cout << kelmo::View(texts, options).tr("price", 12345.5) << '\n';
+
+  if (const auto format = kelmo::number_format_of_language("fi")) {
+    std::cout << kelmo::print(kelmo::number(0.5, 3), *format) << '\n';  // without a text
+  }
+}
+
 void Utf16() {
   kelmo::LoadOptions options;
   options.utf16 = true;
@@ -185,6 +206,7 @@ int main() {
     Print("missing keys", Missing);
     Print("problems", AllProblems);
     Print("lenient", Lenient);
+    Print("numbers", Numbers);
     Print("UTF-16", Utf16);
     Print("lists", Lists);
   } catch (const std::exception& error) {

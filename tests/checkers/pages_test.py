@@ -58,6 +58,7 @@ FILES = {
     "CONTRIBUTING.md": "```sh\napt-get install cmake \\\n  clang\n```\n",
     "docs/compatibility.md": "| Behaviour | Held by |\n|---|---|\n| It greets. | `Hello.IsSaid` |\n",
     "docs/long.md": "# Long\n\n- [One](#one)\n- [Two words](#two-words)\n\n## One\n\n## Two words\n" + 143 * "\n",
+    "docs/kelmo.md": "# Codes\n\n| Code | Value |\n|---|---|\n| `KELMO_BAD` | -1 |\n| `LOST` | 101 |\n",
     "docs/messages.md": "# Messages\n\n### EL1: no, that is EL101\n\n## EL101. No.\n",
     "hello.cpp": "int main() {}\n",
     "hello.txt": "Hello\n",
@@ -66,6 +67,8 @@ FILES = {
     "blanks.txt": "one\ttwo three\r\n",
     "parts.txt": "one\ntwo\nthree\nfour\n",
     "frame/messages.cpp": 'L"EL101. No.\\nKey: "\n',
+    "include/kelmo/kelmo.h": "typedef int32_t kelmo_status;\nenum {\n  KELMO_BAD = -1\n};\nenum {\n"
+                             "  KELMO_PROBLEM_LOST =\n      101\n};\nenum { KELMO_MARKED = 2 };\n",
     "tests/hello_test.cpp": "TEST(Hello, IsSaid) {\n",
     "CMakePresets.json": """{
  "configurePresets": [{ "name": "usual" }, { "name": "base", "hidden": true }, { "name": "tried" }],
@@ -145,6 +148,14 @@ ROWS = (
         "docs/messages.md: there is no such message: EL102. Yes."),
     Row("a message with another text", "frame/messages.cpp", "No.", "Never.", "the message is missing: EL101. Never."),
     Row("no messages in the source", "frame/messages.cpp", "EL101", "XX101", "no message was found in"),
+    Row("a missing row of a status", "docs/kelmo.md", "| `KELMO_BAD` | -1 |\n", "",
+        "docs/kelmo.md: there is no row for KELMO_BAD with the value -1"),
+    Row("another value of a status", "docs/kelmo.md", "| -1 |", "| -2 |", "there is no row for KELMO_BAD with the value -1"),
+    Row("a row of a problem that does not exist", "docs/kelmo.md", "| `LOST` | 101 |\n",
+        "| `LOST` | 101 |\n| `FOUND` | 102 |\n", "docs/kelmo.md: there is no FOUND with the value 102"),
+    Row("a new problem", "include/kelmo/kelmo.h", "101\n", "101,\n  KELMO_PROBLEM_FOUND = 102\n",
+        "there is no row for FOUND with the value 102"),
+    Row("no codes in the header", "include/kelmo/kelmo.h", None, "", "no code was found in include/kelmo/kelmo.h"),
     # Length
     Row("a long README", PAGE, "# A project\n", "# A project\n" + 120 * "\n", "README.md: is longer than 150 lines"),
     Row("a long page without a list of contents", "docs/long.md", "- [One](#one)\n- [Two words](#two-words)\n", "\n\n",

@@ -10,6 +10,7 @@
 - The README has at most 150 lines. A longer page in docs/ begins with a list of contents, which links to each section.
 - Tests that a page names, `Suite.Name`, exist; each row of docs/compatibility.md names one.
 - docs/messages.md has exactly one section for each message of the library, with its text.
+- docs/kelmo.md has a row for each status and each problem code of include/kelmo/kelmo.h, with its value.
 - CONTRIBUTING.md names the packages that ./test installs.
 - Presets and files that tools/check_windows.ps1 names exist, because that script does not run here.
 """
@@ -148,6 +149,20 @@ def check_messages(page):
         problem(page, f"there is no such message: {text}")
 
 
+def check_codes(page):
+    header = (top / "include/kelmo/kelmo.h").read_text("utf-8")
+    statuses = re.search(r"typedef int32_t kelmo_status;(.*?)\};", header, re.S)
+    codes = set(re.findall(r"(KELMO_\w+) = (-?\d+)", statuses[1] if statuses else ""))
+    codes |= set(re.findall(r"KELMO_PROBLEM_(\w+) =\s+(\d+)", header))
+    rows = set(re.findall(r"^\| `(\w+)` \| (-?\d+) \|", page.read_text("utf-8"), re.M))
+    if not codes:
+        problem(page, "no code was found in include/kelmo/kelmo.h")
+    for name, value in sorted(codes - rows):
+        problem(page, f"there is no row for {name} with the value {value}")
+    for name, value in sorted(rows - codes):
+        problem(page, f"there is no {name} with the value {value}")
+
+
 def check_packages(page, text):
     """The packages of all modes of ./test, but not those of ./bench."""
     arrays = sorted(set(re.findall(r"\$\{packages\w*\[@\]\}", (top / "test").read_text("utf-8"))))
@@ -174,6 +189,7 @@ for page in (top / "docs").rglob("*.md"):
     check_length(page, page.read_text("utf-8"))
 check_oddities(top / "docs/compatibility.md")
 check_messages(top / "docs/messages.md")
+check_codes(top / "docs/kelmo.md")
 check_windows_script(top / "tools/check_windows.ps1", presets)
 check_packages(top / "CONTRIBUTING.md", (top / "CONTRIBUTING.md").read_text("utf-8"))
 
