@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <initializer_list>
 #include <iterator>
 
 #include "cldr/number_table.h"
@@ -12,20 +11,6 @@ namespace KelmoLibs::Cldr {
 namespace {
 
 constexpr std::size_t kLongestId = 15;  // the longest of the table has 11 bytes
-
-constexpr bool AreMarksShort() noexcept {
-  for (const NumberFormatRow& row : kNumberTable) {
-    for (const std::string_view mark :
-         {row.format.decimalMark, row.format.groupMark, row.format.minusSign}) {
-      if (mark.size() > kLongestMark) {
-        return false;
-      }
-    }
-  }
-  return true;
-}
-
-static_assert(AreMarksShort());
 
 // As the table has ids; a blank for a character that no id has.
 char Normalized(char c) noexcept {

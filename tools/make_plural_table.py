@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Writes the table of plural rules, and the numbers that test it, from the data of Unicode CLDR (Debian: unicode-cldr-core).
+"""Writes the table of plural rules, and the numbers and conditions that test it, from the data of Unicode CLDR (Debian: unicode-cldr-core).
 
     tools/make_plural_table.py [--check]
 
@@ -17,6 +17,7 @@ RELEASE = "41"
 TOP = pathlib.Path(__file__).resolve().parent.parent
 TABLE = TOP / "cldr" / "plural_table.h"
 SAMPLES = TOP / "tests" / "data" / "cldr" / "plural_samples.txt"
+CONDITIONS = TOP / "tests" / "data" / "cldr" / "plural_conditions.txt"
 CATEGORIES = ("zero", "one", "two", "few", "many")
 SKIPPED = 77
 
@@ -115,12 +116,18 @@ def samples():
     return "".join(lines)
 
 
+def conditions():
+    """A line for each language and category but `other`: its condition as CLDR has it."""
+    return "".join(f"{languages.split()[0]} {category} {rules[category][0]}\n"
+                   for languages, rules in groups() for category in CATEGORIES if category in rules)
+
+
 def main():
     if release() != RELEASE:
         print(f"{CLDR} has CLDR {release()}, not {RELEASE}")
         sys.exit(SKIPPED)
     is_check = sys.argv[1:] == ["--check"]
-    for file, text in ((TABLE, table()), (SAMPLES, samples())):
+    for file, text in ((TABLE, table()), (SAMPLES, samples()), (CONDITIONS, conditions())):
         if not is_check:
             file.write_text(text, "utf-8")
         elif file.read_text("utf-8") != text:

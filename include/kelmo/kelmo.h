@@ -302,7 +302,7 @@ KELMO_API kelmo_status kelmo_number_format_of_language(const char* id, size_t id
                                                        kelmo_number_format* result);
 
 /** The format that the user has set in the system. On Linux: that of the locale which LC_ALL,
- * LC_NUMERIC or LANG names. */
+ * LC_NUMERIC or LANG names; if the system does not have that locale, a point and no groups. */
 KELMO_API kelmo_status kelmo_number_format_of_user(kelmo_number_format* result);
 
 /* ---- Arguments ---- */
@@ -434,7 +434,8 @@ KELMO_API kelmo_status kelmo_view_take_problems(kelmo_view* view, kelmo_problems
 
 /** Writes the id of a language in which the user wants to read, such as "de-AT": at `index` 0 the
  * first choice. KELMO_NOT_FOUND: there are no more. A suggestion for the languages of a view, and
- * for nothing else. On Linux: from LANGUAGE, LC_ALL, LC_MESSAGES and LANG. */
+ * for nothing else. On Linux: from LANGUAGE, LC_ALL, LC_MESSAGES and LANG; none if the locale is
+ * "C" or "POSIX". */
 KELMO_API kelmo_status kelmo_system_language(size_t index, char* buffer, size_t capacity,
                                              size_t* needed);
 

@@ -46,6 +46,7 @@ TEST(DigitGroups, AreReadFromNumbers) {
       {"three, then two", L"3;2;0", {3, 2}},
       {"groups of four", L"4;0", {4, 4}},
       {"letter", L"x;0", {0, 0}},
+      {"sign", L"-;0", {0, 0}},
       {"two digits", L"12;0", {0, 0}},
       {"no number", L";3", {0, 0}},
       {"letter behind the number", L"3;x", {3, 3}},

@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <string>
 #include <string_view>
+
+#include "cldr/number_table.h"
 
 namespace KelmoLibs::Cldr {
 namespace {
@@ -71,6 +74,7 @@ TEST(NumberFormats, AreThoseOfTheLanguage) {
       {"hyphens at the end", "de--", german},
       {"two ids of the table", "de id", "none"},
       {"blanks", "  ", "none"},
+      {"signs before and behind the letters and digits", "de-{:@", german},
       {"part of an id", "d", "none"},
       {"long id without parts", std::string(100, 'd'), "none"},
   };
@@ -84,6 +88,16 @@ TEST(NumberFormats, HaveTheDigitsOfTheLanguage) {
   EXPECT_EQ(FindNumberFormat("ar-EG")->zeroDigit, U'\u0660');
   EXPECT_EQ(FindNumberFormat("ar-AE")->zeroDigit, U'0');
   EXPECT_EQ(FindNumberFormat("ff-Adlm")->zeroDigit, U'\U0001E950');
+}
+
+TEST(NumberFormats, HaveShortMarks) {
+  for (const NumberFormatRow& row : kNumberTable) {
+    for (const std::string_view mark :
+         {row.format.decimalMark, row.format.groupMark, row.format.minusSign}) {
+      EXPECT_LE(mark.size(), kLongestMark) << row.languages;
+      EXPECT_GT(mark.size(), 0U) << row.languages;
+    }
+  }
 }
 
 }  // namespace

@@ -83,6 +83,7 @@ TEST(PluralRules, BelongToLanguages) {
       {"Portuguese of Portugal does not", "pt", "PT", "other"},
       {"Arabic has a form for 0", "ar", "", "zero"},
       {"Chinese has one form", "zh", "TW", "other"},
+      {"a region that is none", "pt", "long", "one"},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.name);
@@ -90,7 +91,8 @@ TEST(PluralRules, BelongToLanguages) {
     ASSERT_NE(rules, nullptr);
     EXPECT_EQ(PluralCategoryName(rules->categoryOf({})), row.categoryOfZero);
   }
-  for (const char* const unknown : {"tlh", "", "d", "de en", "de\ten", "abcdefghi", "pt_PT"}) {
+  for (const char* const unknown :
+       {"tlh", "", "d", "de en", "de\ten", "d{", "abcdefghi", "pt_PT"}) {
     EXPECT_EQ(FindPluralRules(unknown, ""), nullptr) << unknown;
   }
 }
@@ -144,6 +146,7 @@ TEST(PluralRules, AreFoundByTheIdOfALanguage) {
     EXPECT_EQ(RulesOfId(row.id), row.rules) << row.name;
   }
   EXPECT_EQ(PluralRulesOf("tlh").categoryOf(OperandsOf("1")), PluralCategory::kOther);
+  EXPECT_TRUE(PluralRulesOf("tlh").Has(PluralCategory::kOther));
 }
 
 TEST(PluralRules, ReadOperandsFromTheShownNumber) {
@@ -157,6 +160,7 @@ TEST(PluralRules, ReadOperandsFromTheShownNumber) {
   const Row rows[] = {
       {"integer", "12", {12, 0, 0, 0, 0}},
       {"sign", "-1", {1, 0, 0, 0, 0}},
+      {"other characters", "1'2:3", {123, 0, 0, 0, 0}},
       {"decimals with a zero at the end", "1.50", {1, 2, 50, 5, 0}},
       {"decimals with a zero in front", "0.05", {0, 2, 5, 5, 0}},
       {"only zeros as decimals", "3.00", {3, 2, 0, 0, 0}},
