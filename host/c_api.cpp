@@ -73,9 +73,14 @@ Object* Retain(Object* object) noexcept {
 }
 
 template <class Object>
+void Destroy(Object* object) noexcept {
+  const std::unique_ptr<Object> owner(object);
+}
+
+template <class Object>
 void Release(Object* object) noexcept {
   if (object != nullptr && object->owners.fetch_sub(1, std::memory_order_acq_rel) == 1) {
-    delete object;
+    Destroy(object);
   }
 }
 
@@ -232,6 +237,7 @@ kelmo_status LoadWith(kelmo_loader* loader, const char* name, std::size_t nameSi
 }  // namespace
 
 extern "C" {
+// NOLINTBEGIN(readability-identifier-naming): the names of kelmo.h
 
 uint32_t kelmo_version(void) { return KELMO_VERSION; }
 
@@ -260,7 +266,7 @@ kelmo_status kelmo_problems_create(kelmo_problems** result) {
   return Make(result, [] { return std::make_unique<kelmo_problems>(); });
 }
 
-void kelmo_problems_destroy(kelmo_problems* problems) { delete problems; }
+void kelmo_problems_destroy(kelmo_problems* problems) { Destroy(problems); }
 
 size_t kelmo_problems_count(const kelmo_problems* problems) {
   return problems != nullptr ? problems->list.All().size() : 0;
@@ -315,7 +321,7 @@ kelmo_status kelmo_loader_create(kelmo_loader** result) {
   return Make(result, [] { return std::make_unique<kelmo_loader>(); });
 }
 
-void kelmo_loader_destroy(kelmo_loader* loader) { delete loader; }
+void kelmo_loader_destroy(kelmo_loader* loader) { Destroy(loader); }
 
 kelmo_status kelmo_loader_add_file(kelmo_loader* loader, const char* path, size_t path_size,
                                    const kelmo_load_options* options, kelmo_problems* problems) {
@@ -581,4 +587,5 @@ kelmo_status kelmo_system_language(size_t index, char* buffer, size_t capacity, 
   });
 }
 
+// NOLINTEND(readability-identifier-naming)
 }  // extern "C"

@@ -36,7 +36,8 @@ class Reader {
         bytes.remove_prefix(kByteOrderMark.size());
       }
     }
-    const std::size_t end = Localize::ControlZEndsText() ? bytes.find('\x1A') : bytes.npos;
+    const std::size_t end =
+        Localize::ControlZEndsText() ? bytes.find('\x1A') : std::string_view::npos;
     const std::string_view text = bytes.substr(0, end);
     const std::size_t valid = WellFormedUtf8Length(text);
     const bool hasFaults = valid < text.size();
@@ -192,10 +193,11 @@ class Reader {
     }
   }
 
-  void TellLineBreaks(std::uint32_t line, std::string_view key, std::size_t count) {
+  void TellLineBreaks(std::uint32_t number, std::string_view key, std::size_t count) {
     if (problems_ != nullptr) {
       problems_->Append([&] {
-        Problem problem = Describe(ProblemCode::kLineBreak, ProblemSeverity::kNote, {line, 0}, key);
+        Problem problem =
+            Describe(ProblemCode::kLineBreak, ProblemSeverity::kNote, {number, 0}, key);
         problem.detail = std::to_string(count) + (count == 1 ? " line break" : " line breaks");
         return problem;
       });

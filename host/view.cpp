@@ -16,7 +16,7 @@ class FormKey {
  public:
   explicit FormKey(std::string_view key) : keySize_(key.size()) {
     text_.reserve(keySize_ + kUsualSuffix);
-    text_ = key;
+    text_.append(key);
   }
   FormKey(const FormKey&) = delete;
   FormKey& operator=(const FormKey&) = delete;
@@ -171,7 +171,10 @@ void View::RecordMissing(std::string_view key) const noexcept {
   if (record_ == nullptr) {
     return;
   }
-  const std::string_view language = first_ != nullptr ? std::string_view(first_->Id()) : "";
+  std::string_view language;
+  if (first_ != nullptr) {
+    language = first_->Id();
+  }
   if (Localize::WellFormedUtf8Length(key) == key.size()) {
     record_->Add(MissingKey(key, language));
     return;

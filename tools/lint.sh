@@ -37,7 +37,7 @@ check() {
       --file-filter="$pattern"
   done
 }
-check linux-release 'cldr/*' 'dictionary/*' 'examples/*' 'frame/*' 'lang/*' 'phyval/*' 'platform/posix/*' 'storage/*' 'tests/*' 'text/*' 'unittables/*'
+check linux-release 'cldr/*' 'dictionary/*' 'examples/*' 'frame/*' 'host/*' 'lang/*' 'phyval/*' 'platform/posix/*' 'storage/*' 'tests/*' 'text/*' 'unittables/*'
 check mingw-release '*_windows*' 'platform/windows/*'
 
 mkdir -p build/lint/passed build/lint/tests
