@@ -103,6 +103,9 @@ class DigitsBuffer {
     if (spec.type == 'f' || (spec.type == '\0' && spec.decimals == kNoDecimals)) {
       int wanted = spec.decimals != kNoDecimals ? spec.decimals : decimals;
       if (wanted == kShortest && spec.type == '\0') {
+        if (const std::size_t size = PrintFewDecimals(number); size != 0) {
+          return {size, false, kNoDecimals};
+        }
         const bool hasExponent =
             number != 0 && (number < kLastWithExponentBelow || number >= kFirstWithExponent);
         const auto format = hasExponent ? std::chars_format::scientific : std::chars_format::fixed;
@@ -115,6 +118,31 @@ class DigitsBuffer {
         spec.type == 'e' ? std::chars_format::scientific : std::chars_format::general;
     return {Print(number, format, spec.decimals != kNoDecimals ? spec.decimals : kDefaultDecimals),
             true, kNoDecimals};
+  }
+
+  // The shortest text of a number with up to three decimals, as most are, in half the time of
+  // std::to_chars; 0 for other numbers. Two texts of up to 15 digits never read as the same number:
+  // one that reads as `number` is the shortest.
+  std::size_t PrintFewDecimals(double number) noexcept {
+    constexpr double kLimit = 1e12;  // 15 digits
+    constexpr std::uint64_t kScale = 1000;
+    if (number >= kLimit) {
+      return 0;
+    }
+    // A wrong rounding would show in the next line. NOLINTNEXTLINE(bugprone-incorrect-roundings)
+    const auto scaled = static_cast<std::uint64_t>(number * kScale + 0.5);
+    if (static_cast<double>(scaled) / kScale != number) {
+      return 0;
+    }
+    char* end = std::to_chars(Begin(), End(), scaled / kScale).ptr;
+    auto rest = static_cast<unsigned>(scaled % kScale);
+    if (rest != 0) {
+      *end++ = '.';
+    }
+    for (; rest != 0; rest = rest % 100 * 10) {
+      *end++ = static_cast<char>('0' + rest / 100);
+    }
+    return static_cast<std::size_t>(end - Begin());
   }
 
   std::size_t Print(double number, std::chars_format format, int decimals) noexcept {
