@@ -1,12 +1,13 @@
 // The cost of filling placeholders: from the arguments of a host to the text in its buffer. The
-// peers too get the text at run time.
+// peers too get the text at run time. kelmo_view also finds the text by its key.
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
-#include <iterator>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "benchmarks/support/run_benchmarks.h"
@@ -65,6 +66,45 @@ std::string_view FilledByKelmo(Buffer& buffer, std::string_view text,
   return {buffer.data(), sink.Finish()};
 }
 
+// The rows are the keys.
+class ViewOfRow {
+ public:
+  ViewOfRow(std::string row, const std::string& text) : key_(std::move(row)) {
+    const std::string bytes = "en\n" + key_ + " " + text + "\n";
+    const kelmo_string language = {"en", 2};
+    kelmo_view_options options = {};
+    options.size = sizeof options;
+    options.languages = &language;
+    options.language_count = 1;
+    kelmo_loader* loader = nullptr;
+    kelmo_texts* texts = nullptr;
+    Require(kelmo_loader_create(&loader) == KELMO_OK &&
+                kelmo_loader_add_memory(loader, bytes.data(), bytes.size(), "en", 2, nullptr,
+                                        nullptr) == KELMO_OK &&
+                kelmo_loader_finish(loader, &texts) == KELMO_OK &&
+                kelmo_view_create(texts, &options, &view_, nullptr) == KELMO_OK,
+            "there is no view");
+    kelmo_texts_release(texts);
+    kelmo_loader_destroy(loader);
+  }
+  ViewOfRow(const ViewOfRow&) = delete;
+  ViewOfRow& operator=(const ViewOfRow&) = delete;
+  ~ViewOfRow() { kelmo_view_release(view_); }
+
+  template <class... Arguments>
+  std::string_view Fill(Buffer& buffer, const Arguments&... arguments) const {
+    const std::array<kelmo_argument, sizeof...(arguments)> given = {ArgumentOf(arguments)...};
+    std::size_t size = 0;
+    kelmo_view_format(view_, key_.data(), key_.size(), given.data(), given.size(), buffer.data(),
+                      buffer.size(), &size, nullptr);
+    return {buffer.data(), size};
+  }
+
+ private:
+  std::string key_;
+  kelmo_view* view_ = nullptr;
+};
+
 #ifdef KELMO_HAS_FMT
 template <class... Arguments>
 std::string_view FilledByFmt(Buffer& buffer, std::string_view text, const Arguments&... arguments) {
@@ -106,6 +146,10 @@ void RegisterRow(const std::vector<Values>& sets, const char* row, const char* t
   const auto byKelmo = [=](Buffer& buffer, const Values& values) {
     return FilledByKelmo(buffer, runtimeText, values.*members...);
   };
+  const auto view = std::make_shared<ViewOfRow>(row, text);
+  const auto byView = [=](Buffer& buffer, const Values& values) {
+    return view->Fill(buffer, values.*members...);
+  };
   const auto bySnprintf = [=](Buffer& buffer, const Values& values) {
     return FilledBySnprintf(buffer, printfFormat, values.*members...);
   };
@@ -117,6 +161,7 @@ void RegisterRow(const std::vector<Values>& sets, const char* row, const char* t
   for (const Values& values : sets) {
     Buffer buffer;
     const std::string expected(byKelmo(buffer, values));
+    Require(byView(buffer, values) == expected, "the view gives another text");
     Require(printfFormat == nullptr || bySnprintf(buffer, values) == expected,
             "snprintf gives another text");
 #ifdef KELMO_HAS_FMT
@@ -124,6 +169,7 @@ void RegisterRow(const std::vector<Values>& sets, const char* row, const char* t
 #endif
   }
   Register(row, "kelmo", sets, byKelmo);
+  Register(row, "kelmo_view", sets, byView);
 #ifdef KELMO_HAS_FMT
   Register(row, "fmt", sets, byFmt);
 #endif
