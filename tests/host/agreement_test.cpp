@@ -9,7 +9,6 @@
 #include <filesystem>
 #include <iostream>
 #include <map>
-#include <memory>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -17,6 +16,7 @@
 #include <vector>
 
 #include "kelmo/kelmo.h"
+#include "tests/host/owned.h"
 #include "tests/model/disagreement.h"
 #include "tests/model/model.h"
 #include "tests/model/nasty_files.h"
@@ -54,15 +54,6 @@ void ExpectEqual(const Value& kelmos, const Value& firsts, const std::string& wh
   }
 }
 
-struct Destroyer {
-  void operator()(kelmo_loader* loader) const { kelmo_loader_destroy(loader); }
-  void operator()(kelmo_problems* problems) const { kelmo_problems_destroy(problems); }
-  void operator()(kelmo_texts* texts) const { kelmo_texts_release(texts); }
-  void operator()(kelmo_view* view) const { kelmo_view_release(view); }
-};
-template <class Object>
-using Owned = std::unique_ptr<Object, Destroyer>;
-
 Owned<kelmo_loader> NewLoader() {
   kelmo_loader* loader = nullptr;
   Expect(kelmo_loader_create(&loader), KELMO_OK, "a loader");
@@ -89,8 +80,7 @@ class Messages {
   // Of the problems that were told since the last call.
   void Update() {
     for (std::size_t i = 0; i < kelmo_problems_count(problems_.get()); ++i) {
-      kelmo_problem problem = {};
-      problem.size = sizeof problem;
+      auto problem = Sized<kelmo_problem>();
       Expect(kelmo_problems_get(problems_.get(), i, &problem), KELMO_OK, "a problem");
       const std::string message = MessageOf(problem);
       if (!message.empty() &&
@@ -174,8 +164,7 @@ class Pair {
   };
 
   kelmo_load_options Options() {
-    kelmo_load_options options = {};
-    options.size = sizeof options;
+    auto options = Sized<kelmo_load_options>();
     options.flags = hasUtf16_ ? KELMO_LOAD_UTF16 : 0;
     return options;
   }
@@ -238,8 +227,7 @@ class Pair {
     if (view_ == nullptr) {
       view_ = NewView(current_, nullptr).first;
     }
-    kelmo_text text = {};
-    text.size = sizeof text;
+    auto text = Sized<kelmo_text>();
     const kelmo_status status =
         kelmo_view_find(view_.get(), key.data(), key.size(), nullptr, &text);
     std::size_t lost = 0;
@@ -297,8 +285,7 @@ class Pair {
 
   static std::vector<std::string> EntriesOf(const kelmo_texts& texts, std::size_t language) {
     std::vector<std::string> entries = {IdOf(texts, language)};
-    kelmo_text text = {};
-    text.size = sizeof text;
+    auto text = Sized<kelmo_text>();
     for (std::size_t i = 0; kelmo_texts_entry(&texts, language, i, &text) == KELMO_OK; ++i) {
       entries.push_back(ToString(text.file) + ':' + std::to_string(text.line) + ' ' +
                         ToString(text.key) + '=' + std::string(text.utf8, text.utf8_size));
@@ -324,8 +311,7 @@ class Pair {
   // A view in one language, and whether that exists.
   std::pair<Owned<kelmo_view>, bool> NewView(const std::string& id, kelmo_problems* problems) {
     const kelmo_string language = {id.data(), id.size()};
-    kelmo_view_options options = {};
-    options.size = sizeof options;
+    auto options = Sized<kelmo_view_options>();
     options.languages = &language;
     options.language_count = 1;
     options.problem_limit = 10;
@@ -336,16 +322,14 @@ class Pair {
   }
 
   static std::string IdOf(const kelmo_texts& texts, std::size_t language) {
-    kelmo_language described = {};
-    described.size = sizeof described;
+    auto described = Sized<kelmo_language>();
     Expect(kelmo_texts_language(&texts, language, &described), KELMO_OK, "a language");
     return ToString(described.id);
   }
 
   std::vector<std::string> KeysOf(std::size_t language) {
     std::vector<std::string> keys;
-    kelmo_text text = {};
-    text.size = sizeof text;
+    auto text = Sized<kelmo_text>();
     for (std::size_t i = 0; kelmo_texts_entry(texts_.get(), language, i, &text) == KELMO_OK; ++i) {
       keys.push_back(ToString(text.key));
     }

@@ -1,0 +1,422 @@
+// Failing allocations. In each call the first operator new fails, then the second, and so on until
+// the call succeeds: once only that allocation, once also all later ones. The status tells it, or a
+// list counts a lost problem; nothing leaks; the same call succeeds afterwards, with all texts.
+//
+// Two programs contain this file: one with the objects of kelmo, and, on Linux only, one with the
+// built file. On Windows a loaded library does not call the program's operator new.
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstddef>
+#include <iostream>
+#include <iterator>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "kelmo/kelmo.h"
+#include "tests/host/owned.h"
+#include "tests/support/allocation_probe.h"
+#include "tests/support/scratch_folder.h"
+
+namespace {
+
+using allocation_probe::FailAllocation;
+using allocation_probe::Failing;
+using allocation_probe::LeakCheck;
+
+constexpr std::size_t Z = KELMO_ZERO_TERMINATED;
+
+// More entries than the table's first capacity; a repeated key, placeholders, bytes that are not
+// UTF-8.
+const std::string& Dictionary() {
+  static const std::string bytes = [] {
+    std::string lines = "en English, a name that is too long to need no memory\n";
+    for (int i = 0; i < 150; ++i) {
+      lines += "key." + std::to_string(i) + " text\n";
+    }
+    return lines +
+           "key.1 repeated, a text that is too long\n"
+           "placeholders {0} {1} {wrong}\n"
+           "files.one a file\nfiles.other {count} files\\n\n"
+           "last \xFF"
+           "end\n";
+  }();
+  return bytes;
+}
+
+std::string path;    // of a file with these bytes
+std::string folder;  // of that file
+
+// The objects of a host.
+struct World {
+  World() { Reset(); }
+
+  void Reset() {
+    kelmo_problems* list = nullptr;
+    kelmo_loader* made = nullptr;
+    EXPECT_EQ(kelmo_problems_create(&list), KELMO_OK);
+    EXPECT_EQ(kelmo_loader_create(&made), KELMO_OK);
+    problems.reset(list);
+    loader.reset(made);
+  }
+  void Load() {
+    EXPECT_EQ(kelmo_loader_add_memory(loader.get(), Dictionary().data(), Dictionary().size(), "en",
+                                      Z, nullptr, nullptr),
+              KELMO_OK);
+  }
+  void Seal() {
+    Load();
+    kelmo_texts* made = nullptr;
+    EXPECT_EQ(kelmo_loader_finish(loader.get(), &made), KELMO_OK);
+    texts.reset(made);
+  }
+  kelmo_status MakeView() {
+    static const kelmo_string languages[] = {{"a language that no texts have at all", Z},
+                                             {"en", Z}};
+    auto options = Sized<kelmo_view_options>();
+    options.languages = languages;
+    options.language_count = 2;
+    options.missing = KELMO_MISSING_MARKED;
+    options.problem_limit = 10;
+    kelmo_view* made = nullptr;
+    const kelmo_status status = kelmo_view_create(texts.get(), &options, &made, problems.get());
+    EXPECT_EQ(status == KELMO_OK, made != nullptr);
+    view.reset(made);
+    return status;
+  }
+  void View() {
+    Seal();
+    EXPECT_EQ(MakeView(), KELMO_OK);
+    kelmo_problems_clear(problems.get());
+  }
+
+  std::size_t Told() const {
+    return kelmo_problems_count(problems.get()) + kelmo_problems_lost(problems.get());
+  }
+
+  Owned<kelmo_problems> problems;
+  Owned<kelmo_loader> loader;
+  Owned<kelmo_texts> texts;
+  Owned<kelmo_view> view;
+};
+
+// All entries of the texts that were sealed, or of the loader.
+std::string EntriesOf(World& world) {
+  if (world.texts == nullptr) {
+    kelmo_texts* made = nullptr;
+    EXPECT_EQ(kelmo_loader_finish(world.loader.get(), &made), KELMO_OK);
+    world.texts.reset(made);
+  }
+  std::string lines;
+  auto text = Sized<kelmo_text>();
+  for (std::size_t language = 0; language < kelmo_texts_language_count(world.texts.get());
+       ++language) {
+    for (std::size_t i = 0; kelmo_texts_entry(world.texts.get(), language, i, &text) == KELMO_OK;
+         ++i) {
+      lines += std::to_string(text.line) + ' ' + text.key.data + '=' + text.utf8 + '|';
+      lines += std::to_string(text.utf16_size) + '\n';
+    }
+  }
+  return lines;
+}
+
+kelmo_status AddMemory(World& world, std::uint32_t flags) {
+  auto options = Sized<kelmo_load_options>();
+  options.flags = flags;
+  return kelmo_loader_add_memory(world.loader.get(), Dictionary().data(), Dictionary().size(),
+                                 "the name of a file that needs memory", Z, &options,
+                                 world.problems.get());
+}
+
+kelmo_status Format(World& world, const char* key, kelmo_problems* problems) {
+  std::array<kelmo_argument, 20> arguments = {};
+  arguments.fill(kelmo_integer_argument(1));
+  arguments[1] = kelmo_count_argument(2);
+  std::array<char, 300> buffer = {};
+  return kelmo_view_format(world.view.get(), key, Z, arguments.data(), arguments.size(),
+                           buffer.data(), buffer.size(), nullptr, problems);
+}
+
+const std::string& LongKey() {
+  static const std::string key(300, 'k');
+  return key;
+}
+
+struct Call {
+  const char* name;
+  void (*before)(World& world);
+  kelmo_status (*make)(World& world);
+  kelmo_status success;
+  // Whether the number of problems in the list, the lost ones included, is that of a call in which
+  // nothing fails, whenever the status is that of success.
+  bool tells;
+};
+
+const Call kTakingMemory[] = {
+    {"problems_create", [](World&) {},
+     [](World& world) {
+       kelmo_problems* made = nullptr;
+       const kelmo_status status = kelmo_problems_create(&made);
+       EXPECT_EQ(status == KELMO_OK, made != nullptr);
+       world.problems.reset(made);
+       return status;
+     },
+     KELMO_OK, false},
+    {"loader_create", [](World&) {},
+     [](World& world) {
+       kelmo_loader* made = nullptr;
+       const kelmo_status status = kelmo_loader_create(&made);
+       EXPECT_EQ(status == KELMO_OK, made != nullptr);
+       world.loader.reset(made);
+       return status;
+     },
+     KELMO_OK, false},
+    {"loader_add_memory", [](World&) {}, [](World& world) { return AddMemory(world, 0); }, KELMO_OK,
+     true},
+    {"loader_add_memory, lenient, with UTF-16", [](World&) {},
+     [](World& world) { return AddMemory(world, KELMO_LOAD_LENIENT | KELMO_LOAD_UTF16); }, KELMO_OK,
+     true},
+    {"loader_add_memory to a language that exists", [](World& world) { world.Load(); },
+     [](World& world) {
+       return kelmo_loader_add_memory(world.loader.get(), "en\nnew text\nkey.2 again\n", Z,
+                                      "another name of a file, which needs memory", Z, nullptr,
+                                      world.problems.get());
+     },
+     KELMO_OK, true},
+    {"loader_add_file", [](World&) {},
+     [](World& world) {
+       return kelmo_loader_add_file(world.loader.get(), path.data(), path.size(), nullptr,
+                                    world.problems.get());
+     },
+     KELMO_OK, true},
+    {"loader_add_file without the file", [](World&) {},
+     [](World& world) {
+       return kelmo_loader_add_file(world.loader.get(), "no such file in this folder", Z, nullptr,
+                                    world.problems.get());
+     },
+     KELMO_CANNOT_READ, true},
+    {"loader_add_folder", [](World&) {},
+     [](World& world) {
+       return kelmo_loader_add_folder(world.loader.get(), folder.data(), folder.size(), nullptr,
+                                      world.problems.get());
+     },
+     KELMO_OK, true},
+    {"loader_finish", [](World& world) { world.Load(); },
+     [](World& world) {
+       if (world.texts != nullptr) {  // made the first time
+         return kelmo_status{KELMO_OK};
+       }
+       kelmo_texts* made = nullptr;
+       const kelmo_status status = kelmo_loader_finish(world.loader.get(), &made);
+       EXPECT_EQ(status == KELMO_OK, made != nullptr);
+       if (made != nullptr) {
+         world.texts.reset(made);
+       }
+       return status;
+     },
+     KELMO_OK, false},
+    {"view_create", [](World& world) { world.Seal(); },
+     [](World& world) { return world.MakeView(); }, KELMO_OK, true},
+    {"view_find of a missing key", [](World& world) { world.View(); },
+     [](World& world) {
+       auto text = Sized<kelmo_text>();
+       return kelmo_view_find(world.view.get(), "a key that no language has at all", Z, nullptr,
+                              &text);
+     },
+     KELMO_NOT_FOUND, false},
+    {"view_find of a form of a long key", [](World& world) { world.View(); },
+     [](World& world) {
+       auto text = Sized<kelmo_text>();
+       const kelmo_argument count = kelmo_count_argument(1);
+       return kelmo_view_find(world.view.get(), LongKey().data(), LongKey().size(), &count, &text);
+     },
+     KELMO_NOT_FOUND, false},
+    {"view_text of a missing key", [](World& world) { world.View(); },
+     [](World& world) {
+       constexpr std::string_view kMarked = "[[a key that no language has at all]]";
+       const std::string_view key = kMarked.substr(2, kMarked.size() - 4);
+       std::size_t size = 0;
+       const char* const text = kelmo_view_text(world.view.get(), key.data(), key.size(), &size);
+       EXPECT_TRUE(text == key.data() || std::string_view(text, size) == kMarked);
+       return kelmo_status{KELMO_OK};
+     },
+     KELMO_OK, false},
+    {"view_format with placeholders that cannot be filled", [](World& world) { world.View(); },
+     [](World& world) { return Format(world, "placeholders", world.problems.get()); }, KELMO_OK,
+     true},
+    {"view_format with problems for the record", [](World& world) { world.View(); },
+     [](World& world) { return Format(world, "placeholders", nullptr); }, KELMO_OK, false},
+    {"view_format of a missing key", [](World& world) { world.View(); },
+     [](World& world) { return Format(world, LongKey().c_str(), nullptr); }, KELMO_NOT_FOUND,
+     false},
+    {"problems_print",
+     [](World& world) {
+       kelmo_loader_add_file(world.loader.get(), "no such file in this folder", Z, nullptr,
+                             world.problems.get());
+     },
+     [](World& world) {
+       std::array<char, 300> buffer = {};
+       return kelmo_problems_print(world.problems.get(), 0, buffer.data(), buffer.size(), nullptr);
+     },
+     KELMO_OK, false},
+};
+
+const Call kTakingNone[] = {
+    {"view_find", [](World& world) { world.View(); },
+     [](World& world) {
+       auto text = Sized<kelmo_text>();
+       return kelmo_view_find(world.view.get(), "key.149", Z, nullptr, &text);
+     },
+     KELMO_OK, false},
+    {"view_text", [](World& world) { world.View(); },
+     [](World& world) {
+       EXPECT_STREQ(kelmo_view_text(world.view.get(), "key.149", Z, nullptr), "text");
+       return kelmo_status{KELMO_OK};
+     },
+     KELMO_OK, false},
+    {"view_find of a plural form", [](World& world) { world.View(); },
+     [](World& world) {
+       auto text = Sized<kelmo_text>();
+       const kelmo_argument count = kelmo_count_argument(1);
+       return kelmo_view_find(world.view.get(), "files", Z, &count, &text);
+     },
+     KELMO_OK, false},
+    {"view_format", [](World& world) { world.View(); },
+     [](World& world) {
+       const kelmo_argument count = kelmo_count_argument(5);
+       std::array<char, 50> buffer = {};
+       return kelmo_view_format(world.view.get(), "files", Z, &count, 1, buffer.data(),
+                                buffer.size(), nullptr, world.problems.get());
+     },
+     KELMO_OK, true},
+    {"texts_entry", [](World& world) { world.Seal(); },
+     [](World& world) {
+       auto text = Sized<kelmo_text>();
+       return kelmo_texts_entry(world.texts.get(), 0, 7, &text);
+     },
+     KELMO_OK, false},
+    {"number_print", [](World&) {},
+     [](World&) {
+       const kelmo_argument number = kelmo_number_argument(1e300, 20);
+       std::array<char, 400> buffer = {};
+       return kelmo_number_print(nullptr, &number, buffer.data(), buffer.size(), nullptr);
+     },
+     KELMO_OK, false},
+};
+
+class KelmoAllocationFailures : public testing::Test {
+ protected:
+  KelmoAllocationFailures() {
+    folder_.Write(L"a dictionary with a long name.txt", Dictionary());
+    path = (folder_.Path() / "a dictionary with a long name.txt").u8string();
+    folder = folder_.Path().u8string();
+  }
+
+  // Whether the n-th allocation has failed; if not, the call needs fewer.
+  static bool FailOne(const Call& call, std::size_t n, Failing failing, const std::string& entries,
+                      std::size_t told) {
+    const LeakCheck everythingIsFreed;
+    World world;
+    call.before(world);
+    kelmo_status status = KELMO_OK;
+    bool hasFailed = false;
+    {
+      const FailAllocation failure(n, failing);
+      status = call.make(world);
+      hasFailed = failure.Happened();
+    }
+    if (!hasFailed || status != KELMO_OUT_OF_MEMORY) {
+      EXPECT_EQ(status, call.success);
+      EXPECT_TRUE(!call.tells || world.Told() == told) << world.Told() << " told of " << told;
+    }
+    if (world.problems == nullptr || world.loader == nullptr) {
+      world.Reset();
+    }
+    EXPECT_EQ(call.make(world), call.success) << "again";
+    EXPECT_EQ(EntriesOf(world), entries) << "again";
+    return hasFailed;
+  }
+
+  static std::size_t FailEach(const Call& call, Failing failing) {
+    std::string entries;
+    std::size_t told = 0;
+    {
+      World world;
+      call.before(world);
+      EXPECT_EQ(call.make(world), call.success);
+      told = world.Told();
+      entries = EntriesOf(world);
+    }
+    for (std::size_t n = 1;; ++n) {
+      SCOPED_TRACE(testing::Message()
+                   << call.name << ": allocation " << n
+                   << (failing == Failing::kOnce ? " fails" : " and all later ones fail"));
+      if (!FailOne(call, n, failing, entries, told) || HasFailure()) {
+        return n - 1;
+      }
+    }
+  }
+
+  const ScratchFolder folder_;
+};
+
+TEST_F(KelmoAllocationFailures, AreToldAndLeaveEverythingUsable) {
+  std::size_t failures = 0;
+  for (const Call& call : kTakingMemory) {
+    for (const Failing failing : {Failing::kOnce, Failing::kFromThenOn}) {
+      const std::size_t failed = FailEach(call, failing);
+      ASSERT_FALSE(HasFailure());
+      EXPECT_GT(failed, 0U) << call.name << " should allocate memory";
+      failures += failed;
+    }
+  }
+  std::cout << failures << " failures in " << std::size(kTakingMemory) << " calls\n";
+}
+
+TEST_F(KelmoAllocationFailures, DoNotHappenInCallsThatNeedNoMemory) {
+  for (const Call& call : kTakingNone) {
+    EXPECT_EQ(FailEach(call, Failing::kOnce), 0U) << call.name;
+  }
+}
+
+// Misses and problems that the record of a view has no memory for are counted.
+TEST_F(KelmoAllocationFailures, OfTheRecordAreCounted) {
+  for (std::size_t n = 1;; ++n) {
+    SCOPED_TRACE(n);
+    World world;
+    world.View();
+    auto text = Sized<kelmo_text>();
+    bool hasFailed = false;
+    {
+      const FailAllocation failure(n, Failing::kOnce);
+      kelmo_view_find(world.view.get(), "a key that no language has at all", Z, nullptr, &text);
+      hasFailed = failure.Happened();
+    }
+    std::size_t lost = 99;
+    EXPECT_EQ(kelmo_view_take_problems(world.view.get(), world.problems.get(), &lost), KELMO_OK);
+    EXPECT_EQ(lost, hasFailed ? 1U : 0U);
+    EXPECT_EQ(kelmo_problems_count(world.problems.get()), hasFailed ? 0U : 1U);
+    if (!hasFailed) {
+      EXPECT_GT(n, 1U);
+      return;
+    }
+  }
+}
+
+TEST_F(KelmoAllocationFailures, OfTheListThatTakesTheRecordAreCounted) {
+  World world;
+  world.View();
+  world.Reset();  // a list without memory
+  auto text = Sized<kelmo_text>();
+  kelmo_view_find(world.view.get(), "a key that no language has at all", Z, nullptr, &text);
+  {
+    const FailAllocation failure(1, Failing::kFromThenOn);
+    EXPECT_EQ(kelmo_view_take_problems(world.view.get(), world.problems.get(), nullptr), KELMO_OK);
+  }
+  EXPECT_EQ(kelmo_problems_count(world.problems.get()), 0U);
+  EXPECT_EQ(kelmo_problems_lost(world.problems.get()), 1U);
+}
+
+}  // namespace

@@ -1,0 +1,21 @@
+# Failing allocations and threads. kelmo_tests depends on the programs, so that one target builds all tests of kelmo.
+function(kelmo_add_program name)
+  kelmo_add_test_program(${name} ${ARGN})
+  add_test(NAME ${name} COMMAND ${name})
+  kelmo_set_own_folder(${name})
+  add_dependencies(kelmo_tests ${name})
+endfunction()
+
+kelmo_add_program(kelmo_threads_test threads_test.cpp)
+find_package(Threads REQUIRED)
+target_link_libraries(kelmo_threads_test PRIVATE kelmo::kelmo Threads::Threads)
+
+set(failures allocation_failures_test.cpp ../support/allocation_probe.cpp)
+kelmo_add_program(kelmo_allocation_failures_inside_test ${failures} ../../host/c_api.cpp)
+target_link_libraries(kelmo_allocation_failures_inside_test PRIVATE kelmo_core)
+target_compile_definitions(kelmo_allocation_failures_inside_test PRIVATE KELMO_STATIC)
+if(NOT WIN32)  # on Windows a loaded library does not call the program's operator new
+  kelmo_add_program(kelmo_allocation_failures_test ${failures})
+  target_link_libraries(kelmo_allocation_failures_test PRIVATE kelmo::kelmo)
+  kelmo_add_memcheck(kelmo_allocation_failures_test)
+endif()
