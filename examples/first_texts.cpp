@@ -1,7 +1,7 @@
 #include <iostream>
 #include <kelmo/kelmo.hpp>
 
-int main() {
+int main() try {
   kelmo::Loader loader;
   loader.add_folder("texts");
   const kelmo::View view(loader.finish(), {"de", "en"});  // English where German lacks a text
@@ -10,4 +10,7 @@ int main() {
             << view.tr("pump.flow", kelmo::arg("flow", 52), kelmo::arg("head", 48)) << '\n'
             << view.tr("alarms", kelmo::count(3)) << '\n'
             << view.tr("pump.service", "2031-05-17") << '\n';
+} catch (const std::exception& error) {
+  std::cerr << error.what() << '\n';
+  return 1;
 }

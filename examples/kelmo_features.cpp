@@ -195,22 +195,20 @@ void Print(const char* title, void (*section)()) {
 
 }  // namespace
 
-int main() {
-  try {
-    Print("placeholders", Placeholders);
-    Print("placeholders with a percent sign", Percent);
-    Print("plurals", Plurals);
-    Print("plurals of a language", PluralsOfALanguage);
-    Print("fallback", Fallback);
-    Print("override", Override);
-    Print("missing keys", Missing);
-    Print("problems", AllProblems);
-    Print("lenient", Lenient);
-    Print("numbers", Numbers);
-    Print("UTF-16", Utf16);
-    Print("lists", Lists);
-  } catch (const std::exception& error) {
-    std::cerr << error.what() << '\n';
-    return 1;
-  }
+int main() try {
+  Print("placeholders", Placeholders);
+  Print("placeholders with a percent sign", Percent);
+  Print("plurals", Plurals);
+  Print("plurals of a language", PluralsOfALanguage);
+  Print("fallback", Fallback);
+  Print("override", Override);
+  Print("missing keys", Missing);
+  Print("problems", AllProblems);
+  Print("lenient", Lenient);
+  Print("numbers", Numbers);
+  Print("UTF-16", Utf16);
+  Print("lists", Lists);
+} catch (const std::exception& error) {
+  std::cerr << error.what() << '\n';
+  return 1;
 }

@@ -4,7 +4,7 @@
 #include <iostream>
 #include <kelmo/kelmo.hpp>
 
-int main() {
+int main() try {
   char reason[256];
   if (kelmo_runtime_open(KELMO_RUNTIME_FILE, reason, sizeof reason) != KELMO_OK) {
     std::cout << "The program runs without texts: " << reason << '\n';
@@ -14,4 +14,7 @@ int main() {
   loader.add_folder("texts");
   const kelmo::View view(loader.finish(), {"de", "en"});
   std::cout << view.tr("pump.start") << '\n';
+} catch (const std::exception& error) {
+  std::cerr << error.what() << '\n';
+  return 1;
 }

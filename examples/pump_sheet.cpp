@@ -19,25 +19,23 @@ static void PrintSheet(const kelmo::View& view, const kelmo::Language& language)
             << view.tr("sheet.weight", 84.5) << "\n\n";
 }
 
-int main() {
-  try {
-    kelmo::Problems problems;
-    kelmo::Loader loader;
-    loader.add_folder("pump_sheet", problems);
-    const kelmo::Texts texts = loader.finish();
-    for (const kelmo::Language& language : texts.languages()) {  // at run time, a user's choice
-      kelmo::ViewOptions options;
-      options.languages = {std::string(language.id), "en"};
-      options.problem_limit = 100;  // records missing keys
-      const kelmo::View view(texts, options, problems);
-      PrintSheet(view, language);
-      view.take_problems(problems);
-    }
-    for (const kelmo::Problem& problem : problems) {
-      std::cout << problem.text << '\n';
-    }
-  } catch (const std::exception& error) {
-    std::cerr << error.what() << '\n';
-    return 1;
+int main() try {
+  kelmo::Problems problems;
+  kelmo::Loader loader;
+  loader.add_folder("pump_sheet", problems);
+  const kelmo::Texts texts = loader.finish();
+  for (const kelmo::Language& language : texts.languages()) {  // at run time, a user's choice
+    kelmo::ViewOptions options;
+    options.languages = {std::string(language.id), "en"};
+    options.problem_limit = 100;  // records missing keys
+    const kelmo::View view(texts, options, problems);
+    PrintSheet(view, language);
+    view.take_problems(problems);
   }
+  for (const kelmo::Problem& problem : problems) {
+    std::cout << problem.text << '\n';
+  }
+} catch (const std::exception& error) {
+  std::cerr << error.what() << '\n';
+  return 1;
 }

@@ -86,6 +86,7 @@ void Run() {
   std::atomic<int> reading{0};
   std::vector<std::string> lines(8);
   std::vector<std::thread> readers;
+  readers.reserve(lines.size());
   for (std::string& line : lines) {
     readers.emplace_back([&current, &reading, &line] { line = Read(current, reading); });
   }
@@ -115,11 +116,7 @@ void Run() {
 
 }  // namespace
 
-int main() {
-  try {
-    Run();
-  } catch (const std::exception& error) {
-    std::cerr << error.what() << '\n';
-    return 1;
-  }
+int main() try { Run(); } catch (const std::exception& error) {
+  std::cerr << error.what() << '\n';
+  return 1;
 }
