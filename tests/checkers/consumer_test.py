@@ -56,6 +56,10 @@ KELMO_ROWS = (
         "kelmo/kelmo.h: No such file"),
     Row("a host without the library's file", f"{KELMO}/CMakeLists.txt", "install(IMPORTED_RUNTIME_ARTIFACTS kelmo::kelmo)", "",
         "shipped/bin/c_host ended with"),
+    Row("a first program that prints something else", "tests/data/examples/first_texts.txt", "3 Alarme", "3 Alarms",
+        "first_texts printed Pumpe einschalten"),
+    Row("a first project without the library", "tests/consumer/first_texts/CMakeLists.txt",
+        "target_link_libraries(first_texts PRIVATE kelmo::kelmo)", "", "kelmo/kelmo.hpp: No such file"),
     Row("a host in C++ that does not compile", f"{KELMO}/host.cpp", "#include <optional>\n", "#include <optimal>\n", "optimal"),
 )
 WITH_THE_HOST_ROWS = (
@@ -84,6 +88,9 @@ def write_folder_to_install(folder):
     write_folder(folder)
     shutil.copy(INSTALLED, folder / LIST)
     shutil.copy(TOP / "tests/abi/exported_names_gnu.txt", folder / "exported_names.txt")
+    shutil.copytree(TOP / "examples/texts", folder / "examples/texts")
+    write(folder, {name: (TOP / name).read_text("utf-8")
+                   for name in ("examples/first_texts.cpp", "tests/data/examples/first_texts.txt")})
     write(folder, {
         HOST: REAL_HOST,
         SECOND_HOST: REAL_HOST,

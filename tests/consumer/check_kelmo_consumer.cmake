@@ -1,5 +1,6 @@
 # As check_consumer.cmake, for kelmo: builds the hosts in C and C++ of the folder kelmo_host and compares what they print.
-# With the installed library it also builds the host in C without CMake, by pkg-config if there is one.
+# With the installed library it also builds the host in C without CMake, by pkg-config if there is one, and the first
+# program of docs/kelmo.md as that page says.
 #   cmake -D BY=find_package|add_subdirectory -D WORK=folder -D LIBRARY_SOURCE=folder -D LIBRARY_BUILD=folder
 #     -D GENERATOR=name -D OPTIONS=-D;name=value;... -D EMULATOR=program -D OBJDUMP=tool -D NM=tool
 #     -D C_COMPILER=compiler -D PKG_CONFIG=program -P check_kelmo_consumer.cmake
@@ -21,6 +22,19 @@ if(BY STREQUAL "find_package")
   file(GLOB library ${WORK}/prefix/bin/kelmo-*.dll ${WORK}/prefix/lib/libkelmo.so.*.*.*)
   check_installed_file(${library} ${WORK}/exported_names.txt stripped exports)
 
+  # The project of the page and its program, with the folder texts as a newcomer has it.
+  set(first ${WORK}/first_texts)
+  file(COPY ${CMAKE_CURRENT_LIST_DIR}/first_texts/CMakeLists.txt ${LIBRARY_SOURCE}/examples/first_texts.cpp
+    ${LIBRARY_SOURCE}/examples/texts DESTINATION ${first})
+  file(GLOB dll ${WORK}/prefix/bin/kelmo-*.dll)
+  if(dll)
+    file(COPY ${dll} DESTINATION ${first}/build)
+    set(static -D CMAKE_EXE_LINKER_FLAGS=-static)
+  endif()
+  run(${CMAKE_COMMAND} -S ${first} -B ${first}/build -G ${GENERATOR} ${OPTIONS} -D CMAKE_PREFIX_PATH=${WORK}/prefix
+    ${static})
+  run(${CMAKE_COMMAND} --build ${first}/build)
+  run_host(first_texts ${first}/build ${LIBRARY_SOURCE}/tests/data/examples/first_texts.txt ${first})
 endif()
 if(BY STREQUAL "find_package" AND PKG_CONFIG)
   # The compiler finds the library by pkg-config, the program finds it beside itself.

@@ -1,9 +1,13 @@
 # What check_consumer.cmake and check_kelmo_consumer.cmake share: a project in ${WORK}/project that uses the library in
 # the way ${BY}, find_package or add_subdirectory.
 
-# run(command...): fails unless the command succeeds. Its output is in `output`.
+# run(command...): fails unless the command succeeds. Its output is in `output`. It runs in the folder `working_folder`,
+# or in that of the library's sources.
 function(run)
-  execute_process(COMMAND ${ARGN} WORKING_DIRECTORY ${LIBRARY_SOURCE}
+  if(NOT working_folder)
+    set(working_folder ${LIBRARY_SOURCE})
+  endif()
+  execute_process(COMMAND ${ARGN} WORKING_DIRECTORY ${working_folder}
     OUTPUT_VARIABLE output ERROR_VARIABLE output RESULT_VARIABLE result)
   if(NOT result EQUAL 0)
     message(FATAL_ERROR "${ARGN} ended with ${result} after\n${output}")
@@ -51,9 +55,10 @@ function(build_project)
   endif()
 endfunction()
 
-# run_host(name folder expected): runs the program in its folder, which has all that it needs. Its output must be that of
-# the file.
+# run_host(name folder expected [working_folder]): runs the program of that folder, which has all that it needs. Its
+# output must be that of the file.
 function(run_host name folder expected)
+  set(working_folder ${ARGN})
   file(READ ${expected} expected)
   file(GLOB host ${folder}/${name} ${folder}/${name}.exe)
   run(${EMULATOR} ${host})
