@@ -1,7 +1,6 @@
 #include "host/view.h"
 
 #include <array>
-#include <memory_resource>
 #include <utility>
 
 #include "cldr/number_formats.h"
@@ -11,31 +10,33 @@
 namespace KelmoLibs::Host {
 namespace {
 
-// A key with the suffix of a plural form behind it. Usual keys take no memory.
+// A key with the suffix of a plural form behind it. Usual keys take no memory. A std::pmr::string
+// would be shorter, but LLVM 14 has none.
 class FormKey {
  public:
-  explicit FormKey(std::string_view key) : keySize_(key.size()) {
-    text_.reserve(keySize_ + kUsualSuffix);
-    text_.append(key);
+  explicit FormKey(std::string_view key) noexcept : key_(key) {
+    key.substr(0, usual_.size()).copy(usual_.data(), usual_.size());
   }
-  FormKey(const FormKey&) = delete;
-  FormKey& operator=(const FormKey&) = delete;
-  ~FormKey() = default;
 
   // Valid until the next call.
   std::string_view With(std::string_view mark, std::string_view form) {
-    text_.resize(keySize_);
-    return text_.append(mark).append(form);
+    const std::size_t size = key_.size() + mark.size() + form.size();
+    if (size > usual_.size()) {
+      long_.assign(key_).append(mark).append(form);
+      return long_;
+    }
+    mark.copy(usual_.data() + key_.size(), mark.size());
+    form.copy(usual_.data() + key_.size() + mark.size(), form.size());
+    return {usual_.data(), size};
   }
 
  private:
   static constexpr std::size_t kUsualKey = 256;
   static constexpr std::size_t kUsualSuffix = 31;
 
-  std::size_t keySize_;
-  std::array<std::byte, kUsualKey + kUsualSuffix + 1> memory_;
-  std::pmr::monotonic_buffer_resource resource_{memory_.data(), memory_.size()};
-  std::pmr::string text_{&resource_};
+  std::string_view key_;
+  std::array<char, kUsualKey + kUsualSuffix> usual_;
+  std::string long_;
 };
 
 // Copies the strings of `format` to `marks`, and lets it refer to them.
@@ -171,10 +172,7 @@ void View::RecordMissing(std::string_view key) const noexcept {
   if (record_ == nullptr) {
     return;
   }
-  std::string_view language;
-  if (first_ != nullptr) {
-    language = first_->Id();
-  }
+  const std::string_view language = first_ != nullptr ? std::string_view(first_->Id()) : "";
   if (Localize::WellFormedUtf8Length(key) == key.size()) {
     record_->Add(MissingKey(key, language));
     return;
