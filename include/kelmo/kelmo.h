@@ -57,12 +57,12 @@ extern "C" {
 #if defined(KELMO_API) /* kelmo_runtime.h has defined it, and defines the functions */
 #elif defined(KELMO_STATIC)
 #define KELMO_API
-#elif defined(_WIN32) && defined(KELMO_BUILDING)
-#define KELMO_API __declspec(dllexport)
-#elif defined(_WIN32)
-#define KELMO_API __declspec(dllimport)
-#else
+#elif !defined(_WIN32)
 #define KELMO_API __attribute__((visibility("default")))
+#elif defined(KELMO_BUILDING)
+#define KELMO_API __declspec(dllexport)
+#else
+#define KELMO_API __declspec(dllimport)
 #endif
 
 /* ---- The version ---- */

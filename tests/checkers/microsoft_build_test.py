@@ -11,7 +11,8 @@ from refusals import TOP, RefusalTest, Row, copy_library, falsify, new_folder, w
 
 HEADER, LIST, DEFINITION = "include/kelmo_localizer.h", "tests/abi/exported_names_microsoft.txt", "frame/exports_windows.def"
 INLINING, VALUE_TYPE, DOUBLE, SCRIPT = "storage/inlining.h", "phyval/value_type.cpp", "phyval/double.cpp", "resources/default_unit_table.rc"
-SOURCES = ("c.c", "cxx11.cpp", "exports.cpp", "double.cpp", "double_windows.cpp", "value_type.cpp", "default_unit_table.rc")
+SOURCES = ("c.c", "cxx11.cpp", "exports.cpp", "double.cpp", "double_windows.cpp", "value_type.cpp", "default_unit_table.rc",
+           "c_api.cpp")
 GET_SID = "int ValueType::GetSid() { return code < 100 ? 0 : code % 1000; }"
 FUNCTION = "KELMO_LOCALIZER_API void ClearErrors(void);"
 MEMBER = "  KELMO_LOCALIZER_MEMBER int GetSid();"
@@ -40,6 +41,9 @@ ROWS = (
     Row("a function that is not defined", "frame/exports.cpp", "int64_t GetErrorsCount()", "int64_t Count()", OTHER_NAMES),
     Row("a function that is not exported", DEFINITION, "    UseLanguage\n", "", OTHER_NAMES),
     Row("a name that is listed and not exported", LIST, "UseLanguage\n", "UseLanguage\nUseText\n", OTHER_NAMES),
+    Row("a function of kelmo that is not listed", "host/kelmo_exports_windows.def", "    kelmo_version\n", "", OTHER_NAMES),
+    Row("a GNU attribute in kelmo.h", "include/kelmo/kelmo.h", "KELMO_API uint32_t kelmo_version(void);",
+        "__attribute__((cold)) KELMO_API uint32_t kelmo_version(void);", "does not know include/kelmo/kelmo.h: __attribute__"),
     Row("an empty list", LIST, None, "", OTHER_NAMES),
 )
 
