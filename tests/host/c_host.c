@@ -510,7 +510,7 @@ static void PassUnusualStrings(void) {
   ExpectStatus(kelmo_view_create(texts, &options, &view, problems), KELMO_INVALID_UTF8,
                "an id that is not UTF-8");
   Expect(view == NULL && kelmo_problems_count(problems) == 1, "nothing has changed");
-  options = ViewOptions(kLanguages, SIZE_MAX / 64);
+  options = ViewOptions(kLanguages, SIZE_MAX / 2);
   ExpectStatus(kelmo_view_create(texts, &options, &view, problems), KELMO_OUT_OF_MEMORY,
                "more languages than there is memory");
   kelmo_problems_destroy(problems);
