@@ -6,7 +6,10 @@
 #include <filesystem>
 #include <random>
 #include <string>
+#include <type_traits>
 #include <vector>
+
+#include "tests/support/encode_utf8.h"
 
 namespace benchmarks {
 
@@ -36,20 +39,23 @@ std::mt19937_64 MakeRandomNumbers();
 /// A random number below `limit`. Distributions are not used: each standard library has its own.
 inline std::size_t Below(std::size_t limit, std::mt19937_64& random) { return random() % limit; }
 
-/// Zero-terminated keys as a host holds them, one after the other in memory.
+/// Zero-terminated keys as a host holds them, in UTF-8 or wide, one after the other in memory.
 template <class Character>
 class HostKeys {
  public:
   explicit HostKeys(const std::vector<std::wstring>& keys) {
-    std::size_t length = 0;
+    std::vector<std::size_t> offsets;
     for (const std::wstring& key : keys) {
-      length += key.size() + 1;
+      offsets.push_back(characters_.size());
+      if constexpr (std::is_same_v<Character, char>) {
+        characters_ += EncodeUtf8(key);
+      } else {
+        characters_ += key;
+      }
+      characters_ += Character();
     }
-    characters_.reserve(length);  // growing would invalidate the pointers
-    for (const std::wstring& key : keys) {
-      pointers_.push_back(characters_.data() + characters_.size());
-      characters_.insert(characters_.end(), key.begin(), key.end());
-      characters_.push_back(Character());
+    for (const std::size_t offset : offsets) {
+      pointers_.push_back(characters_.data() + offset);
     }
   }
   HostKeys(const HostKeys&) = delete;
@@ -69,7 +75,7 @@ class HostKeys {
   }
 
  private:
-  std::vector<Character> characters_;
+  std::basic_string<Character> characters_;
   std::vector<const Character*> pointers_;
 };
 
