@@ -52,8 +52,10 @@ void QtCatalogue::Remove() {
 
 void QtCatalogue::Load(const std::string& messages, const std::string& language) {
   MakeApplication();
-  const std::string source = ScratchFolder() / "qt.ts";
-  const std::string compiled = ScratchFolder() / "qt.qm";
+  static int number = 0;  // Qt maps the file as long as the translator lives
+  const std::string name = "qt_" + std::to_string(number++);
+  const std::string source = ScratchFolder() / (name + ".ts");
+  const std::string compiled = ScratchFolder() / (name + ".qm");
   std::ofstream stream(source);
   stream << "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<!DOCTYPE TS>\n<TS version=\"2.1\" "
             "language=\""
