@@ -24,6 +24,7 @@
 #include "kelmo/kelmo.h"
 #include "platform/system_languages.h"
 #include "platform/user_number_format.h"
+#include "storage/inlining.h"
 #include "text/utf8.h"
 
 using KelmoLibs::Cldr::NumberFormat;
@@ -32,6 +33,7 @@ using KelmoLibs::Host::ArgumentArray;
 using KelmoLibs::Host::FoundText;
 using KelmoLibs::Host::IsString;
 using KelmoLibs::Host::IsUtf8;
+using KelmoLibs::Host::kLongestUsualKey;
 using KelmoLibs::Host::LanguageTexts;
 using KelmoLibs::Host::Loader;
 using KelmoLibs::Host::MissingText;
@@ -181,10 +183,50 @@ void Describe(const TextCollection& texts, const LanguageTexts& language, const 
   text.file = Give(*texts.files[record.file]);
 }
 
-const char* TextForMissing(const View& view, std::string_view key, std::size_t* size) noexcept {
-  const std::string_view text = view.TextForMissing(key);
+// kelmo_view_text is a chain of functions. For a usual key that is found at once, all calls are
+// jumps but for the one that finds the end of the key, and nothing is kept on the stack. The
+// functions have at most four arguments, because Windows passes no more in registers.
+
+const char* GiveText(std::string_view text, std::size_t* size) noexcept {
   GiveSize(text.size(), size);
-  return text.data() != nullptr ? text.data() : "";
+  return text.data();
+}
+
+KELMO_LOCALIZER_NEVER_INLINE const char* TextAmongAll(const kelmo_view* view, const char* key,
+                                                      std::size_t keySize,
+                                                      std::size_t* size) noexcept {
+  const std::string_view text(key, keySize);
+  const FoundText found = view->view.FindAmongAll(text);
+  if (found.record != nullptr) {
+    return GiveText(found.record->Text(), size);
+  }
+  const std::string_view missing = view->view.TextForMissing(text);
+  return GiveText(missing.data() != nullptr ? missing : "", size);
+}
+
+KELMO_LOCALIZER_ALWAYS_INLINE const char* TextOfCandidate(const kelmo_view* view, const char* key,
+                                                          std::size_t keySize,
+                                                          std::size_t* size) noexcept {
+  const TextRecord* const record = view->view.FindFirstCandidate({key, keySize});
+  return record != nullptr ? GiveText(record->Text(), size)
+                           : TextAmongAll(view, key, keySize, size);
+}
+
+KELMO_LOCALIZER_NEVER_INLINE const char* TextOfLongKey(const kelmo_view* view, const char* key,
+                                                       std::size_t keySize,
+                                                       std::size_t* size) noexcept {
+  return TextOfCandidate(view, key, keySize, size);
+}
+
+KELMO_LOCALIZER_NEVER_INLINE const char* TextOf(const kelmo_view* view, const char* key,
+                                                std::size_t keySize, std::size_t* size) noexcept {
+  return keySize > kLongestUsualKey ? TextOfLongKey(view, key, keySize, size)
+                                    : TextOfCandidate(view, key, keySize, size);
+}
+
+KELMO_LOCALIZER_NEVER_INLINE const char* TextOfTerminated(const kelmo_view* view, const char* key,
+                                                          std::size_t* size) noexcept {
+  return TextOf(view, key, std::strlen(key), size);
 }
 
 kelmo_status Tell(const kelmo_view& view, const FoundText& found, kelmo_text& result) noexcept {
@@ -505,16 +547,10 @@ kelmo_texts* kelmo_view_texts(const kelmo_view* view) {
 const char* kelmo_view_text(const kelmo_view* view, const char* key, size_t key_size,
                             size_t* size) {
   if (view == nullptr || !IsString(key, key_size)) {
-    GiveSize(0, size);
-    return "";
+    return GiveText("", size);
   }
-  const std::string_view text = StringOf(key, key_size);
-  const FoundText found = view->view.Find(text);
-  if (found.record == nullptr) {
-    return TextForMissing(view->view, text, size);
-  }
-  GiveSize(found.record->textSize, size);
-  return found.record->Text().data();
+  return key_size == KELMO_ZERO_TERMINATED ? TextOfTerminated(view, key, size)
+                                           : TextOf(view, key, key_size, size);
 }
 
 kelmo_status kelmo_view_find(const kelmo_view* view, const char* key, size_t key_size,

@@ -66,6 +66,10 @@ KELMO_LOCALIZER_ALWAYS_INLINE std::uint64_t HashOfKey(std::string_view key) noex
   return KeyDetails::Fold(LoadWord(bytes + last), LoadWord(bytes + size - kWordBytes), hash);
 }
 
+/// Longer keys are compared by a function of the runtime, which is faster for them. A function that
+/// calls none needs fewer registers: callers may treat longer keys apart.
+constexpr std::size_t kLongestUsualKey = 64;
+
 /// Whether two keys of the same size are equal.
 KELMO_LOCALIZER_ALWAYS_INLINE bool AreEqual(const char* left, const char* right,
                                             std::size_t size) noexcept {
@@ -74,14 +78,17 @@ KELMO_LOCALIZER_ALWAYS_INLINE bool AreEqual(const char* left, const char* right,
   if (size <= kWordBytes) {
     return KeyDetails::WordOf(left, size) == KeyDetails::WordOf(right, size);
   }
-  constexpr std::size_t kLongest = 6 * kWordBytes;
-  if (size > kLongest) {
+  if (size > kLongestUsualKey) {
     return std::memcmp(left, right, size) == 0;
   }
-  const std::size_t last = size - kWordBytes;
-  std::uint64_t difference = LoadWord(left + last) ^ LoadWord(right + last);
-  for (std::size_t offset = 0; offset < last; offset += kWordBytes) {
-    difference |= LoadWord(left + offset) ^ LoadWord(right + offset);
+  const auto differenceAt = [left, right](std::size_t offset) {
+    return LoadWord(left + offset) ^ LoadWord(right + offset);
+  };
+  constexpr std::size_t kStep = 2 * kWordBytes;  // the steps of HashOfKey
+  const std::size_t last = size < kStep ? 0 : size - kStep;
+  std::uint64_t difference = differenceAt(last) | differenceAt(size - kWordBytes);
+  for (std::size_t offset = 0; offset + kStep < size; offset += kStep) {
+    difference |= differenceAt(offset) | differenceAt(offset + kWordBytes);
   }
   return difference == 0;
 }

@@ -96,13 +96,14 @@ View::View(const TextCollection& texts, const ViewOptions& options, ProblemList*
   }
 }
 
-FoundText View::FindFurther(const KeyBytes& query) const noexcept {
+FoundText View::FindAmongAll(std::string_view key) const noexcept {
+  const KeyBytes query(key);
   for (const Language& language : languages_) {
     if (const TextRecord* const record = language.texts->Find(query)) {
       return {record, language.texts};
     }
   }
-  RecordMissing(query.SortKey());
+  RecordMissing(key);
   return {};
 }
 

@@ -54,14 +54,19 @@ class View {
   /// The text of the first language that has the key; no record if there is none: the key is then
   /// recorded, if the limit is not 0.
   KELMO_LOCALIZER_ALWAYS_INLINE FoundText Find(std::string_view key) const noexcept {
-    const KeyBytes query(key);
-    const TextRecord* const record =
-        first_ != nullptr ? first_->FindFirstCandidate(query) : nullptr;
-    if (record != nullptr) {
-      return {record, first_};
-    }
-    return FindFurther(query);
+    const TextRecord* const record = FindFirstCandidate(key);
+    return record != nullptr ? FoundText{record, first_} : FindAmongAll(key);
   }
+
+  /// What Find finds nearly always. If the result is null, call FindAmongAll.
+  KELMO_LOCALIZER_ALWAYS_INLINE const TextRecord* FindFirstCandidate(
+      std::string_view key) const noexcept {
+    return first_ != nullptr ? first_->FindFirstCandidate(KeyBytes(key)) : nullptr;
+  }
+
+  /// Find for a key that is not the first candidate. It makes the hash again: a function that keeps
+  /// it needs a frame on the stack, which costs each hit more.
+  FoundText FindAmongAll(std::string_view key) const noexcept;
 
   /// The form of the text for a number, in the first language that has one. Each language is asked
   /// for the exact number, for its category, for `other`, and for the key alone. Throws only
@@ -92,9 +97,6 @@ class View {
     std::mutex mutex;
     std::map<std::string, std::string, std::less<>> forms;
   };
-
-  // The rest of Find: not inline, so that its first lookup needs few registers.
-  FoundText FindFurther(const KeyBytes& query) const noexcept;
 
   void RecordMissing(std::string_view key) const noexcept;
 
