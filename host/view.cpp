@@ -173,7 +173,10 @@ void View::RecordMissing(std::string_view key) const noexcept {
   if (record_ == nullptr) {
     return;
   }
-  const std::string_view language = first_ != nullptr ? std::string_view(first_->Id()) : "";
+  std::string_view language;
+  if (first_ != nullptr) {
+    language = first_->Id();
+  }
   if (Localize::WellFormedUtf8Length(key) == key.size()) {
     record_->Add(MissingKey(key, language));
     return;
