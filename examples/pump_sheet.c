@@ -2,13 +2,22 @@
 #include <kelmo/kelmo.h>
 #include <stdio.h>
 
-static void print_line(const kelmo_view* view, const char* key, size_t count,
+static void print_text(const kelmo_view* view, const char* key, size_t count,
                        const kelmo_argument* arguments) {
-  char line[256];
-  if (kelmo_view_format(view, key, KELMO_ZERO_TERMINATED, arguments, count, line, sizeof line, NULL,
-                        NULL) >= KELMO_OK) {
-    puts(line);
-  }
+  char line[256] = "";
+  kelmo_view_format(view, key, KELMO_ZERO_TERMINATED, arguments, count, line, sizeof line, NULL,
+                    NULL);
+  puts(line);
+}
+
+static void print_one(const kelmo_view* view, const char* key, kelmo_argument argument) {
+  print_text(view, key, 1, &argument);
+}
+
+static void print_two(const kelmo_view* view, const char* key, kelmo_argument first,
+                      kelmo_argument second) {
+  const kelmo_argument arguments[] = {first, second};
+  print_text(view, key, 2, arguments);
 }
 
 static kelmo_argument text(const char* name, const char* value) {
@@ -20,72 +29,47 @@ static kelmo_argument number(const char* name, double value) {
 }
 
 static void print_sheet(const kelmo_view* view, const char* language) {
-  print_line(view, "app.title", 0, NULL);
-  print_line(view, "app.language", 1, (kelmo_argument[]){text("name", language)});
-  print_line(view, "sheet.pump", 1, (kelmo_argument[]){kelmo_text_argument("NP 50-200")});
-  print_line(view, "sheet.customer", 2,
-             (kelmo_argument[]){text("name", "Anna Berg"), text("city", "Åbo")});
-  print_line(view, "sheet.stages", 1, (kelmo_argument[]){kelmo_count_argument(3)});
-  print_line(view, "sheet.speed", 1, (kelmo_argument[]){kelmo_integer_argument(2900)});
-  print_line(view, "sheet.efficiency", 1, (kelmo_argument[]){number(NULL, 78.46)});
-  print_line(view, "sheet.motor", 2, (kelmo_argument[]){number("power", 7.5), number("poles", 2)});
-  print_line(view, "sheet.seal", 1, (kelmo_argument[]){kelmo_text_argument("EPDM")});
-  print_line(view, "sheet.flow", 2, (kelmo_argument[]){number("flow", 52.5), number("head", 48)});
-  print_line(view, "sheet.page", 2,
-             (kelmo_argument[]){kelmo_integer_argument(1), kelmo_integer_argument(2)});
-  print_line(view, "sheet.weight", 1, (kelmo_argument[]){number(NULL, 84.5)});
+  print_text(view, "app.title", 0, NULL);
+  print_one(view, "app.language", text("name", language));
+  print_one(view, "sheet.pump", kelmo_text_argument("NP 50-200"));
+  print_two(view, "sheet.customer", text("name", "Anna Berg"), text("city", "Åbo"));
+  print_one(view, "sheet.stages", kelmo_count_argument(3));
+  print_one(view, "sheet.speed", kelmo_integer_argument(2900));
+  print_one(view, "sheet.efficiency", number(NULL, 78.46));
+  print_two(view, "sheet.motor", number("power", 7.5), number("poles", 2));
+  print_one(view, "sheet.seal", kelmo_text_argument("EPDM"));
+  print_two(view, "sheet.flow", number("flow", 52.5), number("head", 48));
+  print_two(view, "sheet.page", kelmo_integer_argument(1), kelmo_integer_argument(2));
+  print_one(view, "sheet.weight", number(NULL, 84.5));
   puts("");
 }
 
-static kelmo_status print_in_language(kelmo_texts* texts, size_t index, kelmo_problems* problems) {
-  kelmo_language language = {.size = sizeof language};
-  kelmo_view* view = NULL;
-  kelmo_status status = kelmo_texts_language(texts, index, &language);
-  const kelmo_string languages[] = {language.id, {"en", 2}};
-  const kelmo_view_options options = {.size = sizeof options,
-                                      .problem_limit = 100, /* records missing keys */
-                                      .languages = languages,
-                                      .language_count = 2};
-  if (status == KELMO_OK) {
-    status = kelmo_view_create(texts, &options, &view, problems);
-  }
-  if (status == KELMO_OK) {
-    print_sheet(view, language.name.data);
-    status = kelmo_view_take_problems(view, problems, NULL);
-  }
-  kelmo_view_release(view);
-  return status;
-}
-
-static void print_problems(const kelmo_problems* problems) {
-  char line[512];
-  for (size_t i = 0; i < kelmo_problems_count(problems); ++i) {
-    if (kelmo_problems_print(problems, i, line, sizeof line, NULL) == KELMO_OK) {
-      puts(line);
-    }
-  }
-}
-
+/* What cannot be made stays null, and calls with null do nothing: one status tells enough. */
 int main(void) {
+  char line[512];
   kelmo_problems* problems = NULL;
   kelmo_loader* loader = NULL;
   kelmo_texts* texts = NULL;
-  kelmo_status status = kelmo_problems_create(&problems);
-  if (status == KELMO_OK) {
-    status = kelmo_loader_create(&loader);
+  kelmo_language language = {.size = sizeof language};
+  kelmo_problems_create(&problems);
+  kelmo_loader_create(&loader);
+  const kelmo_status status =
+      kelmo_loader_add_folder(loader, "pump_sheet", KELMO_ZERO_TERMINATED, NULL, problems);
+  kelmo_loader_finish(loader, &texts);
+  for (size_t i = 0; kelmo_texts_language(texts, i, &language) == KELMO_OK; ++i) {
+    const kelmo_string languages[] = {language.id, {"en", 2}};
+    const kelmo_view_options options = {.size = sizeof options,
+                                        .problem_limit = 100, /* records missing keys */
+                                        .languages = languages,
+                                        .language_count = 2};
+    kelmo_view* view = NULL;
+    kelmo_view_create(texts, &options, &view, problems);
+    print_sheet(view, language.name.data);
+    kelmo_view_take_problems(view, problems, NULL);
+    kelmo_view_release(view);
   }
-  if (status == KELMO_OK) {
-    status = kelmo_loader_add_folder(loader, "pump_sheet", KELMO_ZERO_TERMINATED, NULL, problems);
-  }
-  if (status == KELMO_OK) {
-    status = kelmo_loader_finish(loader, &texts);
-  }
-  for (size_t i = 0; status == KELMO_OK && i < kelmo_texts_language_count(texts); ++i) {
-    status = print_in_language(texts, i, problems);
-  }
-  print_problems(problems);
-  if (status != KELMO_OK) {
-    fprintf(stderr, "kelmo: %s\n", kelmo_status_name(status));
+  for (size_t i = 0; kelmo_problems_print(problems, i, line, sizeof line, NULL) == KELMO_OK; ++i) {
+    puts(line);
   }
   kelmo_texts_release(texts);
   kelmo_loader_destroy(loader);
