@@ -123,12 +123,17 @@ std::wstring Wide(char32_t c) {
   return {static_cast<wchar_t>(c)};
 }
 
+std::string Encoded(char32_t c) {
+  char bytes[4];
+  return {bytes, EncodeUtf8(c, bytes)};
+}
+
 TEST(Utf8, EncodesAndDecodesEveryCharacter) {
   for (char32_t c = 0; c <= 0x10FFFF; ++c) {
     if (c == 0xD800) {
       c = 0xE000;
     }
-    const std::string bytes = EncodeUtf8(c);
+    const std::string bytes = Encoded(c);
     ASSERT_EQ(WellFormedUtf8Length(bytes), bytes.size())
         << "U+" << std::hex << static_cast<unsigned>(c);
     ASSERT_EQ(DecodeUtf8(bytes), Wide(c)) << "U+" << std::hex << static_cast<unsigned>(c);
@@ -197,7 +202,7 @@ std::u32string RandomText(RandomNumbers& random, std::size_t minBytes) {
 std::string BytesOf(const std::u32string& text) {
   std::string bytes;
   for (const char32_t c : text) {
-    bytes += EncodeUtf8(c);
+    bytes += Encoded(c);
   }
   return bytes;
 }
