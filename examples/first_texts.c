@@ -3,11 +3,10 @@
 
 static void print_text(const kelmo_view* view, const char* key, const kelmo_argument* arguments,
                        size_t count) {
-  char text[256];
-  if (kelmo_view_format(view, key, KELMO_ZERO_TERMINATED, arguments, count, text, sizeof text, NULL,
-                        NULL) >= KELMO_OK) {
-    puts(text);
-  }
+  char text[256] = "";
+  kelmo_view_format(view, key, KELMO_ZERO_TERMINATED, arguments, count, text, sizeof text, NULL,
+                    NULL);
+  puts(text);
 }
 
 static void print_texts(const kelmo_view* view) {
@@ -21,6 +20,7 @@ static void print_texts(const kelmo_view* view) {
   print_text(view, "pump.service", &service, 1);
 }
 
+/* What cannot be made stays null, and calls with null do nothing: one status tells enough. */
 int main(void) {
   const kelmo_string languages[] = {{"de", 2}, {"en", 2}}; /* English where German lacks a text */
   const kelmo_view_options options = {
@@ -28,19 +28,13 @@ int main(void) {
   kelmo_loader* loader = NULL;
   kelmo_texts* texts = NULL;
   kelmo_view* view = NULL;
-  kelmo_status status = kelmo_loader_create(&loader);
-  if (status == KELMO_OK) {
-    status = kelmo_loader_add_folder(loader, "texts", KELMO_ZERO_TERMINATED, NULL, NULL);
-  }
-  if (status == KELMO_OK) {
-    status = kelmo_loader_finish(loader, &texts);
-  }
-  if (status == KELMO_OK) {
-    status = kelmo_view_create(texts, &options, &view, NULL);
-  }
-  if (status == KELMO_OK) {
-    print_texts(view);
-  } else {
+  kelmo_loader_create(&loader);
+  const kelmo_status status =
+      kelmo_loader_add_folder(loader, "texts", KELMO_ZERO_TERMINATED, NULL, NULL);
+  kelmo_loader_finish(loader, &texts);
+  kelmo_view_create(texts, &options, &view, NULL);
+  print_texts(view);
+  if (status != KELMO_OK) {
     fprintf(stderr, "kelmo: %s\n", kelmo_status_name(status));
   }
   kelmo_view_release(view);
