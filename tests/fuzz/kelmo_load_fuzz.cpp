@@ -20,7 +20,6 @@
 namespace {
 
 using KelmoLibs::Host::KeyBytes;
-using KelmoLibs::Host::LanguageTexts;
 using KelmoLibs::Host::Problem;
 using KelmoLibs::Host::ProblemCode;
 using KelmoLibs::Host::ProblemList;

@@ -163,7 +163,7 @@ class Pair {
     std::string bytes;
   };
 
-  kelmo_load_options Options() {
+  kelmo_load_options Options() const {
     auto options = Sized<kelmo_load_options>();
     options.flags = hasUtf16_ ? KELMO_LOAD_UTF16 : 0;
     return options;
@@ -250,7 +250,7 @@ class Pair {
     if (hasUtf16_) {
       std::vector<std::uint16_t> expected;
       for (const wchar_t unit : model::Decode(utf8)) {
-        const auto c = static_cast<std::uint32_t>(unit);
+        const auto c = static_cast<std::uint32_t>(std::char_traits<wchar_t>::to_int_type(unit));
         if (c > 0xFFFF) {
           expected.push_back(static_cast<std::uint16_t>(0xD800 + (c - 0x10000) / 0x400));
           expected.push_back(static_cast<std::uint16_t>(0xDC00 + (c - 0x10000) % 0x400));
@@ -340,7 +340,7 @@ class Pair {
     Texts();
     const std::size_t languages = kelmo_texts_language_count(texts_.get());
     const auto keys = KeysOf(static_cast<std::size_t>(random_.Below(static_cast<int>(languages))));
-    const std::string key = keys.empty() ? words_.Word() : AnyOf(random_, keys);
+    std::string key = keys.empty() ? words_.Word() : AnyOf(random_, keys);
     switch (random_.Below(4)) {
       case 0:
         return words_.Word();

@@ -26,7 +26,7 @@ using allocation_probe::FailAllocation;
 using allocation_probe::Failing;
 using allocation_probe::LeakCheck;
 
-constexpr std::size_t Z = KELMO_ZERO_TERMINATED;
+constexpr std::size_t kZero = KELMO_ZERO_TERMINATED;
 
 // More entries than the table's first capacity; a repeated key, placeholders, bytes that are not
 // UTF-8.
@@ -61,9 +61,9 @@ struct World {
     problems.reset(list);
     loader.reset(made);
   }
-  void Load() {
+  void Load() const {
     EXPECT_EQ(kelmo_loader_add_memory(loader.get(), Dictionary().data(), Dictionary().size(), "en",
-                                      Z, nullptr, nullptr),
+                                      kZero, nullptr, nullptr),
               KELMO_OK);
   }
   void Seal() {
@@ -73,8 +73,8 @@ struct World {
     texts.reset(made);
   }
   kelmo_status MakeView() {
-    static const kelmo_string languages[] = {{"a language that no texts have at all", Z},
-                                             {"en", Z}};
+    static const kelmo_string languages[] = {{"a language that no texts have at all", kZero},
+                                             {"en", kZero}};
     auto options = Sized<kelmo_view_options>();
     options.languages = languages;
     options.language_count = 2;
@@ -126,7 +126,7 @@ kelmo_status AddMemory(World& world, std::uint32_t flags) {
   auto options = Sized<kelmo_load_options>();
   options.flags = flags;
   return kelmo_loader_add_memory(world.loader.get(), Dictionary().data(), Dictionary().size(),
-                                 "the name of a file that needs memory", Z, &options,
+                                 "the name of a file that needs memory", kZero, &options,
                                  world.problems.get());
 }
 
@@ -135,7 +135,7 @@ kelmo_status Format(World& world, const char* key, kelmo_problems* problems) {
   arguments.fill(kelmo_integer_argument(1));
   arguments[1] = kelmo_count_argument(2);
   std::array<char, 300> buffer = {};
-  return kelmo_view_format(world.view.get(), key, Z, arguments.data(), arguments.size(),
+  return kelmo_view_format(world.view.get(), key, kZero, arguments.data(), arguments.size(),
                            buffer.data(), buffer.size(), nullptr, problems);
 }
 
@@ -180,8 +180,8 @@ const Call kTakingMemory[] = {
      true},
     {"loader_add_memory to a language that exists", [](World& world) { world.Load(); },
      [](World& world) {
-       return kelmo_loader_add_memory(world.loader.get(), "en\nnew text\nkey.2 again\n", Z,
-                                      "another name of a file, which needs memory", Z, nullptr,
+       return kelmo_loader_add_memory(world.loader.get(), "en\nnew text\nkey.2 again\n", kZero,
+                                      "another name of a file, which needs memory", kZero, nullptr,
                                       world.problems.get());
      },
      KELMO_OK, true},
@@ -193,8 +193,8 @@ const Call kTakingMemory[] = {
      KELMO_OK, true},
     {"loader_add_file without the file", [](World&) {},
      [](World& world) {
-       return kelmo_loader_add_file(world.loader.get(), "no such file in this folder", Z, nullptr,
-                                    world.problems.get());
+       return kelmo_loader_add_file(world.loader.get(), "no such file in this folder", kZero,
+                                    nullptr, world.problems.get());
      },
      KELMO_CANNOT_READ, true},
     {"loader_add_folder", [](World&) {},
@@ -222,7 +222,7 @@ const Call kTakingMemory[] = {
     {"view_find of a missing key", [](World& world) { world.View(); },
      [](World& world) {
        auto text = Sized<kelmo_text>();
-       return kelmo_view_find(world.view.get(), "a key that no language has at all", Z, nullptr,
+       return kelmo_view_find(world.view.get(), "a key that no language has at all", kZero, nullptr,
                               &text);
      },
      KELMO_NOT_FOUND, false},
@@ -253,7 +253,7 @@ const Call kTakingMemory[] = {
      false},
     {"problems_print",
      [](World& world) {
-       kelmo_loader_add_file(world.loader.get(), "no such file in this folder", Z, nullptr,
+       kelmo_loader_add_file(world.loader.get(), "no such file in this folder", kZero, nullptr,
                              world.problems.get());
      },
      [](World& world) {
@@ -267,12 +267,12 @@ const Call kTakingNone[] = {
     {"view_find", [](World& world) { world.View(); },
      [](World& world) {
        auto text = Sized<kelmo_text>();
-       return kelmo_view_find(world.view.get(), "key.149", Z, nullptr, &text);
+       return kelmo_view_find(world.view.get(), "key.149", kZero, nullptr, &text);
      },
      KELMO_OK, false},
     {"view_text", [](World& world) { world.View(); },
      [](World& world) {
-       EXPECT_STREQ(kelmo_view_text(world.view.get(), "key.149", Z, nullptr), "text");
+       EXPECT_STREQ(kelmo_view_text(world.view.get(), "key.149", kZero, nullptr), "text");
        return kelmo_status{KELMO_OK};
      },
      KELMO_OK, false},
@@ -280,14 +280,14 @@ const Call kTakingNone[] = {
      [](World& world) {
        auto text = Sized<kelmo_text>();
        const kelmo_argument count = kelmo_count_argument(1);
-       return kelmo_view_find(world.view.get(), "files", Z, &count, &text);
+       return kelmo_view_find(world.view.get(), "files", kZero, &count, &text);
      },
      KELMO_OK, false},
     {"view_format", [](World& world) { world.View(); },
      [](World& world) {
        const kelmo_argument count = kelmo_count_argument(5);
        std::array<char, 50> buffer = {};
-       return kelmo_view_format(world.view.get(), "files", Z, &count, 1, buffer.data(),
+       return kelmo_view_format(world.view.get(), "files", kZero, &count, 1, buffer.data(),
                                 buffer.size(), nullptr, world.problems.get());
      },
      KELMO_OK, true},
@@ -391,7 +391,7 @@ TEST_F(KelmoAllocationFailures, OfTheRecordAreCounted) {
     bool hasFailed = false;
     {
       const FailAllocation failure(n, Failing::kOnce);
-      kelmo_view_find(world.view.get(), "a key that no language has at all", Z, nullptr, &text);
+      kelmo_view_find(world.view.get(), "a key that no language has at all", kZero, nullptr, &text);
       hasFailed = failure.Happened();
     }
     std::size_t lost = 99;
@@ -410,7 +410,7 @@ TEST_F(KelmoAllocationFailures, OfTheListThatTakesTheRecordAreCounted) {
   world.View();
   world.Reset();  // a list without memory
   auto text = Sized<kelmo_text>();
-  kelmo_view_find(world.view.get(), "a key that no language has at all", Z, nullptr, &text);
+  kelmo_view_find(world.view.get(), "a key that no language has at all", kZero, nullptr, &text);
   {
     const FailAllocation failure(1, Failing::kFromThenOn);
     EXPECT_EQ(kelmo_view_take_problems(world.view.get(), world.problems.get(), nullptr), KELMO_OK);

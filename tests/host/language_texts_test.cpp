@@ -74,9 +74,9 @@ TEST(LanguageTexts, EndsKeysAndTextsWithAZero) {
       ASSERT_TRUE(texts.Add(Entry(unique, text, true)));
       const TextRecord& entry = *texts.Entries().back();
       EXPECT_EQ(entry.Key(), unique);
-      EXPECT_EQ(entry.Key().data()[unique.size()], '\0');
+      EXPECT_EQ(*(entry.Key().data() + unique.size()), '\0');
       EXPECT_EQ(entry.Text(), text);
-      EXPECT_EQ(entry.Text().data()[text.size()], '\0');
+      EXPECT_EQ(*(entry.Text().data() + text.size()), '\0');
       ASSERT_NE(entry.Utf16(), nullptr);
       EXPECT_EQ(reinterpret_cast<std::uintptr_t>(entry.Utf16()) % alignof(std::uint16_t), 0U);
       EXPECT_EQ(entry.Utf16()[entry.utf16Size], 0U);

@@ -26,7 +26,7 @@ TEST(ProblemPrint, WritesOneLineForPeople) {
   const std::vector<PrintCase> cases = {
       {"a place in a file",
        {ProblemCode::kKeyRepeated, ProblemSeverity::kWarning, 7, 1, "ok", "de", "de.txt", ""},
-       "de.txt:7:1: warning: EL101. Key already declared. (key \"ok\") (language \"de\")"},
+       R"(de.txt:7:1: warning: EL101. Key already declared. (key "ok") (language "de"))"},
       {"a line without a column",
        {ProblemCode::kLineBreak, ProblemSeverity::kNote, 7, 0, "ok", "de", "de.txt",
         "2 line breaks"},
@@ -37,7 +37,7 @@ TEST(ProblemPrint, WritesOneLineForPeople) {
        "de.txt: error: EL111. Dictionary file not found: no such file"},
       {"no file",
        {ProblemCode::kKeyMissing, ProblemSeverity::kWarning, 0, 0, "ok", "de", "", ""},
-       "warning: EL121. Key not found in dictionary (key \"ok\") (language \"de\")"},
+       R"(warning: EL121. Key not found in dictionary (key "ok") (language "de"))"},
       {"only a language",
        {ProblemCode::kUnknownLanguage, ProblemSeverity::kWarning, 0, 0, "", "fr", "", ""},
        "warning: EL112. Dictionary not found (language \"fr\")"},
