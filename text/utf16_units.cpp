@@ -1,5 +1,7 @@
 #include "text/utf16_units.h"
 
+#include "storage/word.h"
+
 namespace KelmoLibs::Localize {
 namespace {
 
@@ -11,10 +13,24 @@ unsigned Continuation(std::string_view bytes, std::size_t index) noexcept {
   return ByteAt(bytes, index) & 0x3FU;
 }
 
+bool IsAscii(std::uint64_t word) noexcept { return (word & kHighestBits) == 0; }
+
+// The number of code units for the characters that start in a word: one for each byte but those of
+// the form 10......, and one more for each 1111.....
+std::size_t UnitsIn(std::uint64_t word) noexcept {
+  const std::uint64_t starts = (word >> 6U | ~word >> 7U) & kEveryByte;
+  const std::uint64_t pairs = (word >> 7U & word >> 6U & word >> 5U & word >> 4U) & kEveryByte;
+  constexpr unsigned kSum = 56;  // the highest byte of the product is the sum of the bytes
+  return static_cast<std::size_t>(((starts + pairs) * kEveryByte) >> kSum);
+}
+
 }  // namespace
 
 std::size_t Utf16Length(std::string_view wellFormed) noexcept {
   std::size_t length = 0;
+  for (; wellFormed.size() >= kWordBytes; wellFormed.remove_prefix(kWordBytes)) {
+    length += UnitsIn(LoadWord(wellFormed.data()));
+  }
   for (const char c : wellFormed) {
     const auto byte = static_cast<unsigned char>(c);
     length += (byte & 0xC0U) != 0x80U ? 1U : 0U;
@@ -26,7 +42,12 @@ std::size_t Utf16Length(std::string_view wellFormed) noexcept {
 std::uint16_t* EncodeUtf16(std::string_view wellFormed, std::uint16_t* units) noexcept {
   for (std::size_t i = 0; i < wellFormed.size();) {
     const unsigned lead = ByteAt(wellFormed, i);
-    if (lead < 0x80) {
+    if (lead < 0x80 && wellFormed.size() - i >= kWordBytes &&
+        IsAscii(LoadWord(wellFormed.data() + i))) {
+      for (const std::size_t end = i + kWordBytes; i < end; ++i) {
+        *units++ = static_cast<std::uint16_t>(ByteAt(wellFormed, i));
+      }
+    } else if (lead < 0x80) {
       *units++ = static_cast<std::uint16_t>(lead);
       i += 1;
     } else if (lead < 0xE0) {

@@ -45,6 +45,25 @@ TEST(Utf16Units, EncodeEveryCharacter) {
   EXPECT_TRUE(Encode(all) == expected);
 }
 
+// Eight bytes are read at once where there are as many.
+TEST(Utf16Units, EncodeEachCharacterAtEachPlaceOfAnAsciiText) {
+  constexpr std::size_t kLongest = 20;
+  for (const char32_t character : {U'\x7F', U'\x80', U'\u0416', U'\u4E2D', U'\U0001F600'}) {
+    for (std::size_t size = 0; size <= kLongest; ++size) {
+      for (std::size_t place = 0; place <= size; ++place) {
+        const std::string before(place, 'a');
+        const std::string behind(size - place, 'z');
+        Units expected(place, 'a');
+        const Units units = UnitsOf(character);
+        expected.insert(expected.end(), units.begin(), units.end());
+        expected.insert(expected.end(), size - place, 'z');
+        EXPECT_EQ(Encode(before + EncodeUtf8(character) + behind), expected)
+            << size << ' ' << place;
+      }
+    }
+  }
+}
+
 TEST(Utf16Units, OfTheEmptyTextAreNone) { EXPECT_EQ(Encode(""), Units()); }
 
 }  // namespace
