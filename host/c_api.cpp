@@ -1,6 +1,7 @@
 // The C functions of kelmo.h. Each checks its arguments, calls the core and makes a status of what
 // it throws. kelmo.h has the contracts.
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <cstddef>
 #include <cstring>
@@ -57,19 +58,31 @@ struct kelmo_loader {
   Loader loader;
 };
 
-struct kelmo_texts {
-  std::atomic<std::size_t> owners{1};
-  TextCollection texts;
-};
-
 namespace {
 
 // ---- Owners
 
+// The last member of an object: in no cache line of the members in front of it. Lookups read those,
+// and would be slower while another thread adds and removes owners.
+struct Owners {
+  static constexpr std::size_t kCacheLineBytes = 64;
+  std::array<std::byte, kCacheLineBytes> apart;  // never used
+  std::atomic<std::size_t> count{1};
+};
+
+}  // namespace
+
+struct kelmo_texts {
+  TextCollection texts;
+  Owners owners;
+};
+
+namespace {
+
 template <class Object>
 Object* Retain(Object* object) noexcept {
   if (object != nullptr) {
-    object->owners.fetch_add(1, std::memory_order_relaxed);
+    object->owners.count.fetch_add(1, std::memory_order_relaxed);
   }
   return object;
 }
@@ -81,7 +94,7 @@ void Destroy(Object* object) noexcept {
 
 template <class Object>
 void Release(Object* object) noexcept {
-  if (object != nullptr && object->owners.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+  if (object != nullptr && object->owners.count.fetch_sub(1, std::memory_order_acq_rel) == 1) {
     Destroy(object);
   }
 }
@@ -96,9 +109,9 @@ struct kelmo_view {
   kelmo_view(kelmo_texts* itsTexts, const ViewOptions& options, ProblemList* problems)
       : texts(Retain(itsTexts)), view(itsTexts->texts, options, problems) {}
 
-  std::atomic<std::size_t> owners{1};
   const std::unique_ptr<kelmo_texts, Releaser> texts;
   const View view;
+  Owners owners;
 };
 
 namespace {
