@@ -52,6 +52,32 @@ void RetainAndFindText(const kelmo_view* view, const char* key) {
   ::kelmo_view_release(owned);
 }
 
+/// A thread that copies a view all the time, so that its number of owners changes; null: no thread.
+class Copier {
+ public:
+  explicit Copier(kelmo_view* view) {
+    if (view != nullptr) {
+      thread_ = std::thread([this, view] {
+        while (!isDone_) {
+          ::kelmo_view_release(::kelmo_view_retain(view));
+        }
+      });
+    }
+  }
+  Copier(const Copier&) = delete;
+  Copier& operator=(const Copier&) = delete;
+  ~Copier() {
+    isDone_ = true;
+    if (thread_.joinable()) {
+      thread_.join();
+    }
+  }
+
+ private:
+  std::atomic<bool> isDone_ = false;
+  std::thread thread_;
+};
+
 /// The processor time of a thread that asks for all keys kRounds times, as a mean of the threads.
 /// They start together.
 double TimeOf(const std::vector<kelmo::View>& views, Ask ask) {
@@ -83,16 +109,22 @@ double TimeOf(const std::vector<kelmo::View>& views, Ask ask) {
   return sum / static_cast<double>(views.size());
 }
 
-/// `isShared`: all threads have one view; otherwise each has a view, and texts, of its own.
-void Register(const char* subject, bool isShared, Ask ask) {
+enum class Views { kShared, kOwn };         // one view for all threads, or one for each
+enum class Copied { kNone, kFirst, kNew };  // what another thread copies meanwhile
+
+void Register(const char* name, Views kind, Ask ask, Copied copied = Copied::kNone) {
   for (const std::size_t threads : kThreads) {
     benchmark::RegisterBenchmark(
-        NameWithSize(std::string("readers/hit/") + subject, threads).c_str(),
+        NameWithSize(std::string("readers/") + name, threads).c_str(),
         [=](benchmark::State& state) {
           std::vector<kelmo::View> views(threads);
           for (kelmo::View& view : views) {
-            view = isShared && &view != views.data() ? views.front() : MakeView();
+            view = kind == Views::kShared && &view != views.data() ? views.front() : MakeView();
           }
+          const kelmo::View other = MakeView();
+          const Copier copier(copied == Copied::kNone    ? nullptr
+                              : copied == Copied::kFirst ? views.front().handle()
+                                                         : other.handle());
           for ([[maybe_unused]] const auto iteration : state) {
             state.SetIterationTime(TimeOf(views, ask));
           }
@@ -107,8 +139,10 @@ void Register(const char* subject, bool isShared, Ask ask) {
 
 int main(int argc, char** argv) {
   using namespace benchmarks;
-  Register("kelmo", true, FindText);
-  Register("kelmo_own", false, FindText);
-  Register("kelmo_retaining", true, RetainAndFindText);
+  Register("hit/kelmo", Views::kShared, FindText);
+  Register("hit/kelmo_own", Views::kOwn, FindText);
+  Register("hit/kelmo_retaining", Views::kShared, RetainAndFindText);
+  Register("hit_beside_copies/kelmo", Views::kShared, FindText, Copied::kFirst);
+  Register("hit_beside_copies/kelmo_own", Views::kOwn, FindText, Copied::kNew);
   return RunBenchmarks(argc, argv);
 }

@@ -18,6 +18,7 @@ import subprocess
 LANGUAGES = ("english", "german", "russian")
 ALPHABETS = ("cyrillic", "chinese", "mixed")
 HASH_MAPS = ("boost_flat_map", "absl_flat_hash_map")
+CATALOGUES = ("gettext", "boost_locale", "qt")  # libraries of texts; the keys of ICU's are ASCII
 NO_MAXIMUM = 10**12
 
 # For sizes from `smallest` to `largest`, our time must be at most `limit` times that of the fastest of `subjects`.
@@ -94,6 +95,20 @@ TARGETS = (
         for row in ("text", "integer", "rounded", "shortest", "width", "three", "five")
     ),
     Target("start/whole_process", 1, ("gettext",)),
+    *(
+        target
+        for row in ("shuffled", "length_1000", "length_100000", "alphabet_cyrillic_1000")
+        for target in (Target(f"view/{row}", 1.25, ("lang",)), Target(f"view/{row}", 1, CATALOGUES))
+    ),
+    *(Target(f"view/{row}", 1, ("icu",)) for row in ("shuffled", "length_1000", "length_100000", "missing")),
+    *(Target(f"view/chain_{entries}", 1, ("gettext", "qt")) for entries in (1_000, 100_000)),
+    Target("view/missing", 1, CATALOGUES),
+    *(
+        Target(f"plural/{language}", 1, (*CATALOGUES, "icu", "icu_parsing"))
+        for language in ("en", "ru", "pl", "ar")
+    ),
+    *(Target(f"adding/{language}", 1.1, ("load_dictionary",)) for language in LANGUAGES),
+    *(Target(f"readers/{row}", 1.1, ("kelmo_own",)) for row in ("hit", "hit_beside_copies")),
 )
 # For sizes from `smallest` to `largest`, the slowest time per operation of `subject` must be at most `limit` times its
 # fastest. Rows of hostile keys have no limit: they are compared with rows of ordinary keys.
@@ -105,6 +120,13 @@ GROWTHS = (
         for row in ("loading/hostile", "lookup/hostile")
         for subject in ("kelmo", "kelmo_usual")
     ),
+    # The size is the place of the language that has the key: each costs one lookup more.
+    *(
+        Growth(f"view/chain_{entries}", "kelmo", 1, languages, languages)
+        for entries in (1_000, 100_000)
+        for languages in (2, 3)
+    ),
+    Growth("readers/hit", "kelmo", 1, 8, 1.1),  # the size is the number of threads
 )
 COUNTER_JOB, COUNTER_TARGETS = "memory", {"held_ratio": 1.25, "peak_ratio": 1}
 

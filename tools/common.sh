@@ -103,7 +103,7 @@ packages_heavy=(valgrind libc6-dbg g++-aarch64-linux-gnu qemu-user) # the last t
 packages_coverage=(libclang-rt-dev llvm)
 packages_fuzz=(clang libclang-rt-dev)
 packages_bench=(libbenchmark-dev)
-boost=libboost-dev # 1.81 or later; Debian 12 has it under another name
-! grep -qs '^VERSION_CODENAME=bookworm$' /etc/os-release || boost=libboost1.81-dev
-packages_peers=("$boost" libabsl-dev gettext libicu-dev icu-devtools libsimdjson-dev libudunits2-dev libfmt-dev
-  translate-toolkit locales) # locales: for the locale of the benchmarks of gettext and printing
+boost=(libboost-dev libboost-locale-dev) # 1.81 or later; Debian 12 has it under other names
+! grep -qs '^VERSION_CODENAME=bookworm$' /etc/os-release || boost=(libboost1.81-dev libboost-locale1.81-dev)
+packages_peers=("${boost[@]}" libabsl-dev gettext libicu-dev icu-devtools libsimdjson-dev libudunits2-dev libfmt-dev
+  translate-toolkit locales qt6-base-dev qt6-l10n-tools) # locales: for the locale of the benchmarks of gettext and printing
