@@ -18,6 +18,7 @@ struct Argument {
   Value value;               // a text: any bytes
   int decimals = kShortest;  // of a double; at most kMaxDecimals (number_spec.h)
   bool isCount = false;      // chooses the plural form
+  bool isFloat = false;      // the double is a float: its shortest text is that of the float
 
   bool IsText() const noexcept { return std::holds_alternative<std::string_view>(value); }
   bool IsDouble() const noexcept { return std::holds_alternative<double>(value); }

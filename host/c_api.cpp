@@ -16,6 +16,7 @@
 #include "host/argument.h"
 #include "host/c_arguments.h"
 #include "host/formatted_text.h"
+#include "host/language_match.h"
 #include "host/loader.h"
 #include "host/number_text.h"
 #include "host/plural_count.h"
@@ -213,6 +214,7 @@ KELMO_LOCALIZER_NEVER_INLINE const char* TextAmongAll(const kelmo_view* view, co
   if (found.record != nullptr) {
     return GiveText(found.record->Text(), size);
   }
+  view->view.TellMissing(text, nullptr);
   const std::string_view missing = view->view.TextForMissing(text);
   return GiveText(missing.data() != nullptr ? missing : "", size);
 }
@@ -242,8 +244,10 @@ KELMO_LOCALIZER_NEVER_INLINE const char* TextOfTerminated(const kelmo_view* view
   return TextOf(view, key, std::strlen(key), size);
 }
 
-kelmo_status Tell(const kelmo_view& view, const FoundText& found, kelmo_text& result) noexcept {
+kelmo_status Tell(const kelmo_view& view, std::string_view key, const FoundText& found,
+                  kelmo_text& result) noexcept {
   if (found.record == nullptr) {
+    view.view.TellMissing(key, nullptr);
     return KELMO_NOT_FOUND;
   }
   Describe(view.view.Texts(), *found.language, *found.record, result);
@@ -274,7 +278,8 @@ template <class Load>
 kelmo_status LoadWith(kelmo_loader* loader, const char* name, std::size_t nameSize,
                       const kelmo_load_options* options, Load load) noexcept {
   kelmo_load_options known = {};
-  constexpr std::uint32_t kFlags = KELMO_LOAD_LENIENT | KELMO_LOAD_UTF16 | KELMO_LOAD_PERCENT;
+  constexpr std::uint32_t kFlags = KELMO_LOAD_LENIENT | KELMO_LOAD_UTF16 | KELMO_LOAD_PERCENT |
+                                   KELMO_LOAD_OVERRIDE | KELMO_LOAD_OPTIONAL;
   if (loader == nullptr || !IsString(name, nameSize) || !Take(options, sizeof known, known) ||
       (known.flags & ~kFlags) != 0) {
     return KELMO_INVALID_ARGUMENT;
@@ -283,9 +288,10 @@ kelmo_status LoadWith(kelmo_loader* loader, const char* name, std::size_t nameSi
   if (!IsUtf8(text)) {
     return KELMO_INVALID_UTF8;
   }
-  const ReadingOptions reading{(known.flags & KELMO_LOAD_LENIENT) != 0,
-                               (known.flags & KELMO_LOAD_UTF16) != 0,
-                               (known.flags & KELMO_LOAD_PERCENT) != 0};
+  const ReadingOptions reading{
+      (known.flags & KELMO_LOAD_LENIENT) != 0, (known.flags & KELMO_LOAD_UTF16) != 0,
+      (known.flags & KELMO_LOAD_PERCENT) != 0, (known.flags & KELMO_LOAD_OVERRIDE) != 0,
+      (known.flags & KELMO_LOAD_OPTIONAL) != 0};
   return Guard([&] { return load(text, reading) ? KELMO_OK : KELMO_CANNOT_READ; });
 }
 
@@ -437,6 +443,25 @@ kelmo_status kelmo_texts_language(const kelmo_texts* texts, size_t index, kelmo_
   return KELMO_OK;
 }
 
+kelmo_status kelmo_texts_match_language(const kelmo_texts* texts, const char* wanted,
+                                        size_t wanted_size, size_t* index) {
+  if (texts == nullptr || !IsString(wanted, wanted_size) || index == nullptr) {
+    return KELMO_INVALID_ARGUMENT;
+  }
+  const std::string_view id = StringOf(wanted, wanted_size);
+  if (!IsUtf8(id)) {
+    return KELMO_INVALID_UTF8;
+  }
+  return Guard([&] {
+    const auto found = KelmoLibs::Host::MatchLanguage(texts->texts, id);
+    if (!found) {
+      return kelmo_status{KELMO_NOT_FOUND};
+    }
+    *index = *found;
+    return kelmo_status{KELMO_OK};
+  });
+}
+
 kelmo_status kelmo_texts_entry(const kelmo_texts* texts, size_t language, size_t index,
                                kelmo_text* result) {
   if (language >= kelmo_texts_language_count(texts) ||
@@ -572,7 +597,8 @@ kelmo_status kelmo_view_find(const kelmo_view* view, const char* key, size_t key
     return KELMO_INVALID_ARGUMENT;
   }
   if (count == nullptr) {
-    return Tell(*view, view->view.Find(StringOf(key, key_size)), *result);
+    const std::string_view text = StringOf(key, key_size);
+    return Tell(*view, text, view->view.Find(text), *result);
   }
   Argument number;
   if (!IsLargeEnough(count)) {
@@ -586,7 +612,8 @@ kelmo_status kelmo_view_find(const kelmo_view* view, const char* key, size_t key
     return KELMO_INVALID_ARGUMENT;
   }
   return Guard([&] {
-    return Tell(*view, view->view.FindForm(StringOf(key, key_size), PluralCount(number)), *result);
+    const std::string_view text = StringOf(key, key_size);
+    return Tell(*view, text, view->view.FindForm(text, PluralCount(number)), *result);
   });
 }
 
@@ -603,8 +630,10 @@ kelmo_status kelmo_view_format(const kelmo_view* view, const char* key, size_t k
       return status;
     }
     TextSink sink(buffer, capacity);
+    ProblemList ignored;  // of a call that only measures: the next one tells them
     const bool isFound = KelmoLibs::Host::WriteFormatted(
-        view->view, StringOf(key, key_size), taken.All(), taken.Count(), sink, ListOf(problems));
+        view->view, StringOf(key, key_size), taken.All(), taken.Count(), sink,
+        capacity == 0 ? &ignored : ListOf(problems));
     GiveSize(sink.Finish(), needed);
     return kelmo_status{isFound ? KELMO_OK : KELMO_NOT_FOUND};
   });

@@ -1,6 +1,7 @@
 #include "host/c_arguments.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <limits>
@@ -71,7 +72,10 @@ kelmo_status TakeArgument(const kelmo_argument& given, Argument& taken) noexcept
     case KELMO_ARGUMENT_UNSIGNED:
       taken.value = Argument::Value(static_cast<std::uint64_t>(given.integer));
       return KELMO_OK;
+    case KELMO_ARGUMENT_FLOAT:
     case KELMO_ARGUMENT_NUMBER:
+      taken.isFloat = given.type == KELMO_ARGUMENT_FLOAT &&
+                      std::fabs(given.number) <= std::numeric_limits<float>::max();
       taken.value = Argument::Value(given.number);
       taken.decimals = given.decimals;
       return given.decimals >= KELMO_SHORTEST && given.decimals <= KELMO_MAX_DECIMALS

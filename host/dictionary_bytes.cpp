@@ -22,6 +22,30 @@ bool StartsWith(std::string_view text, std::string_view start) noexcept {
   return text.substr(0, start.size()) == start;
 }
 
+// Whether plural rules and number formats may know it: "de", "de-AT", "sr_Latn_RS".
+bool IsLanguageId(std::string_view id) noexcept {
+  constexpr std::size_t kLongestLanguage = 3;
+  constexpr std::size_t kLongestPart = 8;
+  const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
+  const std::size_t language = std::min(id.find_first_of("-_"), id.size());
+  if (language < 2 || language > kLongestLanguage ||
+      !std::all_of(id.begin(), id.begin() + static_cast<std::ptrdiff_t>(language), isLetter)) {
+    return false;
+  }
+  std::size_t size = 1;  // of the current part
+  for (const char c : id.substr(language)) {
+    const bool isMark = c == '-' || c == '_';
+    if ((isMark && size == 0) || (!isMark && !isLetter(c) && (c < '0' || c > '9'))) {
+      return false;
+    }
+    size = isMark ? 0 : size + 1;
+    if (size > kLongestPart) {
+      return false;
+    }
+  }
+  return size != 0;
+}
+
 class Reader {
  public:
   Reader(std::string_view fileName, const ReadingOptions& options, TextCollection& texts,
@@ -91,9 +115,11 @@ class Reader {
       std::size_t lineBreaks = 0;
       const std::string_view text =
           options_.isLenient ? WithLineBreaks(fields.text, lineBreaks) : fields.text;
-      if (!language_->Add(
-              {fields.key, text, file_, number, options_.hasUtf16, options_.hasPercent})) {
-        Tell(ProblemCode::kKeyRepeated, ProblemSeverity::kWarning, {number, 1}, fields.key);
+      const TextRecord* const existing =
+          language_->Add({fields.key, text, file_, number, options_.hasUtf16, options_.hasPercent,
+                          options_.isOverride});
+      if (existing != nullptr) {
+        TellRepeated(*existing, number, fields.key);
       } else if (lineBreaks != 0) {
         TellLineBreaks(number, fields.key, lineBreaks);
       }
@@ -106,10 +132,15 @@ class Reader {
     language_ = texts_.FindLanguage(fields.key);
     auto file = std::make_unique<const std::string>(fileName_);
     if (language_ == nullptr) {
-      const bool hasName = fields.text.find_first_not_of(" \t\r") != std::string_view::npos;
-      texts_.languages.push_back(
-          std::make_unique<LanguageTexts>(fields.key, hasName ? fields.text : std::string_view()));
+      texts_.languages.push_back(std::make_unique<LanguageTexts>(fields.key, std::string_view()));
       language_ = texts_.languages.back().get();
+    }
+    const bool hasName = fields.text.find_first_not_of(" \t\r") != std::string_view::npos;
+    if (hasName && language_->Name().empty()) {
+      language_->SetName(fields.text);
+    }
+    if (!IsLanguageId(fields.key) && !StartsWith(fields.key, kByteOrderMark)) {
+      TellNoId(fields.key);
     }
     olderEntries_ = language_->Entries().size();
     file_ = static_cast<std::uint32_t>(texts_.files.size());
@@ -188,6 +219,30 @@ class Reader {
       problems_->Append([&] {
         Problem problem = Describe(code, severity, position, {});
         problem.detail = std::to_string(bytes) + (bytes == 1 ? " byte" : " bytes") + " dropped";
+        return problem;
+      });
+    }
+  }
+
+  void TellRepeated(const TextRecord& existing, std::uint32_t number, std::string_view key) {
+    if (problems_ == nullptr || (existing.isOverride != 0 && existing.file != file_)) {
+      return;
+    }
+    problems_->Append([&] {
+      Problem problem =
+          Describe(ProblemCode::kKeyRepeated, ProblemSeverity::kWarning, {number, 1}, key);
+      problem.detail = "the text of " + *texts_.files[existing.file] + ":" +
+                       std::to_string(existing.line) + " stays";
+      return problem;
+    });
+  }
+
+  void TellNoId(std::string_view id) {
+    if (problems_ != nullptr) {
+      problems_->Append([&] {
+        Problem problem =
+            Describe(ProblemCode::kNoLanguageId, ProblemSeverity::kWarning, {1, 1}, {});
+        problem.detail = "it begins with \"" + std::string(id) + "\"";
         return problem;
       });
     }

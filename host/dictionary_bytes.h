@@ -12,6 +12,8 @@ struct ReadingOptions {
   bool isLenient = false;
   bool hasUtf16 = false;
   bool hasPercent = false;  // %1 to %99 are placeholders
+  bool isOverride = false;  // the texts are meant to stand for those of later files
+  bool isOptional = false;  // a file or folder that does not exist is no problem
 };
 
 /// Reads `bytes`, whose lines end with LF. The first line has the id and the name of the language;

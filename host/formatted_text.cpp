@@ -49,6 +49,7 @@ bool WriteFormatted(const View& view, std::string_view key, const Arguments& arg
   const FoundText found =
       count != nullptr ? view.FindForm(key, PluralCount(*count)) : view.Find(key);
   if (found.record == nullptr) {
+    view.TellMissing(key, problems);
     sink.Append(view.TextForMissing(key));
     return false;
   }

@@ -20,7 +20,8 @@ struct TextRecord {
   std::size_t keySize;
   std::size_t textSize;
   std::size_t utf16Size;         // kNoUtf16 if there is none
-  std::uint32_t file : 31;       // index in the files of the texts
+  std::uint32_t file : 30;       // index in the files of the texts
+  std::uint32_t isOverride : 1;  // 1: it is meant to stand for those of other files
   std::uint32_t hasPercent : 1;  // 1: %1 to %99 in the text are placeholders
   std::uint32_t line;            // from 1
 
@@ -60,6 +61,7 @@ struct NewText {
   std::uint32_t line;
   bool hasUtf16;
   bool hasPercent;  // %1 to %99 in the text are placeholders
+  bool isOverride;  // the text is meant to stand for those of other files
 };
 
 class LanguageTexts {
@@ -70,6 +72,7 @@ class LanguageTexts {
 
   /// The name of the language, for people.
   const std::string& Name() const noexcept { return name_; }
+  void SetName(std::string_view name) { name_ = name; }
 
   /// Null if there is no text with that key. Takes no memory.
   const TextRecord* Find(const KeyBytes& key) const noexcept { return table_.Find(key); }
@@ -80,9 +83,9 @@ class LanguageTexts {
     return table_.FindFirstCandidate(key);
   }
 
-  /// Adds an entry. False if there is one with that key: it stays. Throws std::bad_alloc; nothing
-  /// has changed then.
-  bool Add(const NewText& added);
+  /// Adds an entry, and returns null; or returns the entry with that key: it stays. Throws
+  /// std::bad_alloc; nothing has changed then.
+  const TextRecord* Add(const NewText& added);
 
   /// Whether the next Add makes the table grow. A reader that can estimate the final number of
   /// entries calls Grow first. Grow throws std::bad_alloc; nothing has changed then.

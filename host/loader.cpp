@@ -34,6 +34,28 @@ void TellUnreadable(const std::string& path, std::string detail, ProblemList* pr
   }
 }
 
+// Whether a file or folder that cannot be read may be missing. Tells the error if not.
+bool IsLeftOut(const std::string& path, SystemError error, const ReadingOptions& options,
+               ProblemList* problems) {
+  if (options.isOptional && Localize::IsNothingThere(error)) {
+    return true;
+  }
+  TellUnreadable(path, Localize::DescribeError(error), problems);
+  return false;
+}
+
+void TellEmptyFolder(const std::string& path, ProblemList* problems) {
+  if (problems != nullptr) {
+    problems->Append([&] {
+      Problem problem;
+      problem.code = ProblemCode::kEmptyFolder;
+      problem.severity = ProblemSeverity::kWarning;
+      problem.file = path;
+      return problem;
+    });
+  }
+}
+
 // No path of a system has a zero inside: its functions would take the part in front of it.
 bool HasZero(const std::string& path, ProblemList* problems) {
   if (path.find('\0') == std::string::npos) {
@@ -52,8 +74,7 @@ bool Loader::AddFile(const std::string& path, const ReadingOptions& options,
   }
   FileBytes bytes;
   if (const SystemError error = Localize::ReadFileAt(path, bytes); !error.IsNone()) {
-    TellUnreadable(path, Localize::DescribeError(error), problems);
-    return false;
+    return IsLeftOut(path, error, options, problems);
   }
   AddMemory(bytes.View(), path, options, problems);
   return true;
@@ -66,15 +87,17 @@ bool Loader::AddFolder(const std::string& path, const ReadingOptions& options,
   }
   std::vector<std::string> names;
   if (const SystemError error = Localize::ListFilesAt(path, names); !error.IsNone()) {
-    TellUnreadable(path, Localize::DescribeError(error), problems);
-    return false;
+    return IsLeftOut(path, error, options, problems);
+  }
+  names.erase(std::remove_if(names.begin(), names.end(),
+                             [](const std::string& name) { return !IsDictionary(name); }),
+              names.end());
+  if (names.empty()) {
+    TellEmptyFolder(path, problems);
   }
   std::sort(names.begin(), names.end());
   bool isWhole = true;
   for (const std::string& name : names) {
-    if (!IsDictionary(name)) {
-      continue;
-    }
     if (Localize::WellFormedUtf8Length(name) < name.size()) {  // no problem could name the file
       TellUnreadable(path, "the name of a file is not UTF-8", problems);
       isWhole = false;

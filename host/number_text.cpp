@@ -48,7 +48,7 @@ class DigitsBuffer {
     if (const auto* const integer = std::get_if<std::uint64_t>(&number.value)) {
       return SplitInteger(*integer, false);
     }
-    return SplitDouble(*std::get_if<double>(&number.value), number.decimals, spec);
+    return SplitDouble(*std::get_if<double>(&number.value), number, spec);
   }
 
  private:
@@ -61,7 +61,7 @@ class DigitsBuffer {
     return parts;
   }
 
-  Parts SplitDouble(double number, int decimals, const NumberSpec& spec) noexcept {
+  Parts SplitDouble(double number, const Argument& argument, const NumberSpec& spec) noexcept {
     Parts parts;
     if (!std::isfinite(number)) {
       parts.isFinite = false;
@@ -71,7 +71,7 @@ class DigitsBuffer {
     }
     parts.isNegative = std::signbit(number);
     parts.digits = Begin();
-    const Printed printed = PrintMagnitude(std::fabs(number), decimals, spec);
+    const Printed printed = PrintMagnitude(std::fabs(number), argument, spec);
     std::string_view text(parts.digits, printed.size);
     if (printed.mayHaveExponent) {
       const std::size_t exponent = text.find('e');
@@ -99,9 +99,9 @@ class DigitsBuffer {
     int decimals;  // kNoDecimals: not known
   };
 
-  Printed PrintMagnitude(double number, int decimals, const NumberSpec& spec) noexcept {
+  Printed PrintMagnitude(double number, const Argument& argument, const NumberSpec& spec) noexcept {
     if (spec.type == 'f' || (spec.type == '\0' && spec.decimals == kNoDecimals)) {
-      int wanted = spec.decimals != kNoDecimals ? spec.decimals : decimals;
+      int wanted = spec.decimals != kNoDecimals ? spec.decimals : argument.decimals;
       if (wanted == kShortest && spec.type == '\0') {
         if (const std::size_t size = PrintFewDecimals(number); size != 0) {
           return {size, false, kNoDecimals};
@@ -109,7 +109,10 @@ class DigitsBuffer {
         const bool hasExponent =
             number != 0 && (number < kLastWithExponentBelow || number >= kFirstWithExponent);
         const auto format = hasExponent ? std::chars_format::scientific : std::chars_format::fixed;
-        return {SizeUntil(std::to_chars(Begin(), End(), number, format)), hasExponent, kNoDecimals};
+        const std::to_chars_result end =
+            argument.isFloat ? std::to_chars(Begin(), End(), static_cast<float>(number), format)
+                             : std::to_chars(Begin(), End(), number, format);
+        return {SizeUntil(end), hasExponent, kNoDecimals};
       }
       wanted = wanted != kShortest ? wanted : kDefaultDecimals;
       return {Print(number, std::chars_format::fixed, wanted), false, wanted};

@@ -13,6 +13,7 @@
 namespace KelmoLibs::Host {
 namespace {
 
+constexpr std::string_view kCountName = "count";
 constexpr std::size_t kNowhere = std::string_view::npos;
 // In one literal: alone each would change the direction of this source.
 constexpr std::string_view kIsolates = "\u2068\u2069";
@@ -82,6 +83,19 @@ bool ReadPercent(std::string_view text, Placeholder& found) noexcept {
   return true;
 }
 
+// What a person recognises of a text that is no placeholder: up to its brace, if that is near.
+std::string_view StartOf(std::string_view text) noexcept {
+  constexpr std::size_t kLongest = 24;
+  std::size_t end = std::min(text.find('}') + 1, text.size());  // npos + 1 is 0
+  if (end == 0 || end > kLongest) {
+    end = std::min(text.size(), kLongest);
+    while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U) {
+      --end;
+    }
+  }
+  return text.substr(0, end);
+}
+
 // The next places of a character, each found once.
 class Search {
  public:
@@ -118,48 +132,69 @@ class Filler {
     for (;;) {
       next = std::min(braces.From(next), percents.From(next));
       if (next == kNowhere) {
-        sink_.Append(text.substr(written));
+        AppendPlain(text.substr(written));
         return;
       }
       const std::string_view rest = text.substr(next);
+      const std::string_view before = text.substr(written, next - written);
       if (rest.front() == '{' && rest.size() > 1 && rest[1] == '{') {
-        sink_.Append(text.substr(written, next + 1 - written));
+        AppendPlain(before);
+        sink_.Append("{");
         next += 2;
         written = next;
         continue;
       }
       Placeholder placeholder;
-      if (rest.front() == '{' ? !ReadBraced(rest, placeholder) : !ReadPercent(rest, placeholder)) {
-        ++next;
-        continue;
+      std::optional<FaultReason> fault;
+      if (rest.front() == '%') {
+        if (!ReadPercent(rest, placeholder)) {
+          ++next;
+          continue;
+        }
+      } else if (!ReadBraced(rest, placeholder)) {
+        placeholder.whole = rest.substr(0, 1);
+        fault = FaultReason::kNoPlaceholder;
       }
-      const std::string_view before = text.substr(written, next - written);
+      AppendPlain(before);
+      fault = fault ? fault : FillOne(placeholder);
+      if (fault) {
+        Tell(*fault == FaultReason::kNoPlaceholder ? StartOf(rest) : placeholder.whole, *fault);
+        sink_.Append(placeholder.whole);
+      }
       next += placeholder.whole.size();
-      if (FillOne(before, placeholder)) {
-        written = next;
-      }
+      written = next;
     }
   }
 
  private:
-  // Writes `before` and the argument; writes nothing if the placeholder cannot be filled.
-  bool FillOne(std::string_view before, const Placeholder& placeholder) noexcept {
+  // Text between placeholders.
+  void AppendPlain(std::string_view text) noexcept {
+    constexpr std::string_view kEscapedEnd = "}}";
+    std::size_t end = text.find(kEscapedEnd);
+    while (end != kNowhere) {
+      sink_.Append(text.substr(0, end + 1));
+      text.remove_prefix(end + kEscapedEnd.size());
+      end = text.find(kEscapedEnd);
+    }
+    sink_.Append(text);
+  }
+
+  // Writes the argument; writes nothing if the placeholder cannot be filled.
+  std::optional<FaultReason> FillOne(const Placeholder& placeholder) noexcept {
     const Argument* const argument = Find(placeholder);
     if (argument == nullptr) {
-      return Tell(placeholder, placeholder.position == kNowhere ? FaultReason::kNoName
-                                                                : FaultReason::kNoPosition);
+      return placeholder.position == kNowhere ? FaultReason::kNoName : FaultReason::kNoPosition;
     }
     const auto* const text = std::get_if<std::string_view>(&argument->value);
     if (text != nullptr && Localize::WellFormedUtf8Length(*text) != text->size()) {
-      return Tell(placeholder, FaultReason::kNotUtf8);
+      return FaultReason::kNotUtf8;
     }
     NumberSpec spec;
     if (!placeholder.spec.empty()) {
       if (const auto fault = ReadSpec(placeholder.spec, *argument, spec)) {
-        return Tell(placeholder, *fault);
+        return fault;
       }
     }
-    sink_.Append(before);
     if (options_.isIsolating) {
       sink_.Append(kFirstStrongIsolate);
     }
@@ -171,7 +206,7 @@ class Filler {
     if (options_.isIsolating) {
       sink_.Append(kPopDirectionalIsolate);
     }
-    return true;
+    return std::nullopt;
   }
 
   const Argument* Find(const Placeholder& placeholder) const noexcept {
@@ -183,7 +218,12 @@ class Filler {
     const Argument* const found = std::find_if(
         arguments_.data, end,
         [&placeholder](const Argument& argument) { return argument.name == placeholder.name; });
-    return found != end ? found : nullptr;
+    if (found != end) {
+      return found;
+    }
+    const Argument* const count = std::find_if(
+        arguments_.data, end, [](const Argument& argument) { return argument.isCount; });
+    return placeholder.name == kCountName && count != end ? count : nullptr;
   }
 
   static std::optional<FaultReason> ReadSpec(std::string_view text, const Argument& argument,
@@ -207,11 +247,10 @@ class Filler {
     return std::nullopt;
   }
 
-  bool Tell(const Placeholder& placeholder, FaultReason reason) noexcept {
+  void Tell(std::string_view placeholder, FaultReason reason) noexcept {
     if (listener_ != nullptr) {
-      listener_->Tell({placeholder.whole, reason});
+      listener_->Tell({placeholder, reason});
     }
-    return false;
   }
 
   const Arguments& arguments_;
@@ -254,6 +293,8 @@ std::string Describe(const PlaceholderFault& fault) {
       return text.append(": the argument is an integer, which has no decimals and no f, e or g");
     case FaultReason::kNotUtf8:
       return text.append(": the argument is a text that is not UTF-8");
+    case FaultReason::kNoPlaceholder:
+      return text.append(": this is no placeholder; a brace that is text is written {{");
   }
   return text;
 }

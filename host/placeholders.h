@@ -19,7 +19,8 @@ enum class FaultReason {
   kDecimals,       // more than kMaxDecimals
   kOnlyIntegers,   // `d` for a double
   kOnlyDoubles,    // `f`, `e`, `g` or decimals for an integer
-  kNotUtf8         // the argument is a text that is not UTF-8
+  kNotUtf8,        // the argument is a text that is not UTF-8
+  kNoPlaceholder   // a brace with something else behind it
 };
 
 /// A placeholder that cannot be filled. `placeholder` is part of the text.
@@ -50,8 +51,9 @@ struct FillOptions {
 ///    with a digit. Behind a colon is the format of a number: see ReadNumberSpec.
 ///  - With hasPercent, `%1` to `%99` stand for the arguments at the positions 0 to 98. A digit that
 ///    follows `%1` to `%9` belongs to the number.
-///  - `{{` stands for `{`.
-///  - Every other `{`, `}` and `%` is plain text, such as in `{ }`, `}}`, `{"a": 1}` or `100%`.
+///    `{count}` stands for the count, if no argument has that name.
+///  - `{{` stands for `{`, and `}}` for `}`. A `}` alone is plain text, and so is every other `%`.
+///  - A `{` with something else behind it, such as in `{ }` or `{0`, is a fault.
 ///  - A placeholder that cannot be filled stays as it stands; `listener`, unless it is null, is told.
 ///
 /// Takes no memory. Precondition: `text` is UTF-8.

@@ -26,7 +26,9 @@ PluralCount::PluralCount(const Argument& number) noexcept {
     return;
   }
   constexpr auto kFixed = std::chars_format::fixed;
-  if (number.decimals == kShortest) {
+  if (number.decimals == kShortest && number.isFloat) {
+    Write(static_cast<float>(value), kFixed);
+  } else if (number.decimals == kShortest) {
     Write(value, kFixed);
   } else {
     Write(value, kFixed, number.decimals);

@@ -7,6 +7,22 @@ namespace {
 
 constexpr std::array<std::string_view, 3> kSeverityNames = {"note", "warning", "error"};
 
+// Keys and names of files may have any character: a problem stays one line, and ends nowhere early.
+std::string WithVisibleControls(const std::string& line) {
+  constexpr std::string_view kHex = "0123456789ABCDEF";
+  std::string visible;
+  visible.reserve(line.size());
+  for (const char c : line) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte < 0x20 || byte == 0x7F) {
+      visible.append("\\x").append({kHex[byte >> 4U], kHex[byte & 0xFU]});
+    } else {
+      visible += c;
+    }
+  }
+  return visible;
+}
+
 void AppendDetail(std::string_view label, std::string_view value, std::string& line) {
   if (!value.empty()) {
     line += " (";
@@ -39,6 +55,12 @@ std::string_view SentenceOf(ProblemCode code) noexcept {
       return "A byte 0x1A ends the text";
     case ProblemCode::kLineBreak:
       return "A backslash and an n are read as a line break";
+    case ProblemCode::kNoLanguageId:
+      return "The first line does not begin with the id of a language";
+    case ProblemCode::kEmptyFolder:
+      return "The folder has no dictionary";
+    case ProblemCode::kNoLanguage:
+      return "The view has no language";
     case ProblemCode::kPlaceholder:
       return "A placeholder cannot be filled";
   }
@@ -61,11 +83,11 @@ std::string Print(const Problem& problem) {
   line += ": ";
   line += SentenceOf(problem.code);
   if (!problem.detail.empty()) {
-    line += ": " + problem.detail;
+    line += line.back() == '.' ? " (" + problem.detail + ")" : ": " + problem.detail;
   }
   AppendDetail("key", problem.key, line);
   AppendDetail("language", problem.language, line);
-  return line;
+  return WithVisibleControls(line);
 }
 
 }  // namespace KelmoLibs::Host

@@ -20,6 +20,9 @@ enum class ProblemCode : std::int32_t {
   kEmptyFile = 203,
   kControlZ = 204,
   kLineBreak = 205,
+  kNoLanguageId = 206,
+  kEmptyFolder = 207,
+  kNoLanguage = 208,
   kPlaceholder = 211,
 };
 
@@ -53,6 +56,9 @@ class ProblemList {
       ++lost_;
     }
   }
+
+  /// Counts a problem that cannot be described, because memory is out.
+  void CountLost() noexcept { ++lost_; }
 
   void Clear() noexcept {
     problems_.clear();

@@ -1,5 +1,6 @@
 #include "host/view.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -52,15 +53,6 @@ void KeepMarks(Cldr::NumberFormat& format, std::string& marks) {
   }
 }
 
-MetProblem MissingKey(std::string_view key, std::string_view language) noexcept {
-  MetProblem problem;
-  problem.code = ProblemCode::kKeyMissing;
-  problem.severity = ProblemSeverity::kWarning;
-  problem.key = key;
-  problem.language = language;
-  return problem;
-}
-
 }  // namespace
 
 View::View(const TextCollection& texts, const ViewOptions& options, ProblemList* problems)
@@ -68,25 +60,21 @@ View::View(const TextCollection& texts, const ViewOptions& options, ProblemList*
   for (const std::string_view id : options.languages) {
     if (const LanguageTexts* const language = texts_.FindLanguage(id)) {
       languages_.push_back({language, &Cldr::PluralRulesOf(id)});
-    } else if (problems != nullptr) {
-      problems->Append([&] {
-        Problem problem;
-        problem.code = ProblemCode::kUnknownLanguage;
-        problem.severity = ProblemSeverity::kWarning;
-        problem.language = id;
-        return problem;
-      });
+    } else {
+      TellLanguages(ProblemCode::kUnknownLanguage, id, problems);
     }
+  }
+  if (languages_.empty()) {
+    TellLanguages(ProblemCode::kNoLanguage, "", problems);
+  } else {
+    first_ = languages_.front().texts;
   }
   if (options.numbers != nullptr) {
     numbers_ = *options.numbers;
     KeepMarks(numbers_, marks_);
-  } else if (!options.languages.empty()) {
-    const Cldr::NumberFormat* const format = Cldr::FindNumberFormat(options.languages.front());
+  } else if (first_ != nullptr) {
+    const Cldr::NumberFormat* const format = Cldr::FindNumberFormat(first_->Id());
     numbers_ = format != nullptr ? *format : numbers_;
-  }
-  if (!languages_.empty()) {
-    first_ = languages_.front().texts;
   }
   if (options.problemLimit != 0) {
     record_ = std::make_unique<ProblemRecord>(options.problemLimit);
@@ -96,6 +84,28 @@ View::View(const TextCollection& texts, const ViewOptions& options, ProblemList*
   }
 }
 
+void View::TellLanguages(ProblemCode code, std::string_view id,
+                         ProblemList* problems) const noexcept {
+  if (problems == nullptr) {
+    return;
+  }
+  problems->Append([&] {
+    Problem problem;
+    problem.code = code;
+    problem.severity =
+        code == ProblemCode::kNoLanguage ? ProblemSeverity::kError : ProblemSeverity::kWarning;
+    problem.language = id;
+    problem.detail = "the texts have ";
+    std::string_view separator;
+    for (const auto& language : texts_.languages) {
+      problem.detail.append(separator).append(language->Id());
+      separator = ", ";
+    }
+    problem.detail += texts_.languages.empty() ? "none" : "";
+    return problem;
+  });
+}
+
 FoundText View::FindAmongAll(std::string_view key) const noexcept {
   const KeyBytes query(key);
   for (const Language& language : languages_) {
@@ -103,7 +113,6 @@ FoundText View::FindAmongAll(std::string_view key) const noexcept {
       return {record, language.texts};
     }
   }
-  RecordMissing(key);
   return {};
 }
 
@@ -128,7 +137,6 @@ FoundText View::FindForm(std::string_view key, const PluralCount& count) const {
       return {record, language.texts};
     }
   }
-  RecordMissing(key);
   return {};
 }
 
@@ -169,23 +177,42 @@ void View::CountLost() const noexcept {
   }
 }
 
-void View::RecordMissing(std::string_view key) const noexcept {
-  if (record_ == nullptr) {
+void View::TellMissing(std::string_view key, ProblemList* problems) const noexcept {
+  if (problems == nullptr && record_ == nullptr) {
     return;
   }
-  std::string_view language;
+  MetProblem problem;
+  problem.code = ProblemCode::kKeyMissing;
+  problem.severity = ProblemSeverity::kWarning;
+  problem.key = key;
   if (first_ != nullptr) {
-    language = first_->Id();
+    problem.language = first_->Id();
   }
-  if (Localize::WellFormedUtf8Length(key) == key.size()) {
-    record_->Add(MissingKey(key, language));
-    return;
-  }
-  try {  // the strings of problems are UTF-8
-    record_->Add(MissingKey(Localize::ReplaceInvalidUtf8(key), language));
+  try {
+    if (HasForms(key)) {
+      problem.detail = "it has plural forms, and no count was given";
+    }
+    std::string mended;  // the strings of problems are UTF-8
+    if (Localize::WellFormedUtf8Length(key) != key.size()) {
+      mended = Localize::ReplaceInvalidUtf8(key);
+      problem.key = mended;
+    }
+    if (problems != nullptr) {
+      problems->Append([&] { return problem.Copy(); });
+    } else {
+      record_->Add(problem);
+    }
   } catch (...) {
-    record_->CountLost();
+    problems != nullptr ? problems->CountLost() : record_->CountLost();
   }
+}
+
+bool View::HasForms(std::string_view key) const {
+  FormKey form(key);
+  const KeyBytes query(form.With(".", "other"));
+  return std::any_of(languages_.begin(), languages_.end(), [&query](const Language& language) {
+    return language.texts->Find(query) != nullptr;
+  });
 }
 
 std::size_t View::TakeProblems(ProblemList* problems) const noexcept {

@@ -51,8 +51,7 @@ class View {
   /// Whether arguments are isolated from the direction of the text around them.
   bool IsIsolating() const noexcept { return isIsolating_; }
 
-  /// The text of the first language that has the key; no record if there is none: the key is then
-  /// recorded, if the limit is not 0.
+  /// The text of the first language that has the key; no record if there is none.
   KELMO_LOCALIZER_ALWAYS_INLINE FoundText Find(std::string_view key) const noexcept {
     const TextRecord* const record = FindFirstCandidate(key);
     return record != nullptr ? FoundText{record, first_} : FindAmongAll(key);
@@ -77,6 +76,9 @@ class View {
   /// key itself.
   std::string_view TextForMissing(std::string_view key) const noexcept;
 
+  /// Tells that no language has the key: in `problems`, or in the view's record if that is null.
+  void TellMissing(std::string_view key, ProblemList* problems) const noexcept;
+
   /// The problem goes to the record, if there is one.
   void Record(const MetProblem& problem) const noexcept;
 
@@ -98,7 +100,9 @@ class View {
     std::map<std::string, std::string, std::less<>> forms;
   };
 
-  void RecordMissing(std::string_view key) const noexcept;
+  // Tells a problem of its languages, and those that the texts have.
+  void TellLanguages(ProblemCode code, std::string_view id, ProblemList* problems) const noexcept;
+  bool HasForms(std::string_view key) const;
 
   const TextCollection& texts_;
   std::vector<Language> languages_;

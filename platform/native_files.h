@@ -24,6 +24,9 @@ struct SystemError {
   bool IsNone() const noexcept { return number == 0; }
 };
 
+/// Whether there is nothing at the path.
+bool IsNothingThere(SystemError error) noexcept;
+
 /// What the system says about the error, in UTF-8 and in one line. Throws only std::bad_alloc.
 std::string DescribeError(SystemError error);
 
@@ -35,7 +38,7 @@ SystemError ReadFileAt(const std::string& path, FileBytes& result);
 /// nowhere. On Linux a name may be any bytes. Throws only std::bad_alloc.
 SystemError ListFilesAt(const std::string& path, std::vector<std::string>& names);
 
-/// `path` and `name` with a separator between them.
+/// `path` and `name` with a separator between them. On Windows it is that of `path`, or a slash.
 std::string JoinNative(std::string_view path, std::string_view name);
 
 /// Whether a byte 0x1A ends a text on this system.

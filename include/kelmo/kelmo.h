@@ -121,7 +121,10 @@ enum {
   KELMO_PROBLEM_EMPTY_FILE = 203, /**< has no line: nothing is loaded */
   KELMO_PROBLEM_CONTROL_Z =
       204, /**< on Windows, a byte 0x1A ends the text; `detail` says what is dropped */
-  KELMO_PROBLEM_LINE_BREAK = 205, /**< lenient: `\n` in a text is read as a line break */
+  KELMO_PROBLEM_LINE_BREAK = 205,     /**< lenient: `\n` in a text is read as a line break */
+  KELMO_PROBLEM_NO_LANGUAGE_ID = 206, /**< the first line begins with something else: `detail` */
+  KELMO_PROBLEM_EMPTY_FOLDER = 207,   /**< a folder without any dictionary */
+  KELMO_PROBLEM_NO_LANGUAGE = 208,    /**< a view finds nothing; `detail` has those of the texts */
   KELMO_PROBLEM_PLACEHOLDER =
       211 /**< a placeholder cannot be filled and stays visible; `detail` says why */
 };
@@ -183,9 +186,11 @@ KELMO_API void kelmo_problems_clear(kelmo_problems* problems);
 enum {
   KELMO_LOAD_LENIENT =
       1, /**< skips a byte-order mark and bytes that are not UTF-8, reads `\n` as a line break */
-  KELMO_LOAD_UTF16 = 2, /**< keeps each text as UTF-16 too */
-  KELMO_LOAD_PERCENT =
-      4 /**< the texts have placeholders `%1` to `%99` too; `%1` is the same as `{0}` */
+  KELMO_LOAD_UTF16 = 2,    /**< keeps each text as UTF-16 too */
+  KELMO_LOAD_PERCENT = 4,  /**< the texts have placeholders `%1` to `%99` too; `%1` is `{0}` */
+  KELMO_LOAD_OVERRIDE = 8, /**< the texts are meant to stand for those of files that are added
+                              later: these may repeat their keys without a problem */
+  KELMO_LOAD_OPTIONAL = 16 /**< a file or folder that does not exist is no problem */
 };
 
 /** Options of the loading functions. */
@@ -247,7 +252,7 @@ typedef struct kelmo_language {
   uint32_t size;      /**< of this struct, set by the caller */
   uint32_t reserved;  /**< 0 */
   kelmo_string id;    /**< the first word of the first line of its files */
-  kelmo_string name;  /**< the rest of that line in the first file, for people; may be empty */
+  kelmo_string name;  /**< for people: the rest of that line, in the first file that has one */
   size_t entry_count; /**< number of its entries */
 } kelmo_language;
 
@@ -258,6 +263,13 @@ KELMO_API size_t kelmo_texts_language_count(const kelmo_texts* texts);
  * that the texts do not have. The strings live as long as the texts. */
 KELMO_API kelmo_status kelmo_texts_language(const kelmo_texts* texts, size_t index,
                                             kelmo_language* result);
+
+/** Finds the language that serves a user who wants to read `wanted`, such as "de-AT": the one with
+ * that id, or else with that id without its last part, and so on ("de"). Upper and lower case are
+ * the same, and so are `-` and `_`. A script is never left out: "zh-Hant" does not find "zh", and nor
+ * does "zh-TW". `*index` gets its index. KELMO_NOT_FOUND: there is none. */
+KELMO_API kelmo_status kelmo_texts_match_language(const kelmo_texts* texts, const char* wanted,
+                                                  size_t wanted_size, size_t* index);
 
 /** A text and where it comes from. The strings live as long as the texts. */
 typedef struct kelmo_text {
@@ -312,7 +324,8 @@ enum {
   KELMO_ARGUMENT_TEXT = 1,     /**< `text` */
   KELMO_ARGUMENT_INTEGER = 2,  /**< `integer` */
   KELMO_ARGUMENT_UNSIGNED = 3, /**< `integer`, taken as uint64_t */
-  KELMO_ARGUMENT_NUMBER = 4    /**< `number` */
+  KELMO_ARGUMENT_NUMBER = 4,   /**< `number` */
+  KELMO_ARGUMENT_FLOAT = 5     /**< `number`, which was a float: so its shortest text is "0.1" */
 };
 
 /** As the decimals of a number: as many as make the shortest text that reads as the same number. */
@@ -364,7 +377,7 @@ typedef struct kelmo_view_options {
       problem_limit; /**< how many problems of lookups the view records; 0, the default: none */
   const kelmo_string* languages;      /**< ids, the first choice first: nothing else is searched */
   size_t language_count;              /**< number of `languages` */
-  const kelmo_number_format* numbers; /**< null: the format of the first language, without groups */
+  const kelmo_number_format* numbers; /**< null: that of the first language found, without groups */
 } kelmo_view_options;
 
 /** Texts as one user wants them: in an ordered list of languages. A view keeps its texts alive, and
@@ -372,7 +385,7 @@ typedef struct kelmo_view_options {
 typedef struct kelmo_view kelmo_view;
 
 /** Makes a view. The caller is its owner. `options` may be null. A language that the texts do not
- * have is a problem, and left out; a view without a language finds nothing. */
+ * have is a problem, and left out. So is a view that has no language at all: it finds nothing. */
 KELMO_API kelmo_status kelmo_view_create(kelmo_texts* texts, const kelmo_view_options* options,
                                          kelmo_view** result, kelmo_problems* problems);
 
@@ -404,7 +417,8 @@ KELMO_API kelmo_status kelmo_view_find(const kelmo_view* view, const char* key, 
 /** Writes the text of a key with its placeholders filled.
  *
  * Placeholders are `{0}`, `{1}` and so on by position, `{name}` by name, and `%1` where the load
- * asked for it. `{{` stands for `{`. A number may have a format, as the C++ library fmt has them:
+ * asked for it; `{count}` is the count. `{{` stands for `{`, and `}}` for `}`. A number may have a
+ * format, as the C++ library fmt has them:
  * `{0:8.2f}` is a number with two decimals in at least eight characters. Its parts, all of them
  * optional, are: fill and alignment (`<`, `>`, `^`), sign (`+`, `-` or a blank), `0`, width (up to
  * 255), `.` and decimals (up to 99), and `d`, `f`, `e` or `g`. Arguments are not searched for
@@ -416,7 +430,8 @@ KELMO_API kelmo_status kelmo_view_find(const kelmo_view* view, const char* key, 
  * (`files.zero`, `.one`, `.two`, `.few`, `.many`), then `files.other`, then `files`. The first text
  * that is found counts.
  *
- * KELMO_NOT_FOUND: no language has the key; the buffer has what the view's options say.
+ * KELMO_NOT_FOUND: no language has the key; the buffer has what the view's options say, and the
+ * missing key is a problem as above. A call with the capacity 0 only measures: it tells nothing.
  * KELMO_INVALID_ARGUMENT: also two counts, and a count that is a text. Thread-safe; `problems` is
  * for one thread at a time. Takes memory only for keys with a suffix that are longer than 256
  * bytes, and for problems. */
@@ -433,8 +448,8 @@ KELMO_API kelmo_status kelmo_view_take_problems(kelmo_view* view, kelmo_problems
                                                 size_t* lost);
 
 /** Writes the id of a language in which the user wants to read, such as "de-AT": at `index` 0 the
- * first choice. KELMO_NOT_FOUND: there are no more. A suggestion for the languages of a view, and
- * for nothing else. On Linux: from LANGUAGE, LC_ALL, LC_MESSAGES and LANG; none if the locale is
+ * first choice. KELMO_NOT_FOUND: there are no more. A suggestion for the languages of a view: see
+ * kelmo_texts_match_language. On Linux: from LANGUAGE, LC_ALL, LC_MESSAGES and LANG; none if the locale is
  * "C" or "POSIX". */
 KELMO_API kelmo_status kelmo_system_language(size_t index, char* buffer, size_t capacity,
                                              size_t* needed);
@@ -473,8 +488,13 @@ static inline kelmo_argument kelmo_number_argument(double number, int32_t decima
 static inline kelmo_argument kelmo_count_argument(int64_t integer) {
   kelmo_argument argument = kelmo_integer_argument(integer);
   argument.is_count = 1;
-  argument.name.data = "count";
-  argument.name.size = KELMO_ZERO_TERMINATED;
+  return argument;
+}
+
+/** A number with that many decimals, or KELMO_SHORTEST, that chooses the plural form. */
+static inline kelmo_argument kelmo_number_count_argument(double number, int32_t decimals) {
+  kelmo_argument argument = kelmo_number_argument(number, decimals);
+  argument.is_count = 1;
   return argument;
 }
 

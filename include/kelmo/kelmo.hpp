@@ -16,6 +16,7 @@
 #ifndef KELMO_KELMO_HPP
 #define KELMO_KELMO_HPP
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -64,9 +65,19 @@ inline void check(kelmo_status status) {
   if (status == KELMO_OUT_OF_MEMORY) {
     throw std::bad_alloc();
   }
+  if (status == KELMO_INVALID_UTF8) {
+    throw Error(status, "kelmo: a path, name or id is not UTF-8");
+  }
   if (status < 0) {
     throw Error(status, std::string("kelmo: ") + kelmo_status_name(status));
   }
+}
+
+/** The UTF-8 of a std::filesystem::path: a std::string, or a std::u8string since C++20. */
+template <class Path>
+std::string utf8_of(const Path& path) {
+  const auto text = path.u8string();
+  return {reinterpret_cast<const char*>(text.data()), text.size()};
 }
 
 /** The text that `print` writes: a function of (buffer, capacity, &needed). */
@@ -75,13 +86,7 @@ std::string printed(Print print) {
   constexpr std::size_t usual_size = 256;
   std::array<char, usual_size> buffer;
   std::size_t needed = 0;
-  const kelmo_status status = print(buffer.data(), buffer.size(), &needed);
-  if (status == KELMO_OUT_OF_MEMORY) {
-    throw std::bad_alloc();
-  }
-  if (status < 0) {
-    return {};
-  }
+  check(print(buffer.data(), buffer.size(), &needed));
   if (needed < buffer.size()) {
     return {buffer.data(), needed};
   }
@@ -344,6 +349,15 @@ class Texts {
     return {{texts_, language}, detail::language_at(texts_, language).entry_count};
   }
 
+  /** The language that serves a user who wants to read `wanted`: that with the id "de" serves
+   * "de-AT". See kelmo_texts_match_language. */
+  std::optional<Language> match(std::string_view wanted) const {
+    std::size_t index = 0;
+    const kelmo_status status =
+        kelmo_texts_match_language(texts_.get(), wanted.data(), wanted.size(), &index);
+    return status == KELMO_OK ? std::optional(detail::language_at(texts_, index)) : std::nullopt;
+  }
+
   /** For the functions of kelmo.h; null for no texts. The texts belong to this object. */
   kelmo_texts* handle() const noexcept { return texts_.get(); }
 
@@ -358,6 +372,8 @@ struct LoadOptions {
   bool lenient = false; /**< skips a byte-order mark and what is not UTF-8, reads `\n` as a break */
   bool utf16 = false;   /**< keeps each text as UTF-16 too */
   bool percent = false; /**< the texts have placeholders `%1` to `%99` too; `%1` is `{0}` */
+  bool is_override = false; /**< later files may repeat the keys without a problem */
+  bool optional = false;    /**< a file or folder that does not exist is no problem */
 };
 
 /** Collects dictionaries. Of several texts of a key the first one stays: a file that overrides texts
@@ -401,6 +417,30 @@ class Loader {
         kelmo_loader_add_folder(loader_.get(), path.data(), path.size(), &raw, problems.handle()));
   }
 
+  /** The same for a std::filesystem::path. */
+  template <class Path, class = decltype(std::declval<const Path&>().u8string())>
+  void add_file(const Path& path, const LoadOptions& options = {}) {
+    add_file(std::string_view(detail::utf8_of(path)), options);
+  }
+
+  /** The same for a std::filesystem::path. */
+  template <class Path, class = decltype(std::declval<const Path&>().u8string())>
+  bool add_file(const Path& path, Problems& problems, const LoadOptions& options = {}) {
+    return add_file(std::string_view(detail::utf8_of(path)), problems, options);
+  }
+
+  /** The same for a std::filesystem::path. */
+  template <class Path, class = decltype(std::declval<const Path&>().u8string())>
+  void add_folder(const Path& path, const LoadOptions& options = {}) {
+    add_folder(std::string_view(detail::utf8_of(path)), options);
+  }
+
+  /** The same for a std::filesystem::path. */
+  template <class Path, class = decltype(std::declval<const Path&>().u8string())>
+  bool add_folder(const Path& path, Problems& problems, const LoadOptions& options = {}) {
+    return add_folder(std::string_view(detail::utf8_of(path)), problems, options);
+  }
+
   /** Reads a dictionary from memory; `name` stands for its file in problems. The bytes are copied. */
   void add_memory(std::string_view bytes, std::string_view name, const LoadOptions& options = {}) {
     add_bytes(bytes, name, nullptr, options);
@@ -426,6 +466,8 @@ class Loader {
     raw.flags |= options.lenient ? KELMO_LOAD_LENIENT : 0;
     raw.flags |= options.utf16 ? KELMO_LOAD_UTF16 : 0;
     raw.flags |= options.percent ? KELMO_LOAD_PERCENT : 0;
+    raw.flags |= options.is_override ? KELMO_LOAD_OVERRIDE : 0;
+    raw.flags |= options.optional ? KELMO_LOAD_OPTIONAL : 0;
     return raw;
   }
 
@@ -479,7 +521,11 @@ class Argument {
   template <class Number, std::enable_if_t<std::is_floating_point_v<Number>, int> = 0,
             class = void>
   Argument(Number number) noexcept  // NOLINT(google-explicit-constructor): so tr takes it
-      : raw_(kelmo_number_argument(static_cast<double>(number), KELMO_SHORTEST)) {}
+      : raw_(kelmo_number_argument(static_cast<double>(number), KELMO_SHORTEST)) {
+    if (std::is_same_v<Number, float>) {
+      raw_.type = KELMO_ARGUMENT_FLOAT;
+    }
+  }
 
   /** A text. */
   template <class String,
@@ -516,13 +562,9 @@ class Argument {
 class Count : public Argument {
  public:
   /** `{count}` stands for it as well as its position. */
-  explicit Count(const Argument& number) noexcept : Argument(number) {
-    constexpr std::string_view name = "count";
-    raw_.is_count = 1;
-    raw_.name = {name.data(), name.size()};
-  }
+  explicit Count(const Argument& number) noexcept : Argument(number) { raw_.is_count = 1; }
 
-  /** The same under another name. */
+  /** The same with a name. */
   Count(std::string_view name, const Count& count) noexcept : Argument(count) {
     raw_.name = {name.data(), name.size()};
   }
@@ -560,13 +602,15 @@ auto arg(std::string_view name, const Value& value) noexcept {
 
 // ---- Numbers
 
-/** How numbers are written. Its fields are those of kelmo_number_format. */
-using NumberFormat = kelmo_number_format;
+/** How numbers are written. Its fields are those of kelmo_number_format; a new one writes "1234.5". */
+struct NumberFormat : kelmo_number_format {
+  /** Its size is set; all other fields have their default. */
+  NumberFormat() noexcept : kelmo_number_format() { size = sizeof(kelmo_number_format); }
+};
 
 /** The format of a language by its id, such as "de-AT"; nothing if the language is not known. */
 inline std::optional<NumberFormat> number_format_of_language(std::string_view id) noexcept {
-  NumberFormat format = {};
-  format.size = sizeof format;
+  NumberFormat format;
   return kelmo_number_format_of_language(id.data(), id.size(), &format) == KELMO_OK
              ? std::optional(format)
              : std::nullopt;
@@ -574,12 +618,11 @@ inline std::optional<NumberFormat> number_format_of_language(std::string_view id
 
 /** The format that the user has set in the system; nothing if the system does not say. */
 inline std::optional<NumberFormat> number_format_of_user() noexcept {
-  NumberFormat format = {};
-  format.size = sizeof format;
+  NumberFormat format;
   return kelmo_number_format_of_user(&format) == KELMO_OK ? std::optional(format) : std::nullopt;
 }
 
-/** A number as text. */
+/** A number as text. Throws Error if `number` is a text, or a field of `format` is not allowed. */
 inline std::string print(const Argument& number, const NumberFormat& format) {
   return detail::printed([&](char* buffer, std::size_t capacity, std::size_t* needed) {
     return kelmo_number_print(&format, &number.raw(), buffer, capacity, needed);
@@ -642,9 +685,16 @@ class View {
     static_assert((std::is_base_of_v<Count, First> + ... + std::is_base_of_v<Count, Others>) <= 1,
                   "a text has one count at most");
     const kelmo_argument arguments[] = {raw(first), raw(others)...};
+    if (view_.get() == nullptr) {
+      return {};
+    }
+    bool is_again = false;  // a long text: the first call has told its problems
     return detail::printed([&](char* buffer, std::size_t capacity, std::size_t* needed) {
+      const std::optional<Problems> told =
+          is_again ? std::optional<Problems>(std::in_place) : std::nullopt;
+      is_again = true;
       return kelmo_view_format(view_.get(), key.data(), key.size(), arguments, std::size(arguments),
-                               buffer, capacity, needed, nullptr);
+                               buffer, capacity, needed, told ? told->handle() : nullptr);
     });
   }
 
@@ -713,16 +763,35 @@ class View {
 /** The ids of the languages in which the user wants to read, the first choice first. */
 inline std::vector<std::string> system_languages() {
   std::vector<std::string> ids;
-  for (std::size_t index = 0;; ++index) {
+  for (;;) {
+    kelmo_status status = KELMO_OK;
     std::string id = detail::printed([&](char* buffer, std::size_t capacity, std::size_t* needed) {
-      const kelmo_status status = kelmo_system_language(index, buffer, capacity, needed);
-      return status == KELMO_NOT_FOUND ? KELMO_INVALID_ARGUMENT : status;
+      status = kelmo_system_language(ids.size(), buffer, capacity, needed);
+      return status;
     });
-    if (id.empty()) {
+    if (status == KELMO_NOT_FOUND) {
       return ids;
     }
     ids.push_back(std::move(id));
   }
+}
+
+/** A suggestion for the languages of a view: those of `texts` that the user wants to read, the first
+ * choice first, and then `fallback`, unless it is among them. */
+inline std::vector<std::string> languages_for_user(const Texts& texts, std::string_view fallback) {
+  std::vector<std::string> ids;
+  const auto add = [&ids](std::string_view id) {
+    if (std::find(ids.begin(), ids.end(), id) == ids.end()) {
+      ids.emplace_back(id);
+    }
+  };
+  for (const std::string& wanted : system_languages()) {
+    if (const std::optional<Language> language = texts.match(wanted)) {
+      add(language->id);
+    }
+  }
+  add(fallback);
+  return ids;
 }
 
 }  // namespace kelmo

@@ -52,6 +52,7 @@
 #define kelmo_texts_release kelmo_loaded_texts_release
 #define kelmo_texts_language_count kelmo_loaded_texts_language_count
 #define kelmo_texts_language kelmo_loaded_texts_language
+#define kelmo_texts_match_language kelmo_loaded_texts_match_language
 #define kelmo_texts_entry kelmo_loaded_texts_entry
 #define kelmo_number_format_of_language kelmo_loaded_number_format_of_language
 #define kelmo_number_format_of_user kelmo_loaded_number_format_of_user
@@ -131,6 +132,7 @@ struct kelmo_runtime_functions {
   void (*texts_release)(kelmo_texts* texts);
   size_t (*texts_language_count)(const kelmo_texts* texts);
   kelmo_status (*texts_language)(const kelmo_texts* texts, size_t index, kelmo_language* result);
+  kelmo_status (*texts_match_language)(const kelmo_texts* texts, const char* wanted, size_t wanted_size, size_t* index);
   kelmo_status (*texts_entry)(const kelmo_texts* texts, size_t language, size_t index, kelmo_text* result);
   kelmo_status (*number_format_of_language)(const char* id, size_t id_size, kelmo_number_format* result);
   kelmo_status (*number_format_of_user)(kelmo_number_format* result);
@@ -249,6 +251,10 @@ KELMO_API size_t kelmo_texts_language_count(const kelmo_texts* texts) {
 
 KELMO_API kelmo_status kelmo_texts_language(const kelmo_texts* texts, size_t index, kelmo_language* result) {
   return kelmo_runtime_is_open() ? kelmo_runtime_loaded.texts_language(texts, index, result) : KELMO_RUNTIME_NOT_OPEN;
+}
+
+KELMO_API kelmo_status kelmo_texts_match_language(const kelmo_texts* texts, const char* wanted, size_t wanted_size, size_t* index) {
+  return kelmo_runtime_is_open() ? kelmo_runtime_loaded.texts_match_language(texts, wanted, wanted_size, index) : KELMO_RUNTIME_NOT_OPEN;
 }
 
 KELMO_API kelmo_status kelmo_texts_entry(const kelmo_texts* texts, size_t language, size_t index, kelmo_text* result) {
@@ -457,6 +463,7 @@ static kelmo_status kelmo_runtime_take_all(struct kelmo_runtime_functions* found
     {"kelmo_texts_release", offsetof(struct kelmo_runtime_functions, texts_release)},
     {"kelmo_texts_language_count", offsetof(struct kelmo_runtime_functions, texts_language_count)},
     {"kelmo_texts_language", offsetof(struct kelmo_runtime_functions, texts_language)},
+    {"kelmo_texts_match_language", offsetof(struct kelmo_runtime_functions, texts_match_language)},
     {"kelmo_texts_entry", offsetof(struct kelmo_runtime_functions, texts_entry)},
     {"kelmo_number_format_of_language", offsetof(struct kelmo_runtime_functions, number_format_of_language)},
     {"kelmo_number_format_of_user", offsetof(struct kelmo_runtime_functions, number_format_of_user)},

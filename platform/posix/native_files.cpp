@@ -39,6 +39,10 @@ ssize_t ReadUninterrupted(int file, char* buffer, std::size_t size) noexcept {
 
 }  // namespace
 
+bool IsNothingThere(SystemError error) noexcept {
+  return error.number == ENOENT || error.number == ENOTDIR;
+}
+
 std::string DescribeError(SystemError error) {
   const char* const description = ::strerrordesc_np(error.number);  // never translated
   return description != nullptr ? description : "error " + std::to_string(error.number);
@@ -74,7 +78,7 @@ SystemError ReadFileAt(const std::string& path, FileBytes& result) {
 }
 
 SystemError ListFilesAt(const std::string& path, std::vector<std::string>& names) {
-  const std::unique_ptr<DIR, FolderCloser> folder(::opendir(path.empty() ? "." : path.c_str()));
+  const std::unique_ptr<DIR, FolderCloser> folder(::opendir(path.c_str()));
   if (folder == nullptr) {
     return {errno};
   }

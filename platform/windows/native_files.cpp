@@ -43,6 +43,10 @@ class FoundFiles {
 
 }  // namespace
 
+bool IsNothingThere(SystemError error) noexcept {
+  return error.number == ERROR_FILE_NOT_FOUND || error.number == ERROR_PATH_NOT_FOUND;
+}
+
 std::string DescribeError(SystemError error) {
   constexpr DWORD kFlags =
       FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK;
@@ -110,7 +114,7 @@ SystemError ListFilesAt(const std::string& path, std::vector<std::string>& names
 std::string JoinNative(std::string_view path, std::string_view name) {
   std::string joined(path);
   if (!joined.empty() && joined.back() != '\\' && joined.back() != '/' && joined.back() != ':') {
-    joined += '\\';
+    joined += path.find('\\') != std::string_view::npos ? '\\' : '/';
   }
   return joined.append(name);
 }

@@ -134,15 +134,34 @@ bool IsPosition(const std::string& name) {
   return !name.empty() && std::all_of(name.begin(), name.end(), IsDigit);
 }
 
+// Up to its brace, or 24 bytes without the character that they cut.
+std::string StartOf(const std::string& text) {
+  const std::string start = text.substr(0, 24);
+  const std::size_t brace = start.find('}');
+  if (brace != std::string::npos) {
+    return start.substr(0, brace + 1);
+  }
+  return start.substr(0, KelmoLibs::Localize::WellFormedUtf8Length(start));
+}
+
 class Reference {
  public:
   explicit Reference(const Input& input) : input_(input) {
     const std::string& text = input.text;
     std::size_t i = 0;
     while (i < text.size()) {
-      const std::size_t length = text[i] == '{'   ? Braced(text, i)
-                                 : text[i] == '%' ? Percent(text, i)
-                                                  : 0;
+      std::size_t length = 0;
+      if (text[i] == '{') {
+        length = Braced(text, i);
+        if (length == 0) {
+          faults.push_back({StartOf(text.substr(i)), FaultReason::kNoPlaceholder});
+        }
+      } else if (text[i] == '%') {
+        length = Percent(text, i);
+      } else if (text.compare(i, 2, "}}") == 0) {
+        filled += '}';
+        length = 2;
+      }
       if (length == 0) {
         filled += text[i];
       }

@@ -54,7 +54,7 @@ TEST(ArgumentArray, ChecksEveryArgument) {
        {Changed(integer, [](auto& a) { a.name.size = 1; })},
        KELMO_INVALID_ARGUMENT},
       {"no type", {Changed(integer, [](auto& a) { a.type = 0; })}, KELMO_INVALID_ARGUMENT},
-      {"an unknown type", {Changed(integer, [](auto& a) { a.type = 5; })}, KELMO_INVALID_ARGUMENT},
+      {"an unknown type", {Changed(integer, [](auto& a) { a.type = 6; })}, KELMO_INVALID_ARGUMENT},
       {"the fewest decimals", {kelmo_number_argument(1, -1)}, KELMO_OK},
       {"fewer decimals", {kelmo_number_argument(1, -2)}, KELMO_INVALID_ARGUMENT},
       {"the most decimals", {kelmo_number_argument(1, 99)}, KELMO_OK},
@@ -114,7 +114,7 @@ TEST(ArgumentArray, TakesAllFields) {
   EXPECT_EQ(std::get<std::uint64_t>(all.data[2].value), UINT64_MAX);
   EXPECT_EQ(std::get<double>(all.data[3].value), 2.5);
   EXPECT_EQ(all.data[3].decimals, 3);
-  EXPECT_EQ(all.data[4].name, "count");
+  EXPECT_EQ(all.data[4].name, "");
   EXPECT_EQ(std::get<std::int64_t>(all.data[4].value), 7);
   EXPECT_EQ(taken.Count(), all.data + 4);
   EXPECT_FALSE(all.data[3].isCount);

@@ -114,6 +114,7 @@ static void LoadFiles(void) {
   kelmo_language language = EmptyLanguage();
   char line[200];
   size_t needed = 0;
+  size_t matched = 9;
   WriteFile("b.txt", kGerman);
   WriteFile("a.txt", kEnglish);
   WriteFile("b-val.txt", "no\n");
@@ -134,6 +135,10 @@ static void LoadFiles(void) {
   Expect(Is(language.id, "de") && Is(language.name, "Deutsch") && language.entry_count == 3,
          "German is first");
   ExpectStatus(kelmo_texts_language(texts, 2, &language), KELMO_INVALID_ARGUMENT, "no third");
+  ExpectStatus(kelmo_texts_match_language(texts, "de-AT", Z, &matched), KELMO_OK, "German serves");
+  Expect(matched == 0, "the first language matches");
+  ExpectStatus(kelmo_texts_match_language(texts, "fr", Z, &matched), KELMO_NOT_FOUND, "no French");
+  ExpectStatus(kelmo_texts_match_language(texts, "\xFF", Z, &matched), KELMO_INVALID_UTF8, "an id");
 
   /* no such file, file repeated, then in the folder all three again and file twice, no such folder */
   Expect(kelmo_problems_count(problems) == 7, "seven problems");
@@ -147,12 +152,13 @@ static void LoadFiles(void) {
   ExpectStatus(kelmo_problems_get(problems, 1, &problem), KELMO_OK, "the second problem");
   Expect(problem.code == KELMO_PROBLEM_KEY_REPEATED && problem.severity == KELMO_WARNING &&
              problem.line == 5 && problem.column == 1 && Is(problem.file, "b.txt") &&
-             Is(problem.key, "file") && Is(problem.language, "de") && Is(problem.detail, ""),
+             Is(problem.key, "file") && Is(problem.language, "de") &&
+             Is(problem.detail, "the text of b.txt:4 stays"),
          "the second problem is the repeated key");
   ExpectStatus(kelmo_problems_print(problems, 1, line, sizeof line, &needed), KELMO_OK, "print");
   Expect(strcmp(line,
-                "b.txt:5:1: warning: EL101. Key already declared. (key \"file\") "
-                "(language \"de\")") == 0 &&
+                "b.txt:5:1: warning: EL101. Key already declared. (the text of b.txt:4 stays) "
+                "(key \"file\") (language \"de\")") == 0 &&
              needed == strlen(line),
          "the line for people");
   ExpectStatus(kelmo_problems_print(problems, 1, line, 9, &needed), KELMO_OK, "print cut");
@@ -287,6 +293,10 @@ static void PassNull(void) {
   REFUSES(kelmo_texts_language(NULL, 0, &language));
   REFUSES(kelmo_texts_language(texts, 0, NULL));
   REFUSES(kelmo_texts_language(texts, SIZE_MAX, &language));
+  REFUSES(kelmo_texts_match_language(NULL, "de", Z, &size));
+  REFUSES(kelmo_texts_match_language(texts, NULL, 2, &size));
+  REFUSES(kelmo_texts_match_language(texts, NULL, Z, &size));
+  REFUSES(kelmo_texts_match_language(texts, "de", Z, NULL));
   REFUSES(kelmo_texts_entry(NULL, 0, 0, &text));
   REFUSES(kelmo_texts_entry(texts, 0, 0, NULL));
   REFUSES(kelmo_texts_entry(texts, SIZE_MAX, 0, &text));
@@ -412,7 +422,7 @@ static void PassOtherVersions(void) {
   load_options[0].size = (uint32_t)sizeof load_options;
   ExpectStatus(kelmo_loader_add_memory(loader, kGerman, Z, "x", Z, load_options, NULL), KELMO_OK,
                "load options of a later version");
-  load_options[0].flags = 8;
+  load_options[0].flags = 32;
   ExpectStatus(kelmo_loader_add_memory(loader, kGerman, Z, "x", Z, load_options, NULL),
                KELMO_INVALID_ARGUMENT, "a flag that is not known");
 

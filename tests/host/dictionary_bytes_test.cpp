@@ -63,13 +63,14 @@ void ExpectSame(const std::vector<SameCase>& cases) {
 TEST(DictionaryBytes, GivesTheLinesOfAFile) {
   ExpectSame({
       {"nothing", "", "203 1 0:0:0 - - -\n"},
-      {"an empty line", "\n", "|\n"},
+      {"an empty line", "\n", "|\n206 1 0:1:1 - - it begins with \"\"\n"},
       {"a header", "en", "en|\n"},
       {"a header with its line end", "en\n", "en|\n"},
       {"a header with a name", "en English  (UK) \nk t\n", "en|English  (UK)\n0:2 k=t\n"},
       {"a header with tabs", "en\t\tEnglish\t\n", "en|English\n"},
       {"a header with blanks only behind the id", "en  \t \n", "en|\n"},
-      {"a header with blanks in front of the id", " en\n", "|en\n"},
+      {"a header with blanks in front of the id", " en\n",
+       "|en\n206 1 0:1:1 - - it begins with \"\"\n"},
       {"a last line without its end", "en\nk t", "en|\n0:2 k=t\n"},
       {"empty lines count", "en\n\n\nk t\n\nl u\n", "en|\n0:4 k=t\n0:6 l=u\n"},
       {"a key without a text", "en\nk\nl \n", "en|\n0:2 k=\n0:3 l=\n"},
@@ -84,7 +85,8 @@ TEST(DictionaryBytes, GivesTheLinesOfAFile) {
 TEST(DictionaryBytes, TakesCrLfForLf) {
   ExpectSame({
       {"each line", "en\r\nk t\r\n\r\nl u\r\n", "en|\n0:2 k=t\n0:4 l=u\n"},
-      {"only the CR in front of the LF", "en\r\r\nk\r\r\n", "en\r|\n0:2 k\r=\n"},
+      {"only the CR in front of the LF", "en\r\r\nk\r\r\n",
+       "en\r|\n0:2 k\r=\n206 1 0:1:1 en\r - it begins with \"en\r\"\n"},
       {"a lone CR is no line end", "en\nk\rl t\ru\n", "en|\n0:2 k\rl=t\ru\n"},
       {"a CR at the end of the file stays in a key", "en\nk\r", "en|\n0:2 k\r=\n"},
       {"and is trimmed from a text", "en\nk t\r", "en|\n0:2 k=t\n"},
@@ -95,13 +97,16 @@ TEST(DictionaryBytes, TakesCrLfForLf) {
 
 TEST(DictionaryBytes, KeepsTheFirstTextOfAKey) {
   ExpectSame({
-      {"twice", "en\nk t\nk u\n", "en|\n0:2 k=t\n101 1 0:3:1 en k -\n"},
-      {"also an empty one", "en\nk\nk u\n", "en|\n0:2 k=\n101 1 0:3:1 en k -\n"},
+      {"twice", "en\nk t\nk u\n", "en|\n0:2 k=t\n101 1 0:3:1 en k the text of 0:2 stays\n"},
+      {"also an empty one", "en\nk\nk u\n",
+       "en|\n0:2 k=\n101 1 0:3:1 en k the text of 0:2 stays\n"},
       {"three times", "en\nk t\nk t\nk t\n",
-       "en|\n0:2 k=t\n101 1 0:3:1 en k -\n101 1 0:4:1 en k -\n"},
+       "en|\n0:2 k=t\n101 1 0:3:1 en k the text of 0:2 stays\n101 1 0:4:1 en k the text of 0:2 "
+       "stays\n"},
       {"case counts", "en\nk t\nK u\n", "en|\n0:2 k=t\n0:3 K=u\n"},
   });
-  const std::string both = "en|A\n0:2 k=t\n1:3 l=v\nde|C\n2:2 k=w\n101 1 1:2:1 en k -\n";
+  const std::string both =
+      "en|A\n0:2 k=t\n1:3 l=v\nde|C\n2:2 k=w\n101 1 1:2:1 en k the text of 0:2 stays\n";
   EXPECT_EQ(Read({"en A\nk t\n", "en B\nk u\nl v\n", "de C\nk w\n"}, kStrict), both);
 }
 
@@ -111,7 +116,8 @@ TEST(DictionaryBytes, StrictStopsAtBytesThatAreNotUtf8AndLenientSkipsThem) {
        "en|\n0:2 k=tu\n0:3 l=v\n201 2 0:2:4 en - 1 byte dropped\n"},
       {"in a key", "en\nab\xFF t\n", "en|\n0:2 ab=\n201 2 0:2:3 en - 4 bytes dropped\n",
        "en|\n0:2 ab=t\n201 2 0:2:3 en - 1 byte dropped\n"},
-      {"in the id", "e\xFFn A\nk t\n", "e|\n201 2 0:1:2 e - 9 bytes dropped\n",
+      {"in the id", "e\xFFn A\nk t\n",
+       "e|\n206 1 0:1:1 e - it begins with \"e\"\n201 2 0:1:2 e - 9 bytes dropped\n",
        "en|A\n0:2 k=t\n201 2 0:1:2 - - 1 byte dropped\n"},
       {"the first byte",
        "\xFF"
@@ -119,7 +125,7 @@ TEST(DictionaryBytes, StrictStopsAtBytesThatAreNotUtf8AndLenientSkipsThem) {
        "201 2 0:1:1 - - 4 bytes dropped\n203 1 0:0:0 - - -\n",
        "en|\n201 2 0:1:1 - - 1 byte dropped\n"},
       {"nothing else", "\xFF", "201 2 0:1:1 - - 1 byte dropped\n203 1 0:0:0 - - -\n",
-       "|\n201 2 0:1:1 - - 1 byte dropped\n"},
+       "|\n201 2 0:1:1 - - 1 byte dropped\n206 1 0:1:1 - - it begins with \"\"\n"},
       {"the last byte", "en\nk t\xC3", "en|\n0:2 k=t\n201 2 0:2:4 en - 1 byte dropped\n",
        "en|\n0:2 k=t\n201 2 0:2:4 en - 1 byte dropped\n"},
       {"at the start of a line", "en\n\xFFk t\n", "en|\n201 2 0:2:1 en - 5 bytes dropped\n",
@@ -136,9 +142,11 @@ TEST(DictionaryBytes, StrictStopsAtBytesThatAreNotUtf8AndLenientSkipsThem) {
        "en|\n0:2 k=\xC3\xA4\xF0\x9F\x98\x80\n201 2 0:2:5 en - 3 bytes dropped\n",
        "en|\n0:2 k=\xC3\xA4\xF0\x9F\x98\x80u\n201 2 0:2:5 en - 1 byte dropped\n"},
       {"problems come in the order of their lines", "en\nk t\nk u\nl \xFFv\nl w\n",
-       "en|\n0:2 k=t\n0:4 l=\n101 1 0:3:1 en k -\n201 2 0:4:3 en - 7 bytes dropped\n",
-       "en|\n0:2 k=t\n0:4 l=v\n101 1 0:3:1 en k -\n201 2 0:4:3 en - 1 byte dropped\n"
-       "101 1 0:5:1 en l -\n"},
+       "en|\n0:2 k=t\n0:4 l=\n101 1 0:3:1 en k the text of 0:2 stays\n201 2 0:4:3 en - 7 bytes "
+       "dropped\n",
+       "en|\n0:2 k=t\n0:4 l=v\n101 1 0:3:1 en k the text of 0:2 stays\n201 2 0:4:3 en - 1 byte "
+       "dropped\n"
+       "101 1 0:5:1 en l the text of 0:4 stays\n"},
   });
 }
 
@@ -194,11 +202,12 @@ TEST(DictionaryBytes, LenientReadsABackslashAndAnNAsALineBreak) {
       {"behind a backslash", "en\nk a\\\\nb\n", "en|\n0:2 k=a\\\\nb\n",
        "en|\n0:2 k=a\\\nb\n205 0 0:2:0 en k 1 line break\n"},
       {"not in a key", "en\na\\nb t\n", "en|\n0:2 a\\nb=t\n", "en|\n0:2 a\\nb=t\n"},
-      {"not in a header", "a\\nb c\\nd\n", "a\\nb|c\\nd\n", "a\\nb|c\\nd\n"},
+      {"not in a header", "en c\\nd\n", "en|c\\nd\n", "en|c\\nd\n"},
       {"not a capital letter, not a backslash at the end", "en\nk \\N\\\n", "en|\n0:2 k=\\N\\\n",
        "en|\n0:2 k=\\N\\\n"},
-      {"a repeated key tells only that", "en\nk t\nk \\n\n", "en|\n0:2 k=t\n101 1 0:3:1 en k -\n",
-       "en|\n0:2 k=t\n101 1 0:3:1 en k -\n"},
+      {"a repeated key tells only that", "en\nk t\nk \\n\n",
+       "en|\n0:2 k=t\n101 1 0:3:1 en k the text of 0:2 stays\n",
+       "en|\n0:2 k=t\n101 1 0:3:1 en k the text of 0:2 stays\n"},
       {"not across bytes that are skipped: they are gone", "en\nk a\\\xFFnb\n",
        "en|\n0:2 k=a\\\n201 2 0:2:5 en - 4 bytes dropped\n",
        "en|\n0:2 k=a\nb\n201 2 0:2:5 en - 1 byte dropped\n205 0 0:2:0 en k 1 line break\n"},
@@ -244,6 +253,48 @@ TEST(DictionaryBytes, NeedsNoListOfProblems) {
     EXPECT_EQ(texts.languages.size(), 1U);
     EXPECT_GE(texts.languages.front()->Entries().size(), 2U);
   }
+}
+
+TEST(DictionaryBytes, TellsAFirstLineThatDoesNotBeginWithTheIdOfALanguage) {
+  struct Case {
+    const char* id;
+    bool isId;
+  };
+  for (const Case& row :
+       {Case{"de", true}, Case{"gsw", true}, Case{"de-AT", true}, Case{"sr_Latn_RS", true},
+        Case{"es-419", true}, Case{"zh-Hant-TW", true}, Case{"DE", true}, Case{"d", false},
+        Case{"This", false}, Case{"deutsch", false}, Case{"d1", false}, Case{"de-", false},
+        Case{"-de", false}, Case{"de--AT", false}, Case{"de.UTF-8", false},
+        Case{"de-abcdefghi", false}, Case{"\u00E4\u00F6", false}, Case{"menu.file", false}}) {
+    const std::string id = row.id;
+    const std::string told = "206 1 0:1:1 " + id + " - it begins with \"" + id + "\"\n";
+    EXPECT_EQ(Read({id + " name\nk t\n"}, kStrict),
+              id + "|name\n0:2 k=t\n" + (row.isId ? "" : told));
+  }
+}
+
+TEST(DictionaryBytes, TakesTheFirstNameOfALanguage) {
+  EXPECT_EQ(Read({"de\nk t\n", "de  \n", "de Deutsch\n", "de German\n"}, kStrict),
+            "de|Deutsch\n0:2 k=t\n");
+}
+
+TEST(DictionaryBytes, LetsOtherFilesRepeatTheKeysOfAnOverride) {
+  ReadingOptions override;
+  override.isOverride = true;
+  TextCollection texts;
+  ProblemList problems;
+  ReadDictionaryBytes("en\nk own\nk again\n", "own", override, texts, &problems);
+  ReadDictionaryBytes("en\nk t\nl t\nl u\n", "1", {}, texts, &problems);
+  std::vector<std::string> lines;
+  for (const auto& problem : problems.All()) {
+    lines.push_back(Print(problem));
+  }
+  EXPECT_EQ(lines, (std::vector<std::string>{
+                       "own:3:1: warning: EL101. Key already declared. (the text of own:2 stays) "
+                       "(key \"k\") (language \"en\")",
+                       "1:4:1: warning: EL101. Key already declared. (the text of 1:3 stays) (key "
+                       "\"l\") (language \"en\")"}));
+  EXPECT_EQ(texts.languages[0]->Entries()[0]->Text(), "own");
 }
 
 // More entries than the table's first capacity, and than the estimate says.

@@ -145,8 +145,8 @@ TEST(KelmoFace, ReadsFilesAndFolders) {
   folder.Write(L"en-val.txt", "1 m\n");
   kelmo::Problems problems;
   kelmo::Loader loader;
-  EXPECT_TRUE(loader.add_file((folder.Path() / "own.txt").u8string(), problems));
-  EXPECT_TRUE(loader.add_folder(folder.Path().u8string(), problems));
+  EXPECT_TRUE(loader.add_file(folder.Path() / "own.txt", problems));
+  EXPECT_TRUE(loader.add_folder(folder.Path(), problems));
   const kelmo::View view(loader.finish(), {"en"});
   EXPECT_EQ(view.tr("quit"), "Leave");
   EXPECT_EQ(view.tr("hello"), "Hello {name}!");
@@ -189,6 +189,77 @@ TEST(KelmoFace, RefusesDecimalsThatNoNumberHas) {
   EXPECT_THROW(kelmo::number(1, -1), kelmo::Error);
   EXPECT_THROW(kelmo::count(1.0, 100), kelmo::Error);
   EXPECT_NO_THROW(kelmo::number(1, KELMO_MAX_DECIMALS));
+}
+
+TEST(KelmoFace, WritesAFloatWithTheDigitsOfAFloat) {
+  const kelmo::View view(Load({"en\nn {0}\ns {0} {0:.3f}\nw.one one\nw.other other\n"}), {"en"});
+  EXPECT_EQ(view.tr("n", 0.1F), "0.1");
+  EXPECT_EQ(view.tr("n", 0.1), "0.1");
+  EXPECT_EQ(view.tr("n", static_cast<double>(0.1F)), "0.10000000149011612");
+  EXPECT_EQ(view.tr("n", 16777216.0F), "16777216");
+  EXPECT_EQ(view.tr("s", 3.3333333F), "3.3333333 3.333");
+  EXPECT_EQ(view.tr("w", kelmo::count(1.0F)), "one");
+  EXPECT_EQ(view.tr("w", kelmo::count(0.1F)), "other");
+}
+
+TEST(KelmoFace, TellsEachProblemOfALongTextOnce) {
+  kelmo::ViewOptions options;
+  options.languages = {"en"};
+  options.problem_limit = 1;
+  const kelmo::View view(Load({"en\nn {0} {7}\nm {8}\n"}), options);
+  EXPECT_EQ(view.tr("m", 1), "{8}");
+  EXPECT_EQ(view.tr("n", std::string(300, 'x')), std::string(300, 'x') + " {7}");
+  const std::string missing(300, 'k');
+  EXPECT_EQ(view.tr(missing, 1), missing);
+  kelmo::Problems problems;
+  EXPECT_EQ(view.take_problems(problems), 2U);
+  EXPECT_EQ(problems.size(), 1U);
+}
+
+TEST(KelmoFace, MatchesTheLanguagesOfTheUser) {
+  const kelmo::Texts texts = Load({kGerman, kEnglish});
+  EXPECT_EQ(texts.match("de-AT")->id, "de");
+  EXPECT_EQ(texts.match("en")->name, "English");
+  EXPECT_FALSE(texts.match("fr"));
+  EXPECT_FALSE(kelmo::Texts().match("fr"));
+  const std::vector<std::string> languages = kelmo::languages_for_user(texts, "en");
+  EXPECT_EQ(std::count(languages.begin(), languages.end(), "en"), 1);
+}
+
+TEST(KelmoFace, HasANumberFormatThatIsReady) {
+  kelmo::NumberFormat format;
+  EXPECT_EQ(kelmo::print(-1234.5, format), "-1234.5");
+  format.is_grouped = 1;
+  EXPECT_EQ(kelmo::print(1234, format), "1234");
+  format.group_size = 3;
+  EXPECT_EQ(kelmo::print(1234, format), "1,234");
+  format.size = 0;
+  EXPECT_THROW(kelmo::print(1, format), kelmo::Error);
+  EXPECT_THROW(kelmo::print("one", kelmo::NumberFormat()), kelmo::Error);
+  EXPECT_EQ(kelmo::print(1.5, *kelmo::number_format_of_language("de")), "1,5");
+  EXPECT_FALSE(kelmo::number_format_of_language("none"));
+}
+
+TEST(KelmoFace, LoadsWhatACustomerMayHave) {
+  const ScratchFolder folder;
+  kelmo::LoadOptions own;
+  own.is_override = true;
+  own.optional = true;
+  kelmo::Problems problems;
+  kelmo::Loader loader;
+  EXPECT_TRUE(loader.add_folder(folder.Path() / "none", problems, own));
+  EXPECT_TRUE(loader.add_file(folder.Path() / "none.txt", problems, own));
+  EXPECT_NO_THROW(loader.add_file(folder.Path() / "none.txt", own));
+  loader.add_memory("en\nquit Leave\n", "own", problems, own);
+  loader.add_memory(kEnglish, "en.txt", problems);
+  EXPECT_TRUE(problems.empty());
+  EXPECT_TRUE(loader.add_folder(folder.Path(), problems));
+  ASSERT_EQ(problems.size(), 1U);
+  EXPECT_EQ(problems.at(0).code, KELMO_PROBLEM_EMPTY_FOLDER);
+  const kelmo::View view(loader.finish(), {"en"});
+  EXPECT_EQ(view.tr("quit"), "Leave");
+  EXPECT_EQ(view.find("hello")->file, "en.txt");
+  EXPECT_THROW(loader.add_folder(folder.Path() / "none"), kelmo::Error);
 }
 
 TEST(KelmoFace, IsolatesArgumentsByChoice) {

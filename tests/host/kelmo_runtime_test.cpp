@@ -181,6 +181,7 @@ TEST_F(KelmoRuntime, WithoutALibraryEachFunctionSaysSo) {
       kelmo_loader_add_memory(nullptr, nullptr, 0, nullptr, 0, nullptr, nullptr),
       kelmo_loader_finish(nullptr, nullptr),
       kelmo_texts_language(nullptr, 0, nullptr),
+      kelmo_texts_match_language(nullptr, nullptr, 0, nullptr),
       kelmo_texts_entry(nullptr, 0, 0, nullptr),
       kelmo_number_format_of_language(nullptr, 0, nullptr),
       kelmo_number_format_of_user(nullptr),

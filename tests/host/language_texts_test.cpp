@@ -17,7 +17,7 @@ using KelmoLibs::Host::NewText;
 using KelmoLibs::Host::TextRecord;
 
 NewText Entry(std::string_view key, std::string_view text, bool hasUtf16 = false) {
-  return {key, text, 0, 1, hasUtf16, false};
+  return {key, text, 0, 1, hasUtf16, false, false};
 }
 
 const TextRecord* Find(const LanguageTexts& texts, std::string_view key) {
@@ -37,7 +37,7 @@ TEST(LanguageTexts, FindsKeysOfEverySize) {
   LanguageTexts texts("en", "");
   for (std::size_t size = 0; size <= kLongest; ++size) {
     EXPECT_EQ(Find(texts, KeyOfSize(size, 'a')), nullptr) << size;
-    EXPECT_TRUE(texts.Add(Entry(KeyOfSize(size, 'a'), std::to_string(size)))) << size;
+    EXPECT_EQ(texts.Add(Entry(KeyOfSize(size, 'a'), std::to_string(size))), nullptr) << size;
   }
   for (std::size_t size = 0; size <= kLongest; ++size) {
     const TextRecord* const found = Find(texts, KeyOfSize(size, 'a'));
@@ -52,8 +52,9 @@ TEST(LanguageTexts, FindsKeysOfEverySize) {
 
 TEST(LanguageTexts, KeepsTheFirstTextOfAKey) {
   LanguageTexts texts("en", "English");
-  EXPECT_TRUE(texts.Add({"k", "first", 3, 7, false, true}));
-  EXPECT_FALSE(texts.Add({"k", "second", 4, 8, true, false}));
+  EXPECT_EQ(texts.Add({"k", "first", 3, 7, false, true, true}), nullptr);
+  EXPECT_EQ(texts.Add({"k", "second", 4, 8, true, false, false}), texts.Entries()[0]);
+  EXPECT_EQ(texts.Entries()[0]->isOverride, 1U);
   EXPECT_EQ(texts.Id(), "en");
   EXPECT_EQ(texts.Name(), "English");
   ASSERT_EQ(texts.Entries().size(), 1U);
@@ -71,7 +72,7 @@ TEST(LanguageTexts, EndsKeysAndTextsWithAZero) {
   for (const std::string_view key : kParts) {
     for (const std::string_view text : kParts) {
       const std::string unique = std::string(key) + std::to_string(texts.Entries().size());
-      ASSERT_TRUE(texts.Add(Entry(unique, text, true)));
+      ASSERT_EQ(texts.Add(Entry(unique, text, true)), nullptr);
       const TextRecord& entry = *texts.Entries().back();
       EXPECT_EQ(entry.Key(), unique);
       EXPECT_EQ(*(entry.Key().data() + unique.size()), '\0');
@@ -106,12 +107,12 @@ TEST(LanguageTexts, FindsKeysThatCollide) {
   }
   LanguageTexts texts("en", "");
   for (std::size_t i = 0; i < kKeys; ++i) {
-    ASSERT_TRUE(texts.Add(Entry(keys[i], keys[i])));
+    ASSERT_EQ(texts.Add(Entry(keys[i], keys[i])), nullptr);
   }
   for (std::size_t i = 0; i < 2 * kKeys; ++i) {
     const TextRecord* const found = Find(texts, keys[i]);
     ASSERT_EQ(found, i < kKeys ? texts.Entries()[i] : nullptr) << keys[i];
-    EXPECT_EQ(texts.Add(Entry(keys[i], "again")), i >= kKeys) << keys[i];
+    EXPECT_EQ(texts.Add(Entry(keys[i], "again")), found) << keys[i];
   }
 }
 

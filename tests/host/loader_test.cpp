@@ -45,8 +45,10 @@ TEST_F(LoaderTest, ReadsAFolderInTheOrderOfTheBytesOfItsNames) {
   EXPECT_TRUE(loader_.AddFolder(top_, strict_, &problems_));
   EXPECT_EQ(Texts(), "en|\n" + PathOf(".txt") + ":2 k=dot\nru|\n" +
                          PathOf("\xD0\xB0 \xD0\xB1.txt") + ":2 k=r\n");
-  EXPECT_EQ(Dump(problems_), "101 1 " + PathOf("Z.txt") + ":2:1 en k -\n101 1 " + PathOf("a.txt") +
-                                 ":2:1 en k -\n101 1 " + PathOf("b.txt") + ":2:1 en k -\n");
+  const std::string stays = " the text of " + PathOf(".txt") + ":2 stays\n";
+  EXPECT_EQ(Dump(problems_), "101 1 " + PathOf("Z.txt") + ":2:1 en k" + stays + "101 1 " +
+                                 PathOf("a.txt") + ":2:1 en k" + stays + "101 1 " +
+                                 PathOf("b.txt") + ":2:1 en k" + stays);
 }
 
 TEST_F(LoaderTest, LeavesOutWhatIsNoDictionary) {

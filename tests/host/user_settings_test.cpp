@@ -31,7 +31,16 @@ std::string Printable(const char* mark) {
   return printable;
 }
 
-TEST(UserSettings, GiveTheNumberFormat) {
+class UserSettings : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (std::getenv("KELMO_EXPECTED_FORMAT") == nullptr) {
+      GTEST_SKIP() << "CTest runs this with the settings of several users";
+    }
+  }
+};
+
+TEST_F(UserSettings, GiveTheNumberFormat) {
   kelmo_number_format format = {};
   format.size = sizeof format;
   const std::string locale = std::setlocale(LC_ALL, nullptr);
@@ -47,7 +56,7 @@ TEST(UserSettings, GiveTheNumberFormat) {
   EXPECT_EQ(format.size, sizeof format);
 }
 
-TEST(UserSettings, GiveTheLanguages) {
+TEST_F(UserSettings, GiveTheLanguages) {
   std::string ids;
   char id[100];
   std::size_t index = 0;

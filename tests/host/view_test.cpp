@@ -57,8 +57,33 @@ TEST(View, LeavesOutLanguagesThatTheTextsLack) {
   ProblemList problems;
   const View view(texts, ViewOf({"fr", "DE", "de"}), &problems);
   EXPECT_EQ(Told(view.Find("ok")), "de: Gut");
-  EXPECT_EQ(Printed(problems), (Lines{"warning: EL112. Dictionary not found (language \"fr\")",
-                                      "warning: EL112. Dictionary not found (language \"DE\")"}));
+  EXPECT_EQ(Printed(problems),
+            (Lines{"warning: EL112. Dictionary not found: the texts have de (language \"fr\")",
+                   "warning: EL112. Dictionary not found: the texts have de (language \"DE\")"}));
+}
+
+TEST(View, TellsThatItHasNoLanguage) {
+  ProblemList problems;
+  const TextCollection none = LoadTexts({});
+  const TextCollection two = LoadTexts({"de\nok Gut\n", "en\nok OK\n"});
+  const View first(none, ViewOf({}), &problems);
+  const View second(two, ViewOf({"fr"}), &problems);
+  EXPECT_EQ(Printed(problems),
+            (Lines{"error: The view has no language: the texts have none",
+                   "warning: EL112. Dictionary not found: the texts have de, en (language \"fr\")",
+                   "error: The view has no language: the texts have de, en"}));
+}
+
+TEST(View, TellsThatAMissingKeyHasForms) {
+  const TextCollection texts = LoadTexts({"de\nn.one eins\nn.other viele\nm.one eins\n"});
+  const View view(texts, ViewOf({"de"}), nullptr);
+  ProblemList problems;
+  view.TellMissing("n", &problems);
+  view.TellMissing("m", &problems);
+  EXPECT_EQ(Printed(problems),
+            (Lines{"warning: EL121. Key not found in dictionary: it has plural forms, and no count "
+                   "was given (key \"n\") (language \"de\")",
+                   "warning: EL121. Key not found in dictionary (key \"m\") (language \"de\")"}));
 }
 
 TEST(View, FindsTheFormForANumber) {
@@ -152,7 +177,9 @@ TEST(View, RecordsMissingKeysUpToItsLimit) {
   options.problemLimit = 2;
   const View view(texts, options, nullptr);
   for (const char* key : {"ok", "b", "a", "b", "c"}) {
-    view.Find(key);
+    if (view.Find(key).record == nullptr) {
+      view.TellMissing(key, nullptr);
+    }
   }
   ProblemList problems;
   EXPECT_EQ(view.TakeProblems(&problems), 1U);
@@ -166,7 +193,7 @@ TEST(View, RecordsKeysThatAreNotUtf8WithReplacements) {
   ViewOptions options = ViewOf({"de"});
   options.problemLimit = 9;
   const View view(texts, options, nullptr);
-  view.Find("a\xFF\xC3z\xE2\x82");
+  view.TellMissing("a\xFF\xC3z\xE2\x82", nullptr);
   ProblemList problems;
   view.TakeProblems(&problems);
   EXPECT_EQ(
@@ -191,7 +218,7 @@ TEST(View, KeepsACopyOfItsNumberFormat) {
 }
 
 TEST(View, WritesNumbersAsItsFirstLanguage) {
-  const TextCollection texts = LoadTexts({"de\nok Gut\n"});
+  const TextCollection texts = LoadTexts({"de\nok Gut\n", "tlh\nok maj\n"});
   struct Case {
     const char* name;
     std::vector<std::string_view> languages;
@@ -199,7 +226,7 @@ TEST(View, WritesNumbersAsItsFirstLanguage) {
   };
   const std::vector<Case> cases = {
       {"German", {"de", "en"}, ","},
-      {"the first, also if the texts lack it", {"de-CH", "de"}, "."},
+      {"the first that the texts have", {"en", "de"}, ","},
       {"a first language without a known format", {"tlh", "de"}, "."},
       {"no language", {}, "."},
   };

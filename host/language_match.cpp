@@ -1,0 +1,52 @@
+#include "host/language_match.h"
+
+#include <algorithm>
+#include <string>
+
+namespace KelmoLibs::Host {
+namespace {
+
+constexpr std::size_t kScriptSize = 4;
+
+// With small letters and `-`.
+std::string Normalized(std::string_view id) {
+  std::string normal(id);
+  for (char& c : normal) {
+    if (c >= 'A' && c <= 'Z') {
+      c = static_cast<char>(c - 'A' + 'a');
+    } else if (c == '_') {
+      c = '-';
+    }
+  }
+  return normal;
+}
+
+// The regions that read traditional characters.
+bool IsTraditionalChinese(std::string_view normal) noexcept {
+  return normal == "zh-tw" || normal == "zh-hk" || normal == "zh-mo";
+}
+
+}  // namespace
+
+std::optional<std::size_t> MatchLanguage(const TextCollection& texts, std::string_view wanted) {
+  std::string id = Normalized(wanted);
+  for (;;) {
+    const auto found =
+        std::find_if(texts.languages.begin(), texts.languages.end(),
+                     [&id](const auto& language) { return Normalized(language->Id()) == id; });
+    if (found != texts.languages.end()) {
+      return static_cast<std::size_t>(found - texts.languages.begin());
+    }
+    const std::size_t last = id.rfind('-');
+    if (last == std::string::npos || id.size() - last - 1 == kScriptSize) {
+      return std::nullopt;
+    }
+    if (IsTraditionalChinese(id)) {
+      id = "zh-hant";
+    } else {
+      id.resize(last);
+    }
+  }
+}
+
+}  // namespace KelmoLibs::Host

@@ -1,0 +1,54 @@
+#include "host/language_match.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/host/texts_of_tests.h"
+
+namespace {
+
+using KelmoLibs::Host::MatchLanguage;
+using KelmoLibs::Host::TextCollection;
+
+TEST(MatchLanguage, LeavesOutPartsFromTheEndButNoScript) {
+  struct Case {
+    const char* name;
+    std::vector<std::string> loaded;
+    const char* wanted;
+    std::string expected;  // empty: none
+  };
+  const std::vector<Case> cases = {
+      {"the same", {"en", "de"}, "de", "de"},
+      {"the region left out", {"en", "de"}, "de-AT", "de"},
+      {"the region if it is there", {"de", "de-AT"}, "de-AT", "de-AT"},
+      {"not another region", {"de-CH"}, "de-AT", ""},
+      {"not a region that nobody named", {"de-AT"}, "de", ""},
+      {"large letters and underscores", {"pt_br"}, "PT-BR", "pt_br"},
+      {"large letters in the dictionary", {"DE"}, "de_AT", "DE"},
+      {"the first of two", {"DE", "de"}, "de", "DE"},
+      {"several parts", {"sr-Latn"}, "sr-Latn-RS-x", "sr-Latn"},
+      {"a script is not left out", {"sr"}, "sr-Latn", ""},
+      {"nor behind a region", {"zh"}, "zh-Hant-TW", ""},
+      {"a region of traditional Chinese", {"zh", "zh-Hant"}, "zh-TW", "zh-Hant"},
+      {"the region itself", {"zh-Hant", "zh-HK"}, "zh-HK", "zh-HK"},
+      {"no traditional Chinese", {"zh"}, "zh-MO", ""},
+      {"simplified Chinese", {"zh"}, "zh-CN", "zh"},
+      {"nothing wanted", {"de"}, "", ""},
+      {"only a mark", {"de"}, "-", ""},
+      {"nothing loaded", {}, "de", ""},
+      {"a language with four letters has no script", {"This"}, "this", "This"},
+  };
+  for (const Case& row : cases) {
+    std::vector<std::string> dictionaries;
+    for (const std::string& id : row.loaded) {
+      dictionaries.push_back(id + "\nk t\n");
+    }
+    const TextCollection texts = LoadTexts(dictionaries);
+    const auto found = MatchLanguage(texts, row.wanted);
+    EXPECT_EQ(found ? texts.languages[*found]->Id() : "", row.expected) << row.name;
+  }
+}
+
+}  // namespace
