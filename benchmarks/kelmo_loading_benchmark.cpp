@@ -39,7 +39,7 @@ kelmo::Texts LoadByKelmo(const std::filesystem::path& file, const kelmo::LoadOpt
 
 std::filesystem::path Write(const NamedLanguage& language, std::size_t size) {
   const std::string id = std::string(language.name) + "_" + std::to_string(size);
-  const std::filesystem::path file = ScratchFolder() / (id + ".txt");
+  std::filesystem::path file = ScratchFolder() / (id + ".txt");
   const Catalogue catalogue = MakeCatalogue(language.language, size);
   WriteDictionary(file, id, catalogue);
   const kelmo::View view(LoadByKelmo(file, {}), {id});
@@ -74,13 +74,23 @@ void TimeIteration(benchmark::State& state, Work work) {
   state.SetIterationTime(time.count());
 }
 
-void TimeKelmo(benchmark::State& state, const std::filesystem::path& file,
-               const kelmo::LoadOptions& options) {
-  for ([[maybe_unused]] const auto iteration : state) {
-    const kelmo::Texts earlier = LoadByKelmo(EarlierFile(), options);
-    std::optional<kelmo::Texts> texts;
-    TimeIteration(state, [&] { texts = LoadByKelmo(file, options); });
+struct TimeKelmo {
+  kelmo::LoadOptions options;
+
+  void operator()(benchmark::State& state, const std::filesystem::path& file) const {
+    for ([[maybe_unused]] const auto iteration : state) {
+      const kelmo::Texts earlier = LoadByKelmo(EarlierFile(), options);
+      std::optional<kelmo::Texts> texts;
+      TimeIteration(state, [&] { texts = LoadByKelmo(file, options); });
+    }
   }
+};
+
+TimeKelmo TimeKelmoWith(bool isLenient, bool hasUtf16) {
+  TimeKelmo time;
+  time.options.lenient = isLenient;
+  time.options.utf16 = hasUtf16;
+  return time;
 }
 
 void TimeLoadDictionary(benchmark::State& state, const std::filesystem::path& file) {
@@ -105,19 +115,11 @@ void Register(const NamedLanguage& language, const char* subject, std::size_t si
 
 int main(int argc, char** argv) {
   using namespace benchmarks;
-  const auto with = [](bool isLenient, bool hasUtf16) {
-    kelmo::LoadOptions options;
-    options.lenient = isLenient;
-    options.utf16 = hasUtf16;
-    return [options](benchmark::State& state, const std::filesystem::path& file) {
-      TimeKelmo(state, file, options);
-    };
-  };
   for (const NamedLanguage& language : kLanguages) {
     for (const std::size_t size : kSizes) {
-      Register(language, "kelmo", size, with(false, false));
-      Register(language, "kelmo_lenient", size, with(true, false));
-      Register(language, "kelmo_utf16", size, with(false, true));
+      Register(language, "kelmo", size, TimeKelmoWith(false, false));
+      Register(language, "kelmo_lenient", size, TimeKelmoWith(true, false));
+      Register(language, "kelmo_utf16", size, TimeKelmoWith(false, true));
       Register(language, "load_dictionary", size, TimeLoadDictionary);
     }
   }

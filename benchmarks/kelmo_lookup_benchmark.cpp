@@ -239,7 +239,7 @@ void RegisterHits(const std::string& row, const std::string& subject, std::size_
   benchmark::RegisterBenchmark(
       NameWithSize("view/" + row + "/" + subject, size).c_str(), [plan](benchmark::State& state) {
         const Dictionary& dictionary = DictionaryOf(plan);
-        const Subject& asked = SubjectOf<Subject>(dictionary);
+        const auto& asked = SubjectOf<Subject>(dictionary);
         if constexpr (kIsSized) {
           TimeLookups(state, asked, SizedKeys(dictionary));
         } else {

@@ -86,6 +86,7 @@ struct Call {
   std::size_t text;
   std::string key;
   int count;
+  unsigned long number;  // NOLINT(google-runtime-int): the count as gettext wants it
 };
 
 const std::vector<Call>& Calls() {
@@ -98,6 +99,7 @@ const std::vector<Call>& Calls() {
       // Half of the numbers are small, as in programs.
       call.count = static_cast<int>(random.Below(2) == 0 ? random.Below(6)
                                                          : random.Below(kLargestCount + 1));
+      call.number = static_cast<decltype(call.number)>(call.count);
     }
     return calls;
   }();
@@ -116,7 +118,8 @@ std::vector<PluralEntry> EntriesOf(const Language& language, const std::string& 
   return entries;
 }
 
-// ---- The subjects: each has a constructor from a language, and Write, which returns a text.
+// ---- The subjects: each has a constructor from a language, Prepare for the calls before a round, and
+// Write, which returns a text.
 
 class KelmoView {
  public:
@@ -138,6 +141,8 @@ class KelmoView {
     options.numbers = kelmo::number_format_of_language("en");  // Arabic has digits of its own
     view_ = kelmo::View(loader.finish(), options);
   }
+
+  void Prepare() const {}
 
  protected:
   kelmo::View view_;
@@ -177,10 +182,11 @@ class Gettext {
     BindGettextDomain(ScratchFolder(), domain_);
   }
 
+  void Prepare() const {}
+
   std::string_view Write(Buffer& buffer, const Call& call) const {
     const char* const key = call.key.c_str();
-    const char* const format =
-        ::dngettext(domain_.c_str(), key, key, static_cast<unsigned long>(call.count));
+    const char* const format = ::dngettext(domain_.c_str(), key, key, call.number);
     const int size = std::snprintf(buffer.data(), buffer.size(), format, call.count);
     return {buffer.data(), static_cast<std::size_t>(size)};
   }
@@ -202,6 +208,8 @@ class BoostLocale {
     generator.add_messages_domain(domain);
     locale_ = generator("de_DE.UTF-8");
   }
+
+  void Prepare() const {}
 
   std::string Write(Buffer& /*buffer*/, const Call& call) const {
     const char* const key = call.key.c_str();
@@ -229,6 +237,8 @@ class IcuMessages {
     }
     pattern_ = icu::UnicodeString::fromUTF8(pattern + "}");
   }
+
+  void Prepare() const {}
 
  protected:
   icu::Locale locale_;
@@ -306,13 +316,6 @@ std::string BytesOf(std::string_view text) { return std::string(text); }
 
 // ---- Timing
 
-template <class Subject>
-auto Prepare(Subject& subject, int) -> decltype(subject.Prepare()) {
-  subject.Prepare();
-}
-template <class Subject>
-void Prepare(Subject& /*subject*/, long) {}
-
 /// The texts of all calls: each subject must give the same.
 template <class Subject>
 void Check(const Language& language, Subject& subject) {
@@ -336,7 +339,7 @@ void Register(const std::string& name) {
           if (isNew) {
             subject = std::make_shared<Subject>(language);
           }
-          Prepare(*subject, 0);
+          subject->Prepare();
           if (isNew) {
             Check(language, *subject);
           }

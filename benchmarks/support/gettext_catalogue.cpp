@@ -14,7 +14,7 @@ namespace {
 
 // The folder in which gettext looks for the catalogues of a language.
 std::filesystem::path FolderOf(const std::filesystem::path& folder, const std::string& language) {
-  const std::filesystem::path catalogues = folder / language / "LC_MESSAGES";
+  std::filesystem::path catalogues = folder / language / "LC_MESSAGES";
   std::filesystem::create_directories(catalogues);
   return catalogues;
 }
