@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <new>
 
-#include "text/utf16_units.h"
+#include "host/utf16_units.h"
 
 namespace KelmoLibs::Host {
 namespace {
@@ -17,8 +17,7 @@ const TextRecord* LanguageTexts::Add(const NewText& added) {
   if (const TextRecord* const existing = table_.Find(query)) {
     return existing;
   }
-  const std::size_t utf16Size =
-      added.hasUtf16 ? Localize::Utf16Length(added.text) : TextRecord::kNoUtf16;
+  const std::size_t utf16Size = added.hasUtf16 ? Utf16Length(added.text) : TextRecord::kNoUtf16;
   std::size_t bytes = TextRecord::Utf16Offset(added.key.size(), added.text.size());
   if (added.hasUtf16) {
     bytes += (utf16Size + 1) * sizeof(std::uint16_t);
@@ -37,7 +36,7 @@ const TextRecord* LanguageTexts::Add(const NewText& added) {
     end = std::copy(added.text.begin(), added.text.end(), end);
     *end = '\0';
     if (added.hasUtf16) {
-      *Localize::EncodeUtf16(added.text, const_cast<std::uint16_t*>(record->Utf16())) = 0;
+      *EncodeUtf16(added.text, const_cast<std::uint16_t*>(record->Utf16())) = 0;
     }
     return record;
   }));

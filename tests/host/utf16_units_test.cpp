@@ -1,4 +1,4 @@
-#include "text/utf16_units.h"
+#include "host/utf16_units.h"
 
 #include <gtest/gtest.h>
 
@@ -10,8 +10,8 @@
 
 namespace {
 
-using KelmoLibs::Localize::EncodeUtf16;
-using KelmoLibs::Localize::Utf16Length;
+using KelmoLibs::Host::EncodeUtf16;
+using KelmoLibs::Host::Utf16Length;
 using Units = std::vector<std::uint16_t>;
 
 Units UnitsOf(char32_t character) {

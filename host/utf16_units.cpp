@@ -1,9 +1,14 @@
-#include "text/utf16_units.h"
+#include "host/utf16_units.h"
 
 #include "storage/word.h"
 
-namespace KelmoLibs::Localize {
+namespace KelmoLibs::Host {
 namespace {
+
+using Localize::kEveryByte;
+using Localize::kHighestBits;
+using Localize::kWordBytes;
+using Localize::LoadWord;
 
 unsigned ByteAt(std::string_view bytes, std::size_t index) noexcept {
   return static_cast<unsigned char>(bytes[index]);
@@ -71,4 +76,4 @@ std::uint16_t* EncodeUtf16(std::string_view wellFormed, std::uint16_t* units) no
   return units;
 }
 
-}  // namespace KelmoLibs::Localize
+}  // namespace KelmoLibs::Host

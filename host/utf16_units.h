@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
-namespace KelmoLibs::Localize {
+namespace KelmoLibs::Host {
 
 /// Number of code units that EncodeUtf16 writes. Precondition: `wellFormed` is UTF-8.
 std::size_t Utf16Length(std::string_view wellFormed) noexcept;
@@ -14,4 +14,4 @@ std::size_t Utf16Length(std::string_view wellFormed) noexcept;
 /// the end. Precondition: `wellFormed` is UTF-8.
 std::uint16_t* EncodeUtf16(std::string_view wellFormed, std::uint16_t* units) noexcept;
 
-}  // namespace KelmoLibs::Localize
+}  // namespace KelmoLibs::Host
