@@ -97,6 +97,9 @@ SystemError ReadFileAt(const std::string& path, FileBytes& result) {
 }
 
 SystemError ListFilesAt(const std::string& path, std::vector<std::string>& names) {
+  if (path.empty()) {  // the pattern "*" would be that of the working folder
+    return {ERROR_PATH_NOT_FOUND};
+  }
   FoundFiles files(WideOf(JoinNative(path, "*")));
   if (!files.IsOpen()) {
     const SystemError error = LastError();  // the top folder of a drive may have no entry at all

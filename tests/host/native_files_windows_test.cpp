@@ -81,7 +81,9 @@ TEST(NativeFilesWindows, CloseTheirHandles) {
 }
 
 TEST(NativeFilesWindows, JoinWithOneSeparator) {
-  EXPECT_EQ(JoinNative("a", "b"), "a\\b");
+  EXPECT_EQ(JoinNative("a", "b"), "a/b");
+  EXPECT_EQ(JoinNative("a\\b", "c"), "a\\b\\c");
+  EXPECT_EQ(JoinNative("a/b", "c"), "a/b/c");
   EXPECT_EQ(JoinNative("a\\", "b"), "a\\b");
   EXPECT_EQ(JoinNative("a/", "b"), "a/b");
   EXPECT_EQ(JoinNative("", "b"), "b");
