@@ -10,7 +10,21 @@ install(DIRECTORY include/kelmo TYPE INCLUDE)
 if(MSVC)
   install(FILES ${runtime_folder}/kelmo_localizer_runtime.h TYPE INCLUDE)
 endif()
-install(FILES NOTICES.md TYPE DOC)
+install(FILES NOTICES.md docs/formats.md docs/kelmo.md docs/kelmo_from_others.md docs/messages.md TYPE DOC)
+# The programs that docs/kelmo.md shows, with their dictionaries.
+install(
+  FILES
+    examples/first_texts.c
+    examples/first_texts.cpp
+    examples/kelmo_features.cpp
+    examples/list_languages.c
+    examples/loaded_texts.cpp
+    examples/pump_sheet.c
+    examples/pump_sheet.cpp
+    examples/reload.cpp
+  DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples
+)
+install(DIRECTORY examples/pump_sheet examples/texts DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
 install(EXPORT ${PROJECT_NAME} FILE ${PROJECT_NAME}Config.cmake NAMESPACE kelmo:: DESTINATION ${package})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/${PROJECT_NAME}ConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 # A package for another system or processor must not be found. The linker would not notice another system.

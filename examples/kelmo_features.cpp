@@ -84,11 +84,17 @@ void Fallback() {
 }
 
 void Override() {
+  kelmo::LoadOptions own;
+  own.is_override = true;  // files that are loaded later may repeat its keys
+  own.optional = true;     // it need not exist
+  kelmo::Problems problems;
   kelmo::Loader loader;
-  loader.add_memory("en English\npump Unit 7\n", "customer/en.txt");  // first: it counts
-  loader.add_memory("en English\npump Pump\nvalve Valve\n", "program/en.txt");
+  loader.add_folder("no such folder", problems, own);
+  loader.add_memory("en English\npump Unit 7\n", "customer/en.txt", problems, own);
+  loader.add_memory("en English\npump Pump\nvalve Valve\n", "program/en.txt", problems);
   const kelmo::View view(loader.finish(), {"en"});
-  std::cout << view.tr("pump") << ", " << view.tr("valve") << '\n';
+  std::cout << view.tr("pump") << ", " << view.tr("valve") << ", problems: " << problems.size()
+            << '\n';
 }
 
 void Missing() {

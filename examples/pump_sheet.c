@@ -5,9 +5,10 @@
 static void print_text(const kelmo_view* view, const char* key, size_t count,
                        const kelmo_argument* arguments) {
   char line[256] = "";
-  kelmo_view_format(view, key, KELMO_ZERO_TERMINATED, arguments, count, line, sizeof line, NULL,
+  size_t needed = 0;
+  kelmo_view_format(view, key, KELMO_ZERO_TERMINATED, arguments, count, line, sizeof line, &needed,
                     NULL);
-  puts(line);
+  printf("%s%s\n", line, needed < sizeof line ? "" : "..."); /* cut, if it was too long */
 }
 
 static void print_one(const kelmo_view* view, const char* key, kelmo_argument argument) {
@@ -63,9 +64,13 @@ int main(void) {
                                         .languages = languages,
                                         .language_count = 2};
     kelmo_view* view = NULL;
+    size_t lost = 0;
     kelmo_view_create(texts, &options, &view, problems);
     print_sheet(view, language.name.data);
-    kelmo_view_take_problems(view, problems, NULL);
+    kelmo_view_take_problems(view, problems, &lost); /* before the view goes */
+    if (lost != 0) {
+      printf("Problems that were not recorded: %lu\n", (unsigned long)lost);
+    }
     kelmo_view_release(view);
   }
   for (size_t i = 0; kelmo_problems_print(problems, i, line, sizeof line, NULL) == KELMO_OK; ++i) {

@@ -101,7 +101,7 @@ KELMO_API const char* kelmo_status_name(kelmo_status status);
 
 /** A string that someone else owns. */
 typedef struct kelmo_string {
-  const char* data; /**< UTF-8; null counts as the empty string */
+  const char* data; /**< UTF-8; null only with the size 0, and is the empty string then */
   size_t size;      /**< in bytes, without the zero; as an argument also KELMO_ZERO_TERMINATED */
 } kelmo_string;
 
