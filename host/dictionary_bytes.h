@@ -20,7 +20,7 @@ struct ReadingOptions {
 /// each further line that is not empty is an entry. The first text of a key stays.
 ///
 /// Strict, it reads exactly what the first library reads: everything before the first byte that is
-/// not UTF-8. Lenient, it skips a byte-order mark at the start and bytes that are not UTF-8, and
+/// not UTF-8. Lenient, it skips a leading byte-order mark and bytes that are not UTF-8, and
 /// reads a backslash and an n in a text as a line break. It tells what it meets in `problems`, which
 /// may be null. Throws std::bad_alloc; what was added before stays.
 void ReadDictionaryBytes(std::string_view bytes, std::string_view fileName,

@@ -398,7 +398,7 @@ KELMO_API void kelmo_view_release(kelmo_view* view);
 /** The texts of the view, which live as long as the view; null for null. */
 KELMO_API kelmo_texts* kelmo_view_texts(const kelmo_view* view);
 
-/** The text of a key in the first language that has it, as it stands in the dictionary. For a key
+/** What the first language that has the key says, as it stands in the dictionary. For a key
  * that no language has, what the view's options say: the result may then be `key` itself, which
  * ends with a zero only if the caller put one there. Never null: an argument that is not allowed
  * gives the empty text. `*size`, unless it is null, gets the size of the result. Thread-safe. Cost:
@@ -407,7 +407,7 @@ KELMO_API kelmo_texts* kelmo_view_texts(const kelmo_view* view);
 KELMO_API const char* kelmo_view_text(const kelmo_view* view, const char* key, size_t key_size,
                                       size_t* size);
 
-/** Finds the text of a key in the first language that has it, and tells where it comes from. With
+/** Finds the key in the first language that has it, and tells where its text comes from. With
  * `count`, which may be null, finds the form for that number: see kelmo_view_format.
  * KELMO_NOT_FOUND: no language has it, and `result` is unchanged; the view records the key, if it
  * records any. A text that is found may be empty. Thread-safe. */

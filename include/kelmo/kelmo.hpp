@@ -668,7 +668,7 @@ class View {
   View(const Texts& texts, std::vector<std::string> languages, Problems& problems)
       : View(texts, of_languages(std::move(languages)), problems) {}
 
-  /** The text of a key in the first language that has it, as it stands in the dictionary. For a key
+  /** What the first language that has the key says, as it stands in the dictionary. For a key
    * that no language has, what the options say. */
   std::string tr(std::string_view key) const {
     std::size_t size = 0;
