@@ -37,11 +37,18 @@ kelmo_status TakeMark(const char (&given)[size], std::string_view& taken) noexce
   return IsUtf8(taken) ? KELMO_OK : KELMO_INVALID_UTF8;
 }
 
-// Whether ten characters begin there.
+// A count is a number.
+kelmo_status TakeValue(const kelmo_string& given, Argument& taken) noexcept {
+  std::string_view text;
+  const kelmo_status status = taken.isCount ? KELMO_INVALID_ARGUMENT : TakeText(given, text);
+  taken.value = Argument::Value(text);
+  return status;
+}
+
+// Whether ten characters begin there, for a character that is not 0.
 bool IsZeroDigit(std::uint32_t character) noexcept {
   constexpr std::uint32_t kNine = 9;
-  return (character != 0 && character < 0xD800 - kNine) ||
-         (character > 0xDFFF && character <= 0x10FFFF - kNine);
+  return character < 0xD800 - kNine || (character > 0xDFFF && character <= 0x10FFFF - kNine);
 }
 
 }  // namespace
@@ -59,13 +66,8 @@ kelmo_status TakeArgument(const kelmo_argument& given, Argument& taken) noexcept
     return status;
   }
   switch (given.type) {
-    case KELMO_ARGUMENT_TEXT: {
-      std::string_view text;
-      const kelmo_status status =
-          taken.isCount ? KELMO_INVALID_ARGUMENT : TakeText(given.text, text);
-      taken.value = Argument::Value(text);
-      return status;
-    }
+    case KELMO_ARGUMENT_TEXT:
+      return TakeValue(given.text, taken);
     case KELMO_ARGUMENT_INTEGER:
       taken.value = Argument::Value(given.integer);
       return KELMO_OK;

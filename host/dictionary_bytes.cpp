@@ -60,8 +60,9 @@ class Reader {
         bytes.remove_prefix(kByteOrderMark.size());
       }
     }
-    const std::size_t end =
-        Localize::ControlZEndsText() ? bytes.find('\x1A') : std::string_view::npos;
+    const bool endsAtControlZ = Localize::ControlZEndsText();
+    // not covered, true of `endsAtControlZ`: Windows only
+    const std::size_t end = endsAtControlZ ? bytes.find('\x1A') : std::string_view::npos;
     const std::string_view text = bytes.substr(0, end);
     const std::size_t valid = WellFormedUtf8Length(text);
     const bool hasFaults = valid < text.size();
@@ -70,7 +71,10 @@ class Reader {
     ReadLines(isCut ? text.substr(0, valid) : text);
     if (isCut) {
       TellDropped(ProblemCode::kNotUtf8, PlaceBehind(text.substr(0, valid)), bytes.size() - valid);
-    } else if (text.size() < bytes.size()) {
+    }
+    // not covered, true of `text.size() < bytes.size()`: Windows only
+    else if (text.size() < bytes.size()) {
+      // not covered: Windows only
       TellDropped(ProblemCode::kControlZ, PlaceBehind(text), bytes.size() - text.size() - 1);
     }
     if (language_ == nullptr) {
@@ -201,7 +205,9 @@ class Reader {
     while (!text.empty()) {
       const std::size_t valid = WellFormedUtf8Length(text);
       const bool isAll = valid == text.size();
+      // not covered, false of `isAll`: Windows only
       position.column += CountCharacters(text.substr(0, valid)) + (isAll ? 0U : 1U);
+      // not covered, false of `isAll`: Windows only
       text.remove_prefix(isAll ? valid : valid + 1);
     }
     return position;
@@ -215,6 +221,7 @@ class Reader {
 
   void TellDropped(ProblemCode code, const Position& position, std::size_t bytes) {
     if (problems_ != nullptr) {
+      // not covered, true of `bytes == 0`: Windows only
       const auto severity = bytes == 0 ? ProblemSeverity::kNote : ProblemSeverity::kError;
       problems_->Append([&] {
         Problem problem = Describe(code, severity, position, {});

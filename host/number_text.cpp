@@ -106,8 +106,7 @@ class DigitsBuffer {
         if (const std::size_t size = PrintFewDecimals(number); size != 0) {
           return {size, false, kNoDecimals};
         }
-        const bool hasExponent =
-            number != 0 && (number < kLastWithExponentBelow || number >= kFirstWithExponent);
+        const bool hasExponent = number < kLastWithExponentBelow || number >= kFirstWithExponent;
         const auto format = hasExponent ? std::chars_format::scientific : std::chars_format::fixed;
         const std::to_chars_result end =
             argument.isFloat ? std::to_chars(Begin(), End(), static_cast<float>(number), format)
@@ -123,7 +122,7 @@ class DigitsBuffer {
             true, kNoDecimals};
   }
 
-  // The shortest text of a number with up to three decimals, as most are, in half the time of
+  // The shortest text of a number with up to three decimals, as 0 and most are, in half the time of
   // std::to_chars; 0 for other numbers. Two texts of up to 15 digits never read as the same number:
   // one that reads as `number` is the shortest.
   std::size_t PrintFewDecimals(double number) noexcept {
@@ -201,6 +200,7 @@ class Writer {
     const auto width = static_cast<std::size_t>(spec.width);
     const std::size_t size = CharacterCount(sign) + CountCharacters(parts);
     const std::size_t padding = width > size ? width - size : 0;
+    // not covered, true of `spec.alignment`: the cases are all alignments
     switch (spec.alignment) {
       case Alignment::kLeft:
         return {0, 0, padding};
@@ -224,6 +224,7 @@ class Writer {
     if (!parts.isFinite && parts.integer == kNan) {
       return {};
     }
+    // not covered, true of `option`: the cases are all options
     switch (option) {
       case SignOption::kAlways:
         return "+";

@@ -231,6 +231,7 @@ class Filler {
     if (argument.IsText()) {
       return FaultReason::kFormatOfText;
     }
+    // not covered, true of `ReadNumberSpec(text, spec)`: the cases are all results
     switch (ReadNumberSpec(text, spec)) {
       case SpecError::kUnknown:
         return FaultReason::kUnknownFormat;
@@ -274,6 +275,7 @@ std::string_view NameIn(std::string_view placeholder) noexcept {
 std::string Describe(const PlaceholderFault& fault) {
   std::string text(fault.placeholder);
   const std::string_view name = NameIn(fault.placeholder);
+  // not covered, true of `fault.reason`: the cases are all reasons
   switch (fault.reason) {
     case FaultReason::kNoPosition:
       return text.append(": there is no argument ").append(name);
@@ -294,9 +296,9 @@ std::string Describe(const PlaceholderFault& fault) {
     case FaultReason::kNotUtf8:
       return text.append(": the argument is a text that is not UTF-8");
     case FaultReason::kNoPlaceholder:
-      return text.append(": this is no placeholder; a brace that is text is written {{");
+      break;
   }
-  return text;
+  return text.append(": this is no placeholder; a brace that is text is written {{");
 }
 
 void FillPlaceholders(std::string_view text, const Arguments& arguments, const FillOptions& options,

@@ -36,6 +36,7 @@ void AppendDetail(std::string_view label, std::string_view value, std::string& l
 }  // namespace
 
 std::string_view SentenceOf(ProblemCode code) noexcept {
+  // not covered, true of `code`: the cases are all codes
   switch (code) {
     case ProblemCode::kKeyRepeated:
       return "EL101. Key already declared.";
@@ -62,9 +63,9 @@ std::string_view SentenceOf(ProblemCode code) noexcept {
     case ProblemCode::kNoLanguage:
       return "The view has no language";
     case ProblemCode::kPlaceholder:
-      return "A placeholder cannot be filled";
+      break;
   }
-  return "";
+  return "A placeholder cannot be filled";
 }
 
 std::string Print(const Problem& problem) {

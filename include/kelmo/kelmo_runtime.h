@@ -417,9 +417,7 @@ static kelmo_status kelmo_runtime_load(const char* path, void** module, char* re
                                        size_t capacity) {
   *module = dlopen(path, RTLD_NOW | RTLD_LOCAL);
   if (*module == NULL) {
-    const char* const error = dlerror();
-    kelmo_runtime_tell("the system cannot load this file: ", error != NULL ? error : path, reason,
-                       capacity);
+    kelmo_runtime_tell("the system cannot load this file: ", dlerror(), reason, capacity);
     return KELMO_CANNOT_READ;
   }
   return KELMO_OK;

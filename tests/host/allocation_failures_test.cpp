@@ -251,6 +251,11 @@ const Call kTakingMemory[] = {
     {"view_format of a missing key", [](World& world) { world.View(); },
      [](World& world) { return Format(world, LongKey().c_str(), nullptr); }, KELMO_NOT_FOUND,
      false},
+    {"view_format of a missing key that is not UTF-8", [](World& world) { world.View(); },
+     [](World& world) {
+       return Format(world, "a key that is not UTF-8 and needs memory \xFF", world.problems.get());
+     },
+     KELMO_NOT_FOUND, true},
     {"problems_print",
      [](World& world) {
        kelmo_loader_add_file(world.loader.get(), "no such file in this folder", kZero, nullptr,

@@ -1,4 +1,4 @@
-# Failing allocations, threads and unloading. kelmo_tests depends on the programs, so that one target builds all tests of kelmo.
+# Failing allocations, failing calls of the system, threads and unloading. kelmo_tests depends on the programs, so that one target builds all tests of kelmo.
 function(kelmo_add_program name)
   kelmo_add_test_program(${name} ${ARGN})
   add_test(NAME ${name} COMMAND ${name})
@@ -24,7 +24,10 @@ set(failures allocation_failures_test.cpp ../support/allocation_probe.cpp)
 kelmo_add_program(kelmo_allocation_failures_inside_test ${failures} ../../host/c_api.cpp)
 target_link_libraries(kelmo_allocation_failures_inside_test PRIVATE kelmo_core)
 target_compile_definitions(kelmo_allocation_failures_inside_test PRIVATE KELMO_STATIC)
-if(NOT WIN32)  # on Windows a loaded library does not call the program's operator new
+if(NOT WIN32)
+  kelmo_add_program(kelmo_system_calls_test system_calls_posix_test.cpp)
+  target_link_libraries(kelmo_system_calls_test PRIVATE kelmo_core ${CMAKE_DL_LIBS})
+  # On Windows a loaded library does not call the program's operator new.
   kelmo_add_program(kelmo_allocation_failures_test ${failures})
   target_link_libraries(kelmo_allocation_failures_test PRIVATE kelmo::kelmo)
   kelmo_add_memcheck(kelmo_allocation_failures_test)

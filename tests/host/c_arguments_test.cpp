@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -118,6 +119,43 @@ TEST(ArgumentArray, TakesAllFields) {
   EXPECT_EQ(std::get<std::int64_t>(all.data[4].value), 7);
   EXPECT_EQ(taken.Count(), all.data + 4);
   EXPECT_FALSE(all.data[3].isCount);
+}
+
+TEST(ArgumentArray, TakesAFloatIfTheNumberMayBeOne) {
+  struct Case {
+    const char* name;
+    double number;
+    std::int32_t type;
+    bool isFloat;
+  };
+  const Case cases[] = {
+      {"a float", 0.5, KELMO_ARGUMENT_FLOAT, true},
+      {"the largest", std::numeric_limits<float>::max(), KELMO_ARGUMENT_FLOAT, true},
+      {"the smallest", std::numeric_limits<float>::lowest(), KELMO_ARGUMENT_FLOAT, true},
+      {"too large", 1e39, KELMO_ARGUMENT_FLOAT, false},
+      {"too small", -1e39, KELMO_ARGUMENT_FLOAT, false},
+      {"not a number", std::numeric_limits<double>::quiet_NaN(), KELMO_ARGUMENT_FLOAT, false},
+      {"a double", 0.5, KELMO_ARGUMENT_NUMBER, false},
+  };
+  for (const Case& row : cases) {
+    Argument taken;
+    kelmo_argument given = kelmo_number_argument(row.number, KELMO_SHORTEST);
+    given.type = row.type;
+    EXPECT_EQ(TakeArgument(given, taken), KELMO_OK) << row.name;
+    EXPECT_EQ(taken.isFloat, row.isFloat) << row.name;
+  }
+}
+
+TEST(Arguments, AreMadeByTheFunctionsOfTheHeader) {
+  Argument taken;
+  ASSERT_EQ(TakeArgument(kelmo_number_count_argument(1.5, 2), taken), KELMO_OK);
+  EXPECT_TRUE(taken.isCount);
+  EXPECT_EQ(std::get<double>(taken.value), 1.5);
+  EXPECT_EQ(taken.decimals, 2);
+  ASSERT_EQ(TakeArgument(kelmo_named_argument(nullptr, kelmo_text_argument(nullptr)), taken),
+            KELMO_OK);
+  EXPECT_EQ(taken.name, "");
+  EXPECT_EQ(std::get<std::string_view>(taken.value), "");
 }
 
 // Arguments of a later version have more fields.

@@ -260,12 +260,37 @@ TEST(DictionaryBytes, TellsAFirstLineThatDoesNotBeginWithTheIdOfALanguage) {
     const char* id;
     bool isId;
   };
-  for (const Case& row :
-       {Case{"de", true}, Case{"gsw", true}, Case{"de-AT", true}, Case{"sr_Latn_RS", true},
-        Case{"es-419", true}, Case{"zh-Hant-TW", true}, Case{"DE", true}, Case{"d", false},
-        Case{"This", false}, Case{"deutsch", false}, Case{"d1", false}, Case{"de-", false},
-        Case{"-de", false}, Case{"de--AT", false}, Case{"de.UTF-8", false},
-        Case{"de-abcdefghi", false}, Case{"\u00E4\u00F6", false}, Case{"menu.file", false}}) {
+  for (const Case& row : {Case{"de", true},
+                          Case{"gsw", true},
+                          Case{"de-AT", true},
+                          Case{"sr_Latn_RS", true},
+                          Case{"es-419", true},
+                          Case{"zh-Hant-TW", true},
+                          Case{"DE", true},
+                          Case{"d", false},
+                          Case{"This", false},
+                          Case{"deutsch", false},
+                          Case{"d1", false},
+                          Case{"de-", false},
+                          Case{"-de", false},
+                          Case{"de--AT", false},
+                          Case{"de.UTF-8", false},
+                          Case{"de-abcdefghi", false},
+                          Case{"de-abcdefgh", true},
+                          Case{"d{", false},
+                          Case{"d@", false},
+                          Case{"d[", false},
+                          Case{"d`", false},
+                          Case{"az-AZ-09", true},
+                          Case{"de-:", false},
+                          Case{"de-/", false},
+                          Case{"abc", true},
+                          Case{"abcd", false},
+                          Case{"de_", false},
+                          Case{"de-12345678-1", true},
+                          Case{"de-123456789-1", false},
+                          Case{"\u00E4\u00F6", false},
+                          Case{"menu.file", false}}) {
     const std::string id = row.id;
     const std::string told = "206 1 0:1:1 " + id + " - it begins with \"" + id + "\"\n";
     EXPECT_EQ(Read({id + " name\nk t\n"}, kStrict),

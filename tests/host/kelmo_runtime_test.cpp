@@ -63,6 +63,60 @@ TEST_F(KelmoRuntime, ALibraryMayBeOpenedAgainOnceItIsClosed) {
   }
 }
 
+TEST_F(KelmoRuntime, EachFunctionIsThatOfTheLoadedLibrary) {
+  ASSERT_EQ(Open(KELMO_FILE).status, KELMO_OK);
+  const kelmo_status refusals[] = {
+      kelmo_problems_create(nullptr),
+      kelmo_problems_get(nullptr, 0, nullptr),
+      kelmo_problems_print(nullptr, 0, nullptr, 0, nullptr),
+      kelmo_loader_create(nullptr),
+      kelmo_loader_add_file(nullptr, nullptr, 0, nullptr, nullptr),
+      kelmo_loader_add_folder(nullptr, nullptr, 0, nullptr, nullptr),
+      kelmo_loader_add_memory(nullptr, nullptr, 0, nullptr, 0, nullptr, nullptr),
+      kelmo_loader_finish(nullptr, nullptr),
+      kelmo_texts_language(nullptr, 0, nullptr),
+      kelmo_texts_match_language(nullptr, nullptr, 0, nullptr),
+      kelmo_texts_entry(nullptr, 0, 0, nullptr),
+      kelmo_number_format_of_language(nullptr, 0, nullptr),
+      kelmo_number_format_of_user(nullptr),
+      kelmo_number_print(nullptr, nullptr, nullptr, 0, nullptr),
+      kelmo_view_create(nullptr, nullptr, nullptr, nullptr),
+      kelmo_view_find(nullptr, nullptr, 0, nullptr, nullptr),
+      kelmo_view_format(nullptr, nullptr, 0, nullptr, 0, nullptr, 0, nullptr, nullptr),
+      kelmo_view_take_problems(nullptr, nullptr, nullptr),
+      kelmo_system_language(0, nullptr, 1, nullptr),
+  };
+  for (const kelmo_status status : refusals) {
+    EXPECT_EQ(status, KELMO_INVALID_ARGUMENT);
+  }
+  kelmo_problems* problems = nullptr;
+  ASSERT_EQ(kelmo_problems_create(&problems), KELMO_OK);
+  kelmo_loader* loader = nullptr;
+  ASSERT_EQ(kelmo_loader_create(&loader), KELMO_OK);
+  EXPECT_EQ(kelmo_loader_add_memory(loader, "", 0, "de.txt", 6, nullptr, problems), KELMO_OK);
+  EXPECT_EQ(kelmo_problems_count(problems), 1u);
+  kelmo_problems_clear(problems);
+  EXPECT_EQ(kelmo_problems_count(problems), 0u);
+  EXPECT_EQ(kelmo_problems_lost(problems), 0u);
+  EXPECT_EQ(kelmo_loader_add_memory(loader, "de\nk t\n", 7, "de.txt", 6, nullptr, nullptr),
+            KELMO_OK);
+  kelmo_texts* texts = nullptr;
+  ASSERT_EQ(kelmo_loader_finish(loader, &texts), KELMO_OK);
+  EXPECT_EQ(kelmo_texts_language_count(texts), 1u);
+  EXPECT_EQ(kelmo_texts_retain(texts), texts);
+  kelmo_view* view = nullptr;
+  ASSERT_EQ(kelmo_view_create(texts, nullptr, &view, nullptr), KELMO_OK);
+  EXPECT_EQ(kelmo_view_texts(view), texts);
+  EXPECT_EQ(kelmo_view_retain(view), view);
+  EXPECT_STREQ(kelmo_view_text(view, "key", KELMO_ZERO_TERMINATED, nullptr), "key");
+  kelmo_view_release(view);
+  kelmo_view_release(view);
+  kelmo_texts_release(texts);
+  kelmo_texts_release(texts);
+  kelmo_loader_destroy(loader);
+  kelmo_problems_destroy(problems);
+}
+
 TEST_F(KelmoRuntime, ASecondLibraryIsRefusedAndTheFirstStays) {
   ASSERT_EQ(Open(KELMO_FILE).status, KELMO_OK);
   const Opened second = Open(KELMO_FILE);

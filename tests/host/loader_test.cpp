@@ -81,6 +81,27 @@ TEST_F(LoaderTest, TellsWhatCannotBeRead) {
   EXPECT_EQ(Texts(), "");
 }
 
+TEST_F(LoaderTest, LeavesOutOnlyAnOptionalFileThatDoesNotExist) {
+  ReadingOptions optional;
+  optional.isOptional = true;
+  folder_.Write(L"en.txt", "en\nk t\n");
+  EXPECT_TRUE(loader_.AddFile(PathOf("none.txt"), optional, &problems_));
+  EXPECT_TRUE(loader_.AddFile(PathOf("none/none.txt"), optional, &problems_));
+  EXPECT_TRUE(loader_.AddFile(PathOf("en.txt/none.txt"), optional, &problems_));
+  EXPECT_TRUE(loader_.AddFolder(PathOf("none"), optional, &problems_));
+  EXPECT_TRUE(loader_.AddFile(PathOf("en.txt"), optional, &problems_));
+  EXPECT_EQ(Dump(problems_), "");
+  EXPECT_FALSE(loader_.AddFile(top_, optional, &problems_)) << "a folder is there";
+  EXPECT_EQ(Dump(problems_), "111 2 " + top_ + ":0:0 - - " + ReasonOf(top_) + "\n");
+  EXPECT_EQ(Texts(), "en|\n" + PathOf("en.txt") + ":2 k=t\n");
+}
+
+TEST_F(LoaderTest, TellsThatAFolderHasNoDictionary) {
+  EXPECT_TRUE(loader_.AddFolder(top_, strict_, nullptr)) << "without a list";
+  EXPECT_TRUE(loader_.AddFolder(top_, strict_, &problems_));
+  EXPECT_EQ(Dump(problems_), "207 1 " + top_ + ":0:0 - - -\n");
+}
+
 TEST_F(LoaderTest, RefusesAPathWithAZero) {
   folder_.Write(L"en.txt", "en\n");
   using namespace std::string_literals;

@@ -144,6 +144,7 @@ TEST(WriteNumber, GroupsDigits) {
           {"zeroes are digits and have no groups", Integer(-1000), "09",
            "-\u0966\u0966\u0966\u0967,\u0966\u0966\u0966"},
           {"not finite", Double(kInfinity), "", "\u221E"},
+          {"not finite, with a width", Double(-kInfinity), "4", "  -\u221E"},
       },
       Hindi());
   Check(
@@ -154,6 +155,12 @@ TEST(WriteNumber, GroupsDigits) {
           {"a negative exponent", Double(1e-7), "7", "  1e\u221207"},
       },
       Polish());
+}
+
+TEST(WriteNumber, WritesADecimalMarkOfSeveralBytes) {
+  NumberFormat format;
+  format.decimalMark = "\u066B";
+  Check({{"a fraction", Double(-1.5), "", "-1\u066B5"}, {"none", Double(2), "", "2"}}, format);
 }
 
 TEST(WriteNumber, TakesOddGroupSizes) {

@@ -41,6 +41,13 @@ TEST(ProblemPrint, WritesOneLineForPeople) {
       {"only a language",
        {ProblemCode::kUnknownLanguage, ProblemSeverity::kWarning, 0, 0, "", "fr", "", ""},
        "warning: EL112. Dictionary not found (language \"fr\")"},
+      {"a detail behind a sentence with its point",
+       {ProblemCode::kKeyRepeated, ProblemSeverity::kWarning, 7, 1, "", "", "de.txt", "it stays"},
+       "de.txt:7:1: warning: EL101. Key already declared. (it stays)"},
+      {"control characters",
+       {ProblemCode::kKeyMissing, ProblemSeverity::kWarning, 0, 0,
+        std::string("a\0\n\x1F \x7F\u00E4", 8), "", "", ""},
+       "warning: EL121. Key not found in dictionary (key \"a\\x00\\x0A\\x1F \\x7F\u00E4\")"},
   };
   for (const PrintCase& row : cases) {
     EXPECT_EQ(Print(row.problem), row.expected) << row.name;
@@ -66,6 +73,10 @@ TEST(Problem, HasTheNumberOfTheHeaderAndASentence) {
       {KELMO_PROBLEM_CONTROL_Z, ProblemCode::kControlZ, "A byte 0x1A ends the text"},
       {KELMO_PROBLEM_LINE_BREAK, ProblemCode::kLineBreak,
        "A backslash and an n are read as a line break"},
+      {KELMO_PROBLEM_NO_LANGUAGE_ID, ProblemCode::kNoLanguageId,
+       "The first line does not begin with the id of a language"},
+      {KELMO_PROBLEM_EMPTY_FOLDER, ProblemCode::kEmptyFolder, "The folder has no dictionary"},
+      {KELMO_PROBLEM_NO_LANGUAGE, ProblemCode::kNoLanguage, "The view has no language"},
       {KELMO_PROBLEM_PLACEHOLDER, ProblemCode::kPlaceholder, "A placeholder cannot be filled"},
   };
   for (const SentenceCase& row : cases) {
@@ -83,7 +94,7 @@ TEST(ProblemList, CountsWhatItCannotKeep) {
   problem.key = "kept";
   list.Append([&] { return problem; });
   list.Append([]() -> Problem { throw std::bad_alloc(); });
-  list.Append([]() -> Problem { throw std::bad_alloc(); });
+  list.CountLost();
   ASSERT_EQ(list.All().size(), 1U);
   EXPECT_EQ(list.All().front().key, "kept");
   EXPECT_EQ(list.Lost(), 2U);

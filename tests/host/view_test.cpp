@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -107,6 +108,7 @@ TEST(View, FindsTheFormForANumber) {
       {"the key alone before the next language", "bare", 1, "ru: bare"},
       {"`other` before the key alone and the next language", "half", 1, "ru: other"},
       {"no language has a form", "none", 1, "nothing"},
+      {"a number that is not finite has no exact form", "files", HUGE_VAL, "en: other"},
       {"a suffix is part of no key", "files.one", 1, "ru: one"},
   };
   const View view(texts, ViewOf({"ru", "en"}), nullptr);
@@ -200,6 +202,17 @@ TEST(View, RecordsKeysThatAreNotUtf8WithReplacements) {
       Printed(problems),
       (Lines{"warning: EL121. Key not found in dictionary (key \"a\uFFFD\uFFFDz\uFFFD\uFFFD\") "
              "(language \"de\")"}));
+}
+
+TEST(View, WithoutALimitRecordsNothing) {
+  const TextCollection texts = LoadTexts({"de\nok Gut\n"});
+  const View view(texts, ViewOf({"de"}), nullptr);
+  view.TellMissing("a", nullptr);
+  view.Record({});
+  view.CountLost();
+  ProblemList problems;
+  EXPECT_EQ(view.TakeProblems(&problems), 0U);
+  EXPECT_EQ(Printed(problems), Lines());
 }
 
 TEST(View, KeepsACopyOfItsNumberFormat) {
