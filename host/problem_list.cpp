@@ -7,18 +7,34 @@ namespace {
 
 constexpr std::array<std::string_view, 3> kSeverityNames = {"note", "warning", "error"};
 
+// Bytes of the character at the start of `text` if it is a control character or ends a line; else 0.
+std::size_t ControlLength(std::string_view text) noexcept {
+  const auto byteAt = [text](std::size_t index) {
+    return index < text.size() ? static_cast<unsigned char>(text[index]) : 0U;
+  };
+  if (byteAt(0) < 0x20 || byteAt(0) == 0x7F) {
+    return 1;
+  }
+  if (byteAt(0) == 0xC2 && byteAt(1) >= 0x80 && byteAt(1) < 0xA0) {
+    return 2;  // U+0080 to U+009F: some terminals obey them
+  }
+  const std::string_view start = text.substr(0, 3);
+  return start == "\u2028" || start == "\u2029" ? 3 : 0;  // separators of lines and paragraphs
+}
+
 // Keys and names of files may have any character: a problem stays one line, and ends nowhere early.
-std::string WithVisibleControls(const std::string& line) {
+std::string WithVisibleControls(std::string_view line) {
   constexpr std::string_view kHex = "0123456789ABCDEF";
   std::string visible;
   visible.reserve(line.size());
-  for (const char c : line) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (byte < 0x20 || byte == 0x7F) {
+  while (!line.empty()) {
+    const std::size_t length = ControlLength(line);
+    for (const char c : line.substr(0, length)) {
+      const auto byte = static_cast<unsigned char>(c);
       visible.append("\\x").append({kHex[byte >> 4U], kHex[byte & 0xFU]});
-    } else {
-      visible += c;
     }
+    visible += line.substr(0, length == 0 ? 1 : 0);
+    line.remove_prefix(length == 0 ? 1 : length);
   }
   return visible;
 }

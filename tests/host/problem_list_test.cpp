@@ -38,6 +38,11 @@ TEST(ProblemPrint, WritesOneLineForPeople) {
       {"no file",
        {ProblemCode::kKeyMissing, ProblemSeverity::kWarning, 0, 0, "ok", "de", "", ""},
        R"(warning: EL121. Key not found in dictionary (key "ok") (language "de"))"},
+      {"control characters and ends of lines",
+       {ProblemCode::kKeyMissing, ProblemSeverity::kWarning, 0, 0,
+        "\x1B\n\x7F|\u0080\u0085\u009F\u00A0|\u2027\u2028\u2029\u0442", "", "", ""},
+       "warning: EL121. Key not found in dictionary (key \"\\x1B\\x0A\\x7F|\\xC2\\x80\\xC2\\x85"
+       "\\xC2\\x9F\u00A0|\u2027\\xE2\\x80\\xA8\\xE2\\x80\\xA9\u0442\")"},
       {"only a language",
        {ProblemCode::kUnknownLanguage, ProblemSeverity::kWarning, 0, 0, "", "fr", "", ""},
        "warning: EL112. Dictionary not found (language \"fr\")"},
