@@ -86,8 +86,8 @@ bool ReadPercent(std::string_view text, Placeholder& found) noexcept {
 // What a person recognises of a text that is no placeholder: up to its brace, if that is near.
 std::string_view StartOf(std::string_view text) noexcept {
   constexpr std::size_t kLongest = 24;
-  std::size_t end = std::min(text.find('}') + 1, text.size());  // npos + 1 is 0
-  if (end == 0 || end > kLongest) {
+  std::size_t end = text.substr(0, kLongest).find('}') + 1;  // npos + 1 is 0
+  if (end == 0) {
     end = std::min(text.size(), kLongest);
     while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U) {
       --end;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -353,6 +354,20 @@ TEST_F(FillPlaceholdersTest, CutsAtWholeCharacters) {
               std::string(buffer.size() - expected.size(), '#'))
         << capacity;
   }
+}
+
+// Searching the rest of the text for the end of each would take minutes.
+TEST(FillPlaceholders, TakesAMomentForVeryManyBracesWithoutAnEnd) {
+  constexpr std::size_t kBraces = 4000000;
+  std::string text(2 * kBraces, ' ');
+  for (std::size_t i = 0; i < text.size(); i += 2) {
+    text[i] = '{';
+  }
+  TextSink sink(nullptr, 0);
+  const auto start = std::chrono::steady_clock::now();
+  FillPlaceholders(text, {}, {}, {}, sink, nullptr);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+  EXPECT_EQ(sink.Finish(), text.size());
 }
 
 }  // namespace
