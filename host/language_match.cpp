@@ -32,8 +32,10 @@ std::optional<std::size_t> MatchLanguage(const TextCollection& texts, std::strin
   std::string id = Normalized(wanted);
   for (;;) {
     const auto found =
-        std::find_if(texts.languages.begin(), texts.languages.end(),
-                     [&id](const auto& language) { return Normalized(language->Id()) == id; });
+        std::find_if(texts.languages.begin(), texts.languages.end(), [&id](const auto& language) {
+          // An id may be very long: most are told apart by their size.
+          return language->Id().size() == id.size() && Normalized(language->Id()) == id;
+        });
     if (found != texts.languages.end()) {
       return static_cast<std::size_t>(found - texts.languages.begin());
     }

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -54,6 +56,19 @@ TEST(MatchLanguage, LeavesOutPartsFromTheEndButNoScript) {
     const auto found = MatchLanguage(texts, row.wanted);
     EXPECT_EQ(found ? texts.languages[*found]->Id() : "", row.expected) << row.name;
   }
+}
+
+// A copy of the loaded id for each part of the wanted one would take minutes.
+TEST(MatchLanguage, TakesAMomentForVeryLongIds) {
+  constexpr std::size_t kMegabyte = 1 << 20;
+  const TextCollection texts = LoadTexts({std::string(kMegabyte, 'x') + "\nk t\n"});
+  std::string wanted(kMegabyte, 'y');
+  for (std::size_t i = 1; i < kMegabyte; i += 2) {
+    wanted[i] = '-';
+  }
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_FALSE(MatchLanguage(texts, wanted));
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
 }
 
 }  // namespace
