@@ -46,6 +46,14 @@ bool IsLanguageId(std::string_view id) noexcept {
   return size != 0;
 }
 
+// So that the next push_back does not throw. Room for only one more would copy all with each file.
+template <class Vector>
+void ReserveOneMore(Vector& values) {
+  if (values.size() == values.capacity()) {
+    values.reserve(2 * values.size() + 1);
+  }
+}
+
 class Reader {
  public:
   Reader(std::string_view fileName, const ReadingOptions& options, TextCollection& texts,
@@ -131,8 +139,8 @@ class Reader {
   }
 
   void ReadHeader(const DictionaryLine& fields) {
-    texts_.files.reserve(texts_.files.size() + 1);
-    texts_.languages.reserve(texts_.languages.size() + 1);
+    ReserveOneMore(texts_.files);
+    ReserveOneMore(texts_.languages);
     language_ = texts_.FindLanguage(fields.key);
     auto file = std::make_unique<const std::string>(fileName_);
     if (language_ == nullptr) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -320,6 +321,19 @@ TEST(DictionaryBytes, LetsOtherFilesRepeatTheKeysOfAnOverride) {
                        "1:4:1: warning: EL101. Key already declared. (the text of 1:3 stays) (key "
                        "\"l\") (language \"en\")"}));
   EXPECT_EQ(texts.languages[0]->Entries()[0]->Text(), "own");
+}
+
+// With room for only one more, each file would copy what all earlier ones have added.
+TEST(DictionaryBytes, RarelyMovesTheListsOfFilesAndLanguages) {
+  TextCollection texts;
+  std::size_t moves = 0;
+  for (int i = 0; i < 1000; ++i) {
+    const std::size_t capacities = texts.files.capacity() + texts.languages.capacity();
+    ReadDictionaryBytes("l" + std::to_string(i) + "\nk t\n", "f", kStrict, texts, nullptr);
+    moves += texts.files.capacity() + texts.languages.capacity() != capacities ? 1U : 0U;
+  }
+  EXPECT_EQ(texts.files.size(), 1000U);
+  EXPECT_LT(moves, 20U);
 }
 
 // More entries than the table's first capacity, and than the estimate says.
