@@ -50,7 +50,7 @@ bool WriteFormatted(const View& view, std::string_view key, const Arguments& arg
       count != nullptr ? view.FindForm(key, PluralCount(*count)) : view.Find(key);
   if (found.record == nullptr) {
     view.TellMissing(key, problems);
-    sink.Append(view.TextForMissing(key));
+    view.WriteForMissing(key, sink);
     return false;
   }
   FaultTeller teller(view, found, problems);

@@ -11,6 +11,10 @@
 namespace KelmoLibs::Host {
 namespace {
 
+// Around a missing key that is marked.
+constexpr std::string_view kMarkBefore = "[[";
+constexpr std::string_view kMarkBehind = "]]";
+
 // A key with the suffix of a plural form behind it. Usual keys take no memory. A std::pmr::string
 // would be shorter, but LLVM 14 has none.
 class FormKey {
@@ -155,14 +159,21 @@ std::string_view View::TextForMissing(std::string_view key) const noexcept {
       return key;
     }
     try {
-      std::string form("[[");
-      form.append(key).append("]]");
+      std::string form(kMarkBefore);
+      form.append(key).append(kMarkBehind);
       found = marked_->forms.emplace(key, std::move(form)).first;
     } catch (...) {
       return key;
     }
   }
   return found->second;
+}
+
+void View::WriteForMissing(std::string_view key, TextSink& sink) const noexcept {
+  const bool isMarked = missing_ == MissingText::kMarked;
+  sink.Append(isMarked ? kMarkBefore : "");
+  sink.Append(missing_ != MissingText::kNothing ? key : "");
+  sink.Append(isMarked ? kMarkBehind : "");
 }
 
 void View::Record(const MetProblem& problem) const noexcept {

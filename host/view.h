@@ -15,6 +15,7 @@
 #include "host/plural_count.h"
 #include "host/problem_record.h"
 #include "host/text_collection.h"
+#include "host/text_sink.h"
 #include "storage/inlining.h"
 
 namespace KelmoLibs::Host {
@@ -75,6 +76,9 @@ class View {
   /// What stands for the text of a key that is missing. Never throws: if memory is out, that is the
   /// key itself.
   std::string_view TextForMissing(std::string_view key) const noexcept;
+
+  /// Writes the same. Takes no memory, so that all keys get the form that the options say.
+  void WriteForMissing(std::string_view key, TextSink& sink) const noexcept;
 
   /// Tells that no language has the key: in `problems`, or in the view's record if that is null.
   void TellMissing(std::string_view key, ProblemList* problems) const noexcept;

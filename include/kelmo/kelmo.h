@@ -434,7 +434,7 @@ KELMO_API kelmo_status kelmo_view_find(const kelmo_view* view, const char* key, 
  * missing key is a problem as above. A call with the capacity 0 only measures: it tells nothing.
  * KELMO_INVALID_ARGUMENT: also two counts, and a count that is a text. Thread-safe; `problems` is
  * for one thread at a time. Takes memory only for keys with a suffix that are longer than 256
- * bytes, and for problems. */
+ * bytes, for more than 16 arguments, and for problems. */
 KELMO_API kelmo_status kelmo_view_format(const kelmo_view* view, const char* key, size_t key_size,
                                          const kelmo_argument* arguments, size_t argument_count,
                                          char* buffer, size_t capacity, size_t* needed,

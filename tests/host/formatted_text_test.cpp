@@ -2,12 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "tests/host/texts_of_tests.h"
+#include "tests/support/allocation_probe.h"
 
 namespace {
 
@@ -63,6 +66,24 @@ TEST(FormattedText, WritesWhatStandsForAMissingKeyAsItIs) {
   options.missing = MissingText::kMarked;
   const View view(texts, options, nullptr);
   EXPECT_EQ(Formatted(view, "{0}", {TextArgument("Anna")}), "[[{0}]]");
+}
+
+// Only kelmo_view_text keeps marked forms, of which there is a limit.
+TEST(FormattedText, MarksMissingKeysWithoutLimitAndWithoutMemory) {
+  const TextCollection texts = LoadTexts({"en\nok OK\n"});
+  ViewOptions options = ViewOf({"en"});
+  options.missing = MissingText::kMarked;
+  const View view(texts, options, nullptr);
+  std::array<char, 20> buffer = {};
+  for (int i = 10000; i < 20000; ++i) {
+    const std::string key = std::to_string(i);
+    const std::size_t allocations = allocation_probe::Count();
+    TextSink sink(buffer.data(), buffer.size());
+    EXPECT_FALSE(WriteFormatted(view, key, {}, nullptr, sink, nullptr));
+    sink.Finish();
+    ASSERT_EQ(allocation_probe::Count(), allocations) << key;
+    ASSERT_EQ(std::string(buffer.data()), "[[" + key + "]]");
+  }
 }
 
 TEST(FormattedText, TellsFaultsInTheListOrElseInTheRecord) {
