@@ -91,7 +91,7 @@ std::string printed(Print print) {
     return {buffer.data(), needed};
   }
   std::string whole(needed, '\0');
-  print(&whole[0], needed + 1, &needed);
+  check(print(&whole[0], needed + 1, &needed));
   return whole;
 }
 

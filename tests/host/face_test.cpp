@@ -2,7 +2,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <kelmo/kelmo.hpp>
+#include <new>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -268,6 +270,15 @@ TEST(KelmoFace, IsolatesArgumentsByChoice) {
   options.isolate = true;
   const kelmo::View view(Load({kGerman}), options);
   EXPECT_EQ(view.tr("hello", kelmo::arg("name", "Anna")), "Hallo \u2068Anna\u2069!");
+}
+
+TEST(KelmoFace, ThrowsIfMemoryIsOutWhenALongTextIsWrittenAgain) {
+  bool is_again = false;
+  const auto print = [&is_again](char* /*buffer*/, std::size_t /*capacity*/, std::size_t* needed) {
+    *needed = 1000;
+    return std::exchange(is_again, true) ? KELMO_OUT_OF_MEMORY : KELMO_OK;
+  };
+  EXPECT_THROW(kelmo::detail::printed(print), std::bad_alloc);
 }
 
 }  // namespace
