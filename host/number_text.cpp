@@ -15,8 +15,8 @@
 namespace KelmoLibs::Host {
 namespace {
 
-// The longest: -DBL_MAX with 99 decimals.
-constexpr std::size_t kDigitsCapacity = 309 + 1 + kMaxDecimals + 1;
+// The longest: DBL_MAX with 99 decimals.
+constexpr std::size_t kDigitsCapacity = 309 + 1 + kMaxDecimals;
 
 constexpr double kFirstWithExponent = 1e16;
 constexpr double kLastWithExponentBelow = 1e-4;
@@ -200,7 +200,6 @@ class Writer {
     const auto width = static_cast<std::size_t>(spec.width);
     const std::size_t size = CharacterCount(sign) + CountCharacters(parts);
     const std::size_t padding = width > size ? width - size : 0;
-    // not covered, true of `spec.alignment`: the cases are all alignments
     switch (spec.alignment) {
       case Alignment::kLeft:
         return {0, 0, padding};
@@ -224,7 +223,6 @@ class Writer {
     if (!parts.isFinite && parts.integer == kNan) {
       return {};
     }
-    // not covered, true of `option`: the cases are all options
     switch (option) {
       case SignOption::kAlways:
         return "+";

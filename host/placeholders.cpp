@@ -231,7 +231,6 @@ class Filler {
     if (argument.IsText()) {
       return FaultReason::kFormatOfText;
     }
-    // not covered, true of `ReadNumberSpec(text, spec)`: the cases are all results
     switch (ReadNumberSpec(text, spec)) {
       case SpecError::kUnknown:
         return FaultReason::kUnknownFormat;
@@ -275,7 +274,6 @@ std::string_view NameIn(std::string_view placeholder) noexcept {
 std::string Describe(const PlaceholderFault& fault) {
   std::string text(fault.placeholder);
   const std::string_view name = NameIn(fault.placeholder);
-  // not covered, true of `fault.reason`: the cases are all reasons
   switch (fault.reason) {
     case FaultReason::kNoPosition:
       return text.append(": there is no argument ").append(name);

@@ -52,7 +52,6 @@ void AppendDetail(std::string_view label, std::string_view value, std::string& l
 }  // namespace
 
 std::string_view SentenceOf(ProblemCode code) noexcept {
-  // not covered, true of `code`: the cases are all codes
   switch (code) {
     case ProblemCode::kKeyRepeated:
       return "EL101. Key already declared.";

@@ -11,11 +11,13 @@
 #include <cstddef>
 #include <iostream>
 #include <iterator>
+#include <new>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "kelmo/kelmo.h"
+#include "kelmo/kelmo.hpp"
 #include "tests/host/owned.h"
 #include "tests/support/allocation_probe.h"
 #include "tests/support/scratch_folder.h"
@@ -406,6 +408,37 @@ TEST_F(KelmoAllocationFailures, OfTheRecordAreCounted) {
     if (!hasFailed) {
       EXPECT_GT(n, 1U);
       return;
+    }
+  }
+}
+
+// The calls of the C++ face, of which some have no memory for their problems: then it throws what is
+// left to say.
+TEST_F(KelmoAllocationFailures, AreExceptionsOfTheFace) {
+  const auto load = [](const std::string& file) {
+    kelmo::Loader loader;
+    loader.add_file(file);
+    const kelmo::View view(loader.finish(), {"en"});
+    view.find(LongKey(), kelmo::count(1));
+  };
+  const std::string missing = "no such file in this folder";
+  for (const std::string& file : {path, missing}) {
+    for (const Failing failing : {Failing::kOnce, Failing::kFromThenOn}) {
+      bool hasFailed = true;
+      for (std::size_t n = 1; hasFailed; ++n) {
+        SCOPED_TRACE(n);
+        const FailAllocation failure(n, failing);
+        try {
+          load(file);
+          EXPECT_EQ(file, path);
+        } catch (const std::bad_alloc&) {
+          EXPECT_TRUE(failure.Happened());
+        } catch (const kelmo::Error& error) {
+          EXPECT_EQ(file, missing);
+          EXPECT_EQ(error.status(), KELMO_CANNOT_READ);
+        }
+        hasFailed = failure.Happened();
+      }
     }
   }
 }

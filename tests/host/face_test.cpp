@@ -240,6 +240,21 @@ TEST(KelmoFace, HasANumberFormatThatIsReady) {
   EXPECT_THROW(kelmo::print("one", kelmo::NumberFormat()), kelmo::Error);
   EXPECT_EQ(kelmo::print(1.5, *kelmo::number_format_of_language("de")), "1,5");
   EXPECT_FALSE(kelmo::number_format_of_language("none"));
+  EXPECT_NE(kelmo::number_format_of_user()->decimal_mark[0], '\0');
+}
+
+TEST(KelmoFace, TellsLanguagesThatTheTextsLack) {
+  kelmo::Problems problems;
+  const kelmo::View view(Load({kGerman}), {"fr", "de"}, problems);
+  EXPECT_EQ(view.tr("empty"), "");
+  ASSERT_EQ(problems.size(), 1U);
+  EXPECT_EQ(problems.at(0).code, KELMO_PROBLEM_UNKNOWN_LANGUAGE);
+}
+
+TEST(KelmoFace, GivesItsHandleToTheFunctionsOfC) {
+  const kelmo::View view(Load({kEnglish}), {"en"});
+  EXPECT_STREQ(kelmo_view_text(view.handle(), "quit", KELMO_ZERO_TERMINATED, nullptr), "Quit");
+  EXPECT_EQ(kelmo::View().handle(), nullptr);
 }
 
 TEST(KelmoFace, LoadsWhatACustomerMayHave) {

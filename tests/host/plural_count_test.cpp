@@ -23,6 +23,12 @@ Argument CountOf(Number number, int decimals = kShortest) {
   return argument;
 }
 
+Argument FloatOf(float number, int decimals = kShortest) {
+  Argument argument = CountOf(static_cast<double>(number), decimals);
+  argument.isFloat = true;
+  return argument;
+}
+
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr std::int64_t kSmallest = std::numeric_limits<std::int64_t>::min();
 constexpr std::uint64_t kLargest = std::numeric_limits<std::uint64_t>::max();
@@ -48,6 +54,11 @@ TEST(PluralCount, NamesTheExactNumberWithoutZeroesAtItsEnd) {
       {"a negative number that its decimals make zero", CountOf(-0.001, 2), "0"},
       {"large", CountOf(1e21), "1000000000000000000000"},
       {"small", CountOf(1e-7), "0.0000001"},
+      {"a double that is no float", CountOf(static_cast<double>(0.1F)), "0.10000000149011612"},
+      {"the same as a float", FloatOf(0.1F), "0.1"},
+      {"a float with decimals", FloatOf(0.1F, 12), "0.10000000149"},
+      {"the smallest", CountOf(-std::numeric_limits<double>::denorm_min()),
+       "-0." + std::string(323, '0') + "5"},
       {"infinity", CountOf(kInfinity), ""},
       {"not a number", CountOf(std::numeric_limits<double>::quiet_NaN()), ""},
   };
