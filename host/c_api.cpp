@@ -630,10 +630,8 @@ kelmo_status kelmo_view_format(const kelmo_view* view, const char* key, size_t k
       return status;
     }
     TextSink sink(buffer, capacity);
-    ProblemList ignored;  // of a call that only measures: the next one tells them
     const bool isFound = KelmoLibs::Host::WriteFormatted(
-        view->view, StringOf(key, key_size), taken.All(), taken.Count(), sink,
-        capacity == 0 ? &ignored : ListOf(problems));
+        view->view, StringOf(key, key_size), taken.All(), taken.Count(), sink, ListOf(problems));
     GiveSize(sink.Finish(), needed);
     return kelmo_status{isFound ? KELMO_OK : KELMO_NOT_FOUND};
   });

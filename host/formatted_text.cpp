@@ -49,13 +49,16 @@ bool WriteFormatted(const View& view, std::string_view key, const Arguments& arg
   const FoundText found =
       count != nullptr ? view.FindForm(key, PluralCount(*count)) : view.Find(key);
   if (found.record == nullptr) {
-    view.TellMissing(key, problems);
+    if (!sink.OnlyMeasures()) {
+      view.TellMissing(key, problems);
+    }
     view.WriteForMissing(key, sink);
     return false;
   }
   FaultTeller teller(view, found, problems);
   const FillOptions options{found.record->hasPercent != 0, view.IsIsolating()};
-  FillPlaceholders(found.record->Text(), arguments, options, view.Numbers(), sink, &teller);
+  FillPlaceholders(found.record->Text(), arguments, options, view.Numbers(), sink,
+                   sink.OnlyMeasures() ? nullptr : &teller);
   return true;
 }
 

@@ -18,6 +18,9 @@ class TextSink {
         hasZero_(capacity != 0),
         room_(capacity - (hasZero_ ? 1 : 0)) {}
 
+  /// Whether nothing can be written, not even the zero: the caller asks for the size.
+  bool OnlyMeasures() const noexcept { return !hasZero_; }
+
   /// Precondition: `text` is UTF-8.
   void Append(std::string_view text) noexcept {
     if (text.size() <= room_) {

@@ -86,6 +86,27 @@ TEST(FormattedText, MarksMissingKeysWithoutLimitAndWithoutMemory) {
   }
 }
 
+// The call that writes tells them.
+TEST(FormattedText, TellsNothingAndTakesNoMemoryIfItOnlyMeasures) {
+  const TextCollection texts = LoadTexts({"en\nhello Hello {name} {7}!\n"});
+  ViewOptions options = ViewOf({"en"});
+  options.problemLimit = 10;
+  const View view(texts, options, nullptr);
+  ProblemList problems;
+  const std::size_t allocations = allocation_probe::Count();
+  for (ProblemList* const list : {static_cast<ProblemList*>(nullptr), &problems}) {
+    TextSink found(nullptr, 0);
+    EXPECT_TRUE(WriteFormatted(view, "hello", {}, nullptr, found, list));
+    EXPECT_EQ(found.Finish(), std::string_view("Hello {name} {7}!").size());
+    TextSink missing(nullptr, 0);
+    EXPECT_FALSE(WriteFormatted(view, "missing", {}, nullptr, missing, list));
+    EXPECT_EQ(missing.Finish(), std::string_view("missing").size());
+  }
+  EXPECT_EQ(allocation_probe::Count(), allocations);
+  EXPECT_EQ(view.TakeProblems(&problems), 0U);
+  EXPECT_EQ(Printed(problems), Lines());
+}
+
 TEST(FormattedText, TellsFaultsInTheListOrElseInTheRecord) {
   const TextCollection texts = LoadTexts({"en\nok OK\nhello Hello {name} {7}!\n"});
   ViewOptions options = ViewOf({"en"});
