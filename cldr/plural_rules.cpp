@@ -26,7 +26,7 @@ void Append(std::uint64_t& number, char digit) noexcept {
   number += isLong ? kEnd : 0;
 }
 
-constexpr std::size_t kLongestLanguage = 8;  // of all ids, with two bytes to spare in names
+constexpr std::size_t kLongestLanguage = 8;  // no language of an id is longer
 constexpr std::size_t kLongestRegion = 3;
 
 bool IsLetter(char c) noexcept { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }

@@ -33,6 +33,7 @@ using KelmoLibs::Cldr::NumberFormat;
 using KelmoLibs::Host::Argument;
 using KelmoLibs::Host::ArgumentArray;
 using KelmoLibs::Host::FoundText;
+using KelmoLibs::Host::IsLargeEnough;
 using KelmoLibs::Host::IsString;
 using KelmoLibs::Host::IsUtf8;
 using KelmoLibs::Host::kLongestUsualKey;
@@ -119,14 +120,14 @@ namespace {
 
 // ---- Arguments
 
-// Copies a struct of the caller, whose size may be that of an earlier or later version, over
-// `known`, which has the default values. False if it is too small.
-template <class Struct>
-bool Take(const Struct* given, std::size_t smallest, Struct& known) noexcept {
+// Copies the options of the caller, who may know fewer or more fields, over `known`, which has the
+// default values. Null is allowed. False if they are too small.
+template <class Options>
+bool Take(const Options* given, Options& known) noexcept {
   if (given == nullptr) {
     return true;
   }
-  if (given->size < smallest) {
+  if (!IsLargeEnough(given)) {
     return false;
   }
   std::memcpy(&known, given, std::min<std::size_t>(given->size, sizeof known));
@@ -134,17 +135,11 @@ bool Take(const Struct* given, std::size_t smallest, Struct& known) noexcept {
 }
 
 // Copies `value` to a struct of the caller, as much of it as the caller knows. Precondition: the
-// caller's struct is large enough (IsLargeEnough).
+// caller's struct is large enough.
 template <class Struct>
 void Give(Struct value, Struct* result) noexcept {
   value.size = result->size;
   std::memcpy(result, &value, std::min<std::size_t>(result->size, sizeof value));
-}
-
-// The sizes in the first version. Later fields do not count.
-template <class Struct>
-bool IsLargeEnough(const Struct* result) noexcept {
-  return result != nullptr && result->size >= sizeof(Struct);
 }
 
 kelmo_string Give(std::string_view text) noexcept { return {text.data(), text.size()}; }
@@ -187,6 +182,7 @@ void GiveSize(std::size_t size, std::size_t* needed) noexcept {
 // just written would wait for the writes.
 void Describe(const TextCollection& texts, const LanguageTexts& language, const TextRecord& record,
               kelmo_text& text) noexcept {
+  static_assert(KelmoLibs::Host::kFirstSize<kelmo_text> == sizeof text, "look at text.size");
   text.line = record.line;
   text.utf8 = record.Text().data();
   text.utf8_size = record.textSize;
@@ -280,7 +276,7 @@ kelmo_status LoadWith(kelmo_loader* loader, const char* name, std::size_t nameSi
   kelmo_load_options known = {};
   constexpr std::uint32_t kFlags = KELMO_LOAD_LENIENT | KELMO_LOAD_UTF16 | KELMO_LOAD_PERCENT |
                                    KELMO_LOAD_OVERRIDE | KELMO_LOAD_OPTIONAL;
-  if (loader == nullptr || !IsString(name, nameSize) || !Take(options, sizeof known, known) ||
+  if (loader == nullptr || !IsString(name, nameSize) || !Take(options, known) ||
       (known.flags & ~kFlags) != 0) {
     return KELMO_INVALID_ARGUMENT;
   }
@@ -538,7 +534,7 @@ kelmo_status kelmo_number_print(const kelmo_number_format* format, const kelmo_a
 kelmo_status kelmo_view_create(kelmo_texts* texts, const kelmo_view_options* options,
                                kelmo_view** result, kelmo_problems* problems) {
   kelmo_view_options known = {};
-  if (texts == nullptr || !Take(options, sizeof known, known) ||
+  if (texts == nullptr || !Take(options, known) ||
       (known.languages == nullptr && known.language_count != 0) ||
       (known.flags & ~std::uint32_t{KELMO_VIEW_ISOLATE}) != 0 ||
       known.missing < KELMO_MISSING_KEY || known.missing > KELMO_MISSING_MARKED) {

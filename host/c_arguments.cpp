@@ -92,8 +92,7 @@ kelmo_status ArgumentArray::Take(const kelmo_argument* given, std::size_t count)
   if (count == 0) {
     return KELMO_OK;
   }
-  if (given == nullptr || given->size < sizeof(kelmo_argument) ||
-      given->size % alignof(kelmo_argument) != 0 ||
+  if (!IsLargeEnough(given) || given->size % alignof(kelmo_argument) != 0 ||
       count > std::numeric_limits<std::size_t>::max() /
                   std::max(sizeof(Argument), std::size_t{given->size})) {
     return KELMO_INVALID_ARGUMENT;
@@ -128,8 +127,11 @@ kelmo_status ArgumentArray::Take(const kelmo_argument* given, std::size_t count)
 kelmo_status TakeNumberFormat(const kelmo_number_format& given,
                               Cldr::NumberFormat& taken) noexcept {
   taken = {};
+  if (!IsLargeEnough(&given)) {
+    return KELMO_INVALID_ARGUMENT;
+  }
   const std::uint32_t zero = given.zero_digit != 0 ? given.zero_digit : U'0';
-  if (given.size < sizeof given || given.is_grouped > 1 || !IsZeroDigit(zero)) {
+  if (given.is_grouped > 1 || !IsZeroDigit(zero)) {
     return KELMO_INVALID_ARGUMENT;
   }
   taken.zeroDigit = zero;

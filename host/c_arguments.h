@@ -13,6 +13,41 @@
 
 namespace KelmoLibs::Host {
 
+/// The size of a struct of kelmo.h in the first version, up to the end of its last field: a host may
+/// have been made for that version. When a struct grows, its size here stays, and functions that
+/// write it look at the size that the host has set.
+template <class Struct>
+constexpr std::size_t kFirstSize = 0;
+template <>
+inline constexpr std::size_t kFirstSize<kelmo_problem> = offsetof(kelmo_problem, detail) +
+                                                         sizeof(kelmo_problem::detail);
+template <>
+inline constexpr std::size_t kFirstSize<kelmo_load_options> = offsetof(kelmo_load_options, flags) +
+                                                              sizeof(kelmo_load_options::flags);
+template <>
+inline constexpr std::size_t kFirstSize<kelmo_language> = offsetof(kelmo_language, entry_count) +
+                                                          sizeof(kelmo_language::entry_count);
+template <>
+inline constexpr std::size_t kFirstSize<kelmo_text> = offsetof(kelmo_text, file) +
+                                                      sizeof(kelmo_text::file);
+template <>
+inline constexpr std::size_t kFirstSize<kelmo_number_format> =
+    offsetof(kelmo_number_format, minus_sign) + sizeof(kelmo_number_format::minus_sign);
+template <>
+inline constexpr std::size_t kFirstSize<kelmo_argument> = offsetof(kelmo_argument, number) +
+                                                          sizeof(kelmo_argument::number);
+template <>
+inline constexpr std::size_t kFirstSize<kelmo_view_options> = offsetof(kelmo_view_options,
+                                                                       numbers) +
+                                                              sizeof(kelmo_view_options::numbers);
+
+/// Whether a struct of the host has all fields of the first version.
+template <class Struct>
+bool IsLargeEnough(const Struct* given) noexcept {
+  static_assert(kFirstSize<Struct> != 0, "its size in the first version is missing");
+  return given != nullptr && given->size >= kFirstSize<Struct>;
+}
+
 /// Whether a string argument is allowed.
 inline bool IsString(const char* data, std::size_t size) noexcept {
   return data != nullptr || size == 0;

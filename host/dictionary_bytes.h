@@ -16,7 +16,7 @@ struct ReadingOptions {
   bool isOptional = false;  // a file or folder that does not exist is no problem
 };
 
-/// Reads `bytes`, whose lines end with LF. The first line has the id and the name of the language;
+/// Reads `bytes`, whose lines end with LF or CR LF. On Windows a byte 0x1A ends them. The first line has the id and the name of the language;
 /// each further line that is not empty is an entry. The first text of a key stays.
 ///
 /// Strict, it reads exactly what the first library reads: everything before the first byte that is

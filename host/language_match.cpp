@@ -21,6 +21,10 @@ std::string Normalized(std::string_view id) {
   return normal;
 }
 
+bool IsScript(std::string_view part) noexcept {
+  return part.size() == kScriptSize && part.find_first_of("0123456789") == std::string_view::npos;
+}
+
 // The regions that read traditional characters.
 bool IsTraditionalChinese(std::string_view normal) noexcept {
   return normal == "zh-tw" || normal == "zh-hk" || normal == "zh-mo";
@@ -40,7 +44,7 @@ std::optional<std::size_t> MatchLanguage(const TextCollection& texts, std::strin
       return static_cast<std::size_t>(found - texts.languages.begin());
     }
     const std::size_t last = id.rfind('-');
-    if (last == std::string::npos || id.size() - last - 1 == kScriptSize) {
+    if (last == std::string::npos || IsScript(std::string_view(id).substr(last + 1))) {
       return std::nullopt;
     }
     if (IsTraditionalChinese(id)) {

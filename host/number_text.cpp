@@ -103,7 +103,9 @@ class DigitsBuffer {
     if (spec.type == 'f' || (spec.type == '\0' && spec.decimals == kNoDecimals)) {
       int wanted = spec.decimals != kNoDecimals ? spec.decimals : argument.decimals;
       if (wanted == kShortest && spec.type == '\0') {
-        if (const std::size_t size = PrintFewDecimals(number); size != 0) {
+        // The shortest text of a float has fewer digits.
+        const std::size_t size = argument.isFloat && number != 0 ? 0 : PrintFewDecimals(number);
+        if (size != 0) {
           return {size, false, kNoDecimals};
         }
         const bool hasExponent = number < kLastWithExponentBelow || number >= kFirstWithExponent;

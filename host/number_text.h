@@ -14,11 +14,12 @@ bool Fits(const NumberSpec& spec, const Argument& number) noexcept;
 
 /// Writes a number by `spec`, with the marks, groups and digits of `format`.
 ///
-/// A double has as many decimals as `spec` says, or else as the argument has; one that is kShortest
-/// has the shortest text that reads as the same number, with an exponent below 0.0001 and from 1e16
-/// on. Infinity is "\u221E", and what is not a number is "NaN", without a sign. The last digit is
-/// rounded by the exact value, and to even between two values. `0` puts zeroes behind the sign; they
-/// are not grouped, and it does nothing where there is an alignment, and for infinity and NaN.
+/// A double has as many decimals as `spec` says. Without them, `e` and `g` have six; `f` and no
+/// type have those of the argument. One that is kShortest has six with `f`, and without a type the
+/// shortest text that reads as the same number, with an exponent below 0.0001 and from 1e16 on.
+/// Infinity is "\u221E", and what is not a number is "NaN", without a sign. The last digit is
+/// rounded by the exact value, and to even between two values. `0` puts zeroes behind the sign;
+/// they are not grouped, and it does nothing where there is an alignment, and for infinity and NaN.
 /// Digits behind an exponent's mark are not grouped.
 ///
 /// Takes no memory. Preconditions: `number` is not a text; `spec` fits.

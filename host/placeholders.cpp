@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::string_view kCountName = "count";
 constexpr std::size_t kNowhere = std::string_view::npos;
-// In one literal: alone each would change the direction of this source.
+// In one literal: compilers warn of an isolate without its end.
 constexpr std::string_view kIsolates = "\u2068\u2069";
 constexpr std::string_view kFirstStrongIsolate = kIsolates.substr(0, 3);
 constexpr std::string_view kPopDirectionalIsolate = kIsolates.substr(3);

@@ -49,9 +49,9 @@ struct FillOptions {
 ///  - `{0}` stands for the argument at that position, and `{name}` for the first argument with that
 ///    name. A name has letters, digits, `_`, `-`, `.` and characters beyond ASCII, and does not begin
 ///    with a digit. Behind a colon is the format of a number: see ReadNumberSpec.
+///    `{count}` stands for the count, if no argument has that name.
 ///  - With hasPercent, `%1` to `%99` stand for the arguments at the positions 0 to 98. A digit that
 ///    follows `%1` to `%9` belongs to the number.
-///    `{count}` stands for the count, if no argument has that name.
 ///  - `{{` stands for `{`, and `}}` for `}`. A `}` alone is plain text, and so is every other `%`.
 ///  - A `{` with something else behind it, such as in `{ }` or `{0`, is a fault.
 ///  - A placeholder that cannot be filled stays as it stands; `listener`, unless it is null, is told.

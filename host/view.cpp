@@ -64,13 +64,9 @@ View::View(const TextCollection& texts, const ViewOptions& options, ProblemList*
   for (const std::string_view id : options.languages) {
     if (const LanguageTexts* const language = texts_.FindLanguage(id)) {
       languages_.push_back({language, &Cldr::PluralRulesOf(id)});
-    } else {
-      TellLanguages(ProblemCode::kUnknownLanguage, id, problems);
     }
   }
-  if (languages_.empty()) {
-    TellLanguages(ProblemCode::kNoLanguage, "", problems);
-  } else {
+  if (!languages_.empty()) {
     first_ = languages_.front().texts;
   }
   if (options.numbers != nullptr) {
@@ -85,6 +81,15 @@ View::View(const TextCollection& texts, const ViewOptions& options, ProblemList*
   }
   if (missing_ == MissingText::kMarked) {
     marked_ = std::make_unique<MarkedKeys>();
+  }
+  // Nothing fails any more: a view that is not made tells nothing.
+  for (const std::string_view id : options.languages) {
+    if (texts_.FindLanguage(id) == nullptr) {
+      TellLanguages(ProblemCode::kUnknownLanguage, id, problems);
+    }
+  }
+  if (languages_.empty()) {
+    TellLanguages(ProblemCode::kNoLanguage, "", problems);
   }
 }
 

@@ -43,6 +43,9 @@ class View {
   /// The texts outlive the view. Languages that they lack are problems, and left out. Throws only
   /// std::bad_alloc.
   View(const TextCollection& texts, const ViewOptions& options, ProblemList* problems);
+  View(const View&) = delete;
+  View& operator=(const View&) = delete;
+  ~View() = default;
 
   const TextCollection& Texts() const noexcept { return texts_; }
 
@@ -64,20 +67,21 @@ class View {
     return first_ != nullptr ? first_->FindFirstCandidate(KeyBytes(key)) : nullptr;
   }
 
-  /// Find for a key that is not the first candidate. It makes the hash again: a function that keeps
-  /// it needs a frame on the stack, which costs each hit more.
+  /// Find for a key that FindFirstCandidate does not find. It makes the hash again: so the fast path
+  /// needs no frame on the stack.
   FoundText FindAmongAll(std::string_view key) const noexcept;
 
   /// The form of the text for a number, in the first language that has one. Each language is asked
   /// for the exact number, for its category, for `other`, and for the key alone. Throws only
-  /// std::bad_alloc, and only for keys of more than 256 bytes.
+  /// std::bad_alloc, and only if the key and the count have more than 256 bytes together.
   FoundText FindForm(std::string_view key, const PluralCount& count) const;
 
-  /// What stands for the text of a key that is missing. Never throws: if memory is out, that is the
-  /// key itself.
+  /// What stands for the text of a key that is missing. The view keeps the marked forms of at most
+  /// 4096 keys: for more of them, and if memory is out, it is the key itself.
   std::string_view TextForMissing(std::string_view key) const noexcept;
 
-  /// Writes the same. Takes no memory, so that all keys get the form that the options say.
+  /// Writes what stands for the text of a key that is missing. It takes no memory, so that every key
+  /// gets the form that the options say.
   void WriteForMissing(std::string_view key, TextSink& sink) const noexcept;
 
   /// Tells that no language has the key: in `problems`, or in the view's record if that is null.

@@ -23,7 +23,8 @@
  * Rules for all functions
  *  - Strings are UTF-8. They go in as pointer and size in bytes; with the size
  *    KELMO_ZERO_TERMINATED they end with a zero. They come out with their size, and a zero stands
- *    behind them. A null pointer with the size 0 is the empty string.
+ *    behind them. A null pointer with the size 0 is the empty string. Keys and names of arguments
+ *    are compared byte by byte: one that is not UTF-8 is never found.
  *  - Every function that can fail returns a kelmo_status; 0 is success. A status is never reused
  *    for another meaning. When a function fails, nothing has changed, and pointers that it would
  *    have set are unchanged, unless it says more.
@@ -298,7 +299,7 @@ typedef struct kelmo_number_format {
                           struct set 0 */
   uint32_t group_size; /**< digits of the last group before the decimal mark: 3; 0 means no groups
                           at all */
-  uint32_t further_group_size;  /**< digits of the other groups: 3, in Hindi 2 */
+  uint32_t further_group_size;  /**< of the other groups: 3, in Hindi 2; 0: as group_size */
   uint32_t minimum_first_group; /**< fewer digits than these before the first mark: no mark ("1234"
                                    in Spanish: 2) */
   uint32_t zero_digit;   /**< code point of the digit 0, behind which those of 1 to 9 stand: 0x30 */
@@ -395,13 +396,14 @@ KELMO_API kelmo_view* kelmo_view_retain(kelmo_view* view);
 /** Removes an owner. Null is allowed, and does nothing. Thread-safe. */
 KELMO_API void kelmo_view_release(kelmo_view* view);
 
-/** The texts of the view, which live as long as the view; null for null. */
+/** The texts of the view; null for null. It adds no owner: they live as long as the view. */
 KELMO_API kelmo_texts* kelmo_view_texts(const kelmo_view* view);
 
 /** What the first language that has the key says, as it stands in the dictionary. For a key
  * that no language has, what the view's options say: the result may then be `key` itself, which
  * ends with a zero only if the caller put one there. Never null: an argument that is not allowed
- * gives the empty text. `*size`, unless it is null, gets the size of the result. Thread-safe. Cost:
+ * gives the empty text. A text lives as long as the texts, and a marked key as long as the view.
+ * `*size`, unless it is null, gets the size of the result. Thread-safe. Cost:
  * one lookup for each language up to the one that has it; a key that is found takes no memory. A
  * view keeps the marked forms of at most 4096 keys; for more of them the result is the key. */
 KELMO_API const char* kelmo_view_text(const kelmo_view* view, const char* key, size_t key_size,

@@ -9,7 +9,7 @@
  *     std::puts(view.tr("files", kelmo::count(5)).c_str());  // "5 Dateien"
  *
  * Strings are UTF-8. Objects that are made or loaded throw kelmo::Error if that fails; all other
- * functions throw only std::bad_alloc. Texts and views never change: copies share them, and any
+ * functions throw only std::bad_alloc, unless their comments say more. Texts and views never change: copies share them, and any
  * number of threads may use them at the same time. A loader and a list of problems are for one
  * thread at a time. For C++17 and later; kelmo.h has the details of what the functions do.
  */
@@ -96,7 +96,7 @@ std::string printed(Print print) {
 }
 
 /** A position among values that `get` makes from an owner and an index. */
-template <class Owner, class Value, Value (*get)(const Owner&, std::size_t)>
+template <class Owner, class Value, Value (*get)(const Owner*, std::size_t)>
 class Iterator {
  public:
   using iterator_category = std::input_iterator_tag;
@@ -106,9 +106,9 @@ class Iterator {
   using reference = Value;
 
   Iterator() = default;
-  Iterator(const Owner& owner, std::size_t index) noexcept : owner_(&owner), index_(index) {}
+  Iterator(const Owner* owner, std::size_t index) noexcept : owner_(owner), index_(index) {}
 
-  Value operator*() const { return get(*owner_, index_); }
+  Value operator*() const { return get(owner_, index_); }
   Iterator& operator++() noexcept {
     ++index_;
     return *this;
@@ -131,7 +131,7 @@ class Iterator {
 };
 
 /** A range of values that `get` makes from an owner, which it keeps alive, and an index. */
-template <class Owner, class Value, Value (*get)(const Owner&, std::size_t)>
+template <class Owner, class Value, Value (*get)(const Owner*, std::size_t)>
 class Range {
  public:
   using iterator = Iterator<Owner, Value, get>;
@@ -142,9 +142,9 @@ class Range {
 
   std::size_t size() const noexcept { return size_; }
   bool empty() const noexcept { return size_ == 0; }
-  Value at(std::size_t index) const { return get(owner_, index); }
-  iterator begin() const noexcept { return {owner_, 0}; }
-  iterator end() const noexcept { return {owner_, size_}; }
+  Value at(std::size_t index) const { return get(&owner_, index); }
+  iterator begin() const noexcept { return {&owner_, 0}; }
+  iterator end() const noexcept { return {&owner_, size_}; }
 
  private:
   Owner owner_;
@@ -204,10 +204,10 @@ struct Problem {
 
 namespace detail {
 
-inline Problem problem_at(const kelmo_problems& list, std::size_t index) {
+inline Problem problem_at(const kelmo_problems* list, std::size_t index) {
   kelmo_problem raw = {};
   raw.size = sizeof raw;
-  check_index(kelmo_problems_get(&list, index, &raw));
+  check_index(kelmo_problems_get(list, index, &raw));
   const auto copy = [](const kelmo_string& text) { return std::string(view_of(text)); };
   return {raw.code,
           static_cast<Severity>(raw.severity),
@@ -219,7 +219,7 @@ inline Problem problem_at(const kelmo_problems& list, std::size_t index) {
           copy(raw.file),
           copy(raw.detail),
           printed([&](char* buffer, std::size_t capacity, std::size_t* needed) {
-            return kelmo_problems_print(&list, index, buffer, capacity, needed);
+            return kelmo_problems_print(list, index, buffer, capacity, needed);
           })};
 }
 
@@ -250,10 +250,10 @@ class Problems {
   std::size_t lost() const noexcept { return kelmo_problems_lost(handle()); }
 
   /** The problem at an index. Throws std::out_of_range unless it is below size(). */
-  Problem at(std::size_t index) const { return *iterator(*list_, index); }
+  Problem at(std::size_t index) const { return *iterator(handle(), index); }
 
-  iterator begin() const noexcept { return {*list_, 0}; }    /**< the first problem */
-  iterator end() const noexcept { return {*list_, size()}; } /**< behind the last problem */
+  iterator begin() const noexcept { return {handle(), 0}; }    /**< the first problem */
+  iterator end() const noexcept { return {handle(), size()}; } /**< behind the last problem */
 
   /** Removes all problems. */
   void clear() noexcept { kelmo_problems_clear(handle()); }
@@ -270,7 +270,7 @@ class Problems {
 /** A language of texts. The strings live as long as the texts. */
 struct Language {
   std::string_view id;     /**< the first word of the first line of its files */
-  std::string_view name;   /**< the rest of that line in the first file; may be empty */
+  std::string_view name;   /**< the rest of that line, in the first file that has one */
   std::size_t entry_count; /**< number of its entries */
 };
 
@@ -302,10 +302,10 @@ inline Text text_of(const kelmo_text& raw) noexcept {
 
 using SharedTexts = Shared<kelmo_texts, kelmo_texts_retain, kelmo_texts_release>;
 
-inline Language language_at(const SharedTexts& texts, std::size_t index) {
+inline Language language_at(const SharedTexts* texts, std::size_t index) {
   kelmo_language raw = {};
   raw.size = sizeof raw;
-  check_index(kelmo_texts_language(texts.get(), index, &raw));
+  check_index(kelmo_texts_language(texts->get(), index, &raw));
   return {view_of(raw.id), view_of(raw.name), raw.entry_count};
 }
 
@@ -315,9 +315,9 @@ struct LanguageOfTexts {
   std::size_t language;
 };
 
-inline Text entry_at(const LanguageOfTexts& owner, std::size_t index) {
+inline Text entry_at(const LanguageOfTexts* owner, std::size_t index) {
   kelmo_text raw = empty_text();
-  check_index(kelmo_texts_entry(owner.texts.get(), owner.language, index, &raw));
+  check_index(kelmo_texts_entry(owner->texts.get(), owner->language, index, &raw));
   return text_of(raw);
 }
 
@@ -346,7 +346,7 @@ class Texts {
   /** The entries of the language at an index of languages(), in the order of loading. Throws
    * std::out_of_range if there is no such language. */
   Entries entries(std::size_t language) const {
-    return {{texts_, language}, detail::language_at(texts_, language).entry_count};
+    return {{texts_, language}, detail::language_at(&texts_, language).entry_count};
   }
 
   /** The language that serves a user who wants to read `wanted`: that with the id "de" serves
@@ -355,7 +355,10 @@ class Texts {
     std::size_t index = 0;
     const kelmo_status status =
         kelmo_texts_match_language(texts_.get(), wanted.data(), wanted.size(), &index);
-    return status == KELMO_OK ? std::optional(detail::language_at(texts_, index)) : std::nullopt;
+    if (status == KELMO_OUT_OF_MEMORY) {
+      throw std::bad_alloc();
+    }
+    return status == KELMO_OK ? std::optional(detail::language_at(&texts_, index)) : std::nullopt;
   }
 
   /** For the functions of kelmo.h; null for no texts. The texts belong to this object. */
@@ -555,7 +558,8 @@ class Argument {
   template <class Type>
   static constexpr bool is_character =
       std::is_same_v<Type, char> || std::is_same_v<Type, wchar_t> ||
-      std::is_same_v<Type, char16_t> || std::is_same_v<Type, char32_t>;
+      std::is_same_v<Type, char16_t> || std::is_same_v<Type, char32_t> ||
+      std::is_same_v<Type, std::remove_cv_t<std::remove_reference_t<decltype(u8""[0])>>>;
 };
 
 /** A number that chooses the plural form. A call takes one at most. */
@@ -604,8 +608,11 @@ auto arg(std::string_view name, const Value& value) noexcept {
 
 /** How numbers are written. Its fields are those of kelmo_number_format; a new one writes "1234.5". */
 struct NumberFormat : kelmo_number_format {
-  /** Its size is set; all other fields have their default. */
-  NumberFormat() noexcept : kelmo_number_format() { size = sizeof(kelmo_number_format); }
+  /** With groups of three digits, once is_grouped is 1. */
+  NumberFormat() noexcept : kelmo_number_format() {
+    size = sizeof(kelmo_number_format);
+    group_size = 3;
+  }
 };
 
 /** The format of a language by its id, such as "de-AT"; nothing if the language is not known. */
@@ -616,10 +623,11 @@ inline std::optional<NumberFormat> number_format_of_language(std::string_view id
              : std::nullopt;
 }
 
-/** The format that the user has set in the system; nothing if the system does not say. */
-inline std::optional<NumberFormat> number_format_of_user() noexcept {
+/** The format that the user has set in the system. */
+inline NumberFormat number_format_of_user() {
   NumberFormat format;
-  return kelmo_number_format_of_user(&format) == KELMO_OK ? std::optional(format) : std::nullopt;
+  detail::check(kelmo_number_format_of_user(&format));
+  return format;
 }
 
 /** A number as text. Throws Error if `number` is a text, or a field of `format` is not allowed. */
@@ -701,7 +709,8 @@ class View {
   /** The text of a key and where it comes from; nothing if no language has it. */
   std::optional<Text> find(std::string_view key) const noexcept { return find(key, nullptr); }
 
-  /** The form of a text for a number. Throws std::bad_alloc, for keys of more than 256 bytes. */
+  /** The form of a text for a number. Throws std::bad_alloc if the key and the
+   * count have more than 256 bytes together and memory is out. */
   std::optional<Text> find(std::string_view key, const Count& count) const {
     return find(key, &count.raw());
   }

@@ -249,7 +249,7 @@ TEST_F(KelmoRuntime, WithoutALibraryEachFunctionSaysSo) {
   for (const kelmo_status status : statuses) {
     EXPECT_EQ(status, KELMO_RUNTIME_NOT_OPEN);
   }
-  EXPECT_FALSE(kelmo::number_format_of_user());
+  EXPECT_THROW(kelmo::number_format_of_user(), kelmo::Error);
   try {
     const kelmo::Loader loader;
     FAIL() << "a loader was made";

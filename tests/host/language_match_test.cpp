@@ -43,6 +43,7 @@ TEST(MatchLanguage, LeavesOutPartsFromTheEndButNoScript) {
       {"the region itself", {"zh-Hant", "zh-HK"}, "zh-HK", "zh-HK"},
       {"no traditional Chinese", {"zh"}, "zh-MO", ""},
       {"simplified Chinese", {"zh"}, "zh-CN", "zh"},
+      {"a variant of four characters", {"de"}, "de-1996", "de"},
       {"nothing wanted", {"de"}, "", ""},
       {"only a mark", {"de"}, "-", ""},
       {"nothing loaded", {}, "de", ""},
