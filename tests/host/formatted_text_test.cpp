@@ -66,6 +66,8 @@ TEST(FormattedText, WritesWhatStandsForAMissingKeyAsItIs) {
   options.missing = MissingText::kMarked;
   const View view(texts, options, nullptr);
   EXPECT_EQ(Formatted(view, "{0}", {TextArgument("Anna")}), "[[{0}]]");
+  options.missing = MissingText::kNothing;
+  EXPECT_EQ(Formatted(View(texts, options, nullptr), "{0}", {TextArgument("Anna")}), "");
 }
 
 // Only kelmo_view_text keeps marked forms, of which there is a limit.

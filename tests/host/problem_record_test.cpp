@@ -2,9 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <string>
 #include <thread>
 #include <vector>
+
+#include "tests/support/allocation_probe.h"
 
 namespace {
 
@@ -113,6 +116,21 @@ TEST(ProblemRecord, LosesNothingBetweenThreads) {
   const std::size_t lost = record.Take(&problems);
   EXPECT_EQ(problems.All().size(), static_cast<std::size_t>(kThreads * kKeys));
   EXPECT_GE(lost, 1U);
+}
+
+TEST(ProblemRecord, CountsWhatItHasNoMemoryFor) {
+  bool hasFailed = true;
+  for (std::size_t n = 1; hasFailed; ++n) {
+    ProblemRecord record(10);
+    {
+      const allocation_probe::FailAllocation failure(n, allocation_probe::Failing::kOnce);
+      record.Add(Missing("a key that is too long to need no memory"));
+      hasFailed = failure.Happened();
+    }
+    ProblemList problems;
+    EXPECT_EQ(record.Take(&problems), hasFailed ? 1U : 0U) << n;
+    EXPECT_EQ(problems.All().size(), hasFailed ? 0U : 1U) << n;
+  }
 }
 
 }  // namespace
