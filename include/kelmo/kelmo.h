@@ -19,6 +19,9 @@
  *         kelmo_view_create(texts, &options, &view, NULL) == KELMO_OK) {
  *       puts(kelmo_view_text(view, "menu.file", KELMO_ZERO_TERMINATED, NULL));
  *     }
+ *     kelmo_view_release(view);
+ *     kelmo_texts_release(texts);
+ *     kelmo_loader_destroy(loader);
  *
  * Rules for all functions
  *  - Strings are UTF-8. They go in as pointer and size in bytes; with the size
@@ -267,7 +270,7 @@ KELMO_API kelmo_status kelmo_texts_language(const kelmo_texts* texts, size_t ind
 
 /** Finds the language that serves a user who wants to read `wanted`, such as "de-AT": the one with
  * that id, or else with that id without its last part, and so on ("de"). Upper and lower case are
- * the same, and so are `-` and `_`. A script is never left out: "zh-Hant" does not find "zh", and nor
+ * the same, and so are `-` and `_`. A script is never left out: "zh-Hant" does not find "zh", nor
  * does "zh-TW". `*index` gets its index. KELMO_NOT_FOUND: there is none. */
 KELMO_API kelmo_status kelmo_texts_match_language(const kelmo_texts* texts, const char* wanted,
                                                   size_t wanted_size, size_t* index);
@@ -399,13 +402,13 @@ KELMO_API void kelmo_view_release(kelmo_view* view);
 /** The texts of the view; null for null. It adds no owner: they live as long as the view. */
 KELMO_API kelmo_texts* kelmo_view_texts(const kelmo_view* view);
 
-/** What the first language that has the key says, as it stands in the dictionary. For a key
- * that no language has, what the view's options say: the result may then be `key` itself, which
- * ends with a zero only if the caller put one there. Never null: an argument that is not allowed
- * gives the empty text. A text lives as long as the texts, and a marked key as long as the view.
- * `*size`, unless it is null, gets the size of the result. Thread-safe. Cost:
- * one lookup for each language up to the one that has it; a key that is found takes no memory. A
- * view keeps the marked forms of at most 4096 keys; for more of them the result is the key. */
+/** Returns the text of a key from the first language that has it; its placeholders stay. For a key
+ * that no language has, returns what the view's options say: that may be `key` itself, which ends
+ * with a zero only if the caller put one there. Never null: an argument that is not allowed gives
+ * the empty text. A text lives as long as the texts, and a marked key as long as the view. A view
+ * keeps the marked forms of at most 4096 keys; for more of them the result is the key. `*size`,
+ * unless it is null, gets the size of the result. Thread-safe. Cost: one lookup for each language
+ * up to the one that has it; a key that is found takes no memory. */
 KELMO_API const char* kelmo_view_text(const kelmo_view* view, const char* key, size_t key_size,
                                       size_t* size);
 
@@ -420,12 +423,12 @@ KELMO_API kelmo_status kelmo_view_find(const kelmo_view* view, const char* key, 
  *
  * Placeholders are `{0}`, `{1}` and so on by position, `{name}` by name, and `%1` where the load
  * asked for it; `{count}` is the count. `{{` stands for `{`, and `}}` for `}`. A number may have a
- * format, as the C++ library fmt has them:
- * `{0:8.2f}` is a number with two decimals in at least eight characters. Its parts, all of them
- * optional, are: fill and alignment (`<`, `>`, `^`), sign (`+`, `-` or a blank), `0`, width (up to
- * 255), `.` and decimals (up to 99), and `d`, `f`, `e` or `g`. Arguments are not searched for
- * placeholders. What cannot be filled stays as it stands, and is a problem: in `problems`, or in the
- * view's record if that is null. An argument that is a text, but not UTF-8, fills no placeholder.
+ * format, as the C++ library fmt has them: `{0:8.2f}` is a number with two decimals in at least
+ * eight characters. Its parts, all of them optional, are: fill and alignment (`<`, `>`, `^`), sign
+ * (`+`, `-` or a blank), `0`, width (up to 255), `.` and decimals (up to 99), and `d`, `f`, `e` or
+ * `g`. Arguments are not searched for placeholders. What cannot be filled stays as it stands, and is
+ * a problem: in `problems`, or in the view's record if that is null. An argument that is a text, but
+ * not UTF-8, fills no placeholder.
  *
  * If an argument is a count, each language is asked for the key with a suffix: `files.=0` for
  * exactly that number, then the plural category of the number by the rules of that language
@@ -451,8 +454,8 @@ KELMO_API kelmo_status kelmo_view_take_problems(kelmo_view* view, kelmo_problems
 
 /** Writes the id of a language in which the user wants to read, such as "de-AT": at `index` 0 the
  * first choice. KELMO_NOT_FOUND: there are no more. A suggestion for the languages of a view: see
- * kelmo_texts_match_language. On Linux: from LANGUAGE, LC_ALL, LC_MESSAGES and LANG; none if the locale is
- * "C" or "POSIX". */
+ * kelmo_texts_match_language. On Linux: from LANGUAGE, LC_ALL, LC_MESSAGES and LANG; none if the
+ * locale is "C" or "POSIX". */
 KELMO_API kelmo_status kelmo_system_language(size_t index, char* buffer, size_t capacity,
                                              size_t* needed);
 

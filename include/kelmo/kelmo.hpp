@@ -676,7 +676,7 @@ class View {
   View(const Texts& texts, std::vector<std::string> languages, Problems& problems)
       : View(texts, of_languages(std::move(languages)), problems) {}
 
-  /** What the first language that has the key says, as it stands in the dictionary. For a key
+  /** The text of a key from the first language that has it; its placeholders stay. For a key
    * that no language has, what the options say. */
   std::string tr(std::string_view key) const {
     std::size_t size = 0;
