@@ -707,7 +707,7 @@ class View {
   }
 
   /** The text of a key and where it comes from; nothing if no language has it. */
-  std::optional<Text> find(std::string_view key) const noexcept { return find(key, nullptr); }
+  std::optional<Text> find(std::string_view key) const { return find(key, nullptr); }
 
   /** The form of a text for a number. Throws std::bad_alloc if the key and the
    * count have more than 256 bytes together and memory is out. */
