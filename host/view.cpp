@@ -158,20 +158,20 @@ std::string_view View::TextForMissing(std::string_view key) const noexcept {
     return "";
   }
   const std::lock_guard<std::mutex> lock(marked_->mutex);
-  auto found = marked_->forms.find(key);
-  if (found == marked_->forms.end()) {
-    if (marked_->forms.size() == kMostMarked) {
-      return key;
-    }
-    try {
-      std::string form(kMarkBefore);
-      form.append(key).append(kMarkBehind);
-      found = marked_->forms.emplace(key, std::move(form)).first;
-    } catch (...) {
-      return key;
-    }
+  const auto found = marked_->forms.find(key);
+  if (found != marked_->forms.end()) {
+    return found->second;
   }
-  return found->second;
+  if (marked_->forms.size() == kMostMarked) {
+    return key;
+  }
+  try {
+    std::string form(kMarkBefore);
+    form.append(key).append(kMarkBehind);
+    return marked_->forms.emplace(key, std::move(form)).first->second;
+  } catch (...) {
+    return key;
+  }
 }
 
 void View::WriteForMissing(std::string_view key, TextSink& sink) const noexcept {
