@@ -41,6 +41,14 @@ struct Parts {
 class DigitsBuffer {
  public:
   Parts Split(const Argument& number, const NumberSpec& spec) noexcept {
+    if (!number.IsDouble() &&
+        (spec.decimals != kNoDecimals || (spec.type != '\0' && spec.type != 'd'))) {
+      const auto* const integer = std::get_if<std::int64_t>(&number.value);
+      return SplitDouble(integer != nullptr
+                             ? static_cast<double>(*integer)
+                             : static_cast<double>(*std::get_if<std::uint64_t>(&number.value)),
+                         number, spec);
+    }
     if (const auto* const integer = std::get_if<std::int64_t>(&number.value)) {
       const auto bits = static_cast<std::uint64_t>(*integer);
       return SplitInteger(*integer < 0 ? 0 - bits : bits, *integer < 0);
@@ -341,9 +349,7 @@ class Writer {
 }  // namespace
 
 bool Fits(const NumberSpec& spec, const Argument& number) noexcept {
-  const bool isForIntegers = spec.type == 'd';
-  const bool isForDoubles = spec.decimals != kNoDecimals || (spec.type != '\0' && !isForIntegers);
-  return number.IsDouble() ? !isForIntegers : !isForDoubles;
+  return spec.type != 'd' || (!number.IsDouble() && spec.decimals == kNoDecimals);
 }
 
 void WriteNumber(const Argument& number, const NumberSpec& spec, const Cldr::NumberFormat& format,

@@ -8,13 +8,13 @@
 
 namespace KelmoLibs::Host {
 
-/// Whether `spec` can be used for `number`: `d` is for integers, and `f`, `e`, `g` and decimals are
-/// for doubles. Precondition: `number` is not a text.
+/// Whether `spec` can be used for `number`: `d` is for integers, without decimals. Precondition: `number` is not a text.
 bool Fits(const NumberSpec& spec, const Argument& number) noexcept;
 
 /// Writes a number by `spec`, with the marks, groups and digits of `format`.
 ///
-/// A double has as many decimals as `spec` says. Without them, `e` and `g` have six; `f` and no
+/// With `f`, `e`, `g` or decimals an integer is written as the double of the same value. A double has
+/// as many decimals as `spec` says. Without them, `e` and `g` have six; `f` and no
 /// type have those of the argument. One that is kShortest has six with `f`, and without a type the
 /// shortest text that reads as the same number, with an exponent below 0.0001 and from 1e16 on.
 /// Infinity is "\u221E", and what is not a number is "NaN", without a sign. The last digit is

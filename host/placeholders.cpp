@@ -242,7 +242,7 @@ class Filler {
         break;
     }
     if (!Fits(spec, argument)) {
-      return argument.IsDouble() ? FaultReason::kOnlyIntegers : FaultReason::kOnlyDoubles;
+      return FaultReason::kOnlyIntegers;
     }
     return std::nullopt;
   }
@@ -288,9 +288,7 @@ std::string Describe(const PlaceholderFault& fault) {
     case FaultReason::kDecimals:
       return text.append(": there are more decimals than ").append(std::to_string(kMaxDecimals));
     case FaultReason::kOnlyIntegers:
-      return text.append(": the argument is not an integer, and d is for integers");
-    case FaultReason::kOnlyDoubles:
-      return text.append(": the argument is an integer, which has no decimals and no f, e or g");
+      return text.append(": d is for integers, without decimals");
     case FaultReason::kNotUtf8:
       return text.append(": the argument is a text that is not UTF-8");
     case FaultReason::kNoPlaceholder:

@@ -17,8 +17,7 @@ enum class FaultReason {
   kFormatOfText,   // texts have no format
   kWidth,          // larger than kMaxWidth
   kDecimals,       // more than kMaxDecimals
-  kOnlyIntegers,   // `d` for a double
-  kOnlyDoubles,    // `f`, `e`, `g` or decimals for an integer
+  kOnlyIntegers,   // `d` for a double, or with decimals
   kNotUtf8,        // the argument is a text that is not UTF-8
   kNoPlaceholder   // a brace with something else behind it
 };

@@ -419,7 +419,7 @@ KELMO_API const char* kelmo_view_text(const kelmo_view* view, const char* key, s
 KELMO_API kelmo_status kelmo_view_find(const kelmo_view* view, const char* key, size_t key_size,
                                        const kelmo_argument* count, kelmo_text* result);
 
-/** Writes the text of a key with its placeholders filled.
+/** Writes the text of a key with its placeholders filled, also if there are no arguments.
  *
  * Placeholders are `{0}`, `{1}` and so on by position, `{name}` by name, and `%1` where the load
  * asked for it; `{count}` is the count. `{{` stands for `{`, and `}}` for `}`. A number may have a

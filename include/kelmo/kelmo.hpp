@@ -9,9 +9,10 @@
  *     std::puts(view.tr("files", kelmo::count(5)).c_str());  // "5 Dateien"
  *
  * Strings are UTF-8. Objects that are made or loaded throw kelmo::Error if that fails; all other
- * functions throw only std::bad_alloc, unless their comments say more. Texts and views never change: copies share them, and any
- * number of threads may use them at the same time. A loader and a list of problems are for one
- * thread at a time. For C++17 and later; kelmo.h has the details of what the functions do.
+ * functions throw only std::bad_alloc, unless their comments say more. Texts and views never
+ * change: copies share them, and any number of threads may use them at the same time. A loader and
+ * a list of problems are for one thread at a time. For C++17 and later; kelmo.h has the details of
+ * what the functions do.
  */
 #ifndef KELMO_KELMO_HPP
 #define KELMO_KELMO_HPP

@@ -250,9 +250,7 @@ class Reference {
         break;
     }
     if (!Fits(spec, number)) {
-      return AddFault(whole, std::holds_alternative<double>(number.value)
-                                 ? FaultReason::kOnlyIntegers
-                                 : FaultReason::kOnlyDoubles);
+      return AddFault(whole, FaultReason::kOnlyIntegers);
     }
     result.resize(8000);
     TextSink sink(result.data(), result.size());

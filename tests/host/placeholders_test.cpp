@@ -251,15 +251,8 @@ TEST_F(FillPlaceholdersTest, KeepsAndTellsWhatCannotBeFilled) {
       {"an integer's type for a double",
        "{2:d}",
        "{2:d}",
-       {"{2:d}: the argument is not an integer, and d is for integers"}},
-      {"a double's type for an integer",
-       "{1:f}",
-       "{1:f}",
-       {"{1:f}: the argument is an integer, which has no decimals and no f, e or g"}},
-      {"decimals of an integer",
-       "{1:.2}",
-       "{1:.2}",
-       {"{1:.2}: the argument is an integer, which has no decimals and no f, e or g"}},
+       {"{2:d}: d is for integers, without decimals"}},
+      {"decimals of d", "{1:.2d}", "{1:.2d}", {"{1:.2d}: d is for integers, without decimals"}},
   });
 }
 
@@ -281,6 +274,8 @@ TEST_F(FillPlaceholdersTest, FormatsNumbers) {
       {"a closing alignment as fill", "{1:>>6}", ">>>-42"},
       {"zeroes", "{1:06d}", "-00042"},
       {"decimals", "{2:.3f}", "2.500"},
+      {"decimals of an integer", "{1:.1f} {1:.0f}", "-42.0 -42"},
+      {"an integer with an exponent", "{1:.1e} {1:g}", "-4.2e+01 -42"},
       {"the argument's decimals", "{3:+f}", "+1.00"},
       {"the widest", "{1:255}",
        "                                                                                     "
