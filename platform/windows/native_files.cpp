@@ -60,9 +60,9 @@ std::string DescribeError(SystemError error) {
 }
 
 SystemError ReadFileAt(const std::string& path, FileBytes& result) {
-  const HANDLE opened = ::CreateFileW(WideOf(path).c_str(), GENERIC_READ,
-                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                                      nullptr, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
+  auto* const opened = ::CreateFileW(WideOf(path).c_str(), GENERIC_READ,
+                                     FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                     nullptr, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
   if (opened == INVALID_HANDLE_VALUE) {
     return LastError();
   }
