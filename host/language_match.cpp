@@ -44,7 +44,7 @@ std::optional<std::size_t> MatchLanguage(const TextCollection& texts, std::strin
       return static_cast<std::size_t>(found - texts.languages.begin());
     }
     const std::size_t last = id.rfind('-');
-    if (last == std::string::npos || IsScript(std::string_view(id).substr(last + 1))) {
+    if (last == std::string::npos || IsScript(id.substr(last + 1))) {
       return std::nullopt;
     }
     if (IsTraditionalChinese(id)) {

@@ -111,17 +111,7 @@ class DigitsBuffer {
     if (spec.type == 'f' || (spec.type == '\0' && spec.decimals == kNoDecimals)) {
       int wanted = spec.decimals != kNoDecimals ? spec.decimals : argument.decimals;
       if (wanted == kShortest && spec.type == '\0') {
-        // The shortest text of a float has fewer digits.
-        const std::size_t size = argument.isFloat && number != 0 ? 0 : PrintFewDecimals(number);
-        if (size != 0) {
-          return {size, false, kNoDecimals};
-        }
-        const bool hasExponent = number < kLastWithExponentBelow || number >= kFirstWithExponent;
-        const auto format = hasExponent ? std::chars_format::scientific : std::chars_format::fixed;
-        const std::to_chars_result end =
-            argument.isFloat ? std::to_chars(Begin(), End(), static_cast<float>(number), format)
-                             : std::to_chars(Begin(), End(), number, format);
-        return {SizeUntil(end), hasExponent, kNoDecimals};
+        return PrintShortest(number, argument.isFloat);
       }
       wanted = wanted != kShortest ? wanted : kDefaultDecimals;
       return {Print(number, std::chars_format::fixed, wanted), false, wanted};
@@ -130,6 +120,20 @@ class DigitsBuffer {
         spec.type == 'e' ? std::chars_format::scientific : std::chars_format::general;
     return {Print(number, format, spec.decimals != kNoDecimals ? spec.decimals : kDefaultDecimals),
             true, kNoDecimals};
+  }
+
+  Printed PrintShortest(double number, bool isFloat) noexcept {
+    if (!isFloat || number == 0) {  // the shortest text of a float has fewer digits
+      if (const std::size_t size = PrintFewDecimals(number); size != 0) {
+        return {size, false, kNoDecimals};
+      }
+    }
+    const bool hasExponent = number < kLastWithExponentBelow || number >= kFirstWithExponent;
+    const auto format = hasExponent ? std::chars_format::scientific : std::chars_format::fixed;
+    const std::to_chars_result end =
+        isFloat ? std::to_chars(Begin(), End(), static_cast<float>(number), format)
+                : std::to_chars(Begin(), End(), number, format);
+    return {SizeUntil(end), hasExponent, kNoDecimals};
   }
 
   // The shortest text of a number with up to three decimals, as 0 and most are, in half the time of
