@@ -7,7 +7,7 @@ import unittest
 from refusals import TOP, RefusalTest, Row, write
 
 SOURCES = ("dictionary/one.cpp", "examples/one.cpp", "frame/one.cpp", "lang/one.cpp", "phyval/one.cpp",
-           "unittables/one.cpp", "platform/posix/one.cpp", "storage/one.cpp", "text/one.cpp")
+           "unittables/one.cpp", "platform/posix/one.cpp", "storage/one.cpp", "text/one.cpp", "cldr/one.cpp", "host/one.cpp")
 TESTS = ("tests/one_test.cpp", "tests/two_test.cpp", "tests/nine_test.cpp")
 WINDOWS = ("frame/one_windows.cpp", "platform/windows/one.cpp")
 LINUX_COMMANDS, WINDOWS_COMMANDS = (f"build/{name}-release/compile_commands.json" for name in ("linux", "mingw"))
