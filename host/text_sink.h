@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <string_view>
 
+#include "text/utf8_characters.h"
+
 namespace KelmoLibs::Host {
 
 /// Writes at most `capacity` bytes, the zero at the end included, and never a part of a character.
@@ -42,7 +44,7 @@ class TextSink {
  private:
   void Cut(std::string_view text) noexcept {
     std::size_t size = room_;
-    while (size > 0 && (static_cast<unsigned char>(text[size]) & 0xC0U) == 0x80U) {
+    while (size > 0 && Localize::IsContinuation(text[size])) {
       --size;
     }
     next_ = std::copy_n(text.begin(), size, next_);

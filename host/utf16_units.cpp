@@ -1,6 +1,7 @@
 #include "host/utf16_units.h"
 
 #include "storage/word.h"
+#include "text/utf8_characters.h"
 
 namespace KelmoLibs::Host {
 namespace {
@@ -37,9 +38,8 @@ std::size_t Utf16Length(std::string_view wellFormed) noexcept {
     length += UnitsIn(LoadWord(wellFormed.data()));
   }
   for (const char c : wellFormed) {
-    const auto byte = static_cast<unsigned char>(c);
-    length += (byte & 0xC0U) != 0x80U ? 1U : 0U;
-    length += byte >= 0xF0U ? 1U : 0U;
+    length += Localize::IsContinuation(c) ? 0U : 1U;
+    length += static_cast<unsigned char>(c) >= 0xF0U ? 1U : 0U;
   }
   return length;
 }

@@ -22,13 +22,13 @@ std::string Blanks(std::size_t count) {
 std::string Table(const std::vector<HelpRow>& rows, std::size_t width) {
   std::size_t widest = 0;
   for (const HelpRow& row : rows) {
-    const std::size_t length = CountCodePoints(row.name);
+    const std::size_t length = Localize::CountCharacters(row.name);
     widest = length <= kWidestName ? std::max(widest, length) : widest;
   }
   const std::size_t column = kIndent + widest + kIndent;
   std::string table;
   for (const HelpRow& row : rows) {
-    const std::size_t length = CountCodePoints(row.name);
+    const std::size_t length = Localize::CountCharacters(row.name);
     table += Blanks(kIndent) + row.name;
     table += length > widest ? '\n' + Blanks(column) : Blanks(column - kIndent - length);
     table += Wrap(row.text, column, column, width) + '\n';
@@ -98,7 +98,7 @@ std::string Wrap(std::string_view text, std::size_t at, std::size_t indent, std:
   while (!text.empty()) {
     const std::size_t end = std::min(text.find(' '), text.size());
     const std::string_view word = text.substr(0, end);
-    const std::size_t length = CountCodePoints(word);
+    const std::size_t length = Localize::CountCharacters(word);
     if (!wrapped.empty()) {
       if (column + 1 + length > width) {
         wrapped += '\n' + Blanks(indent);

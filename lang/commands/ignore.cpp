@@ -5,7 +5,7 @@
 #include "lang/project/projects.h"
 #include "lang/reading/file_bytes.h"
 #include "lang/reading/file_names.h"
-#include "text/utf8.h"
+#include "text/utf8_characters.h"
 
 namespace KelmoLibs::Lang {
 namespace {
@@ -31,7 +31,7 @@ Answer Ignore(const IgnoreOptions& options, const Texts& texts) {
     return Wrong(texts, {"ignore.reason", {}});
   }
   for (const std::string* const text : {&options.file, &options.key, &options.reason}) {
-    if (Localize::WellFormedUtf8Length(*text) != text->size()) {
+    if (!Localize::IsUtf8(*text)) {
       return Wrong(texts, {"ignore.not_utf8", {*text}});
     }
   }

@@ -15,7 +15,7 @@
 #include "lang/unicode/byte_order_mark.h"
 #include "lang/unicode/code_page_guess.h"
 #include "lang/unicode/utf16.h"
-#include "text/utf8.h"
+#include "text/utf8_characters.h"
 
 namespace KelmoLibs::Lang {
 namespace {
@@ -24,10 +24,6 @@ constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
 
 constexpr std::array<std::pair<std::string_view, Utf16>, 2> kUtf16Names = {
     {{"utf-16le", Utf16::kLittleEndian}, {"utf-16be", Utf16::kBigEndian}}};
-
-bool IsUtf8(std::string_view bytes) noexcept {
-  return Localize::WellFormedUtf8Length(bytes) == bytes.size();
-}
 
 std::size_t CountOf(std::string_view text, std::string_view part) noexcept {
   std::size_t count = 0;
@@ -73,7 +69,7 @@ class Mending {
           {"fix.left.utf16", {found == Utf16::kBigEndian ? "utf-16be" : "utf-16le"}});
       return;
     }
-    if (found == Utf16::kNo && (named == nullptr || IsUtf8(raw_))) {
+    if (found == Utf16::kNo && (named == nullptr || Localize::IsUtf8(raw_))) {
       return;
     }
     const Utf16 encoding = hasMark || named == nullptr ? found : *named;
@@ -96,7 +92,7 @@ class Mending {
   void AppendLine(std::string_view line, std::string& mended) {
     const std::string_view withoutMarks = WithoutByteOrderMarks(line);
     marks_ += (line.size() - withoutMarks.size()) / kByteOrderMark.size();
-    if (IsUtf8(withoutMarks)) {
+    if (Localize::IsUtf8(withoutMarks)) {
       mended += withoutMarks;
       return;
     }

@@ -54,7 +54,7 @@ class ProjectReader {
     const std::size_t lineStart = before.rfind('\n') + 1;  // npos + 1 is 0
     faults_.push_back(
         {static_cast<std::uint32_t>(std::count(before.begin(), before.end(), '\n')) + 1,
-         CountCodePoints(before.substr(lineStart)) + 1, std::move(sentence)});
+         Localize::CountCharacters(before.substr(lineStart)) + 1, std::move(sentence)});
   }
 
   bool Is(const JsonValue& value, Kind kind) {

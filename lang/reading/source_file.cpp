@@ -58,7 +58,7 @@ void SourceFile::AddCheckpoints(std::size_t start, std::size_t end) {
   std::size_t before = 0;
   while (end - start > kCheckpointDistance) {
     const std::size_t next = CodePointStart(Bytes(), start + kCheckpointDistance);
-    before += CountCodePoints(Bytes().substr(start, next - start));
+    before += Localize::CountCharacters(Bytes().substr(start, next - start));
     checkpoints_.push_back({next, before});
     start = next;
   }
@@ -73,12 +73,12 @@ std::uint32_t SourceFile::CountBetween(std::size_t start, std::size_t end) const
       first, checkpoints_.end(), end,
       [](std::size_t offset, const Checkpoint& checkpoint) { return offset < checkpoint.offset; });
   if (first == behind) {
-    return CountCodePoints(bytes.substr(start, end - start));
+    return Localize::CountCharacters(bytes.substr(start, end - start));
   }
   const Checkpoint& last = *std::prev(behind);
-  return CountCodePoints(bytes.substr(start, first->offset - start)) +
+  return Localize::CountCharacters(bytes.substr(start, first->offset - start)) +
          static_cast<std::uint32_t>(last.before - first->before) +
-         CountCodePoints(bytes.substr(last.offset, end - last.offset));
+         Localize::CountCharacters(bytes.substr(last.offset, end - last.offset));
 }
 
 std::string_view SourceFile::Line(std::uint32_t number) const noexcept {

@@ -26,8 +26,7 @@ struct Unit {
 Unit TakeUnit(std::string_view& text) noexcept {
   const CodePoint first = FirstCodePoint(text);
   const std::string_view bytes = text.substr(0, first.length);
-  const bool isCharacter =
-      first.value < 0x80 || Localize::WellFormedUtf8Length(bytes) == bytes.size();
+  const bool isCharacter = first.value < 0x80 || Localize::IsUtf8(bytes);
   const Unit unit =
       isCharacter ? Unit{bytes, first.value, true} : Unit{text.substr(0, 1), 0, false};
   text.remove_prefix(unit.bytes.size());

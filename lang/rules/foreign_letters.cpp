@@ -71,7 +71,7 @@ void CheckLetters(const TextCheck& check) {
   WordReader words(check.Text());
   for (Word word; count < kMostWords && words.Next(word);) {
     ++count;
-    const bool isWord = CountCodePoints(word.letters) >= kShortestWord &&
+    const bool isWord = Localize::CountCharacters(word.letters) >= kShortestWord &&
                         (isCyrillic || IsSmallLatin(FirstCodePoint(word.letters).value));
     const std::string_view found = isWord ? ForeignLetter(word.letters, check) : std::string_view();
     if (!found.empty() && foreignWords++ == 0) {
@@ -111,7 +111,7 @@ void CheckScripts(const TextCheck& check) {
   for (Word word; words.Next(word);) {
     const Script script = ScriptOf(FirstCodePoint(word.letters).value);
     const bool isForeign = script == Script::kOther || (script == Script::kCyrillic && !isCyrillic);
-    if (isForeign && CountCodePoints(word.letters) >= kShortestWord) {
+    if (isForeign && Localize::CountCharacters(word.letters) >= kShortestWord) {
       if (!HasScript(check.BaseText(), script)) {
         Add(check, word.letters, {"foreign-letter.script", {std::string(word.letters)}});
       }

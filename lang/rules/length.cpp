@@ -42,7 +42,7 @@ const KeyLimit* LimitOf(const TextCheck& check) {
 void CheckLength(const TextCheck& check) {
   const KeyLimit* const limit = LimitOf(check);
   if (limit != nullptr) {
-    const std::size_t length = CountCodePoints(check.Text());
+    const std::size_t length = Localize::CountCharacters(check.Text());
     if (length > limit->characters) {
       check.Add(RuleId::kLength, Severity::kNote, check.Text(),
                 {"length.limit",

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "text/utf8_characters.h"
+
 namespace KelmoLibs::Lang {
 
 struct CodePoint {
@@ -14,10 +16,7 @@ struct CodePoint {
 
 constexpr char32_t kNotUtf8 = 0xFFFFFFFF;
 
-/// Whether the byte is one behind the first of a character.
-constexpr bool IsContinuation(char byte) noexcept {
-  return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-}
+using Localize::IsContinuation;
 
 /// The first character of `bytes`, which are not empty. A byte that does not begin a sequence of
 /// UTF-8 is kNotUtf8, of one byte. Overlong forms and surrogates are not told apart from characters:
@@ -51,9 +50,6 @@ inline CodePoint LastCodePoint(std::string_view bytes) noexcept {
   }
   return FirstCodePoint(bytes.substr(begin));
 }
-
-/// Number of characters in `bytes`; each byte that is not UTF-8 counts as one.
-std::uint32_t CountCodePoints(std::string_view bytes) noexcept;
 
 /// Calls `visit(value, part)` for each character and the bytes of `text` that are it, until it
 /// returns false.

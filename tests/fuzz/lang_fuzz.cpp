@@ -17,11 +17,11 @@
 #include "lang/report/html_report.h"
 #include "lang/report/report.h"
 #include "lang/rules/check_workspace.h"
-#include "lang/unicode/code_points.h"
 #include "tests/fuzz/fuzz_target.h"
 #include "tests/model/disagreement.h"
 #include "tests/model/model.h"
 #include "tests/support/encode_utf8.h"
+#include "text/utf8_characters.h"
 
 using namespace KelmoLibs::Lang;
 
@@ -77,7 +77,7 @@ void CheckPlace(const Workspace& workspace, const Place& place) {
     Expect(place.column == 0 && place.length == 0, "a place of a whole file");
     return;
   }
-  const std::uint32_t length = CountCodePoints(source.Line(place.line));
+  const std::uint32_t length = KelmoLibs::Localize::CountCharacters(source.Line(place.line));
   // One column behind the line is its end. The end of a line may have two bytes.
   constexpr std::uint32_t kLineEnd = 2;
   Expect(place.column >= 1 && place.column <= length + 1 + kLineEnd, "the column of a place");

@@ -34,8 +34,7 @@ bool Fails(const char* call) {
 
 }  // namespace
 
-// The names are the linker's. NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,
-// readability-identifier-naming)
+// The names are the linker's. NOLINTBEGIN(*-reserved-identifier,cert-dcl*,*-identifier-naming)
 extern "C" {
 int __real_mkostemp(char* name, int flags);
 int __wrap_mkostemp(char* name, int flags) {
@@ -78,7 +77,7 @@ int __wrap_rename(const char* from, const char* to) {
   return Fails("rename") ? -1 : __real_rename(from, to);
 }
 }
-// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp,readability-identifier-naming)
+// NOLINTEND(*-reserved-identifier,cert-dcl*,*-identifier-naming)
 
 namespace KelmoLibs::Lang {
 namespace {

@@ -52,8 +52,8 @@ TEST(SourceFile, CountsCodePointsOfLongLines) {
           const std::string_view part = line.substr(start, end - start);
           const Place place = file.PlaceOf(part);
           ASSERT_EQ(place.line, 4U);
-          ASSERT_EQ(place.column, CountCodePoints(line.substr(0, start)) + 1) << start;
-          ASSERT_EQ(place.length, CountCodePoints(part)) << start << ' ' << end;
+          ASSERT_EQ(place.column, Localize::CountCharacters(line.substr(0, start)) + 1) << start;
+          ASSERT_EQ(place.length, Localize::CountCharacters(part)) << start << ' ' << end;
         }
       }
     }

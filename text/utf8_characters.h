@@ -1,0 +1,39 @@
+// The characters of text in UTF-8.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "text/utf8.h"
+
+namespace KelmoLibs::Localize {
+
+/// Whether the byte is one behind the first of a character.
+constexpr bool IsContinuation(char byte) noexcept {
+  return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
+inline bool IsUtf8(std::string_view bytes) noexcept {
+  return WellFormedUtf8Length(bytes) == bytes.size();
+}
+
+/// Number of characters in `bytes`; each byte that is not UTF-8 counts as one.
+inline std::uint32_t CountCharacters(std::string_view bytes) noexcept {
+  std::size_t count = 0;
+  while (!bytes.empty()) {
+    const std::size_t wellFormed = WellFormedUtf8Length(bytes);
+    count += static_cast<std::size_t>(
+        std::count_if(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(wellFormed),
+                      [](char c) { return !IsContinuation(c); }));
+    bytes.remove_prefix(wellFormed);
+    if (!bytes.empty()) {
+      ++count;
+      bytes.remove_prefix(1);
+    }
+  }
+  return static_cast<std::uint32_t>(count);
+}
+
+}  // namespace KelmoLibs::Localize
