@@ -1,8 +1,8 @@
 """Compares the parts of other projects in a built library, which the linker's map lists, with the table in NOTICES.md.
 
-    python3 check_notices.py NOTICES.md .dll|.so|.exe MAP
+    python3 check_notices.py NOTICES.md FILE MAP
 
-The table is below the heading of the file with that suffix. Its first column names an archive alone, for all its
+The table is below the heading that names the file, such as `kelmo-lang.exe`. Its first column names an archive alone, for all its
 members, or with the members that are in the file: `libgcc.a`, or `libstdc++.a`: `tree.o`, `tinfo.o`. Parts that newer
 versions of the compiler add have their own rows: `libstdc++.a` since GCC 14: `system_error.o`.
 """
@@ -33,12 +33,12 @@ def version_in_map(text):
     return int(version[1])
 
 
-def parts_in_page(page, suffix, version):
+def parts_in_page(page, file, version):
     """The parts that the page lists for that version of GCC; (archive, None) means all members of an archive."""
-    table = re.search(rf"^### `[\w-]+\{suffix}`$(.*?)^#", page, re.M | re.S)
+    table = re.search(rf"^### [^\n]*`{re.escape(file)}`[^\n]*$(.*?)^#", page, re.M | re.S)
     rows = re.findall(r"^\| (`.+?) \|", table[1], re.M) if table else []
     if not rows:
-        sys.exit(f"the page has no table for the file with the suffix {suffix}")
+        sys.exit(f"the page has no table for {file}")
     parts = set()
     for row in rows:
         archive, colon, members = row.partition(": ")
@@ -63,11 +63,11 @@ def differences(in_map, in_page):
             yield f"{part} is in the table, but not in the file: remove it"
 
 
-def main(page, suffix, link_map):
+def main(page, file, link_map):
     # Paths in the map may contain invalid UTF-8.
     text = pathlib.Path(link_map).read_text("utf-8", "surrogateescape")
     in_map = parts_in_map(text)
-    in_page = parts_in_page(pathlib.Path(page).read_text("utf-8"), suffix, version_in_map(text))
+    in_page = parts_in_page(pathlib.Path(page).read_text("utf-8"), file, version_in_map(text))
     problems = list(differences(in_map, in_page))
     print("\n".join(problems) or f"all {len(in_map)} parts of other projects are in the table")
     return 1 if problems else 0

@@ -1,6 +1,6 @@
 """tests/abi/check_notices.py refuses a page and a map that name different parts or none.
 
-    python3 notices_test.py NOTICES.md .dll|.so MAP
+    python3 notices_test.py NOTICES.md FILE MAP
 """
 
 import pathlib
@@ -10,9 +10,10 @@ import unittest
 
 from refusals import TOP, RefusalTest, Row, write
 
-PAGE, SUFFIX, MAP = sys.argv[1:] if __name__ == "__main__" else [""] * 3
-START_UP = "dllcrt2.o" if SUFFIX == ".dll" else "crti.o"
-NO_TABLE = f"the page has no table for the file with the suffix {SUFFIX}"
+PAGE, FILE, MAP = sys.argv[1:] if __name__ == "__main__" else [""] * 3
+IS_DLL = FILE.endswith(".dll")
+START_UP = "dllcrt2.o" if IS_DLL else "crti.o"
+NO_TABLE = f"the page has no table for {FILE}"
 
 
 def text_of(path):
@@ -29,7 +30,7 @@ def rows():
         Row("a part of other versions of the compiler", "page", None,
             page.replace("since GCC 14: `cxx11-stdexcept.o`", f"since GCC {other}: `cxx11-stdexcept.o`"),
             f"libstdc++.a(cxx11-stdexcept.o) is {complaint}"),
-    ) if SUFFIX == ".dll" else ()
+    ) if IS_DLL else ()
     return newer + (
         Row("a map without the version of the compiler", "map", None,
             re.sub(rf"(/gcc/[^/]+/){version}\b", r"\g<1>compiler", linked), "which names its version"),
@@ -46,7 +47,7 @@ def rows():
             f"{START_UP} is in the table, but not in the file"),
         Row("an archive of the page without a member in the map", "page", None,
             page.replace(f"`{START_UP}`", f"`{START_UP}`, `libnone.a`"), "libnone.a is in the table, but not in the file"),
-        Row("no table", "page", None, page.replace(f"{SUFFIX}`", "`"), NO_TABLE),
+        Row("no table", "page", None, page.replace(f"`{FILE}`", "`other`"), NO_TABLE),
         Row("no rows in the table", "page", None, page.replace("| `", "| "), NO_TABLE),
         Row("an empty map", "map", None, "", "no linker has written it"),
         Row("a map of another program", "map", None, linked.replace("CMakeFiles/", "other/"), "no linker has written it"),
@@ -56,7 +57,7 @@ def rows():
 class Notices(RefusalTest):
     def test_each_difference_is_refused(self):
         self.refuses_each(lambda folder: write(folder, {"page": text_of(PAGE), "map": text_of(MAP)}), lambda folder: [
-            sys.executable, TOP / "tests/abi/check_notices.py", folder / "page", SUFFIX, folder / "map"], rows())
+            sys.executable, TOP / "tests/abi/check_notices.py", folder / "page", FILE, folder / "map"], rows())
 
 
 if __name__ == "__main__":
