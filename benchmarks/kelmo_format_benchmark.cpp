@@ -81,7 +81,7 @@ class ViewOfRow {
     Require(kelmo_loader_create(&loader) == KELMO_OK &&
                 kelmo_loader_add_memory(loader, bytes.data(), bytes.size(), "en", 2, nullptr,
                                         nullptr) == KELMO_OK &&
-                kelmo_loader_finish(loader, &texts) == KELMO_OK &&
+                kelmo_loader_finish(loader, &texts, nullptr) == KELMO_OK &&
                 kelmo_view_create(texts, &options, &view_, nullptr) == KELMO_OK,
             "there is no view");
     kelmo_texts_release(texts);

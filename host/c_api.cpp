@@ -4,12 +4,12 @@
 #include <array>
 #include <atomic>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <memory>
-#include <new>
 #include <string>
 #include <string_view>
-#include <utility>
+#include <variant>
 #include <vector>
 
 #include "cldr/number_formats.h"
@@ -27,7 +27,7 @@
 #include "platform/system_languages.h"
 #include "platform/user_number_format.h"
 #include "storage/inlining.h"
-#include "text/utf8.h"
+#include "text/utf8_characters.h"
 
 using KelmoLibs::Cldr::NumberFormat;
 using KelmoLibs::Host::Argument;
@@ -35,7 +35,6 @@ using KelmoLibs::Host::ArgumentArray;
 using KelmoLibs::Host::FoundText;
 using KelmoLibs::Host::IsLargeEnough;
 using KelmoLibs::Host::IsString;
-using KelmoLibs::Host::IsUtf8;
 using KelmoLibs::Host::kLongestUsualKey;
 using KelmoLibs::Host::LanguageTexts;
 using KelmoLibs::Host::Loader;
@@ -50,6 +49,7 @@ using KelmoLibs::Host::TextRecord;
 using KelmoLibs::Host::TextSink;
 using KelmoLibs::Host::View;
 using KelmoLibs::Host::ViewOptions;
+using KelmoLibs::Localize::IsUtf8;
 using KelmoLibs::Localize::UserNumberFormat;
 
 struct kelmo_problems {
@@ -156,7 +156,7 @@ kelmo_status Guard(Body body) noexcept {
   try {
     return body();
   } catch (...) {
-    return KELMO_OUT_OF_MEMORY;  // the core throws nothing else
+    return KELMO_OUT_OF_MEMORY;  // the core throws nothing else: std::length_error is that too
   }
 }
 
@@ -229,14 +229,26 @@ KELMO_LOCALIZER_NEVER_INLINE const char* TextOfLongKey(const kelmo_view* view, c
   return TextOfCandidate(view, key, keySize, size);
 }
 
+// With a known size, the hash and the comparison of the key are a few instructions.
+KELMO_LOCALIZER_NEVER_INLINE const char* TextOfOneByte(const kelmo_view* view, const char* key,
+                                                       std::size_t* size) noexcept {
+  return TextOfCandidate(view, key, 1, size);
+}
+
 KELMO_LOCALIZER_NEVER_INLINE const char* TextOf(const kelmo_view* view, const char* key,
                                                 std::size_t keySize, std::size_t* size) noexcept {
+  if (keySize == 1) {
+    return TextOfOneByte(view, key, size);
+  }
   return keySize > kLongestUsualKey ? TextOfLongKey(view, key, keySize, size)
                                     : TextOfCandidate(view, key, keySize, size);
 }
 
 KELMO_LOCALIZER_NEVER_INLINE const char* TextOfTerminated(const kelmo_view* view, const char* key,
                                                           std::size_t* size) noexcept {
+  if (key[0] != '\0' && key[1] == '\0') {
+    return TextOfOneByte(view, key, size);
+  }
   return TextOf(view, key, std::strlen(key), size);
 }
 
@@ -275,7 +287,8 @@ kelmo_status LoadWith(kelmo_loader* loader, const char* name, std::size_t nameSi
                       const kelmo_load_options* options, Load load) noexcept {
   kelmo_load_options known = {};
   constexpr std::uint32_t kFlags = KELMO_LOAD_LENIENT | KELMO_LOAD_UTF16 | KELMO_LOAD_PERCENT |
-                                   KELMO_LOAD_OVERRIDE | KELMO_LOAD_OPTIONAL;
+                                   KELMO_LOAD_OVERRIDE | KELMO_LOAD_OPTIONAL |
+                                   KELMO_LOAD_LINE_BREAKS;
   if (loader == nullptr || !IsString(name, nameSize) || !Take(options, known) ||
       (known.flags & ~kFlags) != 0) {
     return KELMO_INVALID_ARGUMENT;
@@ -285,9 +298,9 @@ kelmo_status LoadWith(kelmo_loader* loader, const char* name, std::size_t nameSi
     return KELMO_INVALID_UTF8;
   }
   const ReadingOptions reading{
-      (known.flags & KELMO_LOAD_LENIENT) != 0, (known.flags & KELMO_LOAD_UTF16) != 0,
-      (known.flags & KELMO_LOAD_PERCENT) != 0, (known.flags & KELMO_LOAD_OVERRIDE) != 0,
-      (known.flags & KELMO_LOAD_OPTIONAL) != 0};
+      (known.flags & KELMO_LOAD_LENIENT) != 0,  (known.flags & KELMO_LOAD_UTF16) != 0,
+      (known.flags & KELMO_LOAD_PERCENT) != 0,  (known.flags & KELMO_LOAD_OVERRIDE) != 0,
+      (known.flags & KELMO_LOAD_OPTIONAL) != 0, (known.flags & KELMO_LOAD_LINE_BREAKS) != 0};
   return Guard([&] { return load(text, reading) ? KELMO_OK : KELMO_CANNOT_READ; });
 }
 
@@ -410,13 +423,14 @@ kelmo_status kelmo_loader_add_memory(kelmo_loader* loader, const void* bytes, si
 
 // ---- Texts
 
-kelmo_status kelmo_loader_finish(kelmo_loader* loader, kelmo_texts** result) {
+kelmo_status kelmo_loader_finish(kelmo_loader* loader, kelmo_texts** result,
+                                 kelmo_problems* problems) {
   if (loader == nullptr) {
     return KELMO_INVALID_ARGUMENT;
   }
-  return Make(result, [loader] {
+  return Make(result, [=] {
     auto sealed = std::make_unique<kelmo_texts>();
-    sealed->texts = loader->loader.Finish();
+    sealed->texts = loader->loader.Finish(ListOf(problems));
     return sealed;
   });
 }
@@ -440,7 +454,7 @@ kelmo_status kelmo_texts_language(const kelmo_texts* texts, size_t index, kelmo_
 }
 
 kelmo_status kelmo_texts_match_language(const kelmo_texts* texts, const char* wanted,
-                                        size_t wanted_size, size_t* index) {
+                                        size_t wanted_size, size_t rank, size_t* index) {
   if (texts == nullptr || !IsString(wanted, wanted_size) || index == nullptr) {
     return KELMO_INVALID_ARGUMENT;
   }
@@ -449,7 +463,7 @@ kelmo_status kelmo_texts_match_language(const kelmo_texts* texts, const char* wa
     return KELMO_INVALID_UTF8;
   }
   return Guard([&] {
-    const auto found = KelmoLibs::Host::MatchLanguage(texts->texts, id);
+    const auto found = KelmoLibs::Host::MatchLanguage(texts->texts, id, rank);
     if (!found) {
       return kelmo_status{KELMO_NOT_FOUND};
     }
@@ -493,7 +507,17 @@ kelmo_status kelmo_number_format_of_user(kelmo_number_format* result) {
     return KELMO_INVALID_ARGUMENT;
   }
   return Guard([result] {
-    const UserNumberFormat user = KelmoLibs::Localize::NumberFormatOfUser();
+    const auto found = KelmoLibs::Localize::NumberFormatOfUser();
+    if (const auto* const language = std::get_if<std::string>(&found)) {
+      const NumberFormat* const format = KelmoLibs::Cldr::FindNumberFormat(*language);
+      // Digits of a script would surprise a user who reads another language in this program.
+      if (format == nullptr || format->zeroDigit != U'0') {
+        return kelmo_status{KELMO_NOT_FOUND};
+      }
+      GiveNumberFormat(*format, result);
+      return kelmo_status{KELMO_OK};
+    }
+    const auto& user = *std::get_if<UserNumberFormat>(&found);
     NumberFormat format;
     format.decimalMark = user.decimalMark;
     format.groupMark = user.groupMark;
@@ -501,7 +525,7 @@ kelmo_status kelmo_number_format_of_user(kelmo_number_format* result) {
     format.groupSize = user.groups.first;
     format.furtherGroupSize = user.groups.further;
     GiveNumberFormat(format, result);
-    return KELMO_OK;
+    return kelmo_status{KELMO_OK};
   });
 }
 

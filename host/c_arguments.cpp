@@ -9,7 +9,7 @@
 #include <type_traits>
 
 #include "host/number_spec.h"
-#include "text/utf8.h"
+#include "text/utf8_characters.h"
 
 namespace KelmoLibs::Host {
 namespace {
@@ -34,7 +34,7 @@ kelmo_status TakeMark(const char (&given)[size], std::string_view& taken) noexce
   if (end != given) {
     taken = {given, static_cast<std::size_t>(end - given)};
   }
-  return IsUtf8(taken) ? KELMO_OK : KELMO_INVALID_UTF8;
+  return Localize::IsUtf8(taken) ? KELMO_OK : KELMO_INVALID_UTF8;
 }
 
 // A count is a number.
@@ -52,10 +52,6 @@ bool IsZeroDigit(std::uint32_t character) noexcept {
 }
 
 }  // namespace
-
-bool IsUtf8(std::string_view text) noexcept {
-  return Localize::WellFormedUtf8Length(text) == text.size();
-}
 
 kelmo_status TakeArgument(const kelmo_argument& given, Argument& taken) noexcept {
   if (given.is_count != 0 && given.is_count != 1) {

@@ -58,8 +58,6 @@ inline std::string_view StringOf(const char* data, std::size_t size) noexcept {
   return {data, size == KELMO_ZERO_TERMINATED ? std::strlen(data) : size};
 }
 
-bool IsUtf8(std::string_view text) noexcept;
-
 /// The arguments of a call, checked.
 class ArgumentArray {
  public:

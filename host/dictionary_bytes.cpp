@@ -7,7 +7,7 @@
 #include "dictionary/dictionary_line.h"
 #include "dictionary/entry_estimate.h"
 #include "platform/native_files.h"
-#include "text/utf8.h"
+#include "text/utf8_characters.h"
 
 namespace KelmoLibs::Host {
 namespace {
@@ -125,14 +125,15 @@ class Reader {
                                                              bytesRead_ + rest));
       }
       std::size_t lineBreaks = 0;
-      const std::string_view text =
-          options_.isLenient ? WithLineBreaks(fields.text, lineBreaks) : fields.text;
+      const std::string_view text = options_.isLenient || options_.readsLineBreaks
+                                        ? WithLineBreaks(fields.text, lineBreaks)
+                                        : fields.text;
       const TextRecord* const existing =
           language_->Add({fields.key, text, file_, number, options_.hasUtf16, options_.hasPercent,
                           options_.isOverride});
       if (existing != nullptr) {
         TellRepeated(*existing, number, fields.key);
-      } else if (lineBreaks != 0) {
+      } else if (lineBreaks != 0 && !options_.readsLineBreaks) {
         TellLineBreaks(number, fields.key, lineBreaks);
       }
     }
@@ -141,15 +142,21 @@ class Reader {
   void ReadHeader(const DictionaryLine& fields) {
     ReserveOneMore(texts_.files);
     ReserveOneMore(texts_.languages);
-    language_ = texts_.FindLanguage(fields.key);
+    ReserveOneMore(texts_.overrides);
     auto file = std::make_unique<const std::string>(fileName_);
+    const bool hasName = fields.text.find_first_not_of(" \t\r") != std::string_view::npos;
+    std::string name(hasName ? fields.text : std::string_view());
+    language_ = texts_.FindLanguage(fields.key);
     if (language_ == nullptr) {
-      texts_.languages.push_back(std::make_unique<LanguageTexts>(fields.key, std::string_view()));
+      texts_.languages.push_back(std::make_unique<LanguageTexts>(fields.key));
       language_ = texts_.languages.back().get();
     }
-    const bool hasName = fields.text.find_first_not_of(" \t\r") != std::string_view::npos;
-    if (hasName && language_->Name().empty()) {
-      language_->SetName(fields.text);
+    if (!options_.isOverride && !language_->IsOfProgram()) {
+      TakeFromOverrides();
+    }
+    const bool mayName = !options_.isOverride || !language_->IsOfProgram();
+    if (mayName && language_->Name().empty()) {
+      language_->SetName(std::move(name));
     }
     if (!IsLanguageId(fields.key) && !StartsWith(fields.key, kByteOrderMark)) {
       TellNoId(fields.key);
@@ -157,6 +164,22 @@ class Reader {
     olderEntries_ = language_->Entries().size();
     file_ = static_cast<std::uint32_t>(texts_.files.size());
     texts_.files.push_back(std::move(file));
+    if (options_.isOverride) {
+      texts_.overrides.push_back({language_, olderEntries_, file_});
+    }
+  }
+
+  // An override does not change the menu of a program: the files of the program give the place and
+  // the name of the language.
+  void TakeFromOverrides() noexcept {
+    auto& languages = texts_.languages;
+    const auto place = std::find_if(languages.begin(), languages.end(),
+                                    [](const auto& language) { return !language->IsOfProgram(); });
+    const auto taken = std::find_if(place, languages.end(), [this](const auto& language) {
+      return language.get() == language_;
+    });
+    std::rotate(place, taken, taken + 1);
+    language_->SetOfProgram();
   }
 
   // The text with a line break in place of each backslash and n; valid until the next call.
@@ -182,7 +205,7 @@ class Reader {
     for (;;) {
       const std::size_t valid = WellFormedUtf8Length(line);
       mended_ += line.substr(0, valid);
-      position.column += CountCharacters(line.substr(0, valid));
+      position.column += Localize::CountCharacters(line.substr(0, valid));
       line.remove_prefix(valid);
       if (line.empty()) {
         return mended_;
@@ -210,21 +233,8 @@ class Reader {
     const auto lineFeeds = std::count(text.begin(), text.end(), '\n');
     Position position{static_cast<std::uint32_t>(lineFeeds) + 1, 1};
     text.remove_prefix(text.rfind('\n') + 1);  // npos + 1 is 0
-    while (!text.empty()) {
-      const std::size_t valid = WellFormedUtf8Length(text);
-      const bool isAll = valid == text.size();
-      // not covered, false of `isAll`: Windows only
-      position.column += CountCharacters(text.substr(0, valid)) + (isAll ? 0U : 1U);
-      // not covered, false of `isAll`: Windows only
-      text.remove_prefix(isAll ? valid : valid + 1);
-    }
+    position.column += Localize::CountCharacters(text);
     return position;
-  }
-
-  static std::uint32_t CountCharacters(std::string_view wellFormed) noexcept {
-    return static_cast<std::uint32_t>(
-        std::count_if(wellFormed.begin(), wellFormed.end(),
-                      [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; }));
   }
 
   void TellDropped(ProblemCode code, const Position& position, std::size_t bytes) {

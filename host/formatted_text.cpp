@@ -12,14 +12,10 @@ class FaultTeller final : public FaultListener {
       : view_(view), found_(found), problems_(problems) {}
 
   void Tell(const PlaceholderFault& fault) noexcept override {
-    if (problems_ != nullptr) {
-      problems_->Append([&] { return ProblemOf(Describe(fault)).Copy(); });
-      return;
-    }
     try {
-      view_.Record(ProblemOf(Describe(fault)));
+      view_.Tell(ProblemOf(Describe(fault)), problems_);
     } catch (...) {
-      view_.CountLost();
+      view_.CountLost(problems_);
     }
   }
 

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "host/key_bytes.h"
@@ -19,11 +20,12 @@ struct TextRecord {
   std::uint64_t hash;  // of the key
   std::size_t keySize;
   std::size_t textSize;
-  std::size_t utf16Size;         // kNoUtf16 if there is none
-  std::uint32_t file : 30;       // index in the files of the texts
-  std::uint32_t isOverride : 1;  // 1: it is meant to stand for those of other files
-  std::uint32_t hasPercent : 1;  // 1: %1 to %99 in the text are placeholders
-  std::uint32_t line;            // from 1
+  std::size_t utf16Size;          // kNoUtf16 if there is none
+  std::uint32_t file : 29;        // index in the files of the texts
+  std::uint32_t isOverride : 1;   // 1: it is meant to stand for those of other files
+  std::uint32_t hasPercent : 1;   // 1: %1 to %99 in the text are placeholders
+  std::uint32_t isOfProgram : 1;  // 1: a file that overrides no other has the key
+  std::uint32_t line;             // from 1
 
   static constexpr std::size_t kNoUtf16 = ~std::size_t{0};
 
@@ -66,13 +68,22 @@ struct NewText {
 
 class LanguageTexts {
  public:
-  LanguageTexts(std::string_view id, std::string_view name) : id_(id), name_(name) {}
+  explicit LanguageTexts(std::string_view id) : id_(id) {}
 
   const std::string& Id() const noexcept { return id_; }
 
   /// The name of the language, for people.
   const std::string& Name() const noexcept { return name_; }
-  void SetName(std::string_view name) { name_ = name; }
+  void SetName(std::string name) noexcept { name_ = std::move(name); }
+
+  /// Whether a file of the program has the language: one that overrides no other.
+  bool IsOfProgram() const noexcept { return isOfProgram_; }
+
+  /// The program has the language. It names it too: the name of an override is dropped.
+  void SetOfProgram() noexcept {
+    isOfProgram_ = true;
+    name_.clear();
+  }
 
   /// Null if there is no text with that key. Takes no memory.
   const TextRecord* Find(const KeyBytes& key) const noexcept { return table_.Find(key); }
@@ -83,8 +94,8 @@ class LanguageTexts {
     return table_.FindFirstCandidate(key);
   }
 
-  /// Adds an entry, and returns null; or returns the entry with that key: it stays. Throws
-  /// std::bad_alloc; nothing has changed then.
+  /// Adds an entry, and returns null; or returns the entry with that key: it stays, and becomes one
+  /// of the program if the new one is. Throws std::bad_alloc; nothing has changed then.
   const TextRecord* Add(const NewText& added);
 
   /// Whether the next Add makes the table grow. A reader that can estimate the final number of
@@ -98,6 +109,7 @@ class LanguageTexts {
  private:
   std::string id_;
   std::string name_;
+  bool isOfProgram_ = false;
   Localize::RecordTable<TextRecord> table_{Localize::PrefaultPages};
   std::vector<const TextRecord*> entries_;
 };

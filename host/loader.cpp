@@ -4,8 +4,9 @@
 #include <utility>
 #include <vector>
 
+#include "host/idle_overrides.h"
 #include "platform/native_files.h"
-#include "text/utf8.h"
+#include "text/utf8_characters.h"
 
 namespace KelmoLibs::Host {
 namespace {
@@ -17,8 +18,9 @@ bool EndsWith(std::string_view text, std::string_view end) noexcept {
   return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
 }
 
+// A name that begins with a point is hidden: editors lock files by such links.
 bool IsDictionary(std::string_view name) noexcept {
-  return EndsWith(name, ".txt") && !EndsWith(name, "-val.txt");
+  return EndsWith(name, ".txt") && !EndsWith(name, "-val.txt") && name.front() != '.';
 }
 
 void TellUnreadable(const std::string& path, std::string detail, ProblemList* problems) {
@@ -37,7 +39,7 @@ void TellUnreadable(const std::string& path, std::string detail, ProblemList* pr
 // Whether a file or folder that cannot be read may be missing. Tells the error if not.
 bool IsLeftOut(const std::string& path, SystemError error, const ReadingOptions& options,
                ProblemList* problems) {
-  if (options.isOptional && Localize::IsNothingThere(error)) {
+  if (options.isOptional && !path.empty() && Localize::IsNothingThere(path, error)) {
     return true;
   }
   TellUnreadable(path, Localize::DescribeError(error), problems);
@@ -98,7 +100,7 @@ bool Loader::AddFolder(const std::string& path, const ReadingOptions& options,
   std::sort(names.begin(), names.end());
   bool isWhole = true;
   for (const std::string& name : names) {
-    if (Localize::WellFormedUtf8Length(name) < name.size()) {  // no problem could name the file
+    if (!Localize::IsUtf8(name)) {  // no problem could name the file
       TellUnreadable(path, "the name of a file is not UTF-8", problems);
       isWhole = false;
     } else {
@@ -113,6 +115,11 @@ void Loader::AddMemory(std::string_view bytes, std::string_view name, const Read
   ReadDictionaryBytes(bytes, name, options, texts_, problems);
 }
 
-TextCollection Loader::Finish() noexcept { return std::exchange(texts_, {}); }
+TextCollection Loader::Finish(ProblemList* problems) noexcept {
+  if (problems != nullptr) {
+    TellIdleOverrides(texts_, *problems);
+  }
+  return std::exchange(texts_, {});
+}
 
 }  // namespace KelmoLibs::Host

@@ -24,8 +24,8 @@ class Loader {
   void AddMemory(std::string_view bytes, std::string_view name, const ReadingOptions& options,
                  ProblemList* problems);
 
-  /// What was collected; the loader is empty then.
-  TextCollection Finish() noexcept;
+  /// What was collected; the loader is empty then. Tells the overrides that have no effect.
+  TextCollection Finish(ProblemList* problems) noexcept;
 
  private:
   TextCollection texts_;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "text/utf8_characters.h"
+
 namespace KelmoLibs::Host {
 namespace {
 
@@ -12,7 +14,7 @@ bool IsDigit(char c) noexcept { return c >= '0' && c <= '9'; }
 
 std::size_t FirstCharacterLength(std::string_view text) noexcept {
   std::size_t length = 1;
-  while (length < text.size() && (static_cast<unsigned char>(text[length]) & 0xC0U) == 0x80U) {
+  while (length < text.size() && Localize::IsContinuation(text[length])) {
     ++length;
   }
   return length;
@@ -65,9 +67,6 @@ int TakeNumber(std::string_view& text) noexcept {
 }  // namespace
 
 SpecError ReadNumberSpec(std::string_view text, NumberSpec& spec) noexcept {
-  if (text.empty()) {
-    return SpecError::kNone;
-  }
   TakeAlignment(text, spec);
   if (Take('+', text)) {
     spec.sign = SignOption::kAlways;

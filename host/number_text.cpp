@@ -11,6 +11,7 @@
 #include <variant>
 
 #include "text/utf8.h"
+#include "text/utf8_characters.h"
 
 namespace KelmoLibs::Host {
 namespace {
@@ -43,23 +44,30 @@ class DigitsBuffer {
   Parts Split(const Argument& number, const NumberSpec& spec) noexcept {
     if (!number.IsDouble() &&
         (spec.decimals != kNoDecimals || (spec.type != '\0' && spec.type != 'd'))) {
-      const auto* const integer = std::get_if<std::int64_t>(&number.value);
-      return SplitDouble(integer != nullptr
-                             ? static_cast<double>(*integer)
-                             : static_cast<double>(*std::get_if<std::uint64_t>(&number.value)),
-                         number, spec);
+      return SplitDouble(DoubleOf(number), number, spec);
     }
     if (const auto* const integer = std::get_if<std::int64_t>(&number.value)) {
       const auto bits = static_cast<std::uint64_t>(*integer);
-      return SplitInteger(*integer < 0 ? 0 - bits : bits, *integer < 0);
+      const bool isNegative = *integer < 0;
+      return SplitInteger(isNegative ? 0 - bits : bits, isNegative);
     }
     if (const auto* const integer = std::get_if<std::uint64_t>(&number.value)) {
       return SplitInteger(*integer, false);
     }
-    return SplitDouble(*std::get_if<double>(&number.value), number, spec);
+    return SplitDouble(DoubleOf(number), number, spec);
   }
 
  private:
+  static double DoubleOf(const Argument& number) noexcept {
+    if (const auto* const integer = std::get_if<std::int64_t>(&number.value)) {
+      return static_cast<double>(*integer);
+    }
+    if (const auto* const integer = std::get_if<std::uint64_t>(&number.value)) {
+      return static_cast<double>(*integer);
+    }
+    return *std::get_if<double>(&number.value);
+  }
+
   Parts SplitInteger(std::uint64_t magnitude, bool isNegative) noexcept {
     Parts parts;
     parts.isNegative = isNegative;
@@ -176,9 +184,8 @@ class DigitsBuffer {
 };
 
 std::size_t CharacterCount(std::string_view text) noexcept {
-  return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) {
-    return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U;
-  }));
+  return static_cast<std::size_t>(
+      std::count_if(text.begin(), text.end(), [](char c) { return !Localize::IsContinuation(c); }));
 }
 
 class Writer {
@@ -250,19 +257,14 @@ class Writer {
 
   bool IsGrouped(const Parts& parts) const noexcept {
     return format_.isGrouped && parts.isFinite && format_.groupSize != 0 &&
-           parts.integer.size() >=
-               std::size_t{format_.groupSize} + std::max<std::size_t>(format_.minimumFirstGroup, 1);
-  }
-
-  std::size_t FurtherGroupSize() const noexcept {
-    return format_.furtherGroupSize != 0 ? format_.furtherGroupSize : format_.groupSize;
+           parts.integer.size() >= std::size_t{format_.groupSize} + format_.minimumFirstGroup;
   }
 
   // Without the sign.
   std::size_t CountCharacters(const Parts& parts) const noexcept {
     std::size_t count = CharacterCount(parts.integer);
     if (IsGrouped(parts)) {
-      const std::size_t marks = (count - format_.groupSize - 1) / FurtherGroupSize() + 1;
+      const std::size_t marks = (count - format_.groupSize - 1) / format_.furtherGroupSize + 1;
       count += marks * CharacterCount(format_.groupMark);
     }
     if (!parts.fraction.empty()) {
@@ -314,7 +316,7 @@ class Writer {
   }
 
   void AppendGroups(std::string_view digits) noexcept {
-    const std::size_t further = FurtherGroupSize();
+    const std::size_t further = format_.furtherGroupSize;
     std::size_t group = (digits.size() - format_.groupSize - 1) % further + 1;
     while (group < digits.size()) {
       AppendDigits(digits.substr(0, group));

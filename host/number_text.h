@@ -8,7 +8,8 @@
 
 namespace KelmoLibs::Host {
 
-/// Whether `spec` can be used for `number`: `d` is for integers, without decimals. Precondition: `number` is not a text.
+/// Whether `spec` can be used for `number`: `d` is for integers, without decimals. Precondition:
+/// `number` is not a text.
 bool Fits(const NumberSpec& spec, const Argument& number) noexcept;
 
 /// Writes a number by `spec`, with the marks, groups and digits of `format`.

@@ -8,7 +8,7 @@
 
 #include "host/number_spec.h"
 #include "host/number_text.h"
-#include "text/utf8.h"
+#include "text/utf8_characters.h"
 
 namespace KelmoLibs::Host {
 namespace {
@@ -89,7 +89,7 @@ std::string_view StartOf(std::string_view text) noexcept {
   std::size_t end = text.substr(0, kLongest).find('}') + 1;  // npos + 1 is 0
   if (end == 0) {
     end = std::min(text.size(), kLongest);
-    while (end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U) {
+    while (end < text.size() && Localize::IsContinuation(text[end])) {
       --end;
     }
   }
@@ -102,7 +102,7 @@ class Search {
   Search(std::string_view text, char wanted) noexcept : text_(text), wanted_(wanted) {}
 
   std::size_t From(std::size_t begin) noexcept {
-    if (next_ != kNowhere && next_ < begin) {
+    if (next_ < begin) {  // never if it is kNowhere
       next_ = text_.find(wanted_, begin);
     }
     return next_;
@@ -186,7 +186,7 @@ class Filler {
       return placeholder.position == kNowhere ? FaultReason::kNoName : FaultReason::kNoPosition;
     }
     const auto* const text = std::get_if<std::string_view>(&argument->value);
-    if (text != nullptr && Localize::WellFormedUtf8Length(*text) != text->size()) {
+    if (text != nullptr && !Localize::IsUtf8(*text)) {
       return FaultReason::kNotUtf8;
     }
     NumberSpec spec;

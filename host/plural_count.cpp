@@ -1,11 +1,30 @@
 #include "host/plural_count.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <variant>
 
 namespace KelmoLibs::Host {
+
+bool IsExactNumber(std::string_view text) noexcept {
+  constexpr std::string_view kDigits = "0123456789";
+  const bool isNegative = !text.empty() && text.front() == '-';
+  text.remove_prefix(isNegative ? 1 : 0);
+  const std::size_t point = std::min(text.find('.'), text.size());
+  const std::string_view integer = text.substr(0, point);
+  const std::string_view fraction = text.substr(std::min(point + 1, text.size()));
+  if (integer.empty() || integer.find_first_not_of(kDigits) != std::string_view::npos ||
+      fraction.find_first_not_of(kDigits) != std::string_view::npos) {
+    return false;
+  }
+  if (point != text.size()) {
+    return (integer.size() == 1 || integer.front() != '0') && !fraction.empty() &&
+           fraction.back() != '0';
+  }
+  return integer == "0" ? !isNegative : integer.front() != '0';
+}
 
 // NOLINTNEXTLINE(*-member-init): Write sets what Exact shows of the buffer
 PluralCount::PluralCount(const Argument& number) noexcept {

@@ -11,6 +11,9 @@
 
 namespace KelmoLibs::Host {
 
+/// Whether a number can have this text as PluralCount::Exact. "1.0" and "01" are no such texts.
+bool IsExactNumber(std::string_view text) noexcept;
+
 class PluralCount {
  public:
   /// Precondition: `number` is not a text.

@@ -77,6 +77,8 @@ std::string_view SentenceOf(ProblemCode code) noexcept {
       return "The folder has no dictionary";
     case ProblemCode::kNoLanguage:
       return "The view has no language";
+    case ProblemCode::kOverridesNothing:
+      return "The text overrides no other text";
     case ProblemCode::kPlaceholder:
       break;
   }

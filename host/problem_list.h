@@ -3,9 +3,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace KelmoLibs::Host {
 
@@ -23,6 +23,7 @@ enum class ProblemCode : std::int32_t {
   kNoLanguageId = 206,
   kEmptyFolder = 207,
   kNoLanguage = 208,
+  kOverridesNothing = 209,
   kPlaceholder = 211,
 };
 
@@ -65,11 +66,12 @@ class ProblemList {
     lost_ = 0;
   }
 
-  const std::vector<Problem>& All() const noexcept { return problems_; }
+  /// A problem stays at its address until the list is cleared: hosts have its strings.
+  const std::deque<Problem>& All() const noexcept { return problems_; }
   std::size_t Lost() const noexcept { return lost_; }
 
  private:
-  std::vector<Problem> problems_;
+  std::deque<Problem> problems_;
   std::size_t lost_ = 0;
 };
 

@@ -1,11 +1,11 @@
 #include "host/view.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 #include "cldr/number_formats.h"
-#include "text/utf8.h"
+#include "host/form_key.h"
+#include "text/utf8_characters.h"
 #include "text/utf8_replacement.h"
 
 namespace KelmoLibs::Host {
@@ -14,35 +14,6 @@ namespace {
 // Around a missing key that is marked.
 constexpr std::string_view kMarkBefore = "[[";
 constexpr std::string_view kMarkBehind = "]]";
-
-// A key with the suffix of a plural form behind it. Usual keys take no memory. A std::pmr::string
-// would be shorter, but LLVM 14 has none.
-class FormKey {
- public:
-  explicit FormKey(std::string_view key) noexcept : key_(key) {
-    key.substr(0, usual_.size()).copy(usual_.data(), usual_.size());
-  }
-
-  // Valid until the next call.
-  std::string_view With(std::string_view mark, std::string_view form) {
-    const std::size_t size = key_.size() + mark.size() + form.size();
-    if (size > usual_.size()) {
-      long_.assign(key_).append(mark).append(form);
-      return long_;
-    }
-    mark.copy(usual_.data() + key_.size(), mark.size());
-    form.copy(usual_.data() + key_.size() + mark.size(), form.size());
-    return {usual_.data(), size};
-  }
-
- private:
-  static constexpr std::size_t kUsualKey = 256;
-  static constexpr std::size_t kUsualSuffix = 31;
-
-  std::string_view key_;
-  std::array<char, kUsualKey + kUsualSuffix> usual_;
-  std::string long_;
-};
 
 // Copies the strings of `format` to `marks`, and lets it refer to them.
 void KeepMarks(Cldr::NumberFormat& format, std::string& marks) {
@@ -104,13 +75,16 @@ void View::TellLanguages(ProblemCode code, std::string_view id,
     problem.severity =
         code == ProblemCode::kNoLanguage ? ProblemSeverity::kError : ProblemSeverity::kWarning;
     problem.language = id;
+    constexpr std::size_t kMostNamed = 20;  // a host may ask for languages without end
     problem.detail = "the texts have ";
     std::string_view separator;
-    for (const auto& language : texts_.languages) {
-      problem.detail.append(separator).append(language->Id());
+    for (std::size_t i = 0; i < std::min(kMostNamed, texts_.languages.size()); ++i) {
+      problem.detail.append(separator).append(texts_.languages[i]->Id());
       separator = ", ";
     }
-    problem.detail += texts_.languages.empty() ? "none" : "";
+    problem.detail += texts_.languages.empty()               ? "none"
+                      : texts_.languages.size() > kMostNamed ? ", ..."
+                                                             : "";
     return problem;
   });
 }
@@ -155,7 +129,7 @@ std::string_view View::TextForMissing(std::string_view key) const noexcept {
     return key;
   }
   if (missing_ == MissingText::kNothing) {
-    return "";
+    return {};
   }
   const std::lock_guard<std::mutex> lock(marked_->mutex);
   const auto found = marked_->forms.find(key);
@@ -181,14 +155,18 @@ void View::WriteForMissing(std::string_view key, TextSink& sink) const noexcept 
   sink.Append(isMarked ? kMarkBehind : "");
 }
 
-void View::Record(const MetProblem& problem) const noexcept {
-  if (record_ != nullptr) {
+void View::Tell(const MetProblem& problem, ProblemList* problems) const noexcept {
+  if (problems != nullptr) {
+    problems->Append([&problem] { return problem.Copy(); });
+  } else if (record_ != nullptr) {
     record_->Add(problem);
   }
 }
 
-void View::CountLost() const noexcept {
-  if (record_ != nullptr) {
+void View::CountLost(ProblemList* problems) const noexcept {
+  if (problems != nullptr) {
+    problems->CountLost();
+  } else if (record_ != nullptr) {
     record_->CountLost();
   }
 }
@@ -209,17 +187,13 @@ void View::TellMissing(std::string_view key, ProblemList* problems) const noexce
       problem.detail = "it has plural forms, and no count was given";
     }
     std::string mended;  // the strings of problems are UTF-8
-    if (Localize::WellFormedUtf8Length(key) != key.size()) {
+    if (!Localize::IsUtf8(key)) {
       mended = Localize::ReplaceInvalidUtf8(key);
       problem.key = mended;
     }
-    if (problems != nullptr) {
-      problems->Append([&] { return problem.Copy(); });
-    } else {
-      record_->Add(problem);
-    }
+    Tell(problem, problems);
   } catch (...) {
-    problems != nullptr ? problems->CountLost() : record_->CountLost();
+    CountLost(problems);
   }
 }
 

@@ -87,11 +87,11 @@ class View {
   /// Tells that no language has the key: in `problems`, or in the view's record if that is null.
   void TellMissing(std::string_view key, ProblemList* problems) const noexcept;
 
-  /// The problem goes to the record, if there is one.
-  void Record(const MetProblem& problem) const noexcept;
+  /// Appends the problem to `problems`; if that is null, the view's record keeps it, if there is one.
+  void Tell(const MetProblem& problem, ProblemList* problems) const noexcept;
 
-  /// Memory was out for a problem that would go to the record.
-  void CountLost() const noexcept;
+  /// Memory was out for a problem that Tell would get.
+  void CountLost(ProblemList* problems) const noexcept;
 
   /// See ProblemRecord::Take.
   std::size_t TakeProblems(ProblemList* problems) const noexcept;

@@ -24,8 +24,9 @@ struct SystemError {
   bool IsNone() const noexcept { return number == 0; }
 };
 
-/// Whether there is nothing at the path.
-bool IsNothingThere(SystemError error) noexcept;
+/// Whether a function for `path` failed because there is nothing, and not because a file is in the
+/// place of a folder. Throws only std::bad_alloc.
+bool IsNothingThere(const std::string& path, SystemError error);
 
 /// What the system says about the error, in UTF-8 and in one line. Throws only std::bad_alloc.
 std::string DescribeError(SystemError error);

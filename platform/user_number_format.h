@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <variant>
 
 #include "text/digit_groups.h"
 
@@ -15,8 +16,12 @@ struct UserNumberFormat {
   DigitGroups groups;
 };
 
+/// What the system knows, or, if it lacks the settings of the user's language, the id of that.
+using NumberFormatOrLanguage = std::variant<UserNumberFormat, std::string>;
+
 /// On Linux: that of the locale which LC_ALL, LC_NUMERIC or LANG names; if the system does not have
-/// that, the format above. Does not change the locale of the process. Throws only std::bad_alloc.
-UserNumberFormat NumberFormatOfUser();
+/// that, the id of its language. Does not change the locale of the process. Throws only
+/// std::bad_alloc.
+NumberFormatOrLanguage NumberFormatOfUser();
 
 }  // namespace KelmoLibs::Localize

@@ -18,7 +18,7 @@ TARGET = TOP / "include/kelmo/kelmo_runtime.h"
 FUNCTION = re.compile(r"^KELMO_API ([\w ]+?\b\*?) ?(kelmo_\w+)\(([^)]*)\);", re.M)
 # What a function returns while no library is loaded, by its type. Texts have their own line below.
 RESULTS = {"kelmo_status": "KELMO_RUNTIME_NOT_OPEN", "uint32_t": "0", "size_t": "0", "kelmo_texts*": "NULL", "kelmo_view*": "NULL"}
-TEXTS = {"kelmo_status_name": "kelmo_runtime_status_name(status)", "kelmo_view_text": "kelmo_runtime_no_text(size)"}
+TEXTS = {"kelmo_view_text": "kelmo_runtime_no_text(size)"}
 
 
 def functions():
@@ -33,6 +33,15 @@ def functions():
         yield result, name, parameters, names
 
 
+def statuses():
+    """The names of all statuses: those of kelmo.h, and those that only the written header has."""
+    for path, begin in (SOURCE, "typedef int32_t kelmo_status;"), (TEMPLATE, "Results beside those of kelmo.h"):
+        names = re.findall(r"^  (KELMO_\w+) = ", path.read_text("utf-8").partition(begin)[2].partition("};")[0], re.M)
+        if not names:
+            sys.exit(f"{path.name}: no status was found")
+        yield from names
+
+
 def member(name):
     """The pointer to a function."""
     return name.replace("kelmo_", "", 1)
@@ -42,6 +51,8 @@ def wrapper(result, name, parameters, names):
     call = f"kelmo_runtime_loaded.{member(name)}({names})"
     if result == "void":
         body = f"if (kelmo_runtime_is_open()) {{\n    {call};\n  }}"
+    elif name == "kelmo_status_name":
+        body = f"return kelmo_runtime_status_name({names});"
     elif name in TEXTS:
         body = f"return kelmo_runtime_is_open() ? {call} : {TEXTS[name]};"
     else:
@@ -54,6 +65,7 @@ def header():
     lines = {
         "@RENAMED@": "".join(f"#define {name} kelmo_loaded_{member(name)}\n" for _, name, _, _ in all_functions),
         "@MEMBERS@": "".join(f"  {result} (*{member(name)})({parameters});\n" for result, name, parameters, _ in all_functions),
+        "@STATUSES@": "".join(f'    case {name}:\n      return "{name}";\n' for name in statuses()),
         "@FUNCTIONS@": "\n".join(wrapper(*function) for function in all_functions),
         "@NAMES@": "".join(f'    {{"{name}", offsetof(struct kelmo_runtime_functions, {member(name)})}},\n'
                            for _, name, _, _ in all_functions),

@@ -15,7 +15,7 @@
  *     options.language_count = 3;
  *     if (kelmo_loader_create(&loader) == KELMO_OK &&
  *         kelmo_loader_add_folder(loader, "lang", KELMO_ZERO_TERMINATED, NULL, NULL) == KELMO_OK &&
- *         kelmo_loader_finish(loader, &texts) == KELMO_OK &&
+ *         kelmo_loader_finish(loader, &texts, NULL) == KELMO_OK &&
  *         kelmo_view_create(texts, &options, &view, NULL) == KELMO_OK) {
  *       puts(kelmo_view_text(view, "menu.file", KELMO_ZERO_TERMINATED, NULL));
  *     }
@@ -125,10 +125,13 @@ enum {
   KELMO_PROBLEM_EMPTY_FILE = 203, /**< has no line: nothing is loaded */
   KELMO_PROBLEM_CONTROL_Z =
       204, /**< on Windows, a byte 0x1A ends the text; `detail` says what is dropped */
-  KELMO_PROBLEM_LINE_BREAK = 205,     /**< lenient: `\n` in a text is read as a line break */
+  KELMO_PROBLEM_LINE_BREAK =
+      205, /**< lenient, without KELMO_LOAD_LINE_BREAKS: `\n` in a text is read as a line break */
   KELMO_PROBLEM_NO_LANGUAGE_ID = 206, /**< the first line begins with something else: `detail` */
   KELMO_PROBLEM_EMPTY_FOLDER = 207,   /**< a folder without any dictionary */
   KELMO_PROBLEM_NO_LANGUAGE = 208,    /**< a view finds nothing; `detail` has those of the texts */
+  KELMO_PROBLEM_OVERRIDES_NOTHING =
+      209, /**< a text of an override changes nothing; `detail` has the plural forms of its key */
   KELMO_PROBLEM_PLACEHOLDER =
       211 /**< a placeholder cannot be filled and stays visible; `detail` says why */
 };
@@ -189,12 +192,14 @@ KELMO_API void kelmo_problems_clear(kelmo_problems* problems);
 /** How a file is read. Strict, the default, gives the texts that the first library gives. */
 enum {
   KELMO_LOAD_LENIENT =
-      1, /**< skips a byte-order mark and bytes that are not UTF-8, reads `\n` as a line break */
-  KELMO_LOAD_UTF16 = 2,    /**< keeps each text as UTF-16 too */
-  KELMO_LOAD_PERCENT = 4,  /**< the texts have placeholders `%1` to `%99` too; `%1` is `{0}` */
-  KELMO_LOAD_OVERRIDE = 8, /**< the texts are meant to stand for those of files that are added
+      1, /**< skips a byte-order mark and bytes that are not UTF-8, reads `\n` as a line break,
+            and tells each */
+  KELMO_LOAD_UTF16 = 2,       /**< keeps each text as UTF-16 too */
+  KELMO_LOAD_PERCENT = 4,     /**< the texts have placeholders `%1` to `%99` too; `%1` is `{0}` */
+  KELMO_LOAD_OVERRIDE = 8,    /**< the texts are meant to stand for those of files that are added
                               later: these may repeat their keys without a problem */
-  KELMO_LOAD_OPTIONAL = 16 /**< a file or folder that does not exist is no problem */
+  KELMO_LOAD_OPTIONAL = 16,   /**< a file or folder that does not exist is no problem: KELMO_OK */
+  KELMO_LOAD_LINE_BREAKS = 32 /**< reads `\n` in a text as a line break, and does not tell it */
 };
 
 /** Options of the loading functions. */
@@ -204,7 +209,9 @@ typedef struct kelmo_load_options {
 } kelmo_load_options;
 
 /** Collects dictionaries. Files with the same id make one language; of several texts of a key the
- * first one stays. So a file that overrides texts of another is added before it. */
+ * first one stays. So a file that overrides texts of another is added before it. A loader copies
+ * what it keeps: paths, names and bytes may change after the call. If
+ * memory is out while a file is read, the entries in front of that place stay. */
 typedef struct kelmo_loader kelmo_loader;
 
 /** Makes an empty loader. The caller destroys it. */
@@ -215,21 +222,20 @@ KELMO_API kelmo_status kelmo_loader_create(kelmo_loader** result);
 KELMO_API void kelmo_loader_destroy(kelmo_loader* loader);
 
 /** Reads a dictionary file. `options` may be null. KELMO_CANNOT_READ: there is no such regular
- * file, or the system does not let it be read; nothing is added. KELMO_OUT_OF_MEMORY: entries that
- * were read before stay. */
+ * file, or the system does not let it be read; nothing is added. */
 KELMO_API kelmo_status kelmo_loader_add_file(kelmo_loader* loader, const char* path,
                                              size_t path_size, const kelmo_load_options* options,
                                              kelmo_problems* problems);
 
 /** Reads all files of a folder whose names end with ".txt", but not with "-val.txt", in the order
- * of the bytes of their names. KELMO_CANNOT_READ: the folder cannot be read, or one of its files;
+ * of the bytes of their names. Names that begin with a point are left out. KELMO_CANNOT_READ: the folder cannot be read, or one of its files;
  * the others are added. */
 KELMO_API kelmo_status kelmo_loader_add_folder(kelmo_loader* loader, const char* path,
                                                size_t path_size, const kelmo_load_options* options,
                                                kelmo_problems* problems);
 
 /** Reads a dictionary from memory: `bytes`, with their number or KELMO_ZERO_TERMINATED. `name` stands
- * for the file in problems. The library copies what it keeps. */
+ * for the file in problems. */
 KELMO_API kelmo_status kelmo_loader_add_memory(kelmo_loader* loader, const void* bytes, size_t size,
                                                const char* name, size_t name_size,
                                                const kelmo_load_options* options,
@@ -242,8 +248,14 @@ KELMO_API kelmo_status kelmo_loader_add_memory(kelmo_loader* loader, const void*
 typedef struct kelmo_texts kelmo_texts;
 
 /** Seals what the loader has collected. The caller is the owner of the texts. The loader is empty
- * then, and can collect again. */
-KELMO_API kelmo_status kelmo_loader_finish(kelmo_loader* loader, kelmo_texts** result);
+ * then, and can collect again.
+ *
+ * Tells each text that was loaded with KELMO_LOAD_OVERRIDE and changes nothing: the files without that
+ * flag have its key in no language, nor plural forms of it; or they have, in its language, the form
+ * `other` of its key, which every count finds before. (Of exact forms, only `.=0` and `.=1` are looked
+ * for.) Cost: in proportion to those texts, with the sizes of their keys, times the languages. */
+KELMO_API kelmo_status kelmo_loader_finish(kelmo_loader* loader, kelmo_texts** result,
+                                           kelmo_problems* problems);
 
 /** Adds an owner, and returns `texts`. Null is allowed. Thread-safe. */
 KELMO_API kelmo_texts* kelmo_texts_retain(kelmo_texts* texts);
@@ -256,24 +268,29 @@ typedef struct kelmo_language {
   uint32_t size;      /**< of this struct, set by the caller */
   uint32_t reserved;  /**< 0 */
   kelmo_string id;    /**< the first word of the first line of its files */
-  kelmo_string name;  /**< for people: the rest of that line, in the first file that has one */
+  kelmo_string name;  /**< for people: the rest of that line, in the first file that has one. An
+                         override names only a language that no other file has */
   size_t entry_count; /**< number of its entries */
 } kelmo_language;
 
 /** The number of languages; 0 for null. */
 KELMO_API size_t kelmo_texts_language_count(const kelmo_texts* texts);
 
-/** The language at `index`, from 0, in the order of loading. KELMO_INVALID_ARGUMENT for an index
- * that the texts do not have. The strings live as long as the texts. */
+/** The language at `index`, from 0, in the order of loading. Those that only overrides have are
+ * behind the others: an override does not change the order of the languages of a program.
+ * KELMO_INVALID_ARGUMENT for an index that the texts do not have. The strings live as long as the
+ * texts. */
 KELMO_API kelmo_status kelmo_texts_language(const kelmo_texts* texts, size_t index,
                                             kelmo_language* result);
 
-/** Finds the language that serves a user who wants to read `wanted`, such as "de-AT": the one with
- * that id, or else with that id without its last part, and so on ("de"). Upper and lower case are
- * the same, and so are `-` and `_`. A script is never left out: "zh-Hant" does not find "zh", nor
- * does "zh-TW". `*index` gets its index. KELMO_NOT_FOUND: there is none. */
+/** Finds a language that serves a user who wants to read `wanted`, such as "de-AT". At `rank` 0 it is
+ * the closest one: that with this id, or else with this id without its last part, and so on ("de").
+ * The further ranks are those behind it in the same order, so that a view can look for a text in
+ * "de-AT" and then in "de". Upper and lower case are the same, and so are `-` and `_`. A script is
+ * never left out: "zh-Hant" does not find "zh", nor does "zh-TW". `*index` gets its index.
+ * KELMO_NOT_FOUND: there are no more. */
 KELMO_API kelmo_status kelmo_texts_match_language(const kelmo_texts* texts, const char* wanted,
-                                                  size_t wanted_size, size_t* index);
+                                                  size_t wanted_size, size_t rank, size_t* index);
 
 /** A text and where it comes from. The strings live as long as the texts. */
 typedef struct kelmo_text {
@@ -318,7 +335,9 @@ KELMO_API kelmo_status kelmo_number_format_of_language(const char* id, size_t id
                                                        kelmo_number_format* result);
 
 /** The format that the user has set in the system. On Linux: that of the locale which LC_ALL,
- * LC_NUMERIC or LANG names; if the system does not have that locale, a point and no groups. */
+ * LC_NUMERIC or LANG names; if the system does not have that locale, the format of its language.
+ * KELMO_NOT_FOUND: that language is not known either, or has other digits than 0 to 9. Reads the
+ * environment, which no other thread may change meanwhile. */
 KELMO_API kelmo_status kelmo_number_format_of_user(kelmo_number_format* result);
 
 /* ---- Arguments ---- */
@@ -352,7 +371,7 @@ typedef struct kelmo_argument {
 } kelmo_argument;
 
 /** Writes a number as a placeholder without a format would. `format` null: "1234.5".
- * KELMO_INVALID_ARGUMENT if `number` is not a number. */
+ * KELMO_INVALID_ARGUMENT if the argument is a text. */
 KELMO_API kelmo_status kelmo_number_print(const kelmo_number_format* format,
                                           const kelmo_argument* number, char* buffer,
                                           size_t capacity, size_t* needed);
@@ -388,8 +407,9 @@ typedef struct kelmo_view_options {
  * has owners as they have. */
 typedef struct kelmo_view kelmo_view;
 
-/** Makes a view. The caller is its owner. `options` may be null. A language that the texts do not
- * have is a problem, and left out. So is a view that has no language at all: it finds nothing. */
+/** Makes a view. The caller is its owner. `options` may be null; what it points to is copied. A
+ * language that the texts do not have is a problem, and left out. So is a view that has no language at
+ * all: it finds nothing. */
 KELMO_API kelmo_status kelmo_view_create(kelmo_texts* texts, const kelmo_view_options* options,
                                          kelmo_view** result, kelmo_problems* problems);
 
@@ -448,14 +468,16 @@ KELMO_API kelmo_status kelmo_view_format(const kelmo_view* view, const char* key
 /** Moves the problems that the view has recorded to `problems`, each once, in the order of their
  * first time, and forgets them: missing keys, and placeholders that could not be filled. `*lost`,
  * unless it is null, gets the number of times that a problem was not recorded, because of the limit
- * or because memory was out. Thread-safe; `problems` is for one thread at a time. */
+ * or because memory was out. A null list drops the problems; one that they do not fit in counts them in
+ * kelmo_problems_lost. Thread-safe; `problems` is for one thread at a time. */
 KELMO_API kelmo_status kelmo_view_take_problems(kelmo_view* view, kelmo_problems* problems,
                                                 size_t* lost);
 
 /** Writes the id of a language in which the user wants to read, such as "de-AT": at `index` 0 the
  * first choice. KELMO_NOT_FOUND: there are no more. A suggestion for the languages of a view: see
  * kelmo_texts_match_language. On Linux: from LANGUAGE, LC_ALL, LC_MESSAGES and LANG; none if the
- * locale is "C" or "POSIX". */
+ * locale is "C" or "POSIX". An id has less than 85 bytes on Windows. On Linux it is as long as the
+ * variable: an id that was cut, because `*needed` is not below `capacity`, may be another valid one. */
 KELMO_API kelmo_status kelmo_system_language(size_t index, char* buffer, size_t capacity,
                                              size_t* needed);
 

@@ -8,11 +8,12 @@
  *     std::puts(view.tr("menu.file").c_str());
  *     std::puts(view.tr("files", kelmo::count(5)).c_str());  // "5 Dateien"
  *
- * Strings are UTF-8. Objects that are made or loaded throw kelmo::Error if that fails; all other
- * functions throw only std::bad_alloc, unless their comments say more. Texts and views never
- * change: copies share them, and any number of threads may use them at the same time. A loader and
- * a list of problems are for one thread at a time. For C++17 and later; kelmo.h has the details of
- * what the functions do.
+ * Strings are UTF-8. Texts and views never change: copies share them, and any number of threads may
+ * use them at the same time. A loader and a list of problems are for one thread at a time. For C++17
+ * and later; kelmo.h has the details of what the functions do.
+ *
+ * Functions that are not noexcept may throw std::bad_alloc. What else they throw is in their comments:
+ * kelmo::Error or std::out_of_range.
  */
 #ifndef KELMO_KELMO_HPP
 #define KELMO_KELMO_HPP
@@ -36,7 +37,7 @@
 
 namespace kelmo {
 
-/** An object could not be made, or a file not be read. */
+/** A file could not be read, or an argument is not allowed. */
 class Error : public std::runtime_error {
  public:
   /** `status` is one of kelmo.h. */
@@ -131,7 +132,8 @@ class Iterator {
   std::size_t index_ = 0;
 };
 
-/** A range of values that `get` makes from an owner, which it keeps alive, and an index. */
+/** A range of values that `get` makes from an owner, which it keeps alive, and an index. Its iterators
+ * are valid as long as the range. */
 template <class Owner, class Value, Value (*get)(const Owner*, std::size_t)>
 class Range {
  public:
@@ -271,7 +273,8 @@ class Problems {
 /** A language of texts. The strings live as long as the texts. */
 struct Language {
   std::string_view id;     /**< the first word of the first line of its files */
-  std::string_view name;   /**< the rest of that line, in the first file that has one */
+  std::string_view name;   /**< the rest of that line, in the first file that has one. An override
+                              names only a language that no other file has */
   std::size_t entry_count; /**< number of its entries */
 };
 
@@ -339,27 +342,34 @@ class Texts {
   /** Takes over the caller's part in `owned`. */
   explicit Texts(kelmo_texts* owned) noexcept : texts_(owned) {}
 
-  /** The languages, in the order of loading. */
+  /** The languages, in the order of loading. Those that only overrides have are behind the others. The
+   * range's `at` throws std::out_of_range for an index that is not below its size. */
   Languages languages() const noexcept {
     return {texts_, kelmo_texts_language_count(texts_.get())};
   }
 
   /** The entries of the language at an index of languages(), in the order of loading. Throws
-   * std::out_of_range if there is no such language. */
+   * std::out_of_range if there is no such language. The range's `at` throws as that of languages(). */
   Entries entries(std::size_t language) const {
     return {{texts_, language}, detail::language_at(&texts_, language).entry_count};
   }
 
-  /** The language that serves a user who wants to read `wanted`: that with the id "de" serves
-   * "de-AT". See kelmo_texts_match_language. */
-  std::optional<Language> match(std::string_view wanted) const {
-    std::size_t index = 0;
-    const kelmo_status status =
-        kelmo_texts_match_language(texts_.get(), wanted.data(), wanted.size(), &index);
-    if (status == KELMO_OUT_OF_MEMORY) {
-      throw std::bad_alloc();
+  /** The languages that serve a user who wants to read `wanted`, the closest first: "de-AT" and then
+   * "de" for "de-AT". Empty if there is none. See kelmo_texts_match_language. */
+  std::vector<Language> match(std::string_view wanted) const {
+    std::vector<Language> languages;
+    for (;;) {
+      std::size_t index = 0;
+      const kelmo_status status = kelmo_texts_match_language(
+          texts_.get(), wanted.data(), wanted.size(), languages.size(), &index);
+      if (status == KELMO_OUT_OF_MEMORY) {
+        throw std::bad_alloc();
+      }
+      if (status != KELMO_OK) {
+        return languages;
+      }
+      languages.push_back(detail::language_at(&texts_, index));
     }
-    return status == KELMO_OK ? std::optional(detail::language_at(&texts_, index)) : std::nullopt;
   }
 
   /** For the functions of kelmo.h; null for no texts. The texts belong to this object. */
@@ -373,18 +383,23 @@ class Texts {
 
 /** How a file is read. */
 struct LoadOptions {
-  bool lenient = false; /**< skips a byte-order mark and what is not UTF-8, reads `\n` as a break */
-  bool utf16 = false;   /**< keeps each text as UTF-16 too */
-  bool percent = false; /**< the texts have placeholders `%1` to `%99` too; `%1` is `{0}` */
+  bool lenient = false;     /**< skips a byte-order mark and what is not UTF-8, reads `\n` as a line
+                               break, and tells each */
+  bool utf16 = false;       /**< keeps each text as UTF-16 too */
+  bool percent = false;     /**< the texts have placeholders `%1` to `%99` too; `%1` is `{0}` */
   bool is_override = false; /**< later files may repeat the keys without a problem */
   bool optional = false;    /**< a file or folder that does not exist is no problem */
+  bool line_breaks = false; /**< reads `\n` as a line break, and does not tell it */
 };
 
 /** Collects dictionaries. Of several texts of a key the first one stays: a file that overrides texts
  * of another is added before it.
  *
  * Functions without a list of problems throw Error if a file or folder cannot be read. Functions
- * with one append the problem, and return false. */
+ * with one append the problem, and return false. A file that was read may have lost texts: then it has
+ * a problem of Severity::error. All throw Error for a path or name that is not
+ * UTF-8, and for a loader that was moved from; those for a std::filesystem::path also throw what its
+ * u8string throws. */
 class Loader {
  public:
   /** An empty loader. Throws std::bad_alloc. */
@@ -457,11 +472,10 @@ class Loader {
   }
 
   /** Seals what was collected. The loader is empty then, and can collect again. */
-  Texts finish() {
-    kelmo_texts* made = nullptr;
-    detail::check(kelmo_loader_finish(loader_.get(), &made));
-    return Texts(made);
-  }
+  Texts finish() { return sealed(nullptr); }
+
+  /** The same; texts of overrides that stand for no other text are told in `problems`. */
+  Texts finish(Problems& problems) { return sealed(problems.handle()); }
 
  private:
   static kelmo_load_options raw_options(const LoadOptions& options) noexcept {
@@ -472,7 +486,14 @@ class Loader {
     raw.flags |= options.percent ? KELMO_LOAD_PERCENT : 0;
     raw.flags |= options.is_override ? KELMO_LOAD_OVERRIDE : 0;
     raw.flags |= options.optional ? KELMO_LOAD_OPTIONAL : 0;
+    raw.flags |= options.line_breaks ? KELMO_LOAD_LINE_BREAKS : 0;
     return raw;
+  }
+
+  Texts sealed(kelmo_problems* problems) {
+    kelmo_texts* made = nullptr;
+    detail::check(kelmo_loader_finish(loader_.get(), &made, problems));
+    return Texts(made);
   }
 
   static bool was_read(kelmo_status status) {
@@ -507,7 +528,7 @@ class Loader {
 // ---- Arguments
 
 /** What fills a placeholder. Integers, floating-point numbers and strings become one by themselves;
- * strings are not copied. */
+ * strings are not copied. A bool, a character and a std::filesystem::path do not compile. */
 class Argument {
  public:
   /** An integer. */
@@ -516,6 +537,7 @@ class Argument {
       : raw_(kelmo_integer_argument(static_cast<std::int64_t>(integer))) {
     static_assert(!std::is_same_v<Integer, bool>, "say what a truth value means: give a text");
     static_assert(!is_character<Integer>, "give a character as a text");
+    static_assert(sizeof(Integer) <= sizeof(std::int64_t), "an integer has at most 64 bits");
     if (std::is_unsigned_v<Integer>) {
       raw_.type = KELMO_ARGUMENT_UNSIGNED;
     }
@@ -545,6 +567,30 @@ class Argument {
     }
   }
 
+#ifdef __cpp_lib_char8_t
+  /** A text of char8_t, as u8string of a path gives it since C++20. */
+  template <class String,
+            std::enable_if_t<std::is_convertible_v<const String&, std::u8string_view>, int> = 0,
+            class = void, class = void, class = void>
+  Argument(const String& text) noexcept  // NOLINT(google-explicit-constructor): so tr takes it
+      : raw_(kelmo_text_argument(nullptr)) {
+    if constexpr (std::is_convertible_v<const String&, const char8_t*>) {
+      const char8_t* const start = text;
+      raw_ = kelmo_text_argument(reinterpret_cast<const char*>(start));  // null is the empty text
+    } else {
+      const std::u8string_view view = text;
+      raw_.text = {reinterpret_cast<const char*>(view.data()), view.size()};
+    }
+  }
+#endif
+
+  /** Does not compile: the UTF-8 of a path is a new string, and strings are not copied. */
+  template <class Path, class = decltype(std::declval<const Path&>().u8string())>
+  Argument(const Path& /*path*/) noexcept  // NOLINT(google-explicit-constructor): for its message
+      : raw_(kelmo_text_argument(nullptr)) {
+    static_assert(sizeof(Path) == 0, "give a path as a text: path.u8string()");
+  }
+
   /** An argument of kelmo.h. */
   explicit Argument(const kelmo_argument& raw) noexcept : raw_(raw) {}
 
@@ -566,7 +612,8 @@ class Argument {
 /** A number that chooses the plural form. A call takes one at most. */
 class Count : public Argument {
  public:
-  /** `{count}` stands for it as well as its position. */
+  /** `{count}` stands for it as well as its position. A text does compile here, but is no count: tr
+   * throws Error then, and find gives nothing. */
   explicit Count(const Argument& number) noexcept : Argument(number) { raw_.is_count = 1; }
 
   /** The same with a name. */
@@ -583,7 +630,7 @@ inline Argument number(double value, int decimals) {
   return Argument(kelmo_number_argument(value, decimals));
 }
 
-/** An integer or number that chooses the plural form: `count(5)`. */
+/** An integer or number that chooses the plural form: `count(5)`. A text does not compile. */
 template <class Number>
 Count count(Number value) noexcept {
   static_assert(std::is_arithmetic_v<Number>, "a count is a number");
@@ -624,11 +671,13 @@ inline std::optional<NumberFormat> number_format_of_language(std::string_view id
              : std::nullopt;
 }
 
-/** The format that the user has set in the system. */
-inline NumberFormat number_format_of_user() {
+/** The format that the user has set in the system; nothing if the system lacks the user's settings, and
+ * their language is not known or has other digits than 0 to 9. Throws std::bad_alloc. */
+inline std::optional<NumberFormat> number_format_of_user() {
   NumberFormat format;
-  detail::check(kelmo_number_format_of_user(&format));
-  return format;
+  const kelmo_status status = kelmo_number_format_of_user(&format);
+  detail::check(status);
+  return status == KELMO_OK ? std::optional(format) : std::nullopt;
 }
 
 /** A number as text. Throws Error if `number` is a text, or a field of `format` is not allowed. */
@@ -662,7 +711,8 @@ class View {
   /** No texts: every key is missing, and gives the empty text. */
   View() = default;
 
-  /** A view of `texts`. Languages that the texts do not have are left out. */
+  /** A view of `texts`. Languages that the texts do not have are left out. All of these constructors
+   * throw Error for `Texts()`, an id that is not UTF-8, and a field of `numbers` that is not allowed. */
   View(const Texts& texts, const ViewOptions& options) : view_(make(texts, options, nullptr)) {}
 
   /** The same; such languages are told in `problems`. */
@@ -688,7 +738,12 @@ class View {
   /** The text of a key with its placeholders filled: `{0}`, `{name}` and, where the load asked for
    * it, `%1`; `{{` stands for `{`. Numbers may have a format: `{0:8.2f}`. With a count, the form for
    * that number: `tr("files", count(5))`. What cannot be filled stays as it stands, and is a problem
-   * in the view's record. */
+   * in the view's record.
+   *
+   * Throws nothing but std::bad_alloc for arguments that convert by themselves and for those of
+   * number, count and arg. Throws Error for what only a host can make and the compiler does not see:
+   * two counts of which one has become an Argument, a Count of a text, an Argument of a
+   * kelmo_argument that is not allowed. */
   template <class First, class... Others>
   std::string tr(std::string_view key, const First& first, const Others&... others) const {
     static_assert((std::is_base_of_v<Count, First> + ... + std::is_base_of_v<Count, Others>) <= 1,
@@ -787,7 +842,7 @@ inline std::vector<std::string> system_languages() {
 }
 
 /** A suggestion for the languages of a view: those of `texts` that the user wants to read, the first
- * choice first, and then `fallback`, unless it is among them. */
+ * choice first ("de-AT" and then "de"), and then `fallback`, unless it is among them. */
 inline std::vector<std::string> languages_for_user(const Texts& texts, std::string_view fallback) {
   std::vector<std::string> ids;
   const auto add = [&ids](std::string_view id) {
@@ -796,8 +851,8 @@ inline std::vector<std::string> languages_for_user(const Texts& texts, std::stri
     }
   };
   for (const std::string& wanted : system_languages()) {
-    if (const std::optional<Language> language = texts.match(wanted)) {
-      add(language->id);
+    for (const Language& language : texts.match(wanted)) {
+      add(language.id);
     }
   }
   add(fallback);

@@ -87,9 +87,10 @@ extern "C" {
 
 /** Results beside those of kelmo.h. */
 enum {
-  KELMO_RUNTIME_NOT_OPEN = -1001,     /**< of all functions of kelmo.h: no library is open */
-  KELMO_RUNTIME_NO_FUNCTION = -1002,  /**< the file lacks a function, so it is another library */
-  KELMO_RUNTIME_OTHER_VERSION = -1003 /**< this header was not made for the version of the file */
+  KELMO_RUNTIME_NOT_OPEN = -1001,    /**< of all functions of kelmo.h: no library is open */
+  KELMO_RUNTIME_NO_FUNCTION = -1002, /**< the file lacks a function, so it is another library */
+  KELMO_RUNTIME_TOO_OLD = -1003, /**< the version of the file is lower than that of this header */
+  KELMO_RUNTIME_TOO_NEW = -1004  /**< the major number of the file is larger than the header's */
 };
 
 /** Loads the library from a file. `path` is UTF-8 and zero-terminated. A name without a folder is
@@ -98,9 +99,9 @@ enum {
  * people, in English or in the language of the system, and is empty on success.
  *
  * KELMO_CANNOT_READ: the system cannot load the file. KELMO_RUNTIME_NO_FUNCTION,
- * KELMO_RUNTIME_OTHER_VERSION. KELMO_INVALID_ARGUMENT: also if a library is open already.
- * KELMO_INVALID_UTF8: on Windows, the path is not UTF-8. When it fails, no library is open, or the
- * same as before.
+ * KELMO_RUNTIME_TOO_OLD, KELMO_RUNTIME_TOO_NEW. KELMO_INVALID_ARGUMENT: also if a library is open
+ * already. KELMO_INVALID_UTF8: on Windows, the path is not UTF-8. When it fails, no library is open,
+ * or the same as before. kelmo_status_name needs no library to name these.
  *
  * While this function or kelmo_runtime_close runs, no other thread may call any function. */
 kelmo_status kelmo_runtime_open(const char* path, char* reason, size_t capacity);
@@ -127,12 +128,12 @@ struct kelmo_runtime_functions {
   kelmo_status (*loader_add_file)(kelmo_loader* loader, const char* path, size_t path_size, const kelmo_load_options* options, kelmo_problems* problems);
   kelmo_status (*loader_add_folder)(kelmo_loader* loader, const char* path, size_t path_size, const kelmo_load_options* options, kelmo_problems* problems);
   kelmo_status (*loader_add_memory)(kelmo_loader* loader, const void* bytes, size_t size, const char* name, size_t name_size, const kelmo_load_options* options, kelmo_problems* problems);
-  kelmo_status (*loader_finish)(kelmo_loader* loader, kelmo_texts** result);
+  kelmo_status (*loader_finish)(kelmo_loader* loader, kelmo_texts** result, kelmo_problems* problems);
   kelmo_texts* (*texts_retain)(kelmo_texts* texts);
   void (*texts_release)(kelmo_texts* texts);
   size_t (*texts_language_count)(const kelmo_texts* texts);
   kelmo_status (*texts_language)(const kelmo_texts* texts, size_t index, kelmo_language* result);
-  kelmo_status (*texts_match_language)(const kelmo_texts* texts, const char* wanted, size_t wanted_size, size_t* index);
+  kelmo_status (*texts_match_language)(const kelmo_texts* texts, const char* wanted, size_t wanted_size, size_t rank, size_t* index);
   kelmo_status (*texts_entry)(const kelmo_texts* texts, size_t language, size_t index, kelmo_text* result);
   kelmo_status (*number_format_of_language)(const char* id, size_t id_size, kelmo_number_format* result);
   kelmo_status (*number_format_of_user)(kelmo_number_format* result);
@@ -155,8 +156,35 @@ extern struct kelmo_runtime_functions kelmo_runtime_loaded;
 /** 1 if a library is open, otherwise 0. */
 KELMO_API int kelmo_runtime_is_open(void) { return kelmo_runtime_loaded.module != NULL; }
 
+/** Names also the results that only this header has, and needs no library. A later library may have
+ * more. */
 KELMO_API const char* kelmo_runtime_status_name(kelmo_status status) {
-  return status == KELMO_RUNTIME_NOT_OPEN ? "KELMO_RUNTIME_NOT_OPEN" : "unknown status";
+  switch (status) {
+    /* clang-format off */
+    case KELMO_OK:
+      return "KELMO_OK";
+    case KELMO_NOT_FOUND:
+      return "KELMO_NOT_FOUND";
+    case KELMO_INVALID_ARGUMENT:
+      return "KELMO_INVALID_ARGUMENT";
+    case KELMO_OUT_OF_MEMORY:
+      return "KELMO_OUT_OF_MEMORY";
+    case KELMO_CANNOT_READ:
+      return "KELMO_CANNOT_READ";
+    case KELMO_INVALID_UTF8:
+      return "KELMO_INVALID_UTF8";
+    case KELMO_RUNTIME_NOT_OPEN:
+      return "KELMO_RUNTIME_NOT_OPEN";
+    case KELMO_RUNTIME_NO_FUNCTION:
+      return "KELMO_RUNTIME_NO_FUNCTION";
+    case KELMO_RUNTIME_TOO_OLD:
+      return "KELMO_RUNTIME_TOO_OLD";
+    case KELMO_RUNTIME_TOO_NEW:
+      return "KELMO_RUNTIME_TOO_NEW";
+    /* clang-format on */
+    default:
+      return kelmo_runtime_is_open() ? kelmo_runtime_loaded.status_name(status) : "unknown status";
+  }
 }
 
 KELMO_API const char* kelmo_runtime_no_text(size_t* size) {
@@ -174,7 +202,7 @@ KELMO_API uint32_t kelmo_version(void) {
 }
 
 KELMO_API const char* kelmo_status_name(kelmo_status status) {
-  return kelmo_runtime_is_open() ? kelmo_runtime_loaded.status_name(status) : kelmo_runtime_status_name(status);
+  return kelmo_runtime_status_name(status);
 }
 
 KELMO_API kelmo_status kelmo_problems_create(kelmo_problems** result) {
@@ -231,8 +259,8 @@ KELMO_API kelmo_status kelmo_loader_add_memory(kelmo_loader* loader, const void*
   return kelmo_runtime_is_open() ? kelmo_runtime_loaded.loader_add_memory(loader, bytes, size, name, name_size, options, problems) : KELMO_RUNTIME_NOT_OPEN;
 }
 
-KELMO_API kelmo_status kelmo_loader_finish(kelmo_loader* loader, kelmo_texts** result) {
-  return kelmo_runtime_is_open() ? kelmo_runtime_loaded.loader_finish(loader, result) : KELMO_RUNTIME_NOT_OPEN;
+KELMO_API kelmo_status kelmo_loader_finish(kelmo_loader* loader, kelmo_texts** result, kelmo_problems* problems) {
+  return kelmo_runtime_is_open() ? kelmo_runtime_loaded.loader_finish(loader, result, problems) : KELMO_RUNTIME_NOT_OPEN;
 }
 
 KELMO_API kelmo_texts* kelmo_texts_retain(kelmo_texts* texts) {
@@ -253,8 +281,8 @@ KELMO_API kelmo_status kelmo_texts_language(const kelmo_texts* texts, size_t ind
   return kelmo_runtime_is_open() ? kelmo_runtime_loaded.texts_language(texts, index, result) : KELMO_RUNTIME_NOT_OPEN;
 }
 
-KELMO_API kelmo_status kelmo_texts_match_language(const kelmo_texts* texts, const char* wanted, size_t wanted_size, size_t* index) {
-  return kelmo_runtime_is_open() ? kelmo_runtime_loaded.texts_match_language(texts, wanted, wanted_size, index) : KELMO_RUNTIME_NOT_OPEN;
+KELMO_API kelmo_status kelmo_texts_match_language(const kelmo_texts* texts, const char* wanted, size_t wanted_size, size_t rank, size_t* index) {
+  return kelmo_runtime_is_open() ? kelmo_runtime_loaded.texts_match_language(texts, wanted, wanted_size, rank, index) : KELMO_RUNTIME_NOT_OPEN;
 }
 
 KELMO_API kelmo_status kelmo_texts_entry(const kelmo_texts* texts, size_t language, size_t index, kelmo_text* result) {
@@ -486,12 +514,12 @@ static kelmo_status kelmo_runtime_take_all(struct kelmo_runtime_functions* found
     }
     if (i == 0) {
       const uint32_t version = found->version();
-      if (version / 10000 != KELMO_VERSION / 10000 || version < KELMO_VERSION) {
+      if (version < KELMO_VERSION || version / 10000 > KELMO_VERSION / 10000) {
         char numbers[64];
         snprintf(numbers, sizeof numbers, "%lu, and the program needs %lu", (unsigned long)version,
                  (unsigned long)KELMO_VERSION);
         kelmo_runtime_tell("the file has the version ", numbers, reason, capacity);
-        return KELMO_RUNTIME_OTHER_VERSION;
+        return version < KELMO_VERSION ? KELMO_RUNTIME_TOO_OLD : KELMO_RUNTIME_TOO_NEW;
       }
     }
   }

@@ -4,12 +4,13 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <utility>
 
 #include "platform/file_descriptor.h"
 #include "platform/posix/open_file.h"
+#include "platform/read_to_end.h"
 
 namespace KelmoLibs::Localize {
 namespace {
@@ -39,8 +40,13 @@ ssize_t ReadUninterrupted(int file, char* buffer, std::size_t size) noexcept {
 
 }  // namespace
 
-bool IsNothingThere(SystemError error) noexcept {
-  return error.number == ENOENT || error.number == ENOTDIR;
+bool IsNothingThere(const std::string& path, SystemError error) {
+  if (error.number != ENOTDIR) {
+    return error.number == ENOENT;
+  }
+  struct stat status = {};
+  const std::string withoutSlash = path.substr(0, path.find_last_not_of('/') + 1);
+  return ::stat(withoutSlash.c_str(), &status) != 0;
 }
 
 std::string DescribeError(SystemError error) {
@@ -55,26 +61,12 @@ SystemError ReadFileAt(const std::string& path, FileBytes& result) {
   }
   constexpr std::size_t kUnknownSize = 4096;  // some file systems report 0 for every file
   const std::size_t size = file.RegularFileSize().value_or(0);
-  std::size_t capacity = (size != 0 ? size : kUnknownSize) + 1;
-  FileBytes bytes{std::unique_ptr<char[]>(new char[capacity]), 0};
-  for (;;) {
-    const ssize_t count =
-        ReadUninterrupted(file.Get(), bytes.memory.get() + bytes.size, capacity - bytes.size);
-    if (count < 0) {
-      return {errno};
-    }
-    bytes.size += static_cast<std::size_t>(count);
-    if (count == 0) {
-      result = std::move(bytes);
-      return {};
-    }
-    if (bytes.size == capacity) {
-      std::unique_ptr<char[]> larger(new char[2 * capacity]);
-      std::memcpy(larger.get(), bytes.memory.get(), bytes.size);
-      bytes.memory = std::move(larger);
-      capacity *= 2;
-    }
-  }
+  const auto read = [&file](char* memory, std::size_t room, std::size_t& count) {
+    const ssize_t taken = ReadUninterrupted(file.Get(), memory, room);
+    count = static_cast<std::size_t>(std::max<ssize_t>(taken, 0));
+    return SystemError{taken < 0 ? errno : 0};
+  };
+  return ReadToEnd(size != 0 ? size : kUnknownSize, read, result);
 }
 
 SystemError ListFilesAt(const std::string& path, std::vector<std::string>& names) {

@@ -6,13 +6,21 @@
 #include <cstring>
 #include <memory>
 #include <type_traits>
+#include <utility>
 
+#include "platform/posix/locale_variables.h"
+#include "text/locale_name.h"
 #include "text/utf8.h"
 
 namespace KelmoLibs::Localize {
 namespace {
 
 using Locale = std::unique_ptr<std::remove_pointer_t<locale_t>, decltype(&::freelocale)>;
+
+// Whether UTF-8 can have it.
+constexpr bool IsScalar(char32_t character) noexcept {
+  return character < 0xD800 || (character > 0xDFFF && character <= 0x10FFFF);
+}
 
 // A mark as a wide character: the text may be in another encoding than UTF-8. glibc answers such a
 // question with the character in the place of the pointer to a text.
@@ -21,7 +29,7 @@ std::string Mark(nl_item item, locale_t locale) {
   wchar_t character = 0;
   std::memcpy(&character, &answer, sizeof character);
   std::string mark;
-  if (character != 0) {
+  if (character != 0 && IsScalar(static_cast<char32_t>(character))) {
     AppendUtf8(static_cast<char32_t>(character), mark);
   }
   return mark;
@@ -29,13 +37,17 @@ std::string Mark(nl_item item, locale_t locale) {
 
 }  // namespace
 
-UserNumberFormat NumberFormatOfUser() {
-  UserNumberFormat format;
+NumberFormatOrLanguage NumberFormatOfUser() {
   const Locale locale(::newlocale(LC_NUMERIC_MASK, "", nullptr), &::freelocale);
   if (locale == nullptr) {
+    return LanguageOfLocale(LocaleOfUser("LC_NUMERIC"));
+  }
+  UserNumberFormat format;
+  std::string decimalMark = Mark(_NL_NUMERIC_DECIMAL_POINT_WC, locale.get());
+  if (decimalMark.empty()) {  // a damaged locale
     return format;
   }
-  format.decimalMark = Mark(_NL_NUMERIC_DECIMAL_POINT_WC, locale.get());
+  format.decimalMark = std::move(decimalMark);
   format.groupMark = Mark(_NL_NUMERIC_THOUSANDS_SEP_WC, locale.get());
   if (!format.groupMark.empty()) {
     format.groups = GroupsOfBytes(::nl_langinfo_l(GROUPING, locale.get()));

@@ -5,9 +5,8 @@
 #include <algorithm>
 #include <array>
 #include <climits>
-#include <cstring>
-#include <utility>
 
+#include "platform/read_to_end.h"
 #include "platform/windows/wide_text.h"
 
 namespace KelmoLibs::Localize {
@@ -43,7 +42,7 @@ class FoundFiles {
 
 }  // namespace
 
-bool IsNothingThere(SystemError error) noexcept {
+bool IsNothingThere(const std::string& /*path*/, SystemError error) {
   return error.number == ERROR_FILE_NOT_FOUND || error.number == ERROR_PATH_NOT_FOUND;
 }
 
@@ -74,26 +73,15 @@ SystemError ReadFileAt(const std::string& path, FileBytes& result) {
   if (::GetFileSizeEx(file.get(), &size) == 0) {
     return LastError();
   }
-  std::size_t capacity = static_cast<std::size_t>(size.QuadPart) + 1;
-  FileBytes bytes{std::unique_ptr<char[]>(new char[capacity]), 0};
-  for (;;) {
-    const auto room = static_cast<DWORD>(std::min<std::size_t>(capacity - bytes.size, INT_MAX));
-    DWORD count = 0;
-    if (::ReadFile(file.get(), bytes.memory.get() + bytes.size, room, &count, nullptr) == 0) {
-      return LastError();
-    }
-    bytes.size += count;
-    if (count == 0) {
-      result = std::move(bytes);
-      return {};
-    }
-    if (bytes.size == capacity) {
-      std::unique_ptr<char[]> larger(new char[2 * capacity]);
-      std::memcpy(larger.get(), bytes.memory.get(), bytes.size);
-      bytes.memory = std::move(larger);
-      capacity *= 2;
-    }
-  }
+  const auto read = [&file](char* memory, std::size_t room, std::size_t& count) {
+    DWORD taken = 0;
+    const bool isRead =
+        ::ReadFile(file.get(), memory, static_cast<DWORD>(std::min<std::size_t>(room, INT_MAX)),
+                   &taken, nullptr) != 0;
+    count = taken;
+    return isRead ? SystemError{} : LastError();
+  };
+  return ReadToEnd(static_cast<std::size_t>(size.QuadPart), read, result);
 }
 
 SystemError ListFilesAt(const std::string& path, std::vector<std::string>& names) {

@@ -21,7 +21,7 @@ std::wstring Setting(LCTYPE type) {
 
 }  // namespace
 
-UserNumberFormat NumberFormatOfUser() {
+NumberFormatOrLanguage NumberFormatOfUser() {
   UserNumberFormat format;
   const auto set = [](std::string& mark, LCTYPE type) {
     std::string found = Utf8Of(Setting(type));

@@ -30,7 +30,7 @@ ROOMS = sorted({name.split("/")[0] for layer in LAYERS for name in layer})
 OF_ONE_SYSTEM = re.compile(r"_(?:posix|windows|mingw)\.|/(?:posix|windows)/")
 SYSTEM_MACRO = re.compile(r"^\s*#.*\b(?:_WIN32|__linux__|__unix__)\b", re.MULTILINE)
 GENERATED = ("include/kelmo_localizer_runtime.h",)
-SHARED_BY_SYSTEMS = ("platform/file_source.h", "platform/user_locale.h")  # not implemented for each system
+SHARED_BY_SYSTEMS = ("platform/file_source.h", "platform/read_to_end.h", "platform/user_locale.h")  # not implemented for each system
 
 
 def layer_of(name):

@@ -6,7 +6,7 @@ import unittest
 
 from refusals import TOP, RefusalTest, Row
 
-HEADER, INTERFACE = "include/kelmo/kelmo.h", "tests/host/kelmo_interface.h"
+HEADER, FACE, INTERFACE = "include/kelmo/kelmo.h", "include/kelmo/kelmo.hpp", "tests/host/kelmo_interface.h"
 VERSION = "KELMO_API uint32_t kelmo_version(void);"
 ROWS = (
     Row("a header that is not valid C", HEADER, VERSION, f"{VERSION}\nbool kelmo_is_open(void);", "kelmo.h as c99 by GCC does not"),
@@ -31,6 +31,10 @@ ROWS = (
         "lacks KELMO_VALUE(KELMO_LOST, ...)"),
     Row("an interface without a size", INTERFACE, "KELMO_SIZE(kelmo_text, 88);\n", "", "lacks KELMO_SIZE(kelmo_text, ...)"),
 )
+FACE_ROWS = (
+    Row("a call that compiles", FACE, 'static_assert(std::is_arithmetic_v<Number>, "a count is a number");', "",
+        "what kelmo.hpp refuses as c++17 by GCC lacks ['a count is a number']"),
+)
 
 
 def write_folder(folder):
@@ -39,13 +43,16 @@ def write_folder(folder):
     shutil.copy(TOP / INTERFACE, folder / INTERFACE)
 
 
-def command(folder):
-    return [sys.executable, TOP / "tests/host/check_headers.py", folder, "kelmo.h", "kelmo_interface.h"]
+def command(folder, *sources):
+    return [sys.executable, TOP / "tests/host/check_headers.py", folder, *sources]
 
 
 class KelmoHeaders(RefusalTest):
     def test_each_difference_is_refused(self):
-        self.refuses_each(write_folder, command, ROWS)
+        self.refuses_each(write_folder, lambda folder: command(folder, "kelmo.h", "kelmo_interface.h"), ROWS)
+
+    def test_a_call_that_must_not_compile_is_refused(self):
+        self.refuses_each(write_folder, lambda folder: command(folder, "what kelmo.hpp refuses"), FACE_ROWS)
 
 
 if __name__ == "__main__":

@@ -84,8 +84,8 @@ NumberFormat AnyFormat(RandomNumbers& random) {
   NumberFormat format;
   format.isGrouped = random.Below(2) == 0;
   format.groupSize = static_cast<std::uint32_t>(random.Below(5));
-  format.furtherGroupSize = static_cast<std::uint32_t>(random.Below(4));
-  format.minimumFirstGroup = static_cast<std::uint32_t>(random.Below(3));
+  format.furtherGroupSize = static_cast<std::uint32_t>(1 + random.Below(4));
+  format.minimumFirstGroup = static_cast<std::uint32_t>(1 + random.Below(3));
   format.zeroDigit = AnyOf(random, kZeroes);
   format.decimalMark = AnyOf(random, kMarks);
   format.groupMark = AnyOf(random, kMarks);

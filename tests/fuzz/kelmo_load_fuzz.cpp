@@ -1,6 +1,6 @@
 // Loads any bytes as a dictionary of kelmo. Strict, it has the languages, keys and texts of the
-// first library. Lenient, it loses only the bytes that it tells. All entries are found by their
-// keys.
+// first library. Lenient, it loses only the bytes that it tells. Line breaks that are asked for
+// are read, and not told. All entries are found by their keys.
 #include <algorithm>
 #include <cstddef>
 #include <string>
@@ -15,7 +15,7 @@
 #include "tests/model/library_under_test.h"
 #include "tests/model/model.h"
 #include "tests/support/encode_utf8.h"
-#include "text/utf8.h"
+#include "text/utf8_characters.h"
 
 namespace {
 
@@ -27,6 +27,7 @@ using KelmoLibs::Host::ReadDictionaryBytes;
 using KelmoLibs::Host::ReadingOptions;
 using KelmoLibs::Host::TextCollection;
 using KelmoLibs::Host::TextRecord;
+using KelmoLibs::Localize::IsUtf8;
 using KelmoLibs::Localize::WellFormedUtf8Length;
 
 struct Loaded {
@@ -42,8 +43,6 @@ void Expect(bool holds, const char* what) {
     throw Disagreement(what);
   }
 }
-
-bool IsUtf8(std::string_view text) { return WellFormedUtf8Length(text) == text.size(); }
 
 void CheckEntries(const TextCollection& texts) {
   Expect(texts.languages.size() <= 1 && texts.files.size() == texts.languages.size(),
@@ -74,6 +73,24 @@ std::size_t CountOf(const ProblemList& problems, ProblemCode code) {
   return static_cast<std::size_t>(
       std::count_if(problems.All().begin(), problems.All().end(),
                     [code](const Problem& problem) { return problem.code == code; }));
+}
+
+// Line breaks that are asked for are read as a lenient load reads them, but not told.
+void CheckLineBreaks(const Loaded& lenient, const Loaded& asked) {
+  Expect(asked.texts.languages.size() == lenient.texts.languages.size(), "the same language");
+  for (std::size_t i = 0; i < lenient.texts.languages.size(); ++i) {
+    const auto& entries = lenient.texts.languages[i]->Entries();
+    const auto& askedEntries = asked.texts.languages[i]->Entries();
+    Expect(std::equal(entries.begin(), entries.end(), askedEntries.begin(), askedEntries.end(),
+                      [](const TextRecord* left, const TextRecord* right) {
+                        return left->Key() == right->Key() && left->Text() == right->Text();
+                      }),
+           "the same texts");
+  }
+  Expect(CountOf(asked.problems, ProblemCode::kLineBreak) == 0 &&
+             asked.problems.All().size() + CountOf(lenient.problems, ProblemCode::kLineBreak) ==
+                 lenient.problems.All().size(),
+         "only line breaks are not told");
 }
 
 std::wstring UpToNul(std::string_view text) {
@@ -118,8 +135,10 @@ void CheckWithTheFirstLibrary(std::string_view bytes, const Loaded& strict) {
 void CheckWith(std::string_view bytes) {
   const Loaded strict(bytes, {});
   const Loaded lenient(bytes, {true, true, true});
+  const Loaded asked(bytes, {true, true, true, true, true, true});
   CheckEntries(strict.texts);
   CheckEntries(lenient.texts);
+  CheckLineBreaks(lenient, asked);
   CheckWithTheFirstLibrary(bytes, strict);
 
   const std::size_t end =

@@ -62,7 +62,7 @@ Owned<kelmo_loader> NewLoader() {
 
 Owned<kelmo_texts> Finish(kelmo_loader& loader) {
   kelmo_texts* texts = nullptr;
-  Expect(kelmo_loader_finish(&loader, &texts), KELMO_OK, "finish");
+  Expect(kelmo_loader_finish(&loader, &texts, nullptr), KELMO_OK, "finish");
   return Owned<kelmo_texts>(texts);
 }
 

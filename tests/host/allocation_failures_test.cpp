@@ -68,10 +68,19 @@ struct World {
                                       kZero, nullptr, nullptr),
               KELMO_OK);
   }
+  // Two of three stand for nothing. To look for the forms of the last one takes memory.
+  void LoadOverrides() const {
+    const std::string bytes = "en\nkey.1 own\nfiles own\n" + std::string(300, 'k') + ".one own\n";
+    auto options = Sized<kelmo_load_options>();
+    options.flags = KELMO_LOAD_OVERRIDE;
+    EXPECT_EQ(kelmo_loader_add_memory(loader.get(), bytes.data(), bytes.size(), "own", kZero,
+                                      &options, nullptr),
+              KELMO_OK);
+  }
   void Seal() {
     Load();
     kelmo_texts* made = nullptr;
-    EXPECT_EQ(kelmo_loader_finish(loader.get(), &made), KELMO_OK);
+    EXPECT_EQ(kelmo_loader_finish(loader.get(), &made, nullptr), KELMO_OK);
     texts.reset(made);
   }
   kelmo_status MakeView() {
@@ -108,7 +117,7 @@ struct World {
 std::string EntriesOf(World& world) {
   if (world.texts == nullptr) {
     kelmo_texts* made = nullptr;
-    EXPECT_EQ(kelmo_loader_finish(world.loader.get(), &made), KELMO_OK);
+    EXPECT_EQ(kelmo_loader_finish(world.loader.get(), &made, nullptr), KELMO_OK);
     world.texts.reset(made);
   }
   std::string lines;
@@ -205,20 +214,25 @@ const Call kTakingMemory[] = {
                                       world.problems.get());
      },
      KELMO_OK, true},
-    {"loader_finish", [](World& world) { world.Load(); },
+    {"loader_finish with overrides that stand for nothing",
+     [](World& world) {
+       world.LoadOverrides();
+       world.Load();
+     },
      [](World& world) {
        if (world.texts != nullptr) {  // made the first time
          return kelmo_status{KELMO_OK};
        }
        kelmo_texts* made = nullptr;
-       const kelmo_status status = kelmo_loader_finish(world.loader.get(), &made);
+       const kelmo_status status =
+           kelmo_loader_finish(world.loader.get(), &made, world.problems.get());
        EXPECT_EQ(status == KELMO_OK, made != nullptr);
        if (made != nullptr) {
          world.texts.reset(made);
        }
        return status;
      },
-     KELMO_OK, false},
+     KELMO_OK, true},
     {"view_create", [](World& world) { world.Seal(); },
      [](World& world) { return world.MakeView(); }, KELMO_OK, true},
     {"view_find of a missing key", [](World& world) { world.View(); },
@@ -446,15 +460,20 @@ TEST_F(KelmoAllocationFailures, AreExceptionsOfTheFace) {
 TEST_F(KelmoAllocationFailures, OfTheListThatTakesTheRecordAreCounted) {
   World world;
   world.View();
-  world.Reset();  // a list without memory
+  world.Reset();                     // a list with little memory
+  constexpr std::size_t kKeys = 10;  // the limit of the view
   auto text = Sized<kelmo_text>();
-  kelmo_view_find(world.view.get(), "a key that no language has at all", kZero, nullptr, &text);
+  for (std::size_t i = 0; i < kKeys; ++i) {
+    const std::string key = "a key that no language has: " + std::to_string(i);
+    kelmo_view_find(world.view.get(), key.data(), key.size(), nullptr, &text);
+  }
   {
     const FailAllocation failure(1, Failing::kFromThenOn);
     EXPECT_EQ(kelmo_view_take_problems(world.view.get(), world.problems.get(), nullptr), KELMO_OK);
   }
-  EXPECT_EQ(kelmo_problems_count(world.problems.get()), 0U);
-  EXPECT_EQ(kelmo_problems_lost(world.problems.get()), 1U);
+  const std::size_t lost = kelmo_problems_lost(world.problems.get());
+  EXPECT_GT(lost, 0U);
+  EXPECT_EQ(kelmo_problems_count(world.problems.get()) + lost, kKeys);
 }
 
 }  // namespace

@@ -28,7 +28,7 @@ class CApi : public testing::Test {
                                       nullptr),
               KELMO_OK);
     kelmo_texts* texts = nullptr;
-    EXPECT_EQ(kelmo_loader_finish(loader, &texts), KELMO_OK);
+    EXPECT_EQ(kelmo_loader_finish(loader, &texts, nullptr), KELMO_OK);
     texts_.reset(texts);
     options_.languages = &language_;
     options_.language_count = 1;
@@ -58,12 +58,26 @@ class CApi : public testing::Test {
 TEST_F(CApi, ViewTextFindsKeysOfEveryLength) {
   ASSERT_EQ(MakeView(), KELMO_OK);
   EXPECT_EQ(TextOf("n"), "{0}");
+  EXPECT_STREQ(kelmo_view_text(view_.get(), "n", kZero, nullptr), "{0}");
+  EXPECT_STREQ(kelmo_view_text(view_.get(), "m", kZero, nullptr), "m");
+  EXPECT_STREQ(kelmo_view_text(view_.get(), "n\001", kZero, nullptr), "n\001");
+  std::size_t none = 9;
+  EXPECT_STREQ(kelmo_view_text(view_.get(), "\0", kZero, &none), "");  // with a zero behind it
+  EXPECT_EQ(none, 0U);
   EXPECT_EQ(TextOf(long_), "lang");
   EXPECT_STREQ(kelmo_view_text(view_.get(), long_.c_str(), kZero, nullptr), "lang");
   for (const std::size_t size : {64U, 66U, 1000U}) {
     const std::string key(size, 'k');
     EXPECT_EQ(TextOf(key), key);
   }
+}
+
+TEST_F(CApi, ViewFindGivesNoUtf16IfTheLoadDidNotAskForIt) {
+  ASSERT_EQ(MakeView(), KELMO_OK);
+  auto text = Sized<kelmo_text>();
+  ASSERT_EQ(kelmo_view_find(view_.get(), "n", kZero, nullptr, &text), KELMO_OK);
+  EXPECT_EQ(text.utf16, nullptr);
+  EXPECT_EQ(text.utf16_size, 0U);
 }
 
 TEST_F(CApi, ViewCreateRefusesPoliciesThatItDoesNotKnow) {
@@ -128,6 +142,37 @@ TEST_F(CApi, ViewFindChecksTheCount) {
         << row.name;
     EXPECT_EQ(text.utf8 != nullptr, row.expected == KELMO_OK) << row.name;
   }
+}
+
+TEST_F(CApi, LoaderFinishTellsOverridesThatStandForNothing) {
+  kelmo_problems* list = nullptr;
+  kelmo_loader* loader = nullptr;
+  ASSERT_EQ(kelmo_problems_create(&list), KELMO_OK);
+  const Owned<kelmo_problems> listOwner(list);
+  ASSERT_EQ(kelmo_loader_create(&loader), KELMO_OK);
+  const Owned<kelmo_loader> loaderOwner(loader);
+  auto own = Sized<kelmo_load_options>();
+  own.flags = KELMO_LOAD_OVERRIDE;
+  kelmo_texts* texts = nullptr;
+  for (kelmo_problems* const problems : {static_cast<kelmo_problems*>(nullptr), list}) {
+    kelmo_loader_add_memory(loader, "de\nfiles alle\n", kZero, "own.txt", kZero, &own, list);
+    kelmo_loader_add_memory(loader, "de\nfiles.one eine\nfiles.other viele\n", kZero, "de.txt",
+                            kZero, nullptr, list);
+    EXPECT_EQ(kelmo_loader_finish(loader, nullptr, problems), KELMO_INVALID_ARGUMENT);
+    EXPECT_EQ(kelmo_problems_count(list), 0U) << "a call that fails tells nothing";
+    ASSERT_EQ(kelmo_loader_finish(loader, &texts, problems), KELMO_OK);
+    const Owned<kelmo_texts> owner(texts);
+    EXPECT_EQ(kelmo_problems_count(list), problems == nullptr ? 0U : 1U);
+  }
+  std::array<char, 200> line = {};
+  EXPECT_EQ(kelmo_problems_print(list, 0, line.data(), line.size(), nullptr), KELMO_OK);
+  EXPECT_STREQ(line.data(),
+               "own.txt:2: warning: The text overrides no other text: the key has plural forms: "
+               ".one, .other (key \"files\") (language \"de\")");
+  auto problem = Sized<kelmo_problem>();
+  EXPECT_EQ(kelmo_problems_get(list, 0, &problem), KELMO_OK);
+  EXPECT_EQ(problem.code, KELMO_PROBLEM_OVERRIDES_NOTHING);
+  EXPECT_EQ(problem.severity, KELMO_WARNING);
 }
 
 }  // namespace

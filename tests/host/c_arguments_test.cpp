@@ -97,6 +97,18 @@ TEST(ArgumentArray, RefusesNullAndCountsThatCannotBe) {
   EXPECT_EQ(ArgumentArray().Take(&argument, SIZE_MAX), KELMO_INVALID_ARGUMENT);
 }
 
+// A count is possible as long as the memory of that many arguments has a size.
+TEST(ArgumentArray, RefusesCountsForWhichNoMemoryHasTheSize) {
+  constexpr std::uint32_t kSize = 1U << 20U;  // of the arguments of a later version
+  constexpr std::size_t kMost = SIZE_MAX / kSize;
+  const kelmo_argument argument =
+      Changed(kelmo_integer_argument(1), [](auto& a) { a.size = kSize; });
+  EXPECT_EQ(ArgumentArray().Take(&argument, kMost + 1), KELMO_INVALID_ARGUMENT);
+  EXPECT_EQ(allocation_probe::CallWithFailingAllocation(
+                1, [&argument] { ArgumentArray().Take(&argument, kMost); }),
+            allocation_probe::Outcome::kThrew);
+}
+
 TEST(ArgumentArray, TakesAllFields) {
   const std::vector<kelmo_argument> given = {
       kelmo_named_argument("who", TextOfSize("a\0b", 3)),
@@ -207,6 +219,9 @@ TEST(TakeNumberFormat, GivesDefaultsForWhatIsZero) {
   given.is_grouped = 1;
   given.group_size = 4;
   NumberFormat taken;
+  taken.decimalMark = "x";
+  taken.groupMark = "y";
+  taken.minusSign = "z";
   ASSERT_EQ(TakeNumberFormat(given, taken), KELMO_OK);
   EXPECT_EQ(taken.decimalMark, ".");
   EXPECT_EQ(taken.groupMark, ",");

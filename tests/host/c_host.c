@@ -86,7 +86,7 @@ static kelmo_texts* LoadTexts(uint32_t flags) {
   ExpectStatus(
       kelmo_loader_add_memory(loader, kEnglish, strlen(kEnglish), "en.txt", 6, &options, NULL),
       KELMO_OK, "English");
-  ExpectStatus(kelmo_loader_finish(loader, &texts), KELMO_OK, "finish");
+  ExpectStatus(kelmo_loader_finish(loader, &texts, NULL), KELMO_OK, "finish");
   kelmo_loader_destroy(loader);
   return texts;
 }
@@ -127,7 +127,7 @@ static void LoadFiles(void) {
   ExpectStatus(kelmo_loader_add_folder(loader, ".", Z, NULL, problems), KELMO_OK, "a folder");
   ExpectStatus(kelmo_loader_add_folder(loader, "none", Z, NULL, problems), KELMO_CANNOT_READ,
                "no such folder");
-  ExpectStatus(kelmo_loader_finish(loader, &texts), KELMO_OK, "finish");
+  ExpectStatus(kelmo_loader_finish(loader, &texts, NULL), KELMO_OK, "finish");
   kelmo_loader_destroy(loader);
 
   Expect(kelmo_texts_language_count(texts) == 2, "two languages");
@@ -135,10 +135,13 @@ static void LoadFiles(void) {
   Expect(Is(language.id, "de") && Is(language.name, "Deutsch") && language.entry_count == 3,
          "German is first");
   ExpectStatus(kelmo_texts_language(texts, 2, &language), KELMO_INVALID_ARGUMENT, "no third");
-  ExpectStatus(kelmo_texts_match_language(texts, "de-AT", Z, &matched), KELMO_OK, "German serves");
+  ExpectStatus(kelmo_texts_match_language(texts, "de-AT", Z, 0, &matched), KELMO_OK,
+               "German serves");
   Expect(matched == 0, "the first language matches");
-  ExpectStatus(kelmo_texts_match_language(texts, "fr", Z, &matched), KELMO_NOT_FOUND, "no French");
-  ExpectStatus(kelmo_texts_match_language(texts, "\xFF", Z, &matched), KELMO_INVALID_UTF8, "an id");
+  ExpectStatus(kelmo_texts_match_language(texts, "fr", Z, 0, &matched), KELMO_NOT_FOUND,
+               "no French");
+  ExpectStatus(kelmo_texts_match_language(texts, "\xFF", Z, 0, &matched), KELMO_INVALID_UTF8,
+               "an id");
 
   /* no such file, file repeated, then in the folder all three again and file twice, no such folder */
   Expect(kelmo_problems_count(problems) == 7, "seven problems");
@@ -287,16 +290,16 @@ static void PassNull(void) {
   REFUSES(kelmo_loader_add_memory(loader, kGerman, Z, NULL, Z, &load_options, problems));
   REFUSES(kelmo_loader_add_memory(loader, kGerman, Z, NULL, 1, &load_options, problems));
   ACCEPTS(kelmo_loader_add_memory(loader, NULL, 0, NULL, 0, NULL, NULL));
-  REFUSES(kelmo_loader_finish(NULL, &no_texts));
-  REFUSES(kelmo_loader_finish(loader, NULL));
+  REFUSES(kelmo_loader_finish(NULL, &no_texts, problems));
+  REFUSES(kelmo_loader_finish(loader, NULL, problems));
 
   REFUSES(kelmo_texts_language(NULL, 0, &language));
   REFUSES(kelmo_texts_language(texts, 0, NULL));
   REFUSES(kelmo_texts_language(texts, SIZE_MAX, &language));
-  REFUSES(kelmo_texts_match_language(NULL, "de", Z, &size));
-  REFUSES(kelmo_texts_match_language(texts, NULL, 2, &size));
-  REFUSES(kelmo_texts_match_language(texts, NULL, Z, &size));
-  REFUSES(kelmo_texts_match_language(texts, "de", Z, NULL));
+  REFUSES(kelmo_texts_match_language(NULL, "de", Z, 0, &size));
+  REFUSES(kelmo_texts_match_language(texts, NULL, 2, 0, &size));
+  REFUSES(kelmo_texts_match_language(texts, NULL, Z, 0, &size));
+  REFUSES(kelmo_texts_match_language(texts, "de", Z, 0, NULL));
   REFUSES(kelmo_texts_entry(NULL, 0, 0, &text));
   REFUSES(kelmo_texts_entry(texts, 0, 0, NULL));
   REFUSES(kelmo_texts_entry(texts, SIZE_MAX, 0, &text));
@@ -422,7 +425,7 @@ static void PassOtherVersions(void) {
   load_options[0].size = (uint32_t)sizeof load_options;
   ExpectStatus(kelmo_loader_add_memory(loader, kGerman, Z, "x", Z, load_options, NULL), KELMO_OK,
                "load options of a later version");
-  load_options[0].flags = 32;
+  load_options[0].flags = 64;
   ExpectStatus(kelmo_loader_add_memory(loader, kGerman, Z, "x", Z, load_options, NULL),
                KELMO_INVALID_ARGUMENT, "a flag that is not known");
 
@@ -499,7 +502,7 @@ static void PassUnusualStrings(void) {
   ExpectStatus(
       kelmo_loader_add_memory(loader, kBytes, sizeof kBytes - 1, "a\0b", 3, NULL, problems),
       KELMO_OK, "bytes and a name with zeroes inside");
-  ExpectStatus(kelmo_loader_finish(loader, &texts), KELMO_OK, "finish");
+  ExpectStatus(kelmo_loader_finish(loader, &texts, NULL), KELMO_OK, "finish");
 
   options = ViewOptions(ids, 2);
   ExpectStatus(kelmo_view_create(texts, &options, &view, problems), KELMO_OK, "ids with zeroes");

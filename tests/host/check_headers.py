@@ -5,6 +5,7 @@
 - The compilers are GCC, Clang, GCC and Clang for Windows, and Clang in the place of Microsoft's compiler, which reads the
   same options.
 - The headers in C compile from C99 on, those in C++ from C++17 to C++23.
+- Calls that kelmo.hpp refuses do not compile, and the compiler says its sentences.
 - kelmo_interface.h holds: the sizes, offsets and values that hosts have compiled into themselves. It has each field and
   each value of kelmo.h.
 """
@@ -27,6 +28,19 @@ RUNTIME = '#define KELMO_RUNTIME_IMPLEMENTATION\n#include "kelmo/kelmo_runtime.h
 TWICE = '#include "kelmo/kelmo.h"\n#include "kelmo/kelmo.h"\n'
 FACE = '#include "kelmo/kelmo.hpp"\n'
 INTERFACE = '#include "tests/host/kelmo_interface.h"\n'
+REFUSED_NAME = "what kelmo.hpp refuses"
+REFUSED = FACE + """#include <filesystem>
+void refused(const kelmo::View& view) {
+  view.tr("truth", true);
+  view.tr("character", 'c');
+  view.tr("path", std::filesystem::path("pump.txt"));
+  view.tr("path", kelmo::arg("name", std::filesystem::path("pump.txt")));
+  view.tr("count", kelmo::count("three"));
+  view.tr("counts", kelmo::count(1), kelmo::count(2));
+}
+"""
+SENTENCES = ("say what a truth value means: give a text", "give a character as a text", "give a path as a text: path.u8string()",
+             "a count is a number", "a text has one count at most")
 # Name, languages, text. What does not depend on the version of the language is compiled as the first one.
 SOURCES = (
     ("kelmo.h", (*C, *CXX), TWICE),
@@ -34,6 +48,7 @@ SOURCES = (
     ("kelmo_runtime.h", (C[0], CXX[0]), RUNTIME),
     ("kelmo.hpp", CXX, FACE),
     ("kelmo.hpp behind kelmo_runtime.h", (CXX[0],), RUNTIME + FACE),
+    (REFUSED_NAME, (CXX[0], CXX[1]), REFUSED),
 )
 
 
@@ -76,6 +91,9 @@ def compile_one(case, command, file):
     include = "/I" if "--driver-mode=cl" in command else "-I"
     made = subprocess.run([*command, f"{include}{top}/include", f"{include}{top}", *(["--"] if include == "/I" else []), str(file)],
                           check=False, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, errors="replace")
+    if file.stem == REFUSED_NAME:
+        missing = [sentence for sentence in SENTENCES if sentence not in made.stdout]
+        return f"{case} lacks {missing} in\n{made.stdout}" if missing or made.returncode == 0 else None
     return f"{case} does not compile:\n{made.stdout}" if made.returncode != 0 or made.stdout.strip() else None
 
 
@@ -96,8 +114,8 @@ def main():
         sys.exit(f"kelmo_interface.h lacks {name}...)")
     compilers, count = list(commands()), 0
     with tempfile.TemporaryDirectory() as scratch, concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-        for number, (name, languages, text) in enumerate(source for source in SOURCES if not chosen or source[0] in chosen):
-            files = {is_cxx: pathlib.Path(scratch) / f"{number}.{'cpp' if is_cxx else 'c'}" for is_cxx in (False, True)}
+        for name, languages, text in (source for source in SOURCES if not chosen or source[0] in chosen):
+            files = {is_cxx: pathlib.Path(scratch) / f"{name}.{'cpp' if is_cxx else 'c'}" for is_cxx in (False, True)}
             for file in files.values():
                 file.write_text(text)
             runs = [pool.submit(compile_one, f"{name} as {language} by {compiler}", command(language), files["+" in language])

@@ -142,6 +142,9 @@ TEST(DictionaryBytes, StrictStopsAtBytesThatAreNotUtf8AndLenientSkipsThem) {
       {"columns are characters", "en\nk \xC3\xA4\xF0\x9F\x98\x80\xFFu\n",
        "en|\n0:2 k=\xC3\xA4\xF0\x9F\x98\x80\n201 2 0:2:5 en - 3 bytes dropped\n",
        "en|\n0:2 k=\xC3\xA4\xF0\x9F\x98\x80u\n201 2 0:2:5 en - 1 byte dropped\n"},
+      {"in front of a character of four bytes", "en\nk \xFF\xF0\x9F\x98\x80\n",
+       "en|\n0:2 k=\n201 2 0:2:3 en - 6 bytes dropped\n",
+       "en|\n0:2 k=\xF0\x9F\x98\x80\n201 2 0:2:3 en - 1 byte dropped\n"},
       {"problems come in the order of their lines", "en\nk t\nk u\nl \xFFv\nl w\n",
        "en|\n0:2 k=t\n0:4 l=\n101 1 0:3:1 en k the text of 0:2 stays\n201 2 0:4:3 en - 7 bytes "
        "dropped\n",
@@ -200,6 +203,9 @@ TEST(DictionaryBytes, LenientReadsABackslashAndAnNAsALineBreak) {
        "en|\n0:2 k=a\nb\n205 0 0:2:0 en k 1 line break\n"},
       {"several", "en\nk \\n\\n\n", "en|\n0:2 k=\\n\\n\n",
        "en|\n0:2 k=\n\n\n205 0 0:2:0 en k 2 line breaks\n"},
+      {"in two texts", "en\nk a\\nb\nl c\\nd\n", "en|\n0:2 k=a\\nb\n0:3 l=c\\nd\n",
+       "en|\n0:2 k=a\nb\n0:3 l=c\nd\n205 0 0:2:0 en k 1 line break\n"
+       "205 0 0:3:0 en l 1 line break\n"},
       {"behind a backslash", "en\nk a\\\\nb\n", "en|\n0:2 k=a\\\\nb\n",
        "en|\n0:2 k=a\\\nb\n205 0 0:2:0 en k 1 line break\n"},
       {"not in a key", "en\na\\nb t\n", "en|\n0:2 a\\nb=t\n", "en|\n0:2 a\\nb=t\n"},
@@ -214,6 +220,37 @@ TEST(DictionaryBytes, LenientReadsABackslashAndAnNAsALineBreak) {
        "en|\n0:2 k=a\nb\n201 2 0:2:5 en - 1 byte dropped\n205 0 0:2:0 en k 1 line break\n"},
   };
   ExpectEach(cases);
+}
+
+TEST(DictionaryBytes, ReadsLineBreaksThatAreAskedForWithoutAProblem) {
+  ReadingOptions strict;
+  strict.readsLineBreaks = true;
+  ReadingOptions lenient = kLenient;
+  lenient.readsLineBreaks = true;
+  const std::vector<ReadCase> cases = {
+      {"one", "en\nk a\\nb\n", "en|\n0:2 k=a\nb\n", "en|\n0:2 k=a\nb\n"},
+      {"several", "en\nk \\n\\n\n", "en|\n0:2 k=\n\n\n", "en|\n0:2 k=\n\n\n"},
+      {"not in a key", "en\na\\nb t\n", "en|\n0:2 a\\nb=t\n", "en|\n0:2 a\\nb=t\n"},
+      {"not in a header", "en c\\nd\n", "en|c\\nd\n", "en|c\\nd\n"},
+      {"a repeated key is told", "en\nk t\nk \\n\n",
+       "en|\n0:2 k=t\n101 1 0:3:1 en k the text of 0:2 stays\n",
+       "en|\n0:2 k=t\n101 1 0:3:1 en k the text of 0:2 stays\n"},
+      {"bytes that are not UTF-8 are dropped as without it",
+       "en\nk a\\n\xFF"
+       "b\n",
+       "en|\n0:2 k=a\n\n201 2 0:2:6 en - 3 bytes dropped\n",
+       "en|\n0:2 k=a\nb\n201 2 0:2:6 en - 1 byte dropped\n"},
+      {"a byte-order mark is skipped only by a lenient load",
+       "\xEF\xBB\xBF"
+       "en\nk \\n\n",
+       "\xEF\xBB\xBF"
+       "en|\n0:2 k=\n\n202 2 0:1:1 - - -\n",
+       "en|\n0:2 k=\n\n202 0 0:1:1 - - -\n"},
+  };
+  for (const ReadCase& row : cases) {
+    EXPECT_EQ(Read({row.bytes}, strict), row.strict) << row.name;
+    EXPECT_EQ(Read({row.bytes}, lenient), row.lenient) << row.name << ", lenient";
+  }
 }
 
 TEST(DictionaryBytes, ControlZEndsTheTextOnWindows) {
@@ -321,6 +358,57 @@ TEST(DictionaryBytes, LetsOtherFilesRepeatTheKeysOfAnOverride) {
                        "1:4:1: warning: EL101. Key already declared. (the text of 1:3 stays) (key "
                        "\"l\") (language \"en\")"}));
   EXPECT_EQ(texts.languages[0]->Entries()[0]->Text(), "own");
+}
+
+TEST(DictionaryBytes, AnOverrideDoesNotChangeTheMenu) {
+  constexpr bool kOwn = true;
+  constexpr bool kProgram = false;
+  struct File {
+    bool isOverride;
+    const char* header;
+  };
+  struct Case {
+    const char* name;
+    std::vector<File> files;
+    const char* menu;
+  };
+  const std::vector<Case> cases = {
+      {"of the second language",
+       {{kOwn, "de Meins"}, {kProgram, "en English"}, {kProgram, "de Deutsch"}},
+       "en|English\nde|Deutsch\n"},
+      {"of all languages, in another order",
+       {{kOwn, "de D"}, {kOwn, "en E"}, {kProgram, "en English"}, {kProgram, "de Deutsch"}},
+       "en|English\nde|Deutsch\n"},
+      {"behind the program", {{kProgram, "en English"}, {kOwn, "en Mine"}}, "en|English\n"},
+      {"gives no name to a language of the program",
+       {{kOwn, "en Mine"}, {kProgram, "en"}, {kOwn, "en Mine too"}},
+       "en|\n"},
+      {"between two files of the program, of which the second has the name",
+       {{kProgram, "en"}, {kOwn, "en Mine"}, {kProgram, "en English"}, {kProgram, "en American"}},
+       "en|English\n"},
+      {"a language that only overrides have is behind the others",
+       {{kOwn, "fr Fran\u00E7ais"}, {kProgram, "en English"}, {kProgram, "de Deutsch"}},
+       "en|English\nde|Deutsch\nfr|Fran\u00E7ais\n"},
+      {"several of them stay in their order",
+       {{kOwn, "fr F"}, {kProgram, "en E"}, {kOwn, "it I"}, {kProgram, "de D"}, {kOwn, "cs C"}},
+       "en|E\nde|D\nfr|F\nit|I\ncs|C\n"},
+      {"also if the program has one between them",
+       {{kOwn, "fr F"}, {kOwn, "de Meins"}, {kOwn, "it I"}, {kProgram, "de Deutsch"}},
+       "de|Deutsch\nfr|F\nit|I\n"},
+      {"the first name of the overrides",
+       {{kOwn, "fr"}, {kOwn, "fr F"}, {kOwn, "fr G"}, {kProgram, "en E"}},
+       "en|E\nfr|F\n"},
+      {"overrides alone", {{kOwn, "de D"}, {kOwn, "en E"}, {kOwn, "de"}}, "de|D\nen|E\n"},
+  };
+  for (const Case& row : cases) {
+    TextCollection texts;
+    for (const File& file : row.files) {
+      ReadingOptions options;
+      options.isOverride = file.isOverride;
+      ReadDictionaryBytes(file.header, "f", options, texts, nullptr);
+    }
+    EXPECT_EQ(Dump(texts), row.menu) << row.name;
+  }
 }
 
 // With room for only one more, each file would copy what all earlier ones have added.

@@ -201,6 +201,37 @@ TEST(KelmoFace, RefusesDecimalsThatNoNumberHas) {
   EXPECT_NO_THROW(kelmo::number(1, KELMO_MAX_DECIMALS));
 }
 
+TEST(KelmoFace, RefusesArgumentsThatCompileAndAreNotAllowed) {
+  const kelmo::View view(Load({kGerman}), {"de"});
+  const kelmo::Argument one = kelmo::count(1);
+  const kelmo::Count text(kelmo::Argument("one"));
+  EXPECT_THROW(view.tr("files", one, one), kelmo::Error);
+  EXPECT_THROW(view.tr("files", text), kelmo::Error);
+  EXPECT_FALSE(view.find("files", text));
+  EXPECT_THROW(view.tr("hello", kelmo::Argument(kelmo_number_argument(1, -2))), kelmo::Error);
+  EXPECT_EQ(view.tr("files", one), "1 Datei");
+}
+
+TEST(KelmoFace, RefusesViewsOfWhatIsNotAllowed) {
+  const kelmo::Texts texts = Load({kGerman});
+  kelmo::ViewOptions options;
+  options.numbers = kelmo::NumberFormat();
+  options.numbers->is_grouped = 2;
+  EXPECT_THROW(kelmo::View(texts, options), kelmo::Error);
+  EXPECT_THROW(kelmo::View(texts, {"\xFF"}), kelmo::Error);
+  EXPECT_THROW(kelmo::View(kelmo::Texts(), {"de"}), kelmo::Error);
+}
+
+TEST(KelmoFace, RefusesToUseALoaderThatWasMovedFrom) {
+  kelmo::Loader loader;
+  kelmo::Loader target = std::move(loader);
+  // NOLINTBEGIN(bugprone-use-after-move): it is allowed
+  EXPECT_THROW(loader.add_memory("en\n", "en.txt"), kelmo::Error);
+  EXPECT_THROW(loader.finish(), kelmo::Error);
+  // NOLINTEND(bugprone-use-after-move)
+  EXPECT_TRUE(target.finish().languages().empty());
+}
+
 TEST(KelmoFace, WritesAFloatWithTheDigitsOfAFloat) {
   const kelmo::View view(Load({"en\nn {0}\ns {0} {0:.3f}\nw.one one\nw.other other\n"}), {"en"});
   EXPECT_EQ(view.tr("n", 0.1F), "0.1");
@@ -231,10 +262,15 @@ TEST(KelmoFace, TellsEachProblemOfALongTextOnce) {
 
 TEST(KelmoFace, MatchesTheLanguagesOfTheUser) {
   const kelmo::Texts texts = Load({kGerman, kEnglish});
-  EXPECT_EQ(texts.match("de-AT")->id, "de");
-  EXPECT_EQ(texts.match("en")->name, "English");
-  EXPECT_FALSE(texts.match("fr"));
-  EXPECT_FALSE(kelmo::Texts().match("fr"));
+  ASSERT_EQ(texts.match("de-AT").size(), 1U);
+  EXPECT_EQ(texts.match("de-AT").front().id, "de");
+  EXPECT_EQ(texts.match("en").front().name, "English");
+  EXPECT_TRUE(texts.match("fr").empty());
+  EXPECT_TRUE(kelmo::Texts().match("fr").empty());
+  const kelmo::Texts austrian = Load({"de-AT \u00D6sterreich\nk t\n", kGerman});
+  ASSERT_EQ(austrian.match("de_at").size(), 2U);
+  EXPECT_EQ(austrian.match("de_at").front().id, "de-AT");
+  EXPECT_EQ(austrian.match("de_at").back().id, "de");
   const std::vector<std::string> languages = kelmo::languages_for_user(texts, "en");
   EXPECT_EQ(std::count(languages.begin(), languages.end(), "en"), 1);
 }
@@ -249,7 +285,8 @@ TEST(KelmoFace, HasANumberFormatThatIsReady) {
   EXPECT_THROW(kelmo::print("one", kelmo::NumberFormat()), kelmo::Error);
   EXPECT_EQ(kelmo::print(1.5, *kelmo::number_format_of_language("de")), "1,5");
   EXPECT_FALSE(kelmo::number_format_of_language("none"));
-  EXPECT_NE(kelmo::number_format_of_user().decimal_mark[0], '\0');
+  const auto ofUser = kelmo::number_format_of_user();
+  EXPECT_TRUE(!ofUser || ofUser->decimal_mark[0] != '\0');
 }
 
 TEST(KelmoFace, TellsLanguagesThatTheTextsLack) {
@@ -286,6 +323,68 @@ TEST(KelmoFace, LoadsWhatACustomerMayHave) {
   EXPECT_EQ(view.tr("quit"), "Leave");
   EXPECT_EQ(view.find("hello")->file, "en.txt");
   EXPECT_THROW(loader.add_folder(folder.Path() / "none"), kelmo::Error);
+}
+
+TEST(KelmoFace, ListsTheLanguagesOfTheProgramInFrontOfThoseOfACustomer) {
+  kelmo::LoadOptions own;
+  own.is_override = true;
+  kelmo::Loader loader;
+  loader.add_memory("fr Fran\u00E7ais\nquit Sortir\n", "own/fr.txt", own);
+  loader.add_memory("en Ours\nquit Leave\n", "own/en.txt", own);
+  loader.add_memory(kGerman, "de.txt");
+  loader.add_memory(kEnglish, "en.txt");
+  const kelmo::Texts texts = loader.finish();
+  std::vector<std::string> menu;
+  for (const kelmo::Language language : texts.languages()) {
+    menu.push_back(std::string(language.id) + "=" + std::string(language.name));
+  }
+  EXPECT_EQ(menu, (std::vector<std::string>{"de=Deutsch", "en=English", "fr=Fran\u00E7ais"}));
+  EXPECT_EQ(texts.entries(1).at(0).text, "Leave");
+  EXPECT_EQ(texts.match("fr-CA").front().name, "Fran\u00E7ais");
+}
+
+TEST(KelmoFace, TellsOverridesThatStandForNothing) {
+  kelmo::LoadOptions own;
+  own.is_override = true;
+  kelmo::Problems problems;
+  kelmo::Loader loader;
+  loader.add_memory("de\nfiles Alle\nhello Moin\n", "own.txt", problems, own);
+  loader.add_memory(kGerman, "de.txt", problems);
+  const kelmo::View view(loader.finish(problems), {"de"});
+  EXPECT_EQ(view.tr("hello"), "Moin");
+  ASSERT_EQ(problems.size(), 1U);
+  const kelmo::Problem problem = problems.at(0);
+  EXPECT_EQ(problem.code, KELMO_PROBLEM_OVERRIDES_NOTHING);
+  EXPECT_EQ(problem.severity, kelmo::Severity::warning);
+  EXPECT_EQ(problem.key, "files");
+  EXPECT_EQ(problem.language, "de");
+  EXPECT_EQ(problem.file, "own.txt");
+  EXPECT_EQ(problem.line, 2U);
+  EXPECT_EQ(problem.detail, "the key has plural forms: .one, .other");
+}
+
+TEST(KelmoFace, ReadsLineBreaksByChoice) {
+  const std::string dictionary = "en\nlines One\\nTwo\n";
+  struct Case {
+    const char* name;
+    bool lenient;
+    bool line_breaks;
+    const char* text;
+    std::size_t problems;
+  };
+  for (const Case& row :
+       {Case{"strict", false, false, "One\\nTwo", 0}, Case{"lenient", true, false, "One\nTwo", 1},
+        Case{"asked for", false, true, "One\nTwo", 0},
+        Case{"lenient and asked for", true, true, "One\nTwo", 0}}) {
+    kelmo::LoadOptions options;
+    options.lenient = row.lenient;
+    options.line_breaks = row.line_breaks;
+    kelmo::Problems problems;
+    kelmo::Loader loader;
+    loader.add_memory(dictionary, "en.txt", problems, options);
+    EXPECT_EQ(kelmo::View(loader.finish(), {"en"}).tr("lines"), row.text) << row.name;
+    EXPECT_EQ(problems.size(), row.problems) << row.name;
+  }
 }
 
 TEST(KelmoFace, IsolatesArgumentsByChoice) {

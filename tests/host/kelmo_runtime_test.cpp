@@ -31,6 +31,31 @@ Opened Open(const std::string& path) {
   return {status, reason.data()};
 }
 
+// The statuses of all functions that have one, called with null for each pointer.
+std::vector<kelmo_status> StatusesWithNull() {
+  return {
+      kelmo_problems_create(nullptr),
+      kelmo_problems_get(nullptr, 0, nullptr),
+      kelmo_problems_print(nullptr, 0, nullptr, 0, nullptr),
+      kelmo_loader_create(nullptr),
+      kelmo_loader_add_file(nullptr, nullptr, 0, nullptr, nullptr),
+      kelmo_loader_add_folder(nullptr, nullptr, 0, nullptr, nullptr),
+      kelmo_loader_add_memory(nullptr, nullptr, 0, nullptr, 0, nullptr, nullptr),
+      kelmo_loader_finish(nullptr, nullptr, nullptr),
+      kelmo_texts_language(nullptr, 0, nullptr),
+      kelmo_texts_match_language(nullptr, nullptr, 0, 0, nullptr),
+      kelmo_texts_entry(nullptr, 0, 0, nullptr),
+      kelmo_number_format_of_language(nullptr, 0, nullptr),
+      kelmo_number_format_of_user(nullptr),
+      kelmo_number_print(nullptr, nullptr, nullptr, 0, nullptr),
+      kelmo_view_create(nullptr, nullptr, nullptr, nullptr),
+      kelmo_view_find(nullptr, nullptr, 0, nullptr, nullptr),
+      kelmo_view_format(nullptr, nullptr, 0, nullptr, 0, nullptr, 0, nullptr, nullptr),
+      kelmo_view_take_problems(nullptr, nullptr, nullptr),
+      kelmo_system_language(0, nullptr, 1, nullptr),
+  };
+}
+
 class KelmoRuntime : public testing::Test {
  protected:
   void TearDown() override { kelmo_runtime_close(); }
@@ -65,28 +90,7 @@ TEST_F(KelmoRuntime, ALibraryMayBeOpenedAgainOnceItIsClosed) {
 
 TEST_F(KelmoRuntime, EachFunctionIsThatOfTheLoadedLibrary) {
   ASSERT_EQ(Open(KELMO_FILE).status, KELMO_OK);
-  const kelmo_status refusals[] = {
-      kelmo_problems_create(nullptr),
-      kelmo_problems_get(nullptr, 0, nullptr),
-      kelmo_problems_print(nullptr, 0, nullptr, 0, nullptr),
-      kelmo_loader_create(nullptr),
-      kelmo_loader_add_file(nullptr, nullptr, 0, nullptr, nullptr),
-      kelmo_loader_add_folder(nullptr, nullptr, 0, nullptr, nullptr),
-      kelmo_loader_add_memory(nullptr, nullptr, 0, nullptr, 0, nullptr, nullptr),
-      kelmo_loader_finish(nullptr, nullptr),
-      kelmo_texts_language(nullptr, 0, nullptr),
-      kelmo_texts_match_language(nullptr, nullptr, 0, nullptr),
-      kelmo_texts_entry(nullptr, 0, 0, nullptr),
-      kelmo_number_format_of_language(nullptr, 0, nullptr),
-      kelmo_number_format_of_user(nullptr),
-      kelmo_number_print(nullptr, nullptr, nullptr, 0, nullptr),
-      kelmo_view_create(nullptr, nullptr, nullptr, nullptr),
-      kelmo_view_find(nullptr, nullptr, 0, nullptr, nullptr),
-      kelmo_view_format(nullptr, nullptr, 0, nullptr, 0, nullptr, 0, nullptr, nullptr),
-      kelmo_view_take_problems(nullptr, nullptr, nullptr),
-      kelmo_system_language(0, nullptr, 1, nullptr),
-  };
-  for (const kelmo_status status : refusals) {
+  for (const kelmo_status status : StatusesWithNull()) {
     EXPECT_EQ(status, KELMO_INVALID_ARGUMENT);
   }
   kelmo_problems* problems = nullptr;
@@ -101,7 +105,7 @@ TEST_F(KelmoRuntime, EachFunctionIsThatOfTheLoadedLibrary) {
   EXPECT_EQ(kelmo_loader_add_memory(loader, "de\nk t\n", 7, "de.txt", 6, nullptr, nullptr),
             KELMO_OK);
   kelmo_texts* texts = nullptr;
-  ASSERT_EQ(kelmo_loader_finish(loader, &texts), KELMO_OK);
+  ASSERT_EQ(kelmo_loader_finish(loader, &texts, nullptr), KELMO_OK);
   EXPECT_EQ(kelmo_texts_language_count(texts), 1u);
   EXPECT_EQ(kelmo_texts_retain(texts), texts);
   kelmo_view* view = nullptr;
@@ -166,8 +170,8 @@ TEST_F(KelmoRuntime, AFileThatIsNotTheLibraryIsRefused) {
        "the file lacks the function kelmo_status_name"},
       {"a later version", KELMO_LATER_VERSION_FILE, KELMO_RUNTIME_NO_FUNCTION,
        "the file lacks the function kelmo_status_name"},
-      {"an earlier version", KELMO_EARLIER_VERSION_FILE, KELMO_RUNTIME_OTHER_VERSION, version(-1)},
-      {"another interface", KELMO_NEXT_MAJOR_FILE, KELMO_RUNTIME_OTHER_VERSION, version(10000)},
+      {"an earlier version", KELMO_EARLIER_VERSION_FILE, KELMO_RUNTIME_TOO_OLD, version(-1)},
+      {"another interface", KELMO_NEXT_MAJOR_FILE, KELMO_RUNTIME_TOO_NEW, version(10000)},
       {"the empty path", "", KELMO_INVALID_ARGUMENT, "there is no path"},
   };
   for (const Row& row : rows) {
@@ -177,6 +181,24 @@ TEST_F(KelmoRuntime, AFileThatIsNotTheLibraryIsRefused) {
     EXPECT_EQ(opened.reason.substr(0, row.reason.size()), row.reason) << opened.reason;
     EXPECT_EQ(kelmo_runtime_open(row.path.c_str(), nullptr, 0), row.status);
     EXPECT_EQ(kelmo_runtime_is_open(), 0);
+  }
+}
+
+TEST_F(KelmoRuntime, EachStatusHasItsNameWithAndWithoutALibrary) {
+  for (const bool isOpen : {false, true}) {
+    SCOPED_TRACE(isOpen ? "with" : "without");
+    ASSERT_TRUE(!isOpen || Open(KELMO_FILE).status == KELMO_OK);
+    EXPECT_STREQ(kelmo_status_name(KELMO_OK), "KELMO_OK");
+    EXPECT_STREQ(kelmo_status_name(KELMO_NOT_FOUND), "KELMO_NOT_FOUND");
+    EXPECT_STREQ(kelmo_status_name(KELMO_INVALID_ARGUMENT), "KELMO_INVALID_ARGUMENT");
+    EXPECT_STREQ(kelmo_status_name(KELMO_OUT_OF_MEMORY), "KELMO_OUT_OF_MEMORY");
+    EXPECT_STREQ(kelmo_status_name(KELMO_CANNOT_READ), "KELMO_CANNOT_READ");
+    EXPECT_STREQ(kelmo_status_name(KELMO_INVALID_UTF8), "KELMO_INVALID_UTF8");
+    EXPECT_STREQ(kelmo_status_name(KELMO_RUNTIME_NOT_OPEN), "KELMO_RUNTIME_NOT_OPEN");
+    EXPECT_STREQ(kelmo_status_name(KELMO_RUNTIME_NO_FUNCTION), "KELMO_RUNTIME_NO_FUNCTION");
+    EXPECT_STREQ(kelmo_status_name(KELMO_RUNTIME_TOO_OLD), "KELMO_RUNTIME_TOO_OLD");
+    EXPECT_STREQ(kelmo_status_name(KELMO_RUNTIME_TOO_NEW), "KELMO_RUNTIME_TOO_NEW");
+    EXPECT_STREQ(kelmo_status_name(-1005), "unknown status");
   }
 }
 
@@ -207,8 +229,6 @@ TEST_F(KelmoRuntime, AReasonIsCutBetweenCharacters) {
 
 TEST_F(KelmoRuntime, WithoutALibraryEachFunctionSaysSo) {
   EXPECT_EQ(kelmo_version(), 0u);
-  EXPECT_STREQ(kelmo_status_name(KELMO_RUNTIME_NOT_OPEN), "KELMO_RUNTIME_NOT_OPEN");
-  EXPECT_STREQ(kelmo_status_name(KELMO_OK), "unknown status");
   kelmo_problems_destroy(nullptr);
   kelmo_problems_clear(nullptr);
   kelmo_loader_destroy(nullptr);
@@ -225,28 +245,7 @@ TEST_F(KelmoRuntime, WithoutALibraryEachFunctionSaysSo) {
   EXPECT_EQ(size, 0u);
   EXPECT_STREQ(kelmo_view_text(nullptr, "key", KELMO_ZERO_TERMINATED, nullptr), "");
 
-  const kelmo_status statuses[] = {
-      kelmo_problems_create(nullptr),
-      kelmo_problems_get(nullptr, 0, nullptr),
-      kelmo_problems_print(nullptr, 0, nullptr, 0, nullptr),
-      kelmo_loader_create(nullptr),
-      kelmo_loader_add_file(nullptr, nullptr, 0, nullptr, nullptr),
-      kelmo_loader_add_folder(nullptr, nullptr, 0, nullptr, nullptr),
-      kelmo_loader_add_memory(nullptr, nullptr, 0, nullptr, 0, nullptr, nullptr),
-      kelmo_loader_finish(nullptr, nullptr),
-      kelmo_texts_language(nullptr, 0, nullptr),
-      kelmo_texts_match_language(nullptr, nullptr, 0, nullptr),
-      kelmo_texts_entry(nullptr, 0, 0, nullptr),
-      kelmo_number_format_of_language(nullptr, 0, nullptr),
-      kelmo_number_format_of_user(nullptr),
-      kelmo_number_print(nullptr, nullptr, nullptr, 0, nullptr),
-      kelmo_view_create(nullptr, nullptr, nullptr, nullptr),
-      kelmo_view_find(nullptr, nullptr, 0, nullptr, nullptr),
-      kelmo_view_format(nullptr, nullptr, 0, nullptr, 0, nullptr, 0, nullptr, nullptr),
-      kelmo_view_take_problems(nullptr, nullptr, nullptr),
-      kelmo_system_language(0, nullptr, 0, nullptr),
-  };
-  for (const kelmo_status status : statuses) {
+  for (const kelmo_status status : StatusesWithNull()) {
     EXPECT_EQ(status, KELMO_RUNTIME_NOT_OPEN);
   }
   EXPECT_THROW(kelmo::number_format_of_user(), kelmo::Error);

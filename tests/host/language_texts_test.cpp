@@ -34,7 +34,7 @@ std::string KeyOfSize(std::size_t size, char last) {
 
 TEST(LanguageTexts, FindsKeysOfEverySize) {
   constexpr std::size_t kLongest = 200;
-  LanguageTexts texts("en", "");
+  LanguageTexts texts("en");
   for (std::size_t size = 0; size <= kLongest; ++size) {
     EXPECT_EQ(Find(texts, KeyOfSize(size, 'a')), nullptr) << size;
     EXPECT_EQ(texts.Add(Entry(KeyOfSize(size, 'a'), std::to_string(size))), nullptr) << size;
@@ -51,9 +51,13 @@ TEST(LanguageTexts, FindsKeysOfEverySize) {
 }
 
 TEST(LanguageTexts, KeepsTheFirstTextOfAKey) {
-  LanguageTexts texts("en", "English");
+  LanguageTexts texts("en");
+  texts.SetName("English");
   EXPECT_EQ(texts.Add({"k", "first", 3, 7, false, true, true}), nullptr);
+  EXPECT_EQ(texts.Add({"k", "other", 4, 8, true, false, true}), texts.Entries()[0]);
+  EXPECT_EQ(texts.Entries()[0]->isOfProgram, 0U) << "only overrides have it";
   EXPECT_EQ(texts.Add({"k", "second", 4, 8, true, false, false}), texts.Entries()[0]);
+  EXPECT_EQ(texts.Entries()[0]->isOfProgram, 1U);
   EXPECT_EQ(texts.Entries()[0]->isOverride, 1U);
   EXPECT_EQ(texts.Id(), "en");
   EXPECT_EQ(texts.Name(), "English");
@@ -68,7 +72,7 @@ TEST(LanguageTexts, KeepsTheFirstTextOfAKey) {
 
 TEST(LanguageTexts, EndsKeysAndTextsWithAZero) {
   constexpr std::string_view kParts[] = {"", "a", "ab", "a\0b"sv, "\0"sv, "\xC3\xA4", "abcdefg"};
-  LanguageTexts texts("en", "");
+  LanguageTexts texts("en");
   for (const std::string_view key : kParts) {
     for (const std::string_view text : kParts) {
       const std::string unique = std::string(key) + std::to_string(texts.Entries().size());
@@ -86,7 +90,7 @@ TEST(LanguageTexts, EndsKeysAndTextsWithAZero) {
 }
 
 TEST(LanguageTexts, KeepsUtf16BesideTheText) {
-  LanguageTexts texts("en", "");
+  LanguageTexts texts("en");
   texts.Add(Entry("k", "a\0\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80"sv, true));
   const TextRecord& entry = *texts.Entries().front();
   const std::vector<std::uint16_t> expected = {'a', 0, 0xE4, 0x20AC, 0xD83D, 0xDE00, 0};
@@ -105,7 +109,7 @@ TEST(LanguageTexts, FindsKeysThatCollide) {
       keys.push_back(key);
     }
   }
-  LanguageTexts texts("en", "");
+  LanguageTexts texts("en");
   for (std::size_t i = 0; i < kKeys; ++i) {
     ASSERT_EQ(texts.Add(Entry(keys[i], keys[i])), nullptr);
   }

@@ -24,7 +24,8 @@ TEST(LoaderPosix, TellsOfFilesThatItCannotNameOrFind) {
   Loader loader;
   ProblemList problems;
   EXPECT_FALSE(loader.AddFolder(top, {}, &problems));
-  EXPECT_EQ(Dump(loader.Finish()), "en|\n" + top + "/en.txt:2 k=t\n" + top + "/other.txt:2 m=t\n");
+  EXPECT_EQ(Dump(loader.Finish(nullptr)),
+            "en|\n" + top + "/en.txt:2 k=t\n" + top + "/other.txt:2 m=t\n");
   EXPECT_EQ(Dump(problems), "111 2 " + top + "/link.txt:0:0 - - No such file or directory\n111 2 " +
                                 top + "/second.txt:0:0 - - No such file or directory\n111 2 " +
                                 top + ":0:0 - - the name of a file is not UTF-8\n");

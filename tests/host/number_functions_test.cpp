@@ -100,7 +100,11 @@ TEST(NumberFormatOfLanguage, LeavesLaterFieldsAlone) {
 
 TEST(NumberFormatOfUser, CanBeUsed) {
   kelmo_number_format format = Empty();
-  ASSERT_EQ(kelmo_number_format_of_user(&format), KELMO_OK);
+  const kelmo_status status = kelmo_number_format_of_user(&format);
+  if (status == KELMO_NOT_FOUND) {
+    GTEST_SKIP() << "the system does not have the settings of this user";
+  }
+  ASSERT_EQ(status, KELMO_OK);
   EXPECT_STRNE(format.decimal_mark, "");
   EXPECT_STRNE(format.minus_sign, "");
   EXPECT_EQ(format.group_mark[0] == '\0', format.group_size == 0);

@@ -18,6 +18,11 @@ using KelmoLibs::Cldr::NumberFormat;
 Argument Integer(std::int64_t integer) { return {{}, integer}; }
 Argument Unsigned(std::uint64_t integer) { return {{}, integer}; }
 Argument Double(double number, int decimals = kShortest) { return {{}, number, decimals}; }
+Argument Float(float number) {
+  Argument argument = Double(number);
+  argument.isFloat = true;
+  return argument;
+}
 
 std::string Write(const Argument& number, std::string_view specText, const NumberFormat& format) {
   NumberSpec spec;
@@ -57,6 +62,17 @@ TEST(WriteNumber, WritesIntegersPlainly) {
   });
 }
 
+TEST(WriteNumber, WritesIntegersAsDoublesIfTheFormatIsForDoubles) {
+  Check({
+      {"decimals without a type are digits", Integer(-1234), ".2", "-1.2e+03"},
+      {"f", Integer(1234), "f", "1234.000000"},
+      {"f with decimals", Unsigned(1234), ".1f", "1234.0"},
+      {"e", Unsigned(1234), "e", "1.234000e+03"},
+      {"g", Integer(1234567), "g", "1.23457e+06"},
+      {"d is for integers", Integer(1234567), "d", "1234567"},
+  });
+}
+
 TEST(WriteNumber, WritesDoublesWithTheirDecimals) {
   Check({
       {"shortest", Double(0.1), "", "0.1"},
@@ -83,6 +99,17 @@ TEST(WriteNumber, WritesDoublesWithTheirDecimals) {
       {"g", Double(1234567, 2), "g", "1.23457e+06"},
   });
   EXPECT_EQ(Write(Double(-DBL_MAX, 99), "", {}).size(), 1 + 309 + 1 + 99U);
+}
+
+// The last has three decimals as a double.
+TEST(WriteNumber, WritesFloatsWithTheDigitsOfAFloat) {
+  Check({
+      {"shortest", Float(0.1F), "", "0.1"},
+      {"zero", Float(0), "", "0"},
+      {"minus zero", Float(-0.0F), "", "-0"},
+      {"one", Float(1), "", "1"},
+      {"fewer digits than a double", Float(131072.125F), "", "131072.12"},
+  });
 }
 
 TEST(WriteNumber, WritesWhatIsNotFinite) {
@@ -141,6 +168,8 @@ TEST(WriteNumber, GroupsDigits) {
           {"the fraction has no groups", Double(1234.56789), "",
            "\u0967,\u0968\u0969\u096A.\u096B\u096C\u096D\u096E\u096F"},
           {"digits of an exponent", Double(1.5e300), "", "\u0967.\u096Be+\u0969\u0966\u0966"},
+          {"digits of an exponent of e", Double(1.5e300), ".1e",
+           "\u0967.\u096Be+\u0969\u0966\u0966"},
           {"zeroes are digits and have no groups", Integer(-1000), "09",
            "-\u0966\u0966\u0966\u0967,\u0966\u0966\u0966"},
           {"not finite", Double(kInfinity), "", "\u221E"},
@@ -152,6 +181,8 @@ TEST(WriteNumber, GroupsDigits) {
           {"first group too short", Integer(-1234), "", "\u22121234"},
           {"first group long enough", Integer(12345), "", "12\u00A0345"},
           {"the width counts characters", Double(-12345.5), "12", "   \u221212\u00A0345,5"},
+          {"the width counts a group mark behind a full first group", Integer(123456), "9",
+           "  123\u00A0456"},
           {"a negative exponent", Double(1e-7), "7", "  1e\u221207"},
       },
       Polish());
@@ -163,13 +194,37 @@ TEST(WriteNumber, WritesADecimalMarkOfSeveralBytes) {
   Check({{"a fraction", Double(-1.5), "", "-1\u066B5"}, {"none", Double(2), "", "2"}}, format);
 }
 
+TEST(WriteNumber, WritesADecimalMarkOfOneByte) {
+  NumberFormat format;
+  format.decimalMark = ",";
+  Check({{"a fraction", Double(-1.5), "", "-1,5"}, {"none", Double(2), "", "2"}}, format);
+}
+
+TEST(WriteNumber, CountsTheCharactersOfLongMarks) {
+  NumberFormat format;
+  format.groupMark = "''";
+  format.minusSign = "\u200E-";
+  format.isGrouped = true;
+  Check(
+      {
+          {"group marks", Integer(1234567), "12", " 1''234''567"},
+          {"the sign of an exponent", Double(1e-7), "8", "  1e\u200E-07"},
+          {"a plus in front of an exponent", Double(1e20), "8", "   1e+20"},
+      },
+      format);
+  format.minusSign = "~-";
+  Check({{"a sign of two bytes", Integer(-5), "", "~-5"}}, format);
+}
+
 TEST(WriteNumber, TakesOddGroupSizes) {
   NumberFormat format;
   format.isGrouped = true;
   format.groupSize = 1;
-  format.furtherGroupSize = 0;
-  format.minimumFirstGroup = 0;
-  Check({{"further groups are like the last one", Integer(123), "", "1,2,3"}}, format);
+  format.furtherGroupSize = 1;
+  Check({{"ones", Integer(123), "", "1,2,3"}}, format);
+  format.groupSize = 2;
+  format.furtherGroupSize = 3;
+  Check({{"twos and threes", Integer(1234567), "", "12,345,67"}}, format);
   format.groupSize = 4;
   format.furtherGroupSize = 4;
   Check({{"fours", Integer(123456789), "12", " 1,2345,6789"}}, format);

@@ -113,6 +113,10 @@ TEST_F(FillPlaceholdersTest, KeepsOtherBracesAndPercents) {
        "{}",
        "{}",
        {"{}: this is no placeholder; a brace that is text is written {{"}},
+      {"an escaped brace behind an opening one",
+       "{}}",
+       "{}",
+       {"{}: this is no placeholder; a brace that is text is written {{"}},
       {"a blank inside",
        "{ }",
        "{ }",
@@ -230,6 +234,8 @@ TEST_F(FillPlaceholdersTest, KeepsAndTellsWhatCannotBeFilled) {
        "a{8}b{x:5}calphad",
        {"{8}: there is no argument 8", "{x:5}: there is no argument with the name x"}},
       {"an unknown type", "{1:q}", "{1:q}", {"{1:q}: this is no format of numbers"}},
+      {"the character in front of 0", "{1:/}", "{1:/}", {"{1:/}: this is no format of numbers"}},
+      {"the character behind 9", "{1:5:}", "{1:5:}", {"{1:5:}: this is no format of numbers"}},
       {"parts in another order", "{1:5+}", "{1:5+}", {"{1:5+}: this is no format of numbers"}},
       {"a point without decimals", "{2:.f}", "{2:.f}", {"{2:.f}: this is no format of numbers"}},
       {"a point at the end", "{2:.}", "{2:.}", {"{2:.}: this is no format of numbers"}},
@@ -254,6 +260,45 @@ TEST_F(FillPlaceholdersTest, KeepsAndTellsWhatCannotBeFilled) {
        {"{2:d}: d is for integers, without decimals"}},
       {"decimals of d", "{1:.2d}", "{1:.2d}", {"{1:.2d}: d is for integers, without decimals"}},
   });
+}
+
+TEST_F(FillPlaceholdersTest, TakesLettersDigitsAndThreeSignsForAName) {
+  constexpr std::string_view kSigns = "_-.";
+  for (char c = 1; c < 0x7F; ++c) {
+    const bool isLetter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+    const bool isDigit = c >= '0' && c <= '9';
+    const bool isSign = kSigns.find(c) != std::string_view::npos;
+    if (c == ':' || c == '}') {
+      continue;  // these end a name
+    }
+    const std::string text = std::string("{n") + c + '}';
+    const std::string expected =
+        isLetter || isDigit || isSign
+            ? text + ": there is no argument with the name n" + c
+            : text + ": this is no placeholder; a brace that is text is written {{";
+    EXPECT_EQ(Fill(text, {}).faults.front(), expected);
+  }
+  Check({
+      {"the last byte of ASCII",
+       "{\x7F}",
+       "{\x7F}",
+       {"{\x7F}: this is no placeholder; a brace that is text is written {{"}},
+      {"the first byte behind ASCII",
+       "{\u00C0}",
+       "{\u00C0}",
+       {"{\u00C0}: there is no argument with the name \u00C0"}},
+  });
+}
+
+TEST_F(FillPlaceholdersTest, TakesPositionsOfSeveralDigits) {
+  std::vector<Argument> arguments;
+  for (int i = 0; i <= 120; ++i) {
+    arguments.push_back(Integer(i));
+  }
+  FillOptions options;
+  options.hasPercent = true;
+  EXPECT_EQ(Fill("{9} {10} {98} {0119} {120} %9 %10 %99", arguments, options).text,
+            "9 10 98 119 120 8 9 98");
 }
 
 TEST_F(FillPlaceholdersTest, FillsNothingWithTextsThatAreNotUtf8) {
@@ -351,16 +396,19 @@ TEST_F(FillPlaceholdersTest, CutsAtWholeCharacters) {
   }
 }
 
-// Searching the rest of the text for the end of each would take minutes.
+// Searching the rest of the text for the end of each, or for the next percent, would take minutes.
 TEST(FillPlaceholders, TakesAMomentForVeryManyBracesWithoutAnEnd) {
-  constexpr std::size_t kBraces = 4000000;
+  constexpr std::size_t kBraces = 2000000;
   std::string text(2 * kBraces, ' ');
   for (std::size_t i = 0; i < text.size(); i += 2) {
     text[i] = '{';
   }
+  text.back() = '%';
+  FillOptions options;
+  options.hasPercent = true;
   TextSink sink(nullptr, 0);
   const auto start = std::chrono::steady_clock::now();
-  FillPlaceholders(text, {}, {}, {}, sink, nullptr);
+  FillPlaceholders(text, {}, options, {}, sink, nullptr);
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
   EXPECT_EQ(sink.Finish(), text.size());
 }

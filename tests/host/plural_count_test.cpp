@@ -12,6 +12,7 @@ namespace {
 using KelmoLibs::Cldr::PluralCategory;
 using KelmoLibs::Cldr::PluralRulesOf;
 using KelmoLibs::Host::Argument;
+using KelmoLibs::Host::IsExactNumber;
 using KelmoLibs::Host::kShortest;
 using KelmoLibs::Host::PluralCount;
 
@@ -93,6 +94,16 @@ TEST(PluralCount, HasTheCategoryOfTheNumberThatIsSeen) {
   for (const Case& row : cases) {
     EXPECT_EQ(PluralCount(row.count).CategoryIn(PluralRulesOf(row.language)), row.category)
         << row.name;
+  }
+}
+
+TEST(IsExactNumber, TakesTheTextsThatCountsHave) {
+  for (const char* const text : {"0", "1", "10", "-1", "1.5", "-0.25", "0.05", "123456789.125"}) {
+    EXPECT_TRUE(IsExactNumber(text)) << text;
+  }
+  for (const char* const text : {"", "-", "-0", "00", "01", "-01", "1.", ".5", "-.5", "1.0", "0.50",
+                                 "01.5", "1.5.2", "1e5", "+1", " 1", "1 ", "--1", "1,5"}) {
+    EXPECT_FALSE(IsExactNumber(text)) << text;
   }
 }
 

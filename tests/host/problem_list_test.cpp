@@ -88,6 +88,8 @@ TEST(Problem, HasTheNumberOfTheHeaderAndASentence) {
        "The first line does not begin with the id of a language"},
       {KELMO_PROBLEM_EMPTY_FOLDER, ProblemCode::kEmptyFolder, "The folder has no dictionary"},
       {KELMO_PROBLEM_NO_LANGUAGE, ProblemCode::kNoLanguage, "The view has no language"},
+      {KELMO_PROBLEM_OVERRIDES_NOTHING, ProblemCode::kOverridesNothing,
+       "The text overrides no other text"},
       {KELMO_PROBLEM_PLACEHOLDER, ProblemCode::kPlaceholder, "A placeholder cannot be filled"},
   };
   for (const SentenceCase& row : cases) {
@@ -112,6 +114,26 @@ TEST(ProblemList, CountsWhatItCannotKeep) {
   list.Clear();
   EXPECT_TRUE(list.All().empty());
   EXPECT_EQ(list.Lost(), 0U);
+}
+
+// Hosts have the strings of a problem while they append others.
+TEST(ProblemList, KeepsEachProblemAtItsAddress) {
+  ProblemList problems;
+  const auto append = [&problems] {
+    problems.Append([] {
+      Problem problem;
+      problem.key = "short";
+      return problem;
+    });
+  };
+  append();
+  const Problem* const first = &problems.All().front();
+  const char* const key = first->key.data();
+  for (int i = 0; i < 1000; ++i) {
+    append();
+  }
+  EXPECT_EQ(&problems.All().front(), first);
+  EXPECT_EQ(problems.All().front().key.data(), key);
 }
 
 }  // namespace

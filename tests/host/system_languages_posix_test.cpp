@@ -55,6 +55,7 @@ TEST(SystemLanguages, AreThoseOfTheEnvironment) {
        "d-Latn "},
       {"path", none, none, none, "/usr/share/locale", ""},
       {"bytes that are not UTF-8", "\xFF:de", none, none, none, "de "},
+      {"no letter first", "-:_@latin:--:1", none, none, none, ""},
       {"only an encoding", none, none, none, ".UTF-8", ""},
       {"only a modifier", none, none, none, "@latin", ""},
   };

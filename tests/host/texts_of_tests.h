@@ -20,7 +20,7 @@ inline KelmoLibs::Host::TextCollection LoadTexts(const std::vector<std::string>&
     const std::string name = bytes.substr(0, bytes.find_first_of(" \n")) + ".txt";
     loader.AddMemory(bytes, name, options, nullptr);
   }
-  return loader.Finish();
+  return loader.Finish(nullptr);
 }
 
 /// Options with those languages, the first choice first.

@@ -40,7 +40,7 @@ Owned<kelmo_texts> LoadTexts() {
                                       nullptr),
               KELMO_OK);
   }
-  EXPECT_EQ(kelmo_loader_finish(loader, &texts), KELMO_OK);
+  EXPECT_EQ(kelmo_loader_finish(loader, &texts, nullptr), KELMO_OK);
   return Owned<kelmo_texts>(texts);
 }
 

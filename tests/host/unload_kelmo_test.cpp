@@ -36,7 +36,7 @@ void LoadUseAndUnload() {
   ASSERT_EQ(kelmo_loader_add_memory(loader, "en\nk t\n", KELMO_ZERO_TERMINATED, "en",
                                     KELMO_ZERO_TERMINATED, nullptr, nullptr),
             KELMO_OK);
-  ASSERT_EQ(kelmo_loader_finish(loader, &texts), KELMO_OK);
+  ASSERT_EQ(kelmo_loader_finish(loader, &texts, nullptr), KELMO_OK);
   ASSERT_EQ(AskForTooMuchMemory(texts), KELMO_OUT_OF_MEMORY);
   kelmo_view_options options = {};
   options.size = sizeof options;
@@ -79,7 +79,7 @@ TEST(KelmoUnload, DoesNotDisturbAThreadThatEndsLater) {
       kelmo_loader* loader = nullptr;
       kelmo_texts* texts = nullptr;
       kelmo_loader_create(&loader);
-      kelmo_loader_finish(loader, &texts);
+      kelmo_loader_finish(loader, &texts, nullptr);
       const kelmo_status status = AskForTooMuchMemory(texts);
       kelmo_texts_release(texts);
       kelmo_loader_destroy(loader);

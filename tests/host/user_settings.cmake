@@ -21,5 +21,8 @@ else()
   # The mark is not in this encoding.
   kelmo_add_user(czech cs_CZ.ISO-8859-2 "minus - decimal , group <E2><80><AF> 3 3" cs-CZ)
   kelmo_add_user(classic C "minus - decimal . group  0 0" "")
-  kelmo_add_user(missing xx_XX.UTF-8 "minus - decimal . group  0 0" xx-XX)
+  # The system does not have these locales.
+  kelmo_add_user(without_locale fr_CH.UTF-8 "minus - decimal , group <E2><80><AF> 3 3" fr-CH)
+  kelmo_add_user(other_digits ar_EG.UTF-8 none ar-EG)
+  kelmo_add_user(unknown xx_XX.UTF-8 none xx-XX)
 endif()

@@ -75,6 +75,14 @@ TEST(View, TellsThatItHasNoLanguage) {
                    "error: The view has no language: the texts have de, en"}));
 }
 
+TEST(View, TellsAMissingKeyWithoutALanguage) {
+  const TextCollection texts = LoadTexts({"de\nok Gut\n"});
+  const View view(texts, ViewOf({}), nullptr);
+  ProblemList problems;
+  view.TellMissing("ok", &problems);
+  EXPECT_EQ(Printed(problems), Lines{"warning: EL121. Key not found in dictionary (key \"ok\")"});
+}
+
 TEST(View, TellsThatAMissingKeyHasForms) {
   const TextCollection texts = LoadTexts({"de\nn.one eins\nn.other viele\nm.one eins\n"});
   const View view(texts, ViewOf({"de"}), nullptr);
@@ -204,15 +212,42 @@ TEST(View, RecordsKeysThatAreNotUtf8WithReplacements) {
              "(language \"de\")"}));
 }
 
+TEST(View, NamesAtMostTwentyLanguages) {
+  std::vector<std::string> dictionaries;
+  std::string named;
+  for (char letter = 'a'; letter < 'a' + 21; ++letter) {
+    dictionaries.push_back(std::string("x") + letter + "\n");
+    named += letter < 'a' + 20 ? std::string("x") + letter + ", " : "...";
+  }
+  const TextCollection texts = LoadTexts(dictionaries);
+  ProblemList problems;
+  const View view(texts, ViewOf({"xa", "fr"}), &problems);
+  EXPECT_EQ(Printed(problems), Lines{"warning: EL112. Dictionary not found: the texts have " +
+                                     named + " (language \"fr\")"});
+}
+
 TEST(View, WithoutALimitRecordsNothing) {
   const TextCollection texts = LoadTexts({"de\nok Gut\n"});
   const View view(texts, ViewOf({"de"}), nullptr);
   view.TellMissing("a", nullptr);
-  view.Record({});
-  view.CountLost();
+  view.Tell({}, nullptr);
+  view.CountLost(nullptr);
   ProblemList problems;
   EXPECT_EQ(view.TakeProblems(&problems), 0U);
   EXPECT_EQ(Printed(problems), Lines());
+}
+
+TEST(View, CountsTheProblemsThatHadNoMemory) {
+  const TextCollection texts = LoadTexts({"de\nok Gut\n"});
+  ViewOptions options = ViewOf({"de"});
+  options.problemLimit = 2;
+  const View view(texts, options, nullptr);
+  ProblemList problems;
+  view.CountLost(nullptr);
+  view.CountLost(nullptr);
+  view.CountLost(&problems);
+  EXPECT_EQ(problems.Lost(), 1U);
+  EXPECT_EQ(view.TakeProblems(&problems), 2U);
 }
 
 TEST(View, KeepsACopyOfItsNumberFormat) {

@@ -3,7 +3,9 @@
 
 #include "kelmo/kelmo.h"
 
-static const char english[] = "en English\npump.start\tStart\npump.start\tGo\npump.stop\tStop\n";
+static const char english[] =
+    "en English\npump.start\tStart\npump.start\tGo\npump.stop\tStop\n"
+    "pump.log\tWritten to {0}/{1}\n";
 static const char german[] = "de Deutsch\npump.start\t\303\226ffnen\n";
 
 static void print_text(const kelmo_view* view, const char* key) {
@@ -14,6 +16,14 @@ static void print_text(const kelmo_view* view, const char* key) {
   } else {
     printf("%s: %s\n", key, kelmo_status_name(status));
   }
+}
+
+static void print_filled(const kelmo_view* view, const char* key, const char* first,
+                         const char* second) {
+  const kelmo_argument arguments[] = {kelmo_text_argument(first), kelmo_text_argument(second)};
+  char line[200] = "";
+  kelmo_view_format(view, key, KELMO_ZERO_TERMINATED, arguments, 2, line, sizeof line, NULL, NULL);
+  printf("%s\n", line);
 }
 
 static void print_problems(const kelmo_problems* problems) {
@@ -38,7 +48,7 @@ static kelmo_status run(kelmo_problems* problems, kelmo_loader* loader) {
                                      KELMO_ZERO_TERMINATED, NULL, problems);
   }
   if (status == KELMO_OK) {
-    status = kelmo_loader_finish(loader, &texts);
+    status = kelmo_loader_finish(loader, &texts, problems);
   }
   options.languages = languages;
   options.language_count = 3;
@@ -51,6 +61,7 @@ static kelmo_status run(kelmo_problems* problems, kelmo_loader* loader) {
     print_text(view, "pump.start");
     print_text(view, "pump.stop");
     print_text(view, "pump.clean");
+    print_filled(view, "pump.log", "logs", "pump.txt");
     status = kelmo_view_take_problems(view, problems, NULL);
   }
   kelmo_view_release(view);
