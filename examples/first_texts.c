@@ -1,11 +1,20 @@
 #include <kelmo/kelmo.h>
 #include <stdio.h>
+#include <stdlib.h>
+
+/* Ends the program at a failure. KELMO_NOT_FOUND, which is above 0, is none. */
+static void check(kelmo_status status) {
+  if (status < 0) {
+    fprintf(stderr, "kelmo: %s\n", kelmo_status_name(status));
+    exit(1);
+  }
+}
 
 static void print_text(const kelmo_view* view, const char* key, const kelmo_argument* arguments,
                        size_t count) {
   char text[256] = "";
-  kelmo_view_format(view, key, KELMO_ZERO_TERMINATED, arguments, count, text, sizeof text, NULL,
-                    NULL);
+  check(kelmo_view_format(view, key, KELMO_ZERO_TERMINATED, arguments, count, text, sizeof text,
+                          NULL, NULL));
   puts(text);
 }
 
@@ -20,7 +29,6 @@ static void print_texts(const kelmo_view* view) {
   print_text(view, "pump.service", &service, 1);
 }
 
-/* What cannot be made stays null, and calls with null do nothing: one status tells enough. */
 int main(void) {
   const kelmo_string languages[] = {{"de", 2}, {"en", 2}}; /* English where German lacks a text */
   const kelmo_view_options options = {
@@ -28,17 +36,13 @@ int main(void) {
   kelmo_loader* loader = NULL;
   kelmo_texts* texts = NULL;
   kelmo_view* view = NULL;
-  kelmo_loader_create(&loader);
-  const kelmo_status status =
-      kelmo_loader_add_folder(loader, "texts", KELMO_ZERO_TERMINATED, NULL, NULL);
-  kelmo_loader_finish(loader, &texts);
-  kelmo_view_create(texts, &options, &view, NULL);
+  check(kelmo_loader_create(&loader));
+  check(kelmo_loader_add_folder(loader, "texts", KELMO_ZERO_TERMINATED, NULL, NULL));
+  check(kelmo_loader_finish(loader, &texts, NULL));
+  check(kelmo_view_create(texts, &options, &view, NULL));
   print_texts(view);
-  if (status != KELMO_OK) {
-    fprintf(stderr, "kelmo: %s\n", kelmo_status_name(status));
-  }
   kelmo_view_release(view);
   kelmo_texts_release(texts);
   kelmo_loader_destroy(loader);
-  return status == KELMO_OK ? 0 : 1;
+  return 0;
 }

@@ -90,11 +90,15 @@ void Override() {
   kelmo::Problems problems;
   kelmo::Loader loader;
   loader.add_folder("no such folder", problems, own);
-  loader.add_memory("en English\npump Unit 7\n", "customer/en.txt", problems, own);
-  loader.add_memory("en English\npump Pump\nvalve Valve\n", "program/en.txt", problems);
-  const kelmo::View view(loader.finish(), {"en"});
-  std::cout << view.tr("pump") << ", " << view.tr("valve") << ", problems: " << problems.size()
-            << '\n';
+  loader.add_memory("en English\npump Unit 7\nvlave Tap\nalarms Call us\n", "customer/en.txt",
+                    problems, own);
+  loader.add_memory("en English\npump Pump\nvalve Valve\nalarms.one Alarm\nalarms.other Alarms\n",
+                    "program/en.txt", problems);
+  const kelmo::View view(loader.finish(problems), {"en"});  // tells what overrides nothing
+  std::cout << view.tr("pump") << ", " << view.tr("valve") << '\n';
+  for (const kelmo::Problem& problem : problems) {
+    std::cout << problem.text << '\n';
+  }
 }
 
 void Missing() {
@@ -167,6 +171,11 @@ void Numbers() {
 
   if (const auto format = kelmo::number_format_of_language("fi")) {
     std::cout << kelmo::print(kelmo::number(0.5, 3), *format) << '\n';  // without a text
+  }
+
+  if (auto format = kelmo::number_format_of_user()) {
+    format->is_grouped = 1;  // otherwise without groups
+    std::cout << kelmo::print(500, *format) << '\n';
   }
 }
 

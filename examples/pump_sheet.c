@@ -1,24 +1,33 @@
 /* The sheet of a pump in two languages, then all problems. Run it in the folder examples. */
 #include <kelmo/kelmo.h>
 #include <stdio.h>
+#include <stdlib.h>
 
-static void print_text(const kelmo_view* view, const char* key, size_t count,
-                       const kelmo_argument* arguments) {
+/* Ends the program at a failure. KELMO_NOT_FOUND, which is above 0, is none. */
+static void check(kelmo_status status) {
+  if (status < 0) {
+    fprintf(stderr, "kelmo: %s\n", kelmo_status_name(status));
+    exit(1);
+  }
+}
+
+static void print_text(const kelmo_view* view, const char* key, const kelmo_argument* arguments,
+                       size_t count) {
   char line[256] = "";
   size_t needed = 0;
-  kelmo_view_format(view, key, KELMO_ZERO_TERMINATED, arguments, count, line, sizeof line, &needed,
-                    NULL);
+  check(kelmo_view_format(view, key, KELMO_ZERO_TERMINATED, arguments, count, line, sizeof line,
+                          &needed, NULL));
   printf("%s%s\n", line, needed < sizeof line ? "" : "..."); /* cut, if it was too long */
 }
 
 static void print_one(const kelmo_view* view, const char* key, kelmo_argument argument) {
-  print_text(view, key, 1, &argument);
+  print_text(view, key, &argument, 1);
 }
 
 static void print_two(const kelmo_view* view, const char* key, kelmo_argument first,
                       kelmo_argument second) {
   const kelmo_argument arguments[] = {first, second};
-  print_text(view, key, 2, arguments);
+  print_text(view, key, arguments, 2);
 }
 
 static kelmo_argument text(const char* name, const char* value) {
@@ -30,7 +39,7 @@ static kelmo_argument number(const char* name, double value) {
 }
 
 static void print_sheet(const kelmo_view* view, const char* language) {
-  print_text(view, "app.title", 0, NULL);
+  print_text(view, "app.title", NULL, 0);
   print_one(view, "app.language", text("name", language));
   print_one(view, "sheet.pump", kelmo_text_argument("NP 50-200"));
   print_two(view, "sheet.customer", text("name", "Anna Berg"), text("city", "Åbo"));
@@ -45,18 +54,20 @@ static void print_sheet(const kelmo_view* view, const char* language) {
   puts("");
 }
 
-/* What cannot be made stays null, and calls with null do nothing: one status tells enough. */
 int main(void) {
   char line[512];
   kelmo_problems* problems = NULL;
   kelmo_loader* loader = NULL;
   kelmo_texts* texts = NULL;
   kelmo_language language = {.size = sizeof language};
-  kelmo_problems_create(&problems);
-  kelmo_loader_create(&loader);
+  check(kelmo_problems_create(&problems));
+  check(kelmo_loader_create(&loader));
   const kelmo_status status =
       kelmo_loader_add_folder(loader, "pump_sheet", KELMO_ZERO_TERMINATED, NULL, problems);
-  kelmo_loader_finish(loader, &texts);
+  if (status != KELMO_CANNOT_READ) { /* a problem tells the reason, and other files are loaded */
+    check(status);
+  }
+  check(kelmo_loader_finish(loader, &texts, problems));
   for (size_t i = 0; kelmo_texts_language(texts, i, &language) == KELMO_OK; ++i) {
     const kelmo_string languages[] = {language.id, {"en", 2}};
     const kelmo_view_options options = {.size = sizeof options,
@@ -65,9 +76,9 @@ int main(void) {
                                         .language_count = 2};
     kelmo_view* view = NULL;
     size_t lost = 0;
-    kelmo_view_create(texts, &options, &view, problems);
+    check(kelmo_view_create(texts, &options, &view, problems));
     print_sheet(view, language.name.data);
-    kelmo_view_take_problems(view, problems, &lost); /* before the view goes */
+    check(kelmo_view_take_problems(view, problems, &lost)); /* before the view goes */
     if (lost != 0) {
       printf("Problems that were not recorded: %lu\n", (unsigned long)lost);
     }

@@ -23,7 +23,7 @@ int main() try {
   kelmo::Problems problems;
   kelmo::Loader loader;
   loader.add_folder("pump_sheet", problems);
-  const kelmo::Texts texts = loader.finish();
+  const kelmo::Texts texts = loader.finish(problems);
   for (const kelmo::Language& language : texts.languages()) {  // at run time, a user's choice
     kelmo::ViewOptions options;
     options.languages = {std::string(language.id), "en"};

@@ -2,6 +2,7 @@
 //
 // Texts and views never change. A reload makes new ones, and the program swaps its view. Readers
 // that still have the old view keep its texts alive.
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cstdint>
@@ -38,11 +39,13 @@ class CurrentView {
   kelmo::View view_;
 };
 
-// If the file cannot be read now, the program goes on with the old texts.
+bool IsError(const kelmo::Problem& problem) { return problem.severity == kelmo::Severity::error; }
+
+// If the file cannot be read now, or texts of it are lost, the program goes on with the old ones.
 bool Reload(CurrentView& current) {
   kelmo::Problems problems;
   kelmo::Loader loader;
-  if (!loader.add_file(kFile, problems)) {
+  if (!loader.add_file(kFile, problems) || std::any_of(problems.begin(), problems.end(), IsError)) {
     return false;
   }
   current.Set(kelmo::View(loader.finish(), {"en"}));
@@ -82,6 +85,8 @@ void Run() {
   Save("Pump");
   Stamp loaded = StampOfFile();
   Reload(current);
+  Save("Caf\xE9");  // no UTF-8: the file would be read up to here
+  std::cout << "A faulty file: " << (Reload(current) ? "taken" : "the old texts stay") << '\n';
 
   std::atomic<int> reading{0};
   std::vector<std::string> lines(8);
