@@ -10,21 +10,27 @@ install(DIRECTORY include/kelmo TYPE INCLUDE)
 if(MSVC)
   install(FILES ${runtime_folder}/kelmo_localizer_runtime.h TYPE INCLUDE)
 endif()
-install(FILES NOTICES.md docs/formats.md docs/kelmo.md docs/kelmo_from_others.md docs/messages.md TYPE DOC)
-# The programs that docs/kelmo.md shows, with their dictionaries.
+# The pages for hosts and translators, and the examples, in folders as here: so their links stay valid
+# (tests/docs/check_installed_pages.py).
+install(FILES NOTICES.md TYPE DOC)
 install(
   FILES
-    examples/first_texts.c
-    examples/first_texts.cpp
-    examples/kelmo_features.cpp
-    examples/list_languages.c
-    examples/loaded_texts.cpp
-    examples/pump_sheet.c
-    examples/pump_sheet.cpp
-    examples/reload.cpp
-  DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples
+    docs/abi.md
+    docs/checker.md
+    docs/checker.svg
+    docs/compatibility.md
+    docs/formats.md
+    docs/host_guide.md
+    docs/kelmo.md
+    docs/kelmo_from_others.md
+    docs/messages.md
+    docs/reliability.md
+    docs/rules.md
+    docs/values.md
+    docs/visual_studio.md
+  DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs
 )
-install(DIRECTORY examples/pump_sheet examples/texts DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
+install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} PATTERN CMakeLists.txt EXCLUDE)
 install(EXPORT ${PROJECT_NAME} FILE ${PROJECT_NAME}Config.cmake NAMESPACE kelmo:: DESTINATION ${package})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/${PROJECT_NAME}ConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 # A package for another system or processor must not be found. The linker would not notice another system.
@@ -49,6 +55,10 @@ if(NOT MSVC)
   foreach(name LIBDIR INCLUDEDIR)
     file(RELATIVE_PATH ${name} ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_${name}})
   endforeach()
+  set(LIBS "-L\${libdir} -lkelmo")
+  if(MINGW)  # by its name, because -lkelmo with -static looks only for a static library
+    set(LIBS "\${libdir}/${CMAKE_IMPORT_LIBRARY_PREFIX}kelmo${CMAKE_IMPORT_LIBRARY_SUFFIX}")
+  endif()
   configure_file(cmake/kelmo.pc.in ${PROJECT_BINARY_DIR}/kelmo.pc @ONLY)
   install(FILES ${PROJECT_BINARY_DIR}/kelmo.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 endif()

@@ -58,7 +58,8 @@ FILES = {
     "CONTRIBUTING.md": "```sh\napt-get install cmake \\\n  clang\n```\n",
     "docs/compatibility.md": "| Behaviour | Held by |\n|---|---|\n| It greets. | `Hello.IsSaid` |\n",
     "docs/long.md": "# Long\n\n- [One](#one)\n- [Two words](#two-words)\n\n## One\n\n## Two words\n" + 143 * "\n",
-    "docs/kelmo.md": "# Codes\n\n| Code | Value |\n|---|---|\n| `KELMO_BAD` | -1 |\n| `LOST` | 101 |\n",
+    "docs/kelmo.md": "# Codes\n\n| Code | Value |\n|---|---|\n| `KELMO_BAD` | -1 |\n| `LOST` | 101 |\n"
+                     "| `KELMO_RUNTIME_LOST` | -9 |\n",
     "docs/messages.md": "# Messages\n\n### EL1: no, that is EL101\n\n## EL101. No.\n",
     "hello.cpp": "int main() {}\n",
     "hello.txt": "Hello\n",
@@ -69,6 +70,7 @@ FILES = {
     "frame/messages.cpp": 'L"EL101. No.\\nKey: "\n',
     "include/kelmo/kelmo.h": "typedef int32_t kelmo_status;\nenum {\n  KELMO_BAD = -1\n};\nenum {\n"
                              "  KELMO_PROBLEM_LOST =\n      101\n};\nenum { KELMO_MARKED = 2 };\n",
+    "include/kelmo/kelmo_runtime.h": "enum {\n  KELMO_RUNTIME_LOST = -9\n};\n",
     "tests/hello_test.cpp": "TEST(Hello, IsSaid) {\n",
     "CMakePresets.json": """{
  "configurePresets": [{ "name": "usual" }, { "name": "base", "hidden": true }, { "name": "tried" }],
@@ -150,6 +152,8 @@ ROWS = (
     Row("no messages in the source", "frame/messages.cpp", "EL101", "XX101", "no message was found in"),
     Row("a missing row of a status", "docs/kelmo.md", "| `KELMO_BAD` | -1 |\n", "",
         "docs/kelmo.md: there is no row for KELMO_BAD with the value -1"),
+    Row("a missing row of a status of the runtime header", "docs/kelmo.md", "| `KELMO_RUNTIME_LOST` | -9 |\n", "",
+        "docs/kelmo.md: there is no row for KELMO_RUNTIME_LOST with the value -9"),
     Row("another value of a status", "docs/kelmo.md", "| -1 |", "| -2 |", "there is no row for KELMO_BAD with the value -1"),
     Row("a row of a problem that does not exist", "docs/kelmo.md", "| `LOST` | 101 |\n",
         "| `LOST` | 101 |\n| `FOUND` | 102 |\n", "docs/kelmo.md: there is no FOUND with the value 102"),
@@ -175,7 +179,7 @@ ROWS = (
 class Pages(RefusalTest):
     def test_each_difference_is_refused(self):
         self.refuses_each(lambda folder: write(folder, FILES),
-                          lambda folder: [sys.executable, TOP / "tests/docs/check_pages.py", folder], ROWS)
+                          lambda folder: [sys.executable, "-B", TOP / "tests/docs/check_pages.py", folder], ROWS)
 
 
 if __name__ == "__main__":

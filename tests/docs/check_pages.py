@@ -1,6 +1,6 @@
 """Compares the pages with the project, so that they stay up to date.
 
-    python3 check_pages.py TOP-FOLDER
+    python3 -B check_pages.py TOP-FOLDER
 
 - A comment before a block names its file, <!-- FILE -->, which must be identical to the byte. In a block with visible
   blanks, <!-- FILE, blanks shown -->, an arrow means a tab and a dot a space, and the file has the line ends CR LF. A
@@ -10,7 +10,8 @@
 - The README has at most 150 lines. A longer page in docs/ begins with a list of contents, which links to each section.
 - Tests that a page names, `Suite.Name`, exist; each row of docs/compatibility.md names one.
 - docs/messages.md has exactly one section for each message of the library, with its text.
-- docs/kelmo.md has a row for each status and each problem code of include/kelmo/kelmo.h, with its value.
+- docs/kelmo.md has a row for each status and each problem code of include/kelmo/kelmo.h, and for each status of
+  kelmo_runtime.h, with its value.
 - CONTRIBUTING.md names the packages that ./test installs.
 - Presets and files that tools/check_windows.ps1 names exist, because that script does not run here.
 """
@@ -20,6 +21,8 @@ import pathlib
 import re
 import subprocess
 import sys
+
+from page_links import anchor_of, problem_of, relative_links, without_blocks
 
 top = pathlib.Path(sys.argv[1])
 pages = sorted([*top.glob("*.md"), *(top / "docs").rglob("*.md"), *(top / "tools").rglob("*.md")])
@@ -38,18 +41,6 @@ PRESETS = {
 
 def problem(page, text):
     problems.append(f"{page.relative_to(top)}: {text}")
-
-
-def without_blocks(text):
-    return re.sub(r"^```.*?^```$", "", text, flags=re.M | re.S)
-
-
-def anchor_of(heading):
-    return re.sub(r"[^\w\- ]", "", heading.lower()).replace(" ", "-")
-
-
-def anchors(page):
-    return set(map(anchor_of, re.findall(r"^#+ (.+)$", without_blocks(page.read_text("utf-8")), re.M)))
 
 
 def check_commands(page, block, presets):
@@ -98,16 +89,11 @@ def check_blocks(page, text, presets):
         problem(page, "a block is not closed, is indented or begins with ~~~")
 
 
-def check_links(page, text):
-    for target in re.findall(r"\]\(([^)\s]+)\)", without_blocks(text)):
-        if re.match(r"\w+:", target):
-            continue
-        path, _, anchor = target.partition("#")
-        file = (page.parent / path).resolve() if path else page
-        if not file.exists():
-            problem(page, f"{target}: there is no such file")
-        elif anchor and anchor not in anchors(file):
-            problem(page, f"{target}: there is no such heading")
+def check_links(page):
+    for target, file, anchor in relative_links(page):
+        found = problem_of(file, anchor)
+        if found:
+            problem(page, f"{target}: {found}")
 
 
 def check_length(page, text):
@@ -154,9 +140,11 @@ def check_codes(page):
     statuses = re.search(r"typedef int32_t kelmo_status;(.*?)\};", header, re.S)
     codes = set(re.findall(r"(KELMO_\w+) = (-?\d+)", statuses[1] if statuses else ""))
     codes |= set(re.findall(r"KELMO_PROBLEM_(\w+) =\s+(\d+)", header))
-    rows = set(re.findall(r"^\| `(\w+)` \| (-?\d+) \|", page.read_text("utf-8"), re.M))
     if not codes:
         problem(page, "no code was found in include/kelmo/kelmo.h")
+    runtime = (top / "include/kelmo/kelmo_runtime.h").read_text("utf-8")
+    codes |= set(re.findall(r"(KELMO_RUNTIME_\w+) = (-\d+)", runtime))
+    rows = set(re.findall(r"^\| `(\w+)` \| (-?\d+) \|", page.read_text("utf-8"), re.M))
     for name, value in sorted(codes - rows):
         problem(page, f"there is no row for {name} with the value {value}")
     for name, value in sorted(rows - codes):
@@ -182,7 +170,7 @@ presets = json.loads((top / "CMakePresets.json").read_text())
 for page in pages:
     text = page.read_text("utf-8")
     check_blocks(page, text, presets)
-    check_links(page, text)
+    check_links(page)
     check_tests(page, text, tests)
 check_length(top / "README.md", (top / "README.md").read_text("utf-8"))
 for page in (top / "docs").rglob("*.md"):
