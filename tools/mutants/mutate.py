@@ -67,6 +67,8 @@ NO_STATEMENT = set("""auto case catch class const constexpr default do else exte
 static_assert struct switch template try typedef using while""".split())
 NO_CALL = set("""catch decltype for if noexcept operator return sizeof static_assert switch while alignof defined
 static_cast reinterpret_cast const_cast min max _mm_and_si128 _mm_or_si128""".split())
+# What a function returns that {} is too, and true, which is changed to false.
+NO_OTHER_VALUE = {"{}", "nullptr", "0", "false", "true", "std::nullopt", "KELMO_OK"}
 DECLARATION = re.compile(r"(?:[\w:]|<[^;=]*>)+[&*\s]*[&*\s](?:const\s)?[&*\s]*\w+\s*(?:=|\(|\{|;|\[)")
 
 Token = collections.namedtuple("Token", "kind text begin end")
@@ -290,7 +292,7 @@ class Changes:
             return
         text = " ".join(self.text(i, end).split())
         if first == "return":
-            if end > i + 1 and self.text(i + 1, end - 1) not in ("{}", "nullptr", "0", "false", "true", "std::nullopt"):
+            if end > i + 1 and self.text(i + 1, end - 1) not in NO_OTHER_VALUE:
                 self.add(i + 1, end - 1, "{}", f"{text} -> return {{}};")
             elif end == i + 1:
                 self.add(i, end, ";", f"{text} removed")
