@@ -11,6 +11,8 @@ function(kelmo_add_refusals checked)
   endif()
   add_test(NAME ${option_NAME}
     COMMAND ${Python3_EXECUTABLE} -B ${PROJECT_SOURCE_DIR}/tests/checkers/${checked}_test.py ${option_UNPARSED_ARGUMENTS})
+  # Each falsified input is a run of the check: on a loaded machine many of them take more than two minutes.
+  set_tests_properties(${option_NAME} PROPERTIES TIMEOUT 300)
   if(option_SLOW)
     set_tests_properties(${option_NAME} PROPERTIES LABELS slow)
   endif()
