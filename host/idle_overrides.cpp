@@ -17,40 +17,23 @@ namespace {
 constexpr std::array<std::string_view, 8> kForms = {".=0",  ".=1",  ".zero", ".one",
                                                     ".two", ".few", ".many", ".other"};
 
-// Which languages of the program have a key.
-struct Found {
-  bool inLanguage = false;  // in that of the override
-  bool inAny = false;
-};
-
+// Whether the program has the key in that language.
 bool Has(const LanguageTexts& language, const KeyBytes& key) noexcept {
   const TextRecord* const record = language.Find(key);
   return record != nullptr && record->isOfProgram != 0;
 }
 
-class Program {
- public:
-  /// `language` is that of the override.
-  Program(const TextCollection& texts, const LanguageTexts& language) noexcept
-      : texts_(texts), language_(language) {}
+bool HasInAnyLanguage(const TextCollection& texts, const KeyBytes& key) noexcept {
+  return std::any_of(texts.languages.begin(), texts.languages.end(),
+                     [&key](const auto& language) { return Has(*language, key); });
+}
 
-  Found Find(std::string_view key) const noexcept {
-    const KeyBytes query(key);
-    return {Has(language_, query),
-            std::any_of(texts_.languages.begin(), texts_.languages.end(),
-                        [&query](const auto& language) { return Has(*language, query); })};
-  }
-
-  bool HasAnyForm(std::string_view key) const {
-    FormKey formKey(key);
-    return std::any_of(kForms.begin(), kForms.end(),
-                       [&](std::string_view form) { return Find(formKey.With(form, "")).inAny; });
-  }
-
- private:
-  const TextCollection& texts_;
-  const LanguageTexts& language_;
-};
+bool HasFormInAnyLanguage(const TextCollection& texts, std::string_view key) {
+  FormKey formKey(key);
+  return std::any_of(kForms.begin(), kForms.end(), [&](std::string_view form) {
+    return HasInAnyLanguage(texts, KeyBytes(formKey.With(form, "")));
+  });
+}
 
 // The part of the key in front of the suffix of a form; the whole key if it has none.
 std::string_view WithoutForm(std::string_view key) noexcept {
@@ -75,22 +58,23 @@ std::string DescribeForms(const LanguageTexts& language, std::string_view key) {
   return detail;
 }
 
-// Whether the override changes what a view finds.
-bool HasEffect(const TextCollection& texts, const LanguageTexts& language, std::string_view key) {
-  const Program program(texts, language);
-  const Found found = program.Find(key);
-  if (found.inLanguage) {
+// Whether the override, an entry of that language, changes what a view finds.
+bool HasEffect(const TextCollection& texts, const LanguageTexts& language,
+               const TextRecord& record) {
+  if (record.isOfProgram != 0) {
     return true;
   }
+  const std::string_view key = record.Key();
   const std::string_view base = WithoutForm(key);
-  if (base.size() != key.size() && (program.Find(base).inAny || program.HasAnyForm(base))) {
+  if (base.size() != key.size() &&
+      (HasInAnyLanguage(texts, KeyBytes(base)) || HasFormInAnyLanguage(texts, base))) {
     return true;  // a form among those of the program
   }
   FormKey formKey(key);
-  if (program.Find(formKey.With(".", "other")).inLanguage) {
+  if (Has(language, KeyBytes(formKey.With(".", "other")))) {
     return false;  // each count finds this form before
   }
-  return found.inAny || program.HasAnyForm(key);
+  return HasInAnyLanguage(texts, KeyBytes(key)) || HasFormInAnyLanguage(texts, key);
 }
 
 Problem DescribeIdle(const TextCollection& texts, const LanguageTexts& language,
@@ -117,7 +101,7 @@ void TellIdleOverrides(const TextCollection& texts, ProblemList& problems) noexc
     for (std::size_t i = file.firstEntry; i < entries.size() && entries[i]->file == file.file;
          ++i) {
       try {
-        if (!HasEffect(texts, *file.language, entries[i]->Key())) {
+        if (!HasEffect(texts, *file.language, *entries[i])) {
           problems.Append([&] { return DescribeIdle(texts, *file.language, *entries[i]); });
         }
       } catch (...) {

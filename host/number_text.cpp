@@ -42,16 +42,15 @@ struct Parts {
 class DigitsBuffer {
  public:
   Parts Split(const Argument& number, const NumberSpec& spec) noexcept {
-    if (!number.IsDouble() &&
-        (spec.decimals != kNoDecimals || (spec.type != '\0' && spec.type != 'd'))) {
-      return SplitDouble(DoubleOf(number), number, spec);
-    }
-    if (const auto* const integer = std::get_if<std::int64_t>(&number.value)) {
+    const bool isPlain = spec.decimals == kNoDecimals && (spec.type == '\0' || spec.type == 'd');
+    if (const auto* const integer = std::get_if<std::int64_t>(&number.value);
+        integer != nullptr && isPlain) {
       const auto bits = static_cast<std::uint64_t>(*integer);
       const bool isNegative = *integer < 0;
       return SplitInteger(isNegative ? 0 - bits : bits, isNegative);
     }
-    if (const auto* const integer = std::get_if<std::uint64_t>(&number.value)) {
+    if (const auto* const integer = std::get_if<std::uint64_t>(&number.value);
+        integer != nullptr && isPlain) {
       return SplitInteger(*integer, false);
     }
     return SplitDouble(DoubleOf(number), number, spec);
