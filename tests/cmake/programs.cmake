@@ -60,3 +60,11 @@ function(kelmo_share_exported_file_on_windows)
     kelmo_share_exported_file(${ARGN})
   endif()
 endfunction()
+
+# For tests in which Wine has another user. Wine keeps the settings of its user in one place, and each program that starts
+# writes those of its environment there: a program of another test would change them meanwhile.
+function(kelmo_run_alone_under_wine)
+  if(WIN32)
+    set_tests_properties(${ARGN} PROPERTIES RUN_SERIAL ON)
+  endif()
+endfunction()

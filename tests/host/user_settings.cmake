@@ -12,6 +12,7 @@ function(kelmo_add_user name locale format languages)
     "KELMO_EXPECTED_FORMAT=${format}" "KELMO_EXPECTED_LANGUAGES=${languages}")
   list(APPEND environment ASAN_OPTIONS=detect_leaks=0)  # newlocale of glibc does not free what LOCPATH says
   set_tests_properties(kelmo_user_${name} PROPERTIES ENVIRONMENT "${environment}" FIXTURES_REQUIRED locales)
+  kelmo_run_alone_under_wine(kelmo_user_${name})
 endfunction()
 kelmo_add_user(german de_DE.UTF-8 "minus - decimal , group . 3 3" de-DE)
 kelmo_add_user(indian en_IN.UTF-8 "minus - decimal . group , 3 2" en-IN)
