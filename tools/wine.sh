@@ -23,9 +23,19 @@ unset TMPDIR
 missing_dll=53 # the part of STATUS_DLL_NOT_FOUND that fits an exit code
 complete=$WINEPREFIX/complete
 
+# Wine needs its shared data at a fixed address. Where the system chooses addresses at random, something else is there in
+# one start of about 5,000: the program ends with status 1 and prints nothing.
+with_fixed_addresses() {
+  if setarch -R true 2>/dev/null; then # some containers forbid it
+    setarch -R "$@"
+  else
+    "$@"
+  fi
+}
+
 start_server() {
   { wineserver -p60 || [ $? -eq 2 ]; } && # 2: the server runs already
-    wineboot -i
+    with_fixed_addresses wineboot -i
 }
 
 # Debian's Wine has the socket of the server in a folder in /tmp, and does not remove that folder. The prefix has the
@@ -62,7 +72,7 @@ case ${1:-} in
   *)
     [ -e "$complete" ] || "$0" --start
     status=0
-    wine "$@" || status=$?
+    with_fixed_addresses wine "$@" || status=$?
     [ $status -ne $missing_dll ] || echo "$1: a DLL that it needs may be missing beside it" >&2
     exit $status
     ;;
