@@ -182,11 +182,6 @@ class DigitsBuffer {
       bytes_;  // not initialised: that would take longer than most numbers
 };
 
-std::size_t CharacterCount(std::string_view text) noexcept {
-  return static_cast<std::size_t>(
-      std::count_if(text.begin(), text.end(), [](char c) { return !Localize::IsContinuation(c); }));
-}
-
 class Writer {
  public:
   Writer(const Cldr::NumberFormat& format, TextSink& sink) noexcept
@@ -218,7 +213,7 @@ class Writer {
   Padding PaddingOf(std::string_view sign, const Parts& parts,
                     const NumberSpec& spec) const noexcept {
     const auto width = static_cast<std::size_t>(spec.width);
-    const std::size_t size = CharacterCount(sign) + CountCharacters(parts);
+    const std::size_t size = Localize::CountWellFormed(sign) + CountCharacters(parts);
     const std::size_t padding = width > size ? width - size : 0;
     switch (spec.alignment) {
       case Alignment::kLeft:
@@ -261,16 +256,16 @@ class Writer {
 
   // Without the sign.
   std::size_t CountCharacters(const Parts& parts) const noexcept {
-    std::size_t count = CharacterCount(parts.integer);
+    std::size_t count = Localize::CountWellFormed(parts.integer);
     if (IsGrouped(parts)) {
       const std::size_t marks = (count - format_.groupSize - 1) / format_.furtherGroupSize + 1;
-      count += marks * CharacterCount(format_.groupMark);
+      count += marks * Localize::CountWellFormed(format_.groupMark);
     }
     if (!parts.fraction.empty()) {
-      count += CharacterCount(format_.decimalMark) + parts.fraction.size();
+      count += Localize::CountWellFormed(format_.decimalMark) + parts.fraction.size();
     }
     if (!parts.exponent.empty()) {
-      count += 1 + CharacterCount(parts.hasNegativeExponent ? format_.minusSign : "+") +
+      count += 1 + Localize::CountWellFormed(parts.hasNegativeExponent ? format_.minusSign : "+") +
                parts.exponent.size();
     }
     return count;

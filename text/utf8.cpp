@@ -4,6 +4,8 @@
 #include <array>
 #include <cstdint>
 
+#include "text/utf8_characters.h"
+
 namespace KelmoLibs::Localize {
 namespace {
 
@@ -11,8 +13,6 @@ constexpr bool kSurrogatePairs = sizeof(wchar_t) == 2;
 constexpr std::size_t kLongestCharacter = 4;
 
 constexpr unsigned char Byte(char c) noexcept { return static_cast<unsigned char>(c); }
-
-constexpr bool IsContinuation(unsigned char byte) noexcept { return (byte & 0xC0U) == 0x80U; }
 
 // Length of the character at the start of `bytes`, or 0 if there is no well-formed one. Overlong
 // sequences, surrogates and values beyond U+10FFFF all show in the first two bytes, so a range for
@@ -42,7 +42,7 @@ std::size_t CharacterLength(std::string_view bytes) noexcept {
     return 0;
   }
   for (std::size_t i = 2; i < length; ++i) {
-    if (!IsContinuation(Byte(bytes[i]))) {
+    if (!IsContinuation(bytes[i])) {
       return 0;
     }
   }
@@ -103,7 +103,7 @@ bool HasFault(const unsigned char* block) noexcept {
 std::size_t StartOfLastCharacter(std::string_view bytes, std::size_t position) noexcept {
   do {
     --position;
-  } while (IsContinuation(Byte(bytes[position])));
+  } while (IsContinuation(bytes[position]));
   return position;
 }
 
@@ -249,7 +249,7 @@ std::size_t WellFormedUtf8Length(std::string_view bytes) noexcept {
 std::size_t WideLength(std::string_view wellFormed) noexcept {
   std::size_t length = 0;
   for (const char c : wellFormed) {
-    length += IsContinuation(Byte(c)) ? 0U : 1U;
+    length += IsContinuation(c) ? 0U : 1U;
     if constexpr (kSurrogatePairs) {
       // not covered: wchar_t has 16 bits on Windows only
       length += Byte(c) >= 0xF0 ? 1U : 0U;

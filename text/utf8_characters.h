@@ -11,12 +11,24 @@
 namespace KelmoLibs::Localize {
 
 /// Whether the byte is one behind the first of a character.
+constexpr bool IsContinuation(unsigned char byte) noexcept { return (byte & 0xC0U) == 0x80U; }
 constexpr bool IsContinuation(char byte) noexcept {
-  return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+  return IsContinuation(static_cast<unsigned char>(byte));
+}
+
+/// Whether there is such a character: no half of a surrogate pair, and not beyond U+10FFFF.
+constexpr bool IsScalarValue(char32_t character) noexcept {
+  return character < 0xD800 || (character > 0xDFFF && character <= 0x10FFFF);
 }
 
 inline bool IsUtf8(std::string_view bytes) noexcept {
   return WellFormedUtf8Length(bytes) == bytes.size();
+}
+
+/// Number of characters in a text that is UTF-8.
+inline std::size_t CountWellFormed(std::string_view wellFormed) noexcept {
+  return static_cast<std::size_t>(std::count_if(wellFormed.begin(), wellFormed.end(),
+                                                [](char c) { return !IsContinuation(c); }));
 }
 
 /// Number of characters in `bytes`; each byte that is not UTF-8 counts as one.
@@ -24,9 +36,7 @@ inline std::uint32_t CountCharacters(std::string_view bytes) noexcept {
   std::size_t count = 0;
   while (!bytes.empty()) {
     const std::size_t wellFormed = WellFormedUtf8Length(bytes);
-    count += static_cast<std::size_t>(
-        std::count_if(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(wellFormed),
-                      [](char c) { return !IsContinuation(c); }));
+    count += CountWellFormed(bytes.substr(0, wellFormed));
     bytes.remove_prefix(wellFormed);
     if (!bytes.empty()) {
       ++count;

@@ -104,7 +104,7 @@ bool IsCutLetter(std::string_view bytes) noexcept {
   const auto first = static_cast<unsigned char>(bytes.front());
   const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
   return first >= 0xC2 && first <= 0xF4 && bytes.size() < length &&
-         std::all_of(bytes.begin() + 1, bytes.end(), IsContinuation);
+         std::all_of(bytes.begin() + 1, bytes.end(), [](char c) { return IsContinuation(c); });
 }
 
 // Whether the fault at `position` is the only one: the file ends within a letter. It has other

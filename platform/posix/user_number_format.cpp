@@ -11,16 +11,12 @@
 #include "platform/posix/locale_variables.h"
 #include "text/locale_name.h"
 #include "text/utf8.h"
+#include "text/utf8_characters.h"
 
 namespace KelmoLibs::Localize {
 namespace {
 
 using Locale = std::unique_ptr<std::remove_pointer_t<locale_t>, decltype(&::freelocale)>;
-
-// Whether UTF-8 can have it.
-constexpr bool IsScalar(char32_t character) noexcept {
-  return character < 0xD800 || (character > 0xDFFF && character <= 0x10FFFF);
-}
 
 // A mark as a wide character: the text may be in another encoding than UTF-8. glibc answers such a
 // question with the character in the place of the pointer to a text.
@@ -29,7 +25,7 @@ std::string Mark(nl_item item, locale_t locale) {
   wchar_t character = 0;
   std::memcpy(&character, &answer, sizeof character);
   std::string mark;
-  if (character != 0 && IsScalar(static_cast<char32_t>(character))) {
+  if (character != 0 && IsScalarValue(static_cast<char32_t>(character))) {
     AppendUtf8(static_cast<char32_t>(character), mark);
   }
   return mark;
