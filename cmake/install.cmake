@@ -31,6 +31,8 @@ install(
   DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs
 )
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} PATTERN CMakeLists.txt EXCLUDE)
+# Units, which hosts copy and load.
+install(DIRECTORY units DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(EXPORT ${PROJECT_NAME} FILE ${PROJECT_NAME}Config.cmake NAMESPACE kelmo:: DESTINATION ${package})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/${PROJECT_NAME}ConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 # A package for another system or processor must not be found. The linker would not notice another system.

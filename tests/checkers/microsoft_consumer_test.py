@@ -26,7 +26,7 @@ ROWS = (
 
 
 def write_folder(folder):
-    copy_library(folder, "NOTICES.md", "docs", "examples", "tests/abi", "tests/consumer")
+    copy_library(folder, "NOTICES.md", "docs", "examples", "tests/abi", "tests/consumer", "units")
 
 
 def command(folder):
