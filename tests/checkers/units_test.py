@@ -31,6 +31,7 @@ ROWS = (
     Row("a blank at the end of a name", TABLE, INCH, INCH.replace("inch", "inch "),
         "the name begins or ends with a blank"),
     Row("two blanks together", TABLE, "knot\n", "sea  knot\n", "or has two together"),
+    Row("a symbol that begins like a number", TABLE, "min⁻¹", "1/min", "the symbol 1/min begins like a number"),
     # Codes
     Row("a code that is no number", TABLE, INCH, INCH.replace("10002", "inch"), "'inch' is not a code"),
     Row("a code with a zero in front", TABLE, INCH, INCH.replace("10002", "010002"), "'010002' is not a code"),

@@ -86,6 +86,8 @@ def check_texts(file, line, symbol, name, problems):
             problems.add(file, line, f"the {what} is empty")
         elif text != text.strip() or "  " in text:
             problems.add(file, line, f"the {what} begins or ends with a blank, or has two together")
+        elif re.match(r"[-+−.,\d]", text):
+            problems.add(file, line, f"the {what} {text} begins like a number")
         elif mixes_scripts(text):
             problems.add(file, line, f"the {what} {text} mixes Latin and Cyrillic letters in a word")
 
