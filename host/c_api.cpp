@@ -1,8 +1,5 @@
 // The C functions of kelmo.h. Each checks its arguments, calls the core and makes a status of what
 // it throws. kelmo.h has the contracts.
-#include <algorithm>
-#include <array>
-#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -15,14 +12,12 @@
 #include "cldr/number_formats.h"
 #include "host/argument.h"
 #include "host/c_arguments.h"
+#include "host/c_objects.h"
 #include "host/formatted_text.h"
 #include "host/language_match.h"
-#include "host/loader.h"
 #include "host/number_text.h"
 #include "host/plural_count.h"
-#include "host/problem_list.h"
 #include "host/text_sink.h"
-#include "host/view.h"
 #include "kelmo/kelmo.h"
 #include "platform/system_languages.h"
 #include "platform/user_number_format.h"
@@ -32,151 +27,35 @@
 using KelmoLibs::Cldr::NumberFormat;
 using KelmoLibs::Host::Argument;
 using KelmoLibs::Host::ArgumentArray;
+using KelmoLibs::Host::Destroy;
 using KelmoLibs::Host::FoundText;
+using KelmoLibs::Host::Give;
+using KelmoLibs::Host::GiveSize;
+using KelmoLibs::Host::Guard;
 using KelmoLibs::Host::IsLargeEnough;
 using KelmoLibs::Host::IsString;
 using KelmoLibs::Host::kLongestUsualKey;
 using KelmoLibs::Host::LanguageTexts;
-using KelmoLibs::Host::Loader;
+using KelmoLibs::Host::ListOf;
+using KelmoLibs::Host::Make;
 using KelmoLibs::Host::MissingText;
 using KelmoLibs::Host::PluralCount;
 using KelmoLibs::Host::Problem;
-using KelmoLibs::Host::ProblemList;
 using KelmoLibs::Host::ReadingOptions;
+using KelmoLibs::Host::Release;
+using KelmoLibs::Host::Retain;
 using KelmoLibs::Host::StringOf;
+using KelmoLibs::Host::Take;
 using KelmoLibs::Host::TextCollection;
 using KelmoLibs::Host::TextRecord;
 using KelmoLibs::Host::TextSink;
-using KelmoLibs::Host::View;
 using KelmoLibs::Host::ViewOptions;
 using KelmoLibs::Localize::IsUtf8;
 using KelmoLibs::Localize::UserNumberFormat;
 
-struct kelmo_problems {
-  ProblemList list;
-};
-
-struct kelmo_loader {
-  Loader loader;
-};
-
 namespace {
-
-// ---- Owners
-
-// The last member of an object: in no cache line of the members in front of it. Lookups read those,
-// and would be slower while another thread adds and removes owners.
-struct Owners {
-  static constexpr std::size_t kCacheLineBytes = 64;
-  std::array<std::byte, kCacheLineBytes> apart;  // never used
-  std::atomic<std::size_t> count{1};
-};
-
-}  // namespace
-
-struct kelmo_texts {
-  TextCollection texts;
-  Owners owners;
-};
-
-namespace {
-
-template <class Object>
-Object* Retain(Object* object) noexcept {
-  if (object != nullptr) {
-    object->owners.count.fetch_add(1, std::memory_order_relaxed);
-  }
-  return object;
-}
-
-template <class Object>
-void Destroy(Object* object) noexcept {
-  const std::unique_ptr<Object> owner(object);
-}
-
-template <class Object>
-void Release(Object* object) noexcept {
-  if (object != nullptr && object->owners.count.fetch_sub(1, std::memory_order_acq_rel) == 1) {
-    Destroy(object);
-  }
-}
-
-struct Releaser {
-  void operator()(kelmo_texts* texts) const noexcept { Release(texts); }
-};
-
-}  // namespace
-
-struct kelmo_view {
-  kelmo_view(kelmo_texts* itsTexts, const ViewOptions& options, ProblemList* problems)
-      : texts(Retain(itsTexts)), view(itsTexts->texts, options, problems) {}
-
-  const std::unique_ptr<kelmo_texts, Releaser> texts;
-  const View view;
-  Owners owners;
-};
-
-namespace {
-
-// ---- Arguments
-
-// Copies the options of the caller, who may know fewer or more fields, over `known`, which has the
-// default values. Null is allowed. False if they are too small.
-template <class Options>
-bool Take(const Options* given, Options& known) noexcept {
-  if (given == nullptr) {
-    return true;
-  }
-  if (!IsLargeEnough(given)) {
-    return false;
-  }
-  std::memcpy(&known, given, std::min<std::size_t>(given->size, sizeof known));
-  return true;
-}
-
-// Copies `value` to a struct of the caller, as much of it as the caller knows. Precondition: the
-// caller's struct is large enough.
-template <class Struct>
-void Give(Struct value, Struct* result) noexcept {
-  value.size = result->size;
-  std::memcpy(result, &value, std::min<std::size_t>(result->size, sizeof value));
-}
-
-kelmo_string Give(std::string_view text) noexcept { return {text.data(), text.size()}; }
-
-ProblemList* ListOf(kelmo_problems* problems) noexcept {
-  return problems != nullptr ? &problems->list : nullptr;
-}
 
 // ---- Results
-
-// Calls `body`, which returns a status or throws.
-template <class Body>
-kelmo_status Guard(Body body) noexcept {
-  try {
-    return body();
-  } catch (...) {
-    return KELMO_OUT_OF_MEMORY;  // the core throws nothing else: std::length_error is that too
-  }
-}
-
-// Makes an object with `make`, which returns a std::unique_ptr, and gives it to the caller.
-template <class Object, class Maker>
-kelmo_status Make(Object** result, Maker make) noexcept {
-  if (result == nullptr) {
-    return KELMO_INVALID_ARGUMENT;
-  }
-  return Guard([&] {
-    *result = make().release();
-    return KELMO_OK;
-  });
-}
-
-void GiveSize(std::size_t size, std::size_t* needed) noexcept {
-  if (needed != nullptr) {
-    *needed = size;
-  }
-}
 
 // Fills all fields of the caller's struct but its size. One by one: copying a whole struct that was
 // just written would wait for the writes.
@@ -325,6 +204,18 @@ const char* kelmo_status_name(kelmo_status status) {
       return "KELMO_CANNOT_READ";
     case KELMO_INVALID_UTF8:
       return "KELMO_INVALID_UTF8";
+    case KELMO_UNKNOWN_UNIT:
+      return "KELMO_UNKNOWN_UNIT";
+    case KELMO_DIFFERENT_KINDS:
+      return "KELMO_DIFFERENT_KINDS";
+    case KELMO_POINT_UNIT:
+      return "KELMO_POINT_UNIT";
+    case KELMO_CANNOT_ROUND:
+      return "KELMO_CANNOT_ROUND";
+    case KELMO_AMBIGUOUS_UNIT:
+      return "KELMO_AMBIGUOUS_UNIT";
+    case KELMO_INVALID_TEXT:
+      return "KELMO_INVALID_TEXT";
     default:
       return "unknown status";
   }
@@ -544,7 +435,7 @@ kelmo_status kelmo_number_print(const kelmo_number_format* format, const kelmo_a
   if (status != KELMO_OK) {
     return status;
   }
-  if (argument.IsText()) {
+  if (!argument.IsNumber()) {
     return KELMO_INVALID_ARGUMENT;
   }
   TextSink sink(buffer, capacity);
@@ -628,7 +519,7 @@ kelmo_status kelmo_view_find(const kelmo_view* view, const char* key, size_t key
   if (status != KELMO_OK) {
     return status;
   }
-  if (number.IsText()) {
+  if (!number.IsNumber()) {
     return KELMO_INVALID_ARGUMENT;
   }
   return Guard([&] {

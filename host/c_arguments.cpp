@@ -8,7 +8,9 @@
 #include <new>
 #include <type_traits>
 
+#include "host/c_objects.h"
 #include "host/number_spec.h"
+#include "host/quantity.h"
 #include "text/utf8_characters.h"
 
 namespace KelmoLibs::Host {
@@ -45,6 +47,18 @@ kelmo_status TakeValue(const kelmo_string& given, Argument& taken) noexcept {
   return status;
 }
 
+// A quantity that its units know. It chooses no plural form: which number would it be?
+kelmo_status TakeQuantity(const kelmo_argument& given, Argument& taken) noexcept {
+  constexpr std::size_t kEnd =
+      offsetof(kelmo_argument, quantity) + sizeof(kelmo_argument::quantity);
+  if (given.size < kEnd || taken.isCount || given.units == nullptr || given.quantity == nullptr) {
+    return KELMO_INVALID_ARGUMENT;
+  }
+  taken.value = Argument::Value(QuantityArgument{&given.units->set, given.quantity});
+  const UnitRow* unit = nullptr;
+  return TakeUnit(given.units->set, *given.quantity, unit);
+}
+
 // Whether ten characters begin there, for a character that is not 0.
 bool IsZeroDigit(std::uint32_t character) noexcept {
   constexpr std::uint32_t kNine = 9;
@@ -79,6 +93,8 @@ kelmo_status TakeArgument(const kelmo_argument& given, Argument& taken) noexcept
       return given.decimals >= KELMO_SHORTEST && given.decimals <= KELMO_MAX_DECIMALS
                  ? KELMO_OK
                  : KELMO_INVALID_ARGUMENT;
+    case KELMO_ARGUMENT_QUANTITY:
+      return TakeQuantity(given, taken);
     default:
       return KELMO_INVALID_ARGUMENT;
   }

@@ -41,6 +41,19 @@ inline constexpr std::size_t kFirstSize<kelmo_view_options> = offsetof(kelmo_vie
                                                                        numbers) +
                                                               sizeof(kelmo_view_options::numbers);
 
+template <>
+inline constexpr std::size_t kFirstSize<kelmo_unit> = offsetof(kelmo_unit, name) +
+                                                      sizeof(kelmo_unit::name);
+template <>
+inline constexpr std::size_t kFirstSize<kelmo_print_options> = offsetof(kelmo_print_options,
+                                                                        numbers) +
+                                                               sizeof(kelmo_print_options::numbers);
+template <>
+inline constexpr std::size_t kFirstSize<kelmo_read_options> = offsetof(kelmo_read_options,
+                                                                       numbers) +
+                                                              sizeof(kelmo_read_options::numbers);
+static_assert(sizeof(kelmo_quantity) == 32, "its layout is part of files and of other languages");
+
 /// Whether a struct of the host has all fields of the first version.
 template <class Struct>
 bool IsLargeEnough(const Struct* given) noexcept {

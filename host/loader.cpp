@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "host/idle_overrides.h"
+#include "host/unreadable_file.h"
 #include "platform/native_files.h"
 #include "text/utf8_characters.h"
 
@@ -21,19 +22,6 @@ bool EndsWith(std::string_view text, std::string_view end) noexcept {
 // A name that begins with a point is hidden: editors lock files by such links.
 bool IsDictionary(std::string_view name) noexcept {
   return EndsWith(name, ".txt") && !EndsWith(name, "-val.txt") && name.front() != '.';
-}
-
-void TellUnreadable(const std::string& path, std::string detail, ProblemList* problems) {
-  if (problems != nullptr) {
-    problems->Append([&] {
-      Problem problem;
-      problem.code = ProblemCode::kCannotRead;
-      problem.severity = ProblemSeverity::kError;
-      problem.file = path;
-      problem.detail = std::move(detail);
-      return problem;
-    });
-  }
 }
 
 // Whether a file or folder that cannot be read may be missing. Tells the error if not.
@@ -56,15 +44,6 @@ void TellEmptyFolder(const std::string& path, ProblemList* problems) {
       return problem;
     });
   }
-}
-
-// No path of a system has a zero inside: its functions would take the part in front of it.
-bool HasZero(const std::string& path, ProblemList* problems) {
-  if (path.find('\0') == std::string::npos) {
-    return false;
-  }
-  TellUnreadable(path, "the path has a zero in it", problems);
-  return true;
 }
 
 }  // namespace

@@ -349,7 +349,7 @@ class Writer {
 }  // namespace
 
 bool Fits(const NumberSpec& spec, const Argument& number) noexcept {
-  return spec.type != 'd' || (!number.IsDouble() && spec.decimals == kNoDecimals);
+  return spec.type != 'd' || (number.IsInteger() && spec.decimals == kNoDecimals);
 }
 
 void WriteNumber(const Argument& number, const NumberSpec& spec, const Cldr::NumberFormat& format,

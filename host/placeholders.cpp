@@ -8,6 +8,7 @@
 
 #include "host/number_spec.h"
 #include "host/number_text.h"
+#include "host/quantity_text.h"
 #include "text/utf8_characters.h"
 
 namespace KelmoLibs::Host {
@@ -200,6 +201,8 @@ class Filler {
     }
     if (text != nullptr) {
       sink_.Append(*text);
+    } else if (const auto* const quantity = std::get_if<QuantityArgument>(&argument->value)) {
+      Write(*quantity, placeholder.spec.empty() ? nullptr : &spec);
     } else {
       WriteNumber(*argument, spec, format_, sink_);
     }
@@ -207,6 +210,15 @@ class Filler {
       sink_.Append(kPopDirectionalIsolate);
     }
     return std::nullopt;
+  }
+
+  // The C functions have checked that the units know the quantity.
+  void Write(const QuantityArgument& argument, const NumberSpec* spec) noexcept {
+    QuantityStyle style;
+    style.hasAllDigits = true;
+    style.spec = spec;
+    WriteQuantity(*argument.units, options_.languages != nullptr ? *options_.languages : kNoLanguages,
+                  *argument.quantity, style, format_, sink_);
   }
 
   const Argument* Find(const Placeholder& placeholder) const noexcept {

@@ -7,6 +7,7 @@
 #include "cldr/number_format.h"
 #include "host/argument.h"
 #include "host/text_sink.h"
+#include "host/unit_set.h"
 
 namespace KelmoLibs::Host {
 
@@ -41,6 +42,7 @@ class FaultListener {
 struct FillOptions {
   bool hasPercent = false;   // %1 to %99 are placeholders too
   bool isIsolating = false;  // filled arguments stand between U+2068 and U+2069
+  const LanguageChain* languages = nullptr;  // of the symbols of units; null: those of the units
 };
 
 /// Writes `text` with its placeholders filled, in one pass: arguments are not searched.
@@ -49,6 +51,8 @@ struct FillOptions {
 ///    name. A name has letters, digits, `_`, `-`, `.` and characters beyond ASCII, and does not begin
 ///    with a digit. Behind a colon is the format of a number: see ReadNumberSpec.
 ///    `{count}` stands for the count, if no argument has that name.
+///  - A quantity is written with its symbol. It has the digits that its tolerance justifies, or all
+///    of them; with a format, it has those that the format says.
 ///  - With hasPercent, `%1` to `%99` stand for the arguments at the positions 0 to 98. A digit that
 ///    follows `%1` to `%9` belongs to the number.
 ///  - `{{` stands for `{`, and `}}` for `}`. A `}` alone is plain text, and so is every other `%`.

@@ -49,6 +49,11 @@ void AppendDetail(std::string_view label, std::string_view value, std::string& l
   }
 }
 
+// Whether the key of a problem is the code of a unit.
+bool IsOfUnit(ProblemCode code) noexcept {
+  return code >= ProblemCode::kUnit && code <= ProblemCode::kNameOfNoUnit;
+}
+
 }  // namespace
 
 std::string_view SentenceOf(ProblemCode code) noexcept {
@@ -80,9 +85,37 @@ std::string_view SentenceOf(ProblemCode code) noexcept {
     case ProblemCode::kOverridesNothing:
       return "The text overrides no other text";
     case ProblemCode::kPlaceholder:
+      return "A placeholder cannot be filled";
+    case ProblemCode::kUnit:
+      return "A unit is dropped";
+    case ProblemCode::kUnitRepeated:
+      return "The code is repeated: the first line with it counts";
+    case ProblemCode::kUnitDropped:
+      return "A line is dropped, as the first library drops it";
+    case ProblemCode::kUnitNoFactor:
+      return "The factor of a unit is 0: arithmetic and conversion give NaN";
+    case ProblemCode::kUnitDifference:
+      return "A unit of points is dropped";
+    case ProblemCode::kNameOfNoUnit:
+      return "A name belongs to no unit";
+    case ProblemCode::kNoNumber:
+      return "A number is missing";
+    case ProblemCode::kDecimalMark:
+      return "The decimal mark is another one";
+    case ProblemCode::kGroups:
+      return "The digits are not grouped in this way";
+    case ProblemCode::kNumberRange:
+      return "The number is too large, too small or too long";
+    case ProblemCode::kNoUnit:
+      return "A unit is missing";
+    case ProblemCode::kUnknownUnit:
+      return "The unit is not known";
+    case ProblemCode::kAmbiguousUnit:
+      return "The unit is ambiguous";
+    case ProblemCode::kOtherKind:
       break;
   }
-  return "A placeholder cannot be filled";
+  return "The unit is one of another quantity";
 }
 
 std::string Print(const Problem& problem) {
@@ -103,7 +136,7 @@ std::string Print(const Problem& problem) {
   if (!problem.detail.empty()) {
     line += line.back() == '.' ? " (" + problem.detail + ")" : ": " + problem.detail;
   }
-  AppendDetail("key", problem.key, line);
+  AppendDetail(IsOfUnit(problem.code) ? "unit" : "key", problem.key, line);
   AppendDetail("language", problem.language, line);
   return WithVisibleControls(line);
 }

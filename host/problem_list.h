@@ -6,6 +6,7 @@
 #include <deque>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace KelmoLibs::Host {
 
@@ -25,6 +26,20 @@ enum class ProblemCode : std::int32_t {
   kNoLanguage = 208,
   kOverridesNothing = 209,
   kPlaceholder = 211,
+  kUnit = 221,
+  kUnitRepeated = 222,
+  kUnitDropped = 223,
+  kUnitNoFactor = 224,
+  kUnitDifference = 225,
+  kNameOfNoUnit = 226,
+  kNoNumber = 231,
+  kDecimalMark = 232,
+  kGroups = 233,
+  kNumberRange = 234,
+  kNoUnit = 235,
+  kUnknownUnit = 236,
+  kAmbiguousUnit = 237,
+  kOtherKind = 238,
 };
 
 enum class ProblemSeverity : std::int32_t { kNote = 0, kWarning = 1, kError = 2 };
@@ -60,6 +75,15 @@ class ProblemList {
 
   /// Counts a problem that cannot be described, because memory is out.
   void CountLost() noexcept { ++lost_; }
+
+  /// Moves all problems of another list to the end of this one.
+  void TakeFrom(ProblemList& other) noexcept {
+    lost_ += other.lost_;
+    for (Problem& problem : other.problems_) {
+      Append([&problem] { return std::move(problem); });
+    }
+    other.Clear();
+  }
 
   void Clear() noexcept {
     problems_.clear();

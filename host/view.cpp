@@ -31,7 +31,10 @@ void KeepMarks(Cldr::NumberFormat& format, std::string& marks) {
 }  // namespace
 
 View::View(const TextCollection& texts, const ViewOptions& options, ProblemList* problems)
-    : texts_(texts), missing_(options.missing), isIsolating_(options.isIsolating) {
+    : texts_(texts),
+      ids_(options.languages.begin(), options.languages.end()),
+      missing_(options.missing),
+      isIsolating_(options.isIsolating) {
   for (const std::string_view id : options.languages) {
     if (const LanguageTexts* const language = texts_.FindLanguage(id)) {
       languages_.push_back({language, &Cldr::PluralRulesOf(id)});

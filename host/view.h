@@ -49,6 +49,9 @@ class View {
 
   const TextCollection& Texts() const noexcept { return texts_; }
 
+  /// The ids that the view was made with, also those that its texts lack.
+  const std::vector<std::string>& Ids() const noexcept { return ids_; }
+
   /// How the view writes numbers.
   const Cldr::NumberFormat& Numbers() const noexcept { return numbers_; }
 
@@ -113,6 +116,7 @@ class View {
   bool HasForms(std::string_view key) const;
 
   const TextCollection& texts_;
+  std::vector<std::string> ids_;
   std::vector<Language> languages_;
   const LanguageTexts* first_ = nullptr;  // of languages_, if there is any
   Cldr::NumberFormat numbers_;

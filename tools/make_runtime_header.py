@@ -17,7 +17,8 @@ TARGET = TOP / "include/kelmo/kelmo_runtime.h"
 
 FUNCTION = re.compile(r"^KELMO_API ([\w ]+?\b\*?) ?(kelmo_\w+)\(([^)]*)\);", re.M)
 # What a function returns while no library is loaded, by its type. Texts have their own line below.
-RESULTS = {"kelmo_status": "KELMO_RUNTIME_NOT_OPEN", "uint32_t": "0", "size_t": "0", "kelmo_texts*": "NULL", "kelmo_view*": "NULL"}
+RESULTS = {"kelmo_status": "KELMO_RUNTIME_NOT_OPEN", "uint32_t": "0", "size_t": "0"}
+RESULTS |= dict.fromkeys(("kelmo_texts*", "kelmo_view*", "kelmo_units*"), "NULL")
 TEXTS = {"kelmo_view_text": "kelmo_runtime_no_text(size)"}
 
 

@@ -1,6 +1,7 @@
 /**
  * @file
- * kelmo: texts in the language of the user, for programs in any language that calls C.
+ * kelmo: texts and physical values in the language of the user, for programs in any language that
+ * calls C.
  *
  * The library has no state: everything lives in objects that the host makes. A loader reads
  * dictionary files; finishing it gives sealed texts, which never change. A view binds texts to the
@@ -43,8 +44,8 @@
  *    included, and never a part of a character. `*needed`, unless it is null, gets the size of the
  *    whole text, without the zero: the text was cut if that is not below `capacity`. `buffer` may
  *    be null if `capacity` is 0.
- *  - Texts and views never change once they are made: any number of threads may use them at the
- *    same time without a lock. Loaders and lists of problems are for one thread at a time.
+ *  - Texts, views and units never change once they are made: any number of threads may use them at
+ *    the same time without a lock. Loaders and lists of problems are for one thread at a time.
  *  - The library prints nothing, changes no locale, and starts no thread.
  */
 #ifndef KELMO_KELMO_H
@@ -91,7 +92,13 @@ enum {
   KELMO_INVALID_ARGUMENT = -1, /**< null, a size or value that is not allowed */
   KELMO_OUT_OF_MEMORY = -2,    /**< the system gave no memory */
   KELMO_CANNOT_READ = -3,      /**< a file or folder; a problem has the system's reason */
-  KELMO_INVALID_UTF8 = -4      /**< a string argument is not UTF-8 */
+  KELMO_INVALID_UTF8 = -4,     /**< a string argument is not UTF-8 */
+  KELMO_UNKNOWN_UNIT = -5,     /**< the units have no such unit */
+  KELMO_DIFFERENT_KINDS = -6,  /**< the units measure different quantities: bar and metre */
+  KELMO_POINT_UNIT = -7,       /**< not possible with points of a scale, such as a temperature */
+  KELMO_CANNOT_ROUND = -8,     /**< the tolerance justifies no number of digits */
+  KELMO_AMBIGUOUS_UNIT = -9,   /**< a text fits several units, or only looks like that of one */
+  KELMO_INVALID_TEXT = -10     /**< a typed text is not a number with a unit */
 };
 
 /** The name of a status, such as "KELMO_NOT_FOUND"; "unknown status" for other numbers. Never null;
@@ -133,7 +140,24 @@ enum {
   KELMO_PROBLEM_OVERRIDES_NOTHING =
       209, /**< a text of an override changes nothing; `detail` has the plural forms of its key */
   KELMO_PROBLEM_PLACEHOLDER =
-      211 /**< a placeholder cannot be filled and stays visible; `detail` says why */
+      211, /**< a placeholder cannot be filled and stays visible; `detail` says why */
+  KELMO_PROBLEM_UNIT = 221, /**< a line, or a unit in code, is dropped; `detail` says why */
+  KELMO_PROBLEM_UNIT_REPEATED = 222, /**< an earlier line of the same file stays */
+  KELMO_PROBLEM_UNIT_DROPPED =
+      223, /**< four fields: the first library drops or changes the line, and
+                                       so does kelmo */
+  KELMO_PROBLEM_UNIT_NO_FACTOR = 224, /**< the factor is 0: arithmetic and conversion give NaN */
+  KELMO_PROBLEM_UNIT_DIFFERENCE =
+      225, /**< a unit is dropped: that of its differences does not fit */
+  KELMO_PROBLEM_NAME_OF_NO_UNIT = 226, /**< a language names a unit that does not exist */
+  KELMO_PROBLEM_NO_NUMBER = 231,       /**< a typed text: no number stands there. So are the next */
+  KELMO_PROBLEM_DECIMAL_MARK = 232,    /**< the number has another decimal mark, or two of them */
+  KELMO_PROBLEM_GROUPS = 233,          /**< the groups of its digits have other sizes */
+  KELMO_PROBLEM_NUMBER_RANGE = 234,    /**< the number is too large, too small, or too long */
+  KELMO_PROBLEM_NO_UNIT = 235,         /**< no unit stands behind the number */
+  KELMO_PROBLEM_UNKNOWN_UNIT = 236,    /**< no unit has the text as its symbol or name */
+  KELMO_PROBLEM_AMBIGUOUS_UNIT = 237,  /**< `detail` has the units that fit */
+  KELMO_PROBLEM_OTHER_KIND = 238 /**< the unit is one of another quantity than the wanted one */
 };
 
 /** How bad a problem is. */
@@ -342,13 +366,26 @@ KELMO_API kelmo_status kelmo_number_format_of_user(kelmo_number_format* result);
 
 /* ---- Arguments ---- */
 
+/** A physical value: a number with tolerances and a unit. Its layout never changes: 32 bytes. It
+ * refers to its unit by a code, so that it may be copied, stored and compared byte by byte; what the
+ * code means is said by the units that each call takes. */
+typedef struct kelmo_quantity {
+  double number;             /**< in its unit */
+  double absolute_tolerance; /**< in its unit */
+  double relative_tolerance; /**< a part of `number`. The tolerance of the quantity is
+                                relative_tolerance * number + absolute_tolerance */
+  int32_t code;              /**< of its unit */
+  uint32_t reserved;         /**< 0 */
+} kelmo_quantity;
+
 /** What an argument is. */
 enum {
   KELMO_ARGUMENT_TEXT = 1,     /**< `text` */
   KELMO_ARGUMENT_INTEGER = 2,  /**< `integer` */
   KELMO_ARGUMENT_UNSIGNED = 3, /**< `integer`, taken as uint64_t */
   KELMO_ARGUMENT_NUMBER = 4,   /**< `number` */
-  KELMO_ARGUMENT_FLOAT = 5     /**< `number`, which was a float: so its shortest text is "0.1" */
+  KELMO_ARGUMENT_FLOAT = 5,    /**< `number`, which was a float: so its shortest text is "0.1" */
+  KELMO_ARGUMENT_QUANTITY = 6  /**< `quantity`, printed with the symbol of its unit */
 };
 
 /** As the decimals of a number: as many as make the shortest text that reads as the same number. */
@@ -368,10 +405,12 @@ typedef struct kelmo_argument {
   kelmo_string text; /**< if that is the type */
   int64_t integer;   /**< if that is the type */
   double number;     /**< if that is the type */
+  const struct kelmo_units* units; /**< if the type is a quantity: what its code means */
+  const kelmo_quantity* quantity;  /**< if that is the type */
 } kelmo_argument;
 
 /** Writes a number as a placeholder without a format would. `format` null: "1234.5".
- * KELMO_INVALID_ARGUMENT if the argument is a text. */
+ * KELMO_INVALID_ARGUMENT if the argument is a text or a quantity. */
 KELMO_API kelmo_status kelmo_number_print(const kelmo_number_format* format,
                                           const kelmo_argument* number, char* buffer,
                                           size_t capacity, size_t* needed);
@@ -481,6 +520,285 @@ KELMO_API kelmo_status kelmo_view_take_problems(kelmo_view* view, kelmo_problems
 KELMO_API kelmo_status kelmo_system_language(size_t index, char* buffer, size_t capacity,
                                              size_t* needed);
 
+/* ---- Units ---- */
+
+/** A code is 1000 times the number of its kind (length is 10, plane angle is 40) and the number of the
+ * unit in it: 10001 is unit 1 of kind 10. Hosts have numbers and kinds of their own, which no table that
+ * comes with kelmo uses: a host that adds a length takes one of 10900 to 10999, and a host that adds
+ * kinds takes codes from 1000001 on. */
+#define KELMO_FIRST_HOST_UNIT 900
+#define KELMO_LAST_HOST_UNIT 999
+#define KELMO_FIRST_HOST_KIND 1000
+
+/** With which units a loader begins. */
+enum {
+  KELMO_UNITS_NONE = 0,      /**< none */
+  KELMO_UNITS_BUILT_IN = 1,  /**< those of the first library before Init: an inch has 0.0273 m */
+  KELMO_UNITS_AFTER_INIT = 2 /**< those of the first library after Init: the factor of 30001 is 0 */
+};
+
+/** What a file has. */
+enum {
+  KELMO_UNITS_FILE =
+      0, /**< units: code, factor, offset, symbol, name and, for points, the code of the
+                           unit of their differences; one tab between two of them */
+  KELMO_UNITS_FOUR_FIELDS =
+      1, /**< units: code, factor, symbol and name, as ExportPhyVal writes them.
+                                  What the first library drops is dropped, and told */
+  KELMO_UNITS_NAMES =
+      2 /**< a language unit table, such as de-val.txt: symbols and names of units in
+                           one language, whose id is the first word of the first line */
+};
+
+/** In bytes, for symbols and names of units. */
+#define KELMO_LONGEST_UNIT_TEXT 255
+
+/** A unit. Its number in the base unit of its kind is factor * number + offset.
+ *
+ * Or a kind of units: its code is 1000 times the number of the kind, or that number below 100; it has
+ * no factor, no offset and no difference. */
+typedef struct kelmo_unit {
+  uint32_t size; /**< of this struct, set by the caller */
+  int32_t code;  /**< see KELMO_FIRST_HOST_UNIT */
+  int32_t kind;  /**< number of the kind. Functions do not read it from the caller */
+  int32_t
+      difference; /**< 0; or, for points of a scale (temperatures in degrees Celsius), the code of
+                         the unit of their differences. It has the same factor, and its kind is another
+                         one */
+  double factor;  /**< above 0, and finite. 30001 of the first library may have 0 */
+  double offset;  /**< finite; 0 unless `difference` is not 0 */
+  kelmo_string
+      symbol; /**< UTF-8 of at most KELMO_LONGEST_UNIT_TEXT bytes, not empty. It does not begin
+                          with a digit, a sign, a point, a comma or a blank: numbers have these */
+  kelmo_string name; /**< the same, but may be empty: there is no name */
+} kelmo_unit;
+
+/** Collects units, and their symbols and names in languages. Of several units with a code the last one
+ * counts, in the place of the first; but of several lines of one file the first one counts. Of several
+ * names of a unit in a language the first one counts, as in the first library. A loader copies what it
+ * keeps. */
+typedef struct kelmo_units_loader kelmo_units_loader;
+
+/** Makes a loader that begins with KELMO_UNITS_NONE, KELMO_UNITS_BUILT_IN or KELMO_UNITS_AFTER_INIT. The
+ * caller destroys it. */
+KELMO_API kelmo_status kelmo_units_loader_create(int32_t start, kelmo_units_loader** result);
+
+/** Destroys a loader, and what it has collected since it was last finished. Null is allowed, and
+ * does nothing. */
+KELMO_API void kelmo_units_loader_destroy(kelmo_units_loader* loader);
+
+/** Adds a unit or a kind, or replaces the one with its code. KELMO_INVALID_ARGUMENT: a field is not
+ * allowed, and a problem says why. */
+KELMO_API kelmo_status kelmo_units_loader_add(kelmo_units_loader* loader, const kelmo_unit* unit,
+                                              kelmo_problems* problems);
+
+/** Reads a file. `format` is KELMO_UNITS_FILE, KELMO_UNITS_FOUR_FIELDS or KELMO_UNITS_NAMES. A line that
+ * is not right is dropped, and is a problem with its number and the reason. KELMO_CANNOT_READ: there is
+ * no such regular file, or the system does not let it be read; nothing is added. */
+KELMO_API kelmo_status kelmo_units_loader_add_file(kelmo_units_loader* loader, const char* path,
+                                                   size_t path_size, int32_t format,
+                                                   kelmo_problems* problems);
+
+/** Reads a file from memory: `bytes`, with their number or KELMO_ZERO_TERMINATED. `name` stands for the
+ * file in problems. */
+KELMO_API kelmo_status kelmo_units_loader_add_memory(kelmo_units_loader* loader, const void* bytes,
+                                                     size_t size, const char* name,
+                                                     size_t name_size, int32_t format,
+                                                     kelmo_problems* problems);
+
+/** The sealed units of a loader. They never change. They have owners: they are destroyed when the last
+ * owner releases them. */
+typedef struct kelmo_units kelmo_units;
+
+/** Seals what the loader has collected. The caller is the owner of the units. The loader is empty then,
+ * without units, and can collect again. Drops units of points whose unit of differences does not fit,
+ * and tells them. Tells units with the factor 0, and names of units that do not exist. */
+KELMO_API kelmo_status kelmo_units_loader_finish(kelmo_units_loader* loader, kelmo_units** result,
+                                                 kelmo_problems* problems);
+
+/** Adds an owner, and returns `units`. Null is allowed. Thread-safe. */
+KELMO_API kelmo_units* kelmo_units_retain(kelmo_units* units);
+
+/** Removes an owner. Null is allowed, and does nothing. Thread-safe. */
+KELMO_API void kelmo_units_release(kelmo_units* units);
+
+/** The number of kinds that have units; 0 for null. */
+KELMO_API size_t kelmo_units_kind_count(const kelmo_units* units);
+
+/** The kind at `index`, from 0, in the order of loading. Its symbol and its name are empty if nothing
+ * names it. `view` may be null: see kelmo_units_find. KELMO_INVALID_ARGUMENT for an index that the
+ * units do not have. */
+KELMO_API kelmo_status kelmo_units_kind(const kelmo_units* units, const kelmo_view* view,
+                                        size_t index, kelmo_unit* result);
+
+/** The number of units of a kind, or of all units if `kind` is 0; 0 for null. */
+KELMO_API size_t kelmo_units_count(const kelmo_units* units, int32_t kind);
+
+/** The unit at `index`, from 0, of those that kelmo_units_count counts, in the order of loading: the
+ * entries of a combo box. `view` may be null: see kelmo_units_find. KELMO_INVALID_ARGUMENT for an index
+ * that the units do not have. */
+KELMO_API kelmo_status kelmo_units_at(const kelmo_units* units, const kelmo_view* view,
+                                      int32_t kind, size_t index, kelmo_unit* result);
+
+/** Finds the unit with a code. Its symbol and its name are those of the first language of the view
+ * that has them; else, and if `view` is null, those of the unit itself. All ids count that the view was
+ * made with, also those that its texts do not have. The strings live as long as the units.
+ * KELMO_UNKNOWN_UNIT: there is no such unit. */
+KELMO_API kelmo_status kelmo_units_find(const kelmo_units* units, const kelmo_view* view,
+                                        int32_t code, kelmo_unit* result);
+
+/** Finds the unit whose symbol or name is `text`. `kind` is the number of the kind that is wanted; 0:
+ * any. Upper and lower case differ: mW is not MW. These rules decide, in this order:
+ *  1. The languages of the view are asked one after the other, and then the units themselves. The
+ *     first that has exactly this text counts. All blanks are the same, also those that break no line.
+ *  2. If none has it, they are asked again, with characters that keyboards have in place of those
+ *     that they lack: m3 for a raised 3, N*m for a middle dot, and both characters for micro and ohm.
+ *  3. Points of a scale count, and not their differences: 20 degrees Celsius are a temperature.
+ * KELMO_AMBIGUOUS_UNIT: several units are left; or none, but one that looks the same and has other
+ * letters, such as a Cyrillic letter for a Latin m. KELMO_DIFFERENT_KINDS: there are only units of
+ * other kinds. KELMO_UNKNOWN_UNIT: there is none. A problem tells each. */
+KELMO_API kelmo_status kelmo_units_find_text(const kelmo_units* units, const kelmo_view* view,
+                                             int32_t kind, const char* text, size_t text_size,
+                                             kelmo_unit* result, kelmo_problems* problems);
+
+/** Converts `count` plain numbers from one unit to another of the same kind. `results` may be `numbers`,
+ * but must not overlap them otherwise. The results are those of kelmo_quantity_convert.
+ * KELMO_UNKNOWN_UNIT, KELMO_DIFFERENT_KINDS. Thread-safe, and takes no memory. */
+KELMO_API kelmo_status kelmo_units_convert(const kelmo_units* units, int32_t from, int32_t to,
+                                           const double* numbers, size_t count, double* results);
+
+/* ---- Quantities ----
+ *
+ * Arithmetic and conversion give the bits that the class Double of the first library gives: the right
+ * operand becomes factor * number / factor of the left unit. A result has the unit and the tolerances
+ * of the left operand. There is no algebra of dimensions: metre times metre is refused.
+ *
+ * A unit of points has points and differences. A point minus a point is a difference; a point plus or
+ * minus a difference is a point, and stands on the left. All other arithmetic of points, and every
+ * point with a relative tolerance, gives KELMO_POINT_UNIT.
+ *
+ * `result` may be an operand. A code that the units do not have gives KELMO_UNKNOWN_UNIT, and a
+ * `reserved` that is not 0 gives KELMO_INVALID_ARGUMENT. Numbers and tolerances may be any double:
+ * infinity and NaN go through. All functions are thread-safe, and take no memory but for problems. */
+
+/** Makes a quantity. */
+static inline kelmo_quantity kelmo_quantity_of(double number, double absolute_tolerance,
+                                               double relative_tolerance, int32_t code) {
+  kelmo_quantity quantity;
+  quantity.number = number;
+  quantity.absolute_tolerance = absolute_tolerance;
+  quantity.relative_tolerance = relative_tolerance;
+  quantity.code = code;
+  quantity.reserved = 0;
+  return quantity;
+}
+
+/** left + right. KELMO_DIFFERENT_KINDS, KELMO_POINT_UNIT. */
+KELMO_API kelmo_status kelmo_quantity_add(const kelmo_units* units, const kelmo_quantity* left,
+                                          const kelmo_quantity* right, kelmo_quantity* result);
+
+/** left - right. KELMO_DIFFERENT_KINDS, KELMO_POINT_UNIT. */
+KELMO_API kelmo_status kelmo_quantity_subtract(const kelmo_units* units, const kelmo_quantity* left,
+                                               const kelmo_quantity* right, kelmo_quantity* result);
+
+/** quantity * factor. The tolerances stay. KELMO_POINT_UNIT. */
+KELMO_API kelmo_status kelmo_quantity_multiply(const kelmo_units* units,
+                                               const kelmo_quantity* quantity, double factor,
+                                               kelmo_quantity* result);
+
+/** quantity / divisor. The tolerances stay. The divisor 0 gives infinity or NaN. KELMO_POINT_UNIT. */
+KELMO_API kelmo_status kelmo_quantity_divide(const kelmo_units* units,
+                                             const kelmo_quantity* quantity, double divisor,
+                                             kelmo_quantity* result);
+
+/** left / right, a plain number. KELMO_DIFFERENT_KINDS, KELMO_POINT_UNIT. */
+KELMO_API kelmo_status kelmo_quantity_ratio(const kelmo_units* units, const kelmo_quantity* left,
+                                            const kelmo_quantity* right, double* result);
+
+/** The sum of at least one quantity, added one after the other. It has the unit and the tolerances of
+ * the first one. KELMO_DIFFERENT_KINDS, KELMO_POINT_UNIT. */
+KELMO_API kelmo_status kelmo_quantity_sum(const kelmo_units* units,
+                                          const kelmo_quantity* quantities, size_t count,
+                                          kelmo_quantity* result);
+
+/** Compares two quantities by their numbers in the base unit, each rounded once. `*result` becomes -1, 0
+ * or 1. -0 is 0; NaN is above all others, and equal to itself: so every algorithm can sort. Tolerances
+ * play no part. KELMO_DIFFERENT_KINDS. */
+KELMO_API kelmo_status kelmo_quantity_compare(const kelmo_units* units, const kelmo_quantity* left,
+                                              const kelmo_quantity* right, int32_t* result);
+
+/** A hash. It is equal for quantities that kelmo_quantity_compare finds equal. Do not store it: a later
+ * version may have another. */
+KELMO_API kelmo_status kelmo_quantity_hash(const kelmo_units* units, const kelmo_quantity* quantity,
+                                           uint64_t* result);
+
+/** Converts `count` quantities to the unit `code`. The absolute tolerance is converted by the factors
+ * alone; the relative one stays. A quantity that has this unit already stays as it is. `results` may be
+ * `quantities`, but must not overlap them otherwise. KELMO_DIFFERENT_KINDS, KELMO_POINT_UNIT: nothing has
+ * changed, whichever quantity it is. */
+KELMO_API kelmo_status kelmo_quantity_convert(const kelmo_units* units,
+                                              const kelmo_quantity* quantities, size_t count,
+                                              int32_t code, kelmo_quantity* results);
+
+/** The number that kelmo_quantity_print prints. KELMO_CANNOT_ROUND, KELMO_POINT_UNIT. */
+KELMO_API kelmo_status kelmo_quantity_round(const kelmo_units* units,
+                                            const kelmo_quantity* quantity, double* result);
+
+/** How a quantity is printed. */
+enum {
+  KELMO_PRINT_NAME = 1,      /**< the name of the unit in place of its symbol, if it has one */
+  KELMO_PRINT_NUMBER = 2,    /**< neither symbol nor name */
+  KELMO_PRINT_ALL_DIGITS = 4 /**< every digit, where the tolerance justifies no number of them */
+};
+
+/** Options of kelmo_quantity_print. */
+typedef struct kelmo_print_options {
+  uint32_t size;                      /**< of this struct, set by the caller */
+  uint32_t flags;                     /**< KELMO_PRINT_... */
+  const kelmo_number_format* numbers; /**< null: that of the view; without a view, "1234.5" */
+} kelmo_print_options;
+
+/** Writes a quantity with the digits that its tolerance justifies: 1234.5678 mm with the tolerance 0.01 is
+ * "1234.57 mm". They are the digits that Double::to_string gives; docs/values.md has the rule. A no-break
+ * space (U+00A0) stands in front of the symbol, but not in front of the signs for degree, minute and second
+ * of an angle. `view`, which may be null, chooses the symbol and the format of numbers; so may `options`
+ * be null.
+ *
+ * KELMO_CANNOT_ROUND: the tolerance is 0, negative, infinite or NaN; or it is below 1e-9 or above 1e9, where
+ * the scale of the first library overflows. With KELMO_PRINT_ALL_DIGITS, the shortest text that reads as
+ * the same number stands there instead. Infinity and NaN need no tolerance. KELMO_POINT_UNIT: a point with a
+ * relative tolerance. */
+KELMO_API kelmo_status kelmo_quantity_print(const kelmo_units* units, const kelmo_view* view,
+                                            const kelmo_quantity* quantity,
+                                            const kelmo_print_options* options, char* buffer,
+                                            size_t capacity, size_t* needed);
+
+/** Options of kelmo_quantity_read. */
+typedef struct kelmo_read_options {
+  uint32_t size;             /**< of this struct, set by the caller */
+  int32_t kind;              /**< number of the kind that is wanted, such as 10; 0: any */
+  int32_t code;              /**< unit of a number that has no unit; 0: every number needs a unit */
+  uint32_t reserved;         /**< 0 */
+  double absolute_tolerance; /**< of the result, in the unit that was typed */
+  double
+      relative_tolerance; /**< of the result. If both are 0, the absolute tolerance is one unit of the
+                                last digit that was typed: 0.1 for "12.5" */
+  const kelmo_number_format* numbers; /**< null: that of the view; without a view, "1234.5" */
+} kelmo_read_options;
+
+/** Reads what a user types, such as "12,5 mm" or "1 234,5 kPa". The number is written as in the format of
+ * numbers. Its digits may be in groups, with the mark of the format or with blanks between them. Groups of
+ * other sizes and another decimal mark are refused: nothing is guessed. The unit is found as by
+ * kelmo_units_find_text. `view` and `options` may be null.
+ *
+ * KELMO_INVALID_TEXT: there is no number, it is not right, or there is no unit. KELMO_UNKNOWN_UNIT,
+ * KELMO_AMBIGUOUS_UNIT, KELMO_DIFFERENT_KINDS: the unit. A problem has the column and the reason: its code
+ * is one of KELMO_PROBLEM_NO_NUMBER to KELMO_PROBLEM_OTHER_KIND. */
+KELMO_API kelmo_status kelmo_quantity_read(const kelmo_units* units, const kelmo_view* view,
+                                           const char* text, size_t text_size,
+                                           const kelmo_read_options* options,
+                                           kelmo_quantity* result, kelmo_problems* problems);
+
 /* ---- Making arguments (not functions of the library's file) ---- */
 
 /** A text, zero-terminated; null is the empty text. It is not copied. */
@@ -508,6 +826,18 @@ static inline kelmo_argument kelmo_number_argument(double number, int32_t decima
   argument.type = KELMO_ARGUMENT_NUMBER;
   argument.number = number;
   argument.decimals = decimals;
+  return argument;
+}
+
+/** A quantity, for a placeholder: `{0}` is "12.5 mm", with the symbol and the digits of
+ * kelmo_quantity_print, or all digits. With a format, `{0:.2f}` is its number with two decimals, and the
+ * symbol. It is not copied. */
+static inline kelmo_argument kelmo_quantity_argument(const kelmo_units* units,
+                                                     const kelmo_quantity* quantity) {
+  kelmo_argument argument = kelmo_text_argument(NULL);
+  argument.type = KELMO_ARGUMENT_QUANTITY;
+  argument.units = units;
+  argument.quantity = quantity;
   return argument;
 }
 

@@ -1,6 +1,6 @@
 /**
  * @file
- * The C++ face of kelmo: texts in the language of the user.
+ * The C++ face of kelmo: texts and physical values in the language of the user.
  *
  *     kelmo::Loader loader;
  *     loader.add_folder("lang");
@@ -8,8 +8,14 @@
  *     std::puts(view.tr("menu.file").c_str());
  *     std::puts(view.tr("files", kelmo::count(5)).c_str());  // "5 Dateien"
  *
- * Strings are UTF-8. Texts and views never change: copies share them, and any number of threads may
- * use them at the same time. A loader and a list of problems are for one thread at a time. For C++17
+ *     kelmo::UnitsLoader units_loader;
+ *     units_loader.add_file("engineering.txt");
+ *     const kelmo::Units units = units_loader.finish();
+ *     const kelmo::Quantity typed = units.read("12,5 bar", view);
+ *     std::puts(typed.to(kilopascal).str(view).c_str());  // "1250 kPa"
+ *
+ * Strings are UTF-8. Texts, views and units never change: copies share them, and any number of threads
+ * may use them at the same time. A loader and a list of problems are for one thread at a time. For C++17
  * and later; kelmo.h has the details of what the functions do.
  *
  * Functions that are not noexcept may throw std::bad_alloc. What else they throw is in their comments:
@@ -22,6 +28,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <iterator>
 #include <memory>
 #include <new>
@@ -32,6 +39,13 @@
 #include <type_traits>
 #include <utility>
 #include <vector>
+
+#if __has_include(<version>)
+#include <version>
+#endif
+#if defined(__cpp_lib_format)
+#include <format>
+#endif
 
 #include "kelmo.h"
 
@@ -527,6 +541,8 @@ class Loader {
 
 // ---- Arguments
 
+class Quantity;
+
 /** What fills a placeholder. Integers, floating-point numbers and strings become one by themselves;
  * strings are not copied. A bool, a character and a std::filesystem::path do not compile. */
 class Argument {
@@ -590,6 +606,10 @@ class Argument {
       : raw_(kelmo_text_argument(nullptr)) {
     static_assert(sizeof(Path) == 0, "give a path as a text: path.u8string()");
   }
+
+  /** A quantity, with the symbol of its unit. It is not copied. */
+  Argument(
+      const Quantity& quantity) noexcept;  // NOLINT(google-explicit-constructor): so tr takes it
 
   /** An argument of kelmo.h. */
   explicit Argument(const kelmo_argument& raw) noexcept : raw_(raw) {}
@@ -859,6 +879,616 @@ inline std::vector<std::string> languages_for_user(const Texts& texts, std::stri
   return ids;
 }
 
+// ---- Units
+
+/** A unit, or a kind of units. The strings live as long as the units. */
+struct Unit {
+  std::int32_t code; /**< 1000 times the kind, and the number of the unit in it */
+  std::int32_t kind; /**< number of the kind: length is 10 */
+  std::int32_t
+      difference; /**< of points of a scale: code of the unit of their differences; else 0 */
+  double factor;  /**< number in the base unit: factor * number + offset */
+  double offset;  /**< 0 but for points */
+  std::string_view symbol; /**< in the language of the view, if it has one */
+  std::string_view name;   /**< the same; empty if there is no name */
+};
+
+/** A unit that a program adds. The strings are copied. */
+struct NewUnit {
+  std::int32_t code;       /**< for hosts: the numbers 900 to 999 of a kind, and from 1000001 on */
+  double factor;           /**< above 0 */
+  std::string_view symbol; /**< not empty; it does not begin like a number */
+  std::string_view name;   /**< may be empty */
+  double offset = 0;       /**< 0 but for points */
+  std::int32_t difference = 0; /**< of points: code of the unit of their differences */
+};
+
+/** Operands do not fit, or a quantity has a unit that its units do not have. */
+class UnitError : public Error {
+ public:
+  using Error::Error;
+};
+
+/** A typed text is not a quantity. */
+class ReadError : public Error {
+ public:
+  /** `problem` has the place and the reason. */
+  ReadError(kelmo_status status, Problem problem)
+      : Error(status, problem.text), problem_(std::move(problem)) {}
+
+  /** Its code is one of KELMO_PROBLEM_NO_NUMBER to KELMO_PROBLEM_OTHER_KIND; its column is that of the
+   * text, in characters, from 1. */
+  const Problem& problem() const noexcept { return problem_; }
+
+ private:
+  Problem problem_;
+};
+
+namespace detail {
+
+inline kelmo_unit empty_unit() noexcept {
+  kelmo_unit raw = {};
+  raw.size = sizeof raw;
+  return raw;
+}
+
+inline Unit unit_of(const kelmo_unit& raw) noexcept {
+  return {raw.code,         raw.kind, raw.difference, raw.factor, raw.offset, view_of(raw.symbol),
+          view_of(raw.name)};
+}
+
+using SharedUnits = Shared<kelmo_units, kelmo_units_retain, kelmo_units_release>;
+
+}  // namespace detail
+
+/** What a quantity may be, and what its parts mean where they are not typed. */
+struct ReadOptions {
+  std::int32_t kind = 0;               /**< number of the kind that is wanted; 0: any */
+  std::int32_t code = 0;               /**< unit of a number without a unit; 0: each needs one */
+  double absolute_tolerance = 0;       /**< of the result, in the unit that was typed */
+  double relative_tolerance = 0;       /**< if both are 0: one unit of the last digit */
+  std::optional<NumberFormat> numbers; /**< nothing: that of the view */
+};
+
+/** How a quantity is printed. */
+struct PrintOptions {
+  bool name = false;                   /**< the name of the unit in place of its symbol */
+  bool number = false;                 /**< neither symbol nor name */
+  bool all_digits = false;             /**< every digit, where the tolerance justifies no number of
+                                          them; else that throws UnitError */
+  std::optional<NumberFormat> numbers; /**< nothing: that of the view */
+};
+
+class Quantity;
+
+/** Sealed units. Copies share them. */
+class Units {
+ public:
+  /** No units. */
+  Units() = default;
+
+  /** Takes over the caller's part in `owned`. */
+  explicit Units(kelmo_units* owned) noexcept : units_(owned) {}
+
+  /** The unit with a code; nothing if there is none. Symbol and name are those of the first language of
+   * the view that has them; else those of the unit itself. */
+  std::optional<Unit> find(std::int32_t code, const View& view = View()) const noexcept {
+    kelmo_unit raw = detail::empty_unit();
+    return kelmo_units_find(handle(), view.handle(), code, &raw) == KELMO_OK
+               ? std::optional(detail::unit_of(raw))
+               : std::nullopt;
+  }
+
+  /** The unit with a symbol or name, by the rules of kelmo_units_find_text. `kind` 0: of any kind. Throws
+   * ReadError if there is none, or more than one. */
+  Unit find(std::string_view text, const View& view = View(), std::int32_t kind = 0) const {
+    kelmo_unit raw = detail::empty_unit();
+    Problems problems;
+    const kelmo_status status = kelmo_units_find_text(handle(), view.handle(), kind, text.data(),
+                                                      text.size(), &raw, problems.handle());
+    throw_unless_read(status, problems);
+    return detail::unit_of(raw);
+  }
+
+  /** The kinds that have units, in the order of loading. */
+  std::vector<Unit> kinds(const View& view = View()) const {
+    return list(kelmo_units_kind_count(handle()), [&](std::size_t index, kelmo_unit* raw) {
+      return kelmo_units_kind(handle(), view.handle(), index, raw);
+    });
+  }
+
+  /** The units of a kind, or all units if `kind` is 0, in the order of loading: for a combo box. */
+  std::vector<Unit> of_kind(std::int32_t kind, const View& view = View()) const {
+    return list(kelmo_units_count(handle(), kind), [&](std::size_t index, kelmo_unit* raw) {
+      return kelmo_units_at(handle(), view.handle(), kind, index, raw);
+    });
+  }
+
+  /** Converts `count` plain numbers. `results` may be `numbers`, but must not overlap them otherwise.
+   * Throws UnitError if the units do not fit. */
+  void convert(std::int32_t from, std::int32_t to, const double* numbers, std::size_t count,
+               double* results) const {
+    check(kelmo_units_convert(handle(), from, to, numbers, count, results), from, to);
+  }
+
+  /** Converts one plain number. Throws UnitError if the units do not fit. */
+  double convert(double number, std::int32_t from, std::int32_t to) const {
+    convert(from, to, &number, 1, &number);
+    return number;
+  }
+
+  /** Reads what a user types, such as "12,5 mm". Throws ReadError with the column and the reason, and
+   * UnitError for options that do not fit. See kelmo_quantity_read. */
+  Quantity read(std::string_view text, const View& view = View(),
+                const ReadOptions& options = {}) const;
+
+  /** The same; a text that is not a quantity gives nothing, and is told in `problems`. */
+  std::optional<Quantity> read(std::string_view text, const View& view, Problems& problems,
+                               const ReadOptions& options = {}) const;
+
+  /** For the functions of kelmo.h; null for no units. The units belong to this object. */
+  kelmo_units* handle() const noexcept { return units_.get(); }
+
+ private:
+  friend class Quantity;
+
+  template <class Get>
+  static std::vector<Unit> list(std::size_t count, Get get) {
+    std::vector<Unit> units;
+    units.reserve(count);
+    for (std::size_t i = 0; i < count; ++i) {
+      kelmo_unit raw = detail::empty_unit();
+      detail::check_index(get(i, &raw));
+      units.push_back(detail::unit_of(raw));
+    }
+    return units;
+  }
+
+  static void throw_unless_read(kelmo_status status, const Problems& problems) {
+    if (status != KELMO_OK && !problems.empty()) {
+      throw ReadError(status, problems.at(0));
+    }
+    detail::check(status);
+  }
+
+  // `mm (length)`, or the code alone.
+  std::string described(std::int32_t code) const {
+    const auto unit = find(code);
+    if (!unit) {
+      return "the unknown unit " + std::to_string(code);
+    }
+    for (const Unit& kind : kinds()) {
+      if (kind.kind == unit->kind && !kind.name.empty()) {
+        return std::string(unit->symbol) + " (" + std::string(kind.name) + ")";
+      }
+    }
+    return std::string(unit->symbol);
+  }
+
+  // Throws for a status of an operation with two units, or with one if they are the same.
+  void check(kelmo_status status, std::int32_t left, std::int32_t right) const {
+    if (status == KELMO_OK || status == KELMO_OUT_OF_MEMORY) {
+      detail::check(status);
+      return;
+    }
+    std::string what = std::string("kelmo: ") + kelmo_status_name(status) + ": " + described(left);
+    if (left != right) {
+      what += " and " + described(right);
+    }
+    throw UnitError(status, what);
+  }
+
+  std::optional<kelmo_quantity> read(std::string_view text, const View& view,
+                                     const ReadOptions& options, kelmo_problems* problems,
+                                     kelmo_status& status) const {
+    kelmo_read_options raw = {};
+    raw.size = sizeof raw;
+    raw.kind = options.kind;
+    raw.code = options.code;
+    raw.absolute_tolerance = options.absolute_tolerance;
+    raw.relative_tolerance = options.relative_tolerance;
+    raw.numbers = options.numbers ? &*options.numbers : nullptr;
+    kelmo_quantity result = {};
+    status = kelmo_quantity_read(handle(), view.handle(), text.data(), text.size(), &raw, &result,
+                                 problems);
+    return status == KELMO_OK ? std::optional(result) : std::nullopt;
+  }
+
+  detail::SharedUnits units_;
+};
+
+/** With which units a loader begins. */
+enum class UnitsStart : std::int32_t {
+  none = KELMO_UNITS_NONE,            /**< none */
+  built_in = KELMO_UNITS_BUILT_IN,    /**< those of the first library before Init */
+  after_init = KELMO_UNITS_AFTER_INIT /**< those of the first library after Init */
+};
+
+/** What a file of units has. */
+enum class UnitsFormat : std::int32_t {
+  file = KELMO_UNITS_FILE, /**< units: code, factor, offset, symbol, name, difference */
+  four_fields = KELMO_UNITS_FOUR_FIELDS, /**< units, as the first library exports them */
+  names = KELMO_UNITS_NAMES              /**< symbols and names in one language: de-val.txt */
+};
+
+/** Collects units, and their symbols and names in languages. The last unit with a code counts, and the
+ * first name in a language.
+ *
+ * Functions without a list of problems throw Error if a file cannot be read, or a line or unit of it is
+ * dropped; the right lines count all the same. Functions with a list append the problems; they return
+ * whether the file could be read, or the unit is allowed. All throw Error for a path or name that is not
+ * UTF-8, and for a loader that was moved from. */
+class UnitsLoader {
+ public:
+  /** A loader that begins with those units. Throws std::bad_alloc. */
+  explicit UnitsLoader(UnitsStart start = UnitsStart::none) {
+    kelmo_units_loader* made = nullptr;
+    detail::check(kelmo_units_loader_create(static_cast<std::int32_t>(start), &made));
+    loader_.reset(made);
+  }
+
+  /** Adds a unit, or replaces that with its code. */
+  void add(const NewUnit& unit) {
+    Problems problems;
+    add(unit, problems);
+    throw_first(problems);
+  }
+
+  /** Adds a unit, or replaces that with its code. */
+  bool add(const NewUnit& unit, Problems& problems) {
+    kelmo_unit raw = detail::empty_unit();
+    raw.code = unit.code;
+    raw.factor = unit.factor;
+    raw.offset = unit.offset;
+    raw.difference = unit.difference;
+    raw.symbol = {unit.symbol.data(), unit.symbol.size()};
+    raw.name = {unit.name.data(), unit.name.size()};
+    return add(raw, problems);
+  }
+
+  /** Names a kind of units, such as 10 for length. */
+  void add_kind(std::int32_t kind, std::string_view symbol, std::string_view name) {
+    kelmo_unit raw = detail::empty_unit();
+    raw.code = kind < first_long_kind ? kind : kind * codes_of_kind;
+    raw.symbol = {symbol.data(), symbol.size()};
+    raw.name = {name.data(), name.size()};
+    Problems problems;
+    add(raw, problems);
+    throw_first(problems);
+  }
+
+  /** Reads a file. The path is UTF-8, on all systems. */
+  void add_file(std::string_view path, UnitsFormat format = UnitsFormat::file) {
+    Problems problems;
+    add_file(path, problems, format);
+    throw_first(problems);
+  }
+
+  /** Reads a file. */
+  bool add_file(std::string_view path, Problems& problems, UnitsFormat format = UnitsFormat::file) {
+    const kelmo_status status =
+        kelmo_units_loader_add_file(loader_.get(), path.data(), path.size(),
+                                    static_cast<std::int32_t>(format), problems.handle());
+    if (status != KELMO_CANNOT_READ) {
+      detail::check(status);
+    }
+    return status == KELMO_OK;
+  }
+
+  /** The same for a std::filesystem::path. */
+  template <class Path, class = decltype(std::declval<const Path&>().u8string())>
+  void add_file(const Path& path, UnitsFormat format = UnitsFormat::file) {
+    add_file(std::string_view(detail::utf8_of(path)), format);
+  }
+
+  /** The same for a std::filesystem::path. */
+  template <class Path, class = decltype(std::declval<const Path&>().u8string())>
+  bool add_file(const Path& path, Problems& problems, UnitsFormat format = UnitsFormat::file) {
+    return add_file(std::string_view(detail::utf8_of(path)), problems, format);
+  }
+
+  /** Reads a file in memory; `name` stands for it in problems. */
+  void add_memory(std::string_view bytes, std::string_view name,
+                  UnitsFormat format = UnitsFormat::file) {
+    Problems problems;
+    add_memory(bytes, name, problems, format);
+    throw_first(problems);
+  }
+
+  /** Reads a file in memory; `name` stands for it in problems. */
+  void add_memory(std::string_view bytes, std::string_view name, Problems& problems,
+                  UnitsFormat format = UnitsFormat::file) {
+    detail::check(kelmo_units_loader_add_memory(
+        loader_.get(), bytes.data(), bytes.size(), name.data(), name.size(),
+        static_cast<std::int32_t>(format), problems.handle()));
+  }
+
+  /** Seals what was collected. The loader is empty then, without units, and can collect again. Throws
+   * Error if a unit of points is dropped. */
+  Units finish() {
+    Problems problems;
+    Units units = finish(problems);
+    throw_first(problems);
+    return units;
+  }
+
+  /** The same; units that are dropped, units with the factor 0, and names of no unit are told. */
+  Units finish(Problems& problems) {
+    kelmo_units* made = nullptr;
+    detail::check(kelmo_units_loader_finish(loader_.get(), &made, problems.handle()));
+    return Units(made);
+  }
+
+ private:
+  static constexpr std::int32_t first_long_kind = 100;
+  static constexpr std::int32_t codes_of_kind = 1000;
+
+  bool add(const kelmo_unit& raw, Problems& problems) {
+    const std::size_t before = problems.size() + problems.lost();
+    const kelmo_status status = kelmo_units_loader_add(loader_.get(), &raw, problems.handle());
+    if (status != KELMO_INVALID_ARGUMENT || problems.size() + problems.lost() == before) {
+      detail::check(status);  // what no problem tells
+    }
+    return status == KELMO_OK;
+  }
+
+  static void throw_first(const Problems& problems) {
+    for (const Problem& problem : problems) {
+      if (problem.severity == Severity::error) {
+        throw Error(
+            problem.code == KELMO_PROBLEM_CANNOT_READ ? KELMO_CANNOT_READ : KELMO_INVALID_ARGUMENT,
+            problem.text);
+      }
+    }
+    if (problems.lost() != 0) {
+      throw std::bad_alloc();
+    }
+  }
+
+  std::unique_ptr<kelmo_units_loader,
+                  detail::Destroyer<kelmo_units_loader, kelmo_units_loader_destroy>>
+      loader_;
+};
+
+// ---- Quantities
+
+/** A physical value: a number with tolerances and a unit. It keeps its units alive.
+ *
+ * Arithmetic gives the bits of the class Double of the first library: the right operand is converted to
+ * the unit of the left one, whose unit and tolerances the result has. Two quantities must have the same
+ * units: those of one Units object and its copies. Functions throw UnitError, which names both units, for
+ * operands of different kinds, for a code that the units do not have, and for arithmetic that points of a
+ * scale do not have; see kelmo.h. Threads may share a quantity as they share an int. */
+class Quantity {
+ public:
+  /** A number in a unit. The tolerance is relative_tolerance * number + absolute_tolerance. Throws UnitError
+   * if there is no such unit. */
+  Quantity(Units units, double number, std::int32_t code, double absolute_tolerance = 0,
+           double relative_tolerance = 0)
+      : Quantity(std::move(units),
+                 kelmo_quantity_of(number, absolute_tolerance, relative_tolerance, code)) {}
+
+  /** The quantity of a struct of kelmo.h. Throws UnitError if there is no such unit. */
+  Quantity(Units units, const kelmo_quantity& raw) : units_(std::move(units)), raw_(raw) {
+    units_.check(units_.find(raw.code) ? KELMO_OK : KELMO_UNKNOWN_UNIT, raw.code, raw.code);
+  }
+
+  double number() const noexcept { return raw_.number; }                         /**< in its unit */
+  double absolute_tolerance() const noexcept { return raw_.absolute_tolerance; } /**< in its unit */
+  double relative_tolerance() const noexcept {
+    return raw_.relative_tolerance;
+  }                                                           /**< a part of it */
+  std::int32_t code() const noexcept { return raw_.code; }    /**< of its unit */
+  const Units& units() const noexcept { return units_; }      /**< what the code means */
+  const kelmo_quantity& raw() const noexcept { return raw_; } /**< for the functions of kelmo.h */
+
+  /** Its unit, with the symbol and the name in the language of the view. */
+  Unit unit(const View& view = View()) const noexcept { return *units_.find(raw_.code, view); }
+
+  /** The same number with other tolerances. */
+  Quantity with_tolerance(double absolute, double relative = 0) const {
+    Quantity result = *this;
+    result.raw_.absolute_tolerance = absolute;
+    result.raw_.relative_tolerance = relative;
+    return result;
+  }
+
+  /** The quantity in another unit. The absolute tolerance is converted too. */
+  Quantity to(std::int32_t code) const {
+    Quantity result = *this;
+    units_.check(kelmo_quantity_convert(units_.handle(), &raw_, 1, code, &result.raw_), raw_.code,
+                 code);
+    return result;
+  }
+
+  /** The number rounded as its tolerance justifies. Throws UnitError if it justifies no digits. */
+  double rounded() const {
+    double result = 0;
+    units_.check(kelmo_quantity_round(units_.handle(), &raw_, &result), raw_.code, raw_.code);
+    return result;
+  }
+
+  /** The quantity as text: "12.5 mm". Throws UnitError if the tolerance justifies no number of digits; see
+   * PrintOptions::all_digits. See kelmo_quantity_print. */
+  std::string str(const View& view = View(), const PrintOptions& options = {}) const {
+    kelmo_print_options raw = {};
+    raw.size = sizeof raw;
+    raw.flags |= options.name ? KELMO_PRINT_NAME : 0;
+    raw.flags |= options.number ? KELMO_PRINT_NUMBER : 0;
+    raw.flags |= options.all_digits ? KELMO_PRINT_ALL_DIGITS : 0;
+    raw.numbers = options.numbers ? &*options.numbers : nullptr;
+    return detail::printed([&](char* buffer, std::size_t capacity, std::size_t* needed) {
+      const kelmo_status status = kelmo_quantity_print(units_.handle(), view.handle(), &raw_, &raw,
+                                                       buffer, capacity, needed);
+      if (status != KELMO_INVALID_ARGUMENT && status != KELMO_INVALID_UTF8) {
+        units_.check(status, raw_.code, raw_.code);
+      }
+      return status;
+    });
+  }
+
+  /** The sum and the difference, in the unit of `left`. */
+  friend Quantity operator+(const Quantity& left, const Quantity& right) {
+    return left.combined(kelmo_quantity_add, right);
+  }
+  friend Quantity operator-(const Quantity& left, const Quantity& right) {
+    return left.combined(kelmo_quantity_subtract, right);
+  }
+  Quantity& operator+=(const Quantity& right) { return *this = *this + right; }
+  Quantity& operator-=(const Quantity& right) { return *this = *this - right; }
+
+  /** The quantity times a plain number, and divided by one. The tolerances stay. */
+  friend Quantity operator*(const Quantity& quantity, double factor) {
+    return quantity.scaled(kelmo_quantity_multiply, factor);
+  }
+  friend Quantity operator*(double factor, const Quantity& quantity) { return quantity * factor; }
+  friend Quantity operator/(const Quantity& quantity, double divisor) {
+    return quantity.scaled(kelmo_quantity_divide, divisor);
+  }
+
+  /** The ratio of two quantities of one kind. */
+  friend double operator/(const Quantity& left, const Quantity& right) {
+    left.require_same_units(right);
+    double result = 0;
+    left.check(kelmo_quantity_ratio(left.units_.handle(), &left.raw_, &right.raw_, &result),
+               right.raw_.code);
+    return result;
+  }
+
+  /** -1, 0 or 1, by the numbers in the base unit. -0 is 0; NaN is above all others, and equal to
+   * itself. */
+  int compare(const Quantity& other) const {
+    require_same_units(other);
+    std::int32_t result = 0;
+    units_.check(kelmo_quantity_compare(units_.handle(), &raw_, &other.raw_, &result), raw_.code,
+                 other.raw_.code);
+    return result;
+  }
+
+  // clang-format off
+  friend bool operator==(const Quantity& a, const Quantity& b) { return a.compare(b) == 0; } /**< by compare */
+  friend bool operator!=(const Quantity& a, const Quantity& b) { return a.compare(b) != 0; } /**< by compare */
+  friend bool operator<(const Quantity& a, const Quantity& b) { return a.compare(b) < 0; }   /**< by compare */
+  friend bool operator>(const Quantity& a, const Quantity& b) { return a.compare(b) > 0; }   /**< by compare */
+  friend bool operator<=(const Quantity& a, const Quantity& b) { return a.compare(b) <= 0; } /**< by compare */
+  friend bool operator>=(const Quantity& a, const Quantity& b) { return a.compare(b) >= 0; } /**< by compare */
+  // clang-format on
+
+  /** Does not compile: there is no algebra of dimensions. */
+  template <class Other, std::enable_if_t<std::is_same_v<Other, Quantity>, int> = 0>
+  friend Quantity operator*(const Quantity& left, const Other& /*right*/) {
+    static_assert(!std::is_same_v<Other, Quantity>,
+                  "quantities have no products: there is no algebra of dimensions");
+    return left;
+  }
+
+  /** A hash: equal for quantities that are equal. */
+  std::size_t hash() const {
+    std::uint64_t result = 0;
+    units_.check(kelmo_quantity_hash(units_.handle(), &raw_, &result), raw_.code, raw_.code);
+    return static_cast<std::size_t>(result);
+  }
+
+ private:
+  void require_same_units(const Quantity& other) const {
+    if (units_.handle() != other.units_.handle()) {
+      throw UnitError(KELMO_INVALID_ARGUMENT,
+                      "kelmo: the quantities have different units: use one Units object");
+    }
+  }
+
+  void check(kelmo_status status, std::int32_t other) const {
+    units_.check(status, raw_.code, other);
+  }
+
+  template <class Operation>
+  Quantity combined(Operation operation, const Quantity& right) const {
+    require_same_units(right);
+    Quantity result = *this;
+    units_.check(operation(units_.handle(), &raw_, &right.raw_, &result.raw_), raw_.code,
+                 right.raw_.code);
+    return result;
+  }
+
+  template <class Operation>
+  Quantity scaled(Operation operation, double number) const {
+    Quantity result = *this;
+    units_.check(operation(units_.handle(), &raw_, number, &result.raw_), raw_.code, raw_.code);
+    return result;
+  }
+
+  Units units_;
+  kelmo_quantity raw_;
+};
+
+inline Quantity Units::read(std::string_view text, const View& view,
+                            const ReadOptions& options) const {
+  Problems problems;
+  kelmo_status status = KELMO_OK;
+  const auto raw = read(text, view, options, problems.handle(), status);
+  throw_unless_read(status, problems);
+  return {*this, *raw};
+}
+
+inline std::optional<Quantity> Units::read(std::string_view text, const View& view,
+                                           Problems& problems, const ReadOptions& options) const {
+  kelmo_status status = KELMO_OK;
+  const std::size_t before = problems.size() + problems.lost();
+  const auto raw = read(text, view, options, problems.handle(), status);
+  if (problems.size() + problems.lost() == before) {
+    detail::check(status);  // what no problem tells
+  }
+  return raw ? std::optional(Quantity(*this, *raw)) : std::nullopt;
+}
+
+inline Argument::Argument(const Quantity& quantity) noexcept
+    : raw_(kelmo_quantity_argument(quantity.units().handle(), &quantity.raw())) {}
+
+/** The sum of a range of quantities, which is not empty, in the unit of the first one. Throws Error for an
+ * empty range, and UnitError as `+` does. */
+template <class Range>
+Quantity sum(const Range& quantities) {
+  auto next = std::begin(quantities);
+  const auto end = std::end(quantities);
+  if (next == end) {
+    throw Error(KELMO_INVALID_ARGUMENT, "kelmo::sum: there is no quantity, and so no unit");
+  }
+  Quantity result = *next * 1.0;  // which throws for points: they have no sum
+  while (++next != end) {
+    result += *next;
+  }
+  return result;
+}
+
+/** Writes the quantity as str does, with all digits where its tolerance justifies no number of them. */
+template <class Stream, class = decltype(std::declval<Stream&>() << std::string())>
+Stream& operator<<(Stream& stream, const Quantity& quantity) {
+  PrintOptions options;
+  options.all_digits = true;
+  stream << quantity.str(View(), options);
+  return stream;
+}
+
 }  // namespace kelmo
+
+/** So that quantities may be keys of unordered containers. */
+template <>
+struct std::hash<kelmo::Quantity> {
+  /** Equal for quantities that are equal. */
+  std::size_t operator()(const kelmo::Quantity& quantity) const { return quantity.hash(); }
+};
+
+#if defined(__cpp_lib_format)
+/** Formats a quantity as the text that `<<` writes: `{:>12}` has a width. */
+template <>
+struct std::formatter<kelmo::Quantity> : std::formatter<std::string> {
+  template <class Context>
+  auto format(const kelmo::Quantity& quantity, Context& context) const {
+    kelmo::PrintOptions options;
+    options.all_digits = true;
+    return std::formatter<std::string>::format(quantity.str(kelmo::View(), options), context);
+  }
+};
+#endif
 
 #endif  // KELMO_KELMO_HPP

@@ -66,6 +66,33 @@
 #define kelmo_view_format kelmo_loaded_view_format
 #define kelmo_view_take_problems kelmo_loaded_view_take_problems
 #define kelmo_system_language kelmo_loaded_system_language
+#define kelmo_units_loader_create kelmo_loaded_units_loader_create
+#define kelmo_units_loader_destroy kelmo_loaded_units_loader_destroy
+#define kelmo_units_loader_add kelmo_loaded_units_loader_add
+#define kelmo_units_loader_add_file kelmo_loaded_units_loader_add_file
+#define kelmo_units_loader_add_memory kelmo_loaded_units_loader_add_memory
+#define kelmo_units_loader_finish kelmo_loaded_units_loader_finish
+#define kelmo_units_retain kelmo_loaded_units_retain
+#define kelmo_units_release kelmo_loaded_units_release
+#define kelmo_units_kind_count kelmo_loaded_units_kind_count
+#define kelmo_units_kind kelmo_loaded_units_kind
+#define kelmo_units_count kelmo_loaded_units_count
+#define kelmo_units_at kelmo_loaded_units_at
+#define kelmo_units_find kelmo_loaded_units_find
+#define kelmo_units_find_text kelmo_loaded_units_find_text
+#define kelmo_units_convert kelmo_loaded_units_convert
+#define kelmo_quantity_add kelmo_loaded_quantity_add
+#define kelmo_quantity_subtract kelmo_loaded_quantity_subtract
+#define kelmo_quantity_multiply kelmo_loaded_quantity_multiply
+#define kelmo_quantity_divide kelmo_loaded_quantity_divide
+#define kelmo_quantity_ratio kelmo_loaded_quantity_ratio
+#define kelmo_quantity_sum kelmo_loaded_quantity_sum
+#define kelmo_quantity_compare kelmo_loaded_quantity_compare
+#define kelmo_quantity_hash kelmo_loaded_quantity_hash
+#define kelmo_quantity_convert kelmo_loaded_quantity_convert
+#define kelmo_quantity_round kelmo_loaded_quantity_round
+#define kelmo_quantity_print kelmo_loaded_quantity_print
+#define kelmo_quantity_read kelmo_loaded_quantity_read
 /* clang-format on */
 #ifdef __cplusplus
 #define KELMO_API inline
@@ -147,6 +174,33 @@ struct kelmo_runtime_functions {
   kelmo_status (*view_format)(const kelmo_view* view, const char* key, size_t key_size, const kelmo_argument* arguments, size_t argument_count, char* buffer, size_t capacity, size_t* needed, kelmo_problems* problems);
   kelmo_status (*view_take_problems)(kelmo_view* view, kelmo_problems* problems, size_t* lost);
   kelmo_status (*system_language)(size_t index, char* buffer, size_t capacity, size_t* needed);
+  kelmo_status (*units_loader_create)(int32_t start, kelmo_units_loader** result);
+  void (*units_loader_destroy)(kelmo_units_loader* loader);
+  kelmo_status (*units_loader_add)(kelmo_units_loader* loader, const kelmo_unit* unit, kelmo_problems* problems);
+  kelmo_status (*units_loader_add_file)(kelmo_units_loader* loader, const char* path, size_t path_size, int32_t format, kelmo_problems* problems);
+  kelmo_status (*units_loader_add_memory)(kelmo_units_loader* loader, const void* bytes, size_t size, const char* name, size_t name_size, int32_t format, kelmo_problems* problems);
+  kelmo_status (*units_loader_finish)(kelmo_units_loader* loader, kelmo_units** result, kelmo_problems* problems);
+  kelmo_units* (*units_retain)(kelmo_units* units);
+  void (*units_release)(kelmo_units* units);
+  size_t (*units_kind_count)(const kelmo_units* units);
+  kelmo_status (*units_kind)(const kelmo_units* units, const kelmo_view* view, size_t index, kelmo_unit* result);
+  size_t (*units_count)(const kelmo_units* units, int32_t kind);
+  kelmo_status (*units_at)(const kelmo_units* units, const kelmo_view* view, int32_t kind, size_t index, kelmo_unit* result);
+  kelmo_status (*units_find)(const kelmo_units* units, const kelmo_view* view, int32_t code, kelmo_unit* result);
+  kelmo_status (*units_find_text)(const kelmo_units* units, const kelmo_view* view, int32_t kind, const char* text, size_t text_size, kelmo_unit* result, kelmo_problems* problems);
+  kelmo_status (*units_convert)(const kelmo_units* units, int32_t from, int32_t to, const double* numbers, size_t count, double* results);
+  kelmo_status (*quantity_add)(const kelmo_units* units, const kelmo_quantity* left, const kelmo_quantity* right, kelmo_quantity* result);
+  kelmo_status (*quantity_subtract)(const kelmo_units* units, const kelmo_quantity* left, const kelmo_quantity* right, kelmo_quantity* result);
+  kelmo_status (*quantity_multiply)(const kelmo_units* units, const kelmo_quantity* quantity, double factor, kelmo_quantity* result);
+  kelmo_status (*quantity_divide)(const kelmo_units* units, const kelmo_quantity* quantity, double divisor, kelmo_quantity* result);
+  kelmo_status (*quantity_ratio)(const kelmo_units* units, const kelmo_quantity* left, const kelmo_quantity* right, double* result);
+  kelmo_status (*quantity_sum)(const kelmo_units* units, const kelmo_quantity* quantities, size_t count, kelmo_quantity* result);
+  kelmo_status (*quantity_compare)(const kelmo_units* units, const kelmo_quantity* left, const kelmo_quantity* right, int32_t* result);
+  kelmo_status (*quantity_hash)(const kelmo_units* units, const kelmo_quantity* quantity, uint64_t* result);
+  kelmo_status (*quantity_convert)(const kelmo_units* units, const kelmo_quantity* quantities, size_t count, int32_t code, kelmo_quantity* results);
+  kelmo_status (*quantity_round)(const kelmo_units* units, const kelmo_quantity* quantity, double* result);
+  kelmo_status (*quantity_print)(const kelmo_units* units, const kelmo_view* view, const kelmo_quantity* quantity, const kelmo_print_options* options, char* buffer, size_t capacity, size_t* needed);
+  kelmo_status (*quantity_read)(const kelmo_units* units, const kelmo_view* view, const char* text, size_t text_size, const kelmo_read_options* options, kelmo_quantity* result, kelmo_problems* problems);
   void* module; /* null: no library is open */
 };
 /* clang-format on */
@@ -173,6 +227,18 @@ KELMO_API const char* kelmo_runtime_status_name(kelmo_status status) {
       return "KELMO_CANNOT_READ";
     case KELMO_INVALID_UTF8:
       return "KELMO_INVALID_UTF8";
+    case KELMO_UNKNOWN_UNIT:
+      return "KELMO_UNKNOWN_UNIT";
+    case KELMO_DIFFERENT_KINDS:
+      return "KELMO_DIFFERENT_KINDS";
+    case KELMO_POINT_UNIT:
+      return "KELMO_POINT_UNIT";
+    case KELMO_CANNOT_ROUND:
+      return "KELMO_CANNOT_ROUND";
+    case KELMO_AMBIGUOUS_UNIT:
+      return "KELMO_AMBIGUOUS_UNIT";
+    case KELMO_INVALID_TEXT:
+      return "KELMO_INVALID_TEXT";
     case KELMO_RUNTIME_NOT_OPEN:
       return "KELMO_RUNTIME_NOT_OPEN";
     case KELMO_RUNTIME_NO_FUNCTION:
@@ -337,6 +403,118 @@ KELMO_API kelmo_status kelmo_view_take_problems(kelmo_view* view, kelmo_problems
 
 KELMO_API kelmo_status kelmo_system_language(size_t index, char* buffer, size_t capacity, size_t* needed) {
   return kelmo_runtime_is_open() ? kelmo_runtime_loaded.system_language(index, buffer, capacity, needed) : KELMO_RUNTIME_NOT_OPEN;
+}
+
+KELMO_API kelmo_status kelmo_units_loader_create(int32_t start, kelmo_units_loader** result) {
+  return kelmo_runtime_is_open() ? kelmo_runtime_loaded.units_loader_create(start, result) : KELMO_RUNTIME_NOT_OPEN;
+}
+
+KELMO_API void kelmo_units_loader_destroy(kelmo_units_loader* loader) {
+  if (kelmo_runtime_is_open()) {
+    kelmo_runtime_loaded.units_loader_destroy(loader);
+  }
+}
+
+KELMO_API kelmo_status kelmo_units_loader_add(kelmo_units_loader* loader, const kelmo_unit* unit, kelmo_problems* problems) {
+  return kelmo_runtime_is_open() ? kelmo_runtime_loaded.units_loader_add(loader, unit, problems) : KELMO_RUNTIME_NOT_OPEN;
+}
+
+KELMO_API kelmo_status kelmo_units_loader_add_file(kelmo_units_loader* loader, const char* path, size_t path_size, int32_t format, kelmo_problems* problems) {
+  return kelmo_runtime_is_open() ? kelmo_runtime_loaded.units_loader_add_file(loader, path, path_size, format, problems) : KELMO_RUNTIME_NOT_OPEN;
+}
+
+KELMO_API kelmo_status kelmo_units_loader_add_memory(kelmo_units_loader* loader, const void* bytes, size_t size, const char* name, size_t name_size, int32_t format, kelmo_problems* problems) {
+  return kelmo_runtime_is_open() ? kelmo_runtime_loaded.units_loader_add_memory(loader, bytes, size, name, name_size, format, problems) : KELMO_RUNTIME_NOT_OPEN;
+}
+
+KELMO_API kelmo_status kelmo_units_loader_finish(kelmo_units_loader* loader, kelmo_units** result, kelmo_problems* problems) {
+  return kelmo_runtime_is_open() ? kelmo_runtime_loaded.units_loader_finish(loader, result, problems) : KELMO_RUNTIME_NOT_OPEN;
+}
+
+KELMO_API kelmo_units* kelmo_units_retain(kelmo_units* units) {
+  return kelmo_runtime_is_open() ? kelmo_runtime_loaded.units_retain(units) : NULL;
+}
+
+KELMO_API void kelmo_units_release(kelmo_units* units) {
+  if (kelmo_runtime_is_open()) {
+    kelmo_runtime_loaded.units_release(units);
+  }
+}
+
+KELMO_API size_t kelmo_units_kind_count(const kelmo_units* units) {
+  return kelmo_runtime_is_open() ? kelmo_runtime_loaded.units_kind_count(units) : 0;
+}
+
+KELMO_API kelmo_status kelmo_units_kind(const kelmo_units* units, const kelmo_view* view, size_t index, kelmo_unit* result) {
+  return kelmo_runtime_is_open() ? kelmo_runtime_loaded.units_kind(units, view, index, result) : KELMO_RUNTIME_NOT_OPEN;
+}
+
+KELMO_API size_t kelmo_units_count(const kelmo_units* units, int32_t kind) {
+  return kelmo_runtime_is_open() ? kelmo_runtime_loaded.units_count(units, kind) : 0;
+}
+
+KELMO_API kelmo_status kelmo_units_at(const kelmo_units* units, const kelmo_view* view, int32_t kind, size_t index, kelmo_unit* result) {
+  return kelmo_runtime_is_open() ? kelmo_runtime_loaded.units_at(units, view, kind, index, result) : KELMO_RUNTIME_NOT_OPEN;
+}
+
+KELMO_API kelmo_status kelmo_units_find(const kelmo_units* units, const kelmo_view* view, int32_t code, kelmo_unit* result) {
+  return kelmo_runtime_is_open() ? kelmo_runtime_loaded.units_find(units, view, code, result) : KELMO_RUNTIME_NOT_OPEN;
+}
+
+KELMO_API kelmo_status kelmo_units_find_text(const kelmo_units* units, const kelmo_view* view, int32_t kind, const char* text, size_t text_size, kelmo_unit* result, kelmo_problems* problems) {
+  return kelmo_runtime_is_open() ? kelmo_runtime_loaded.units_find_text(units, view, kind, text, text_size, result, problems) : KELMO_RUNTIME_NOT_OPEN;
+}
+
+KELMO_API kelmo_status kelmo_units_convert(const kelmo_units* units, int32_t from, int32_t to, const double* numbers, size_t count, double* results) {
+  return kelmo_runtime_is_open() ? kelmo_runtime_loaded.units_convert(units, from, to, numbers, count, results) : KELMO_RUNTIME_NOT_OPEN;
+}
+
+KELMO_API kelmo_status kelmo_quantity_add(const kelmo_units* units, const kelmo_quantity* left, const kelmo_quantity* right, kelmo_quantity* result) {
+  return kelmo_runtime_is_open() ? kelmo_runtime_loaded.quantity_add(units, left, right, result) : KELMO_RUNTIME_NOT_OPEN;
+}
+
+KELMO_API kelmo_status kelmo_quantity_subtract(const kelmo_units* units, const kelmo_quantity* left, const kelmo_quantity* right, kelmo_quantity* result) {
+  return kelmo_runtime_is_open() ? kelmo_runtime_loaded.quantity_subtract(units, left, right, result) : KELMO_RUNTIME_NOT_OPEN;
+}
+
+KELMO_API kelmo_status kelmo_quantity_multiply(const kelmo_units* units, const kelmo_quantity* quantity, double factor, kelmo_quantity* result) {
+  return kelmo_runtime_is_open() ? kelmo_runtime_loaded.quantity_multiply(units, quantity, factor, result) : KELMO_RUNTIME_NOT_OPEN;
+}
+
+KELMO_API kelmo_status kelmo_quantity_divide(const kelmo_units* units, const kelmo_quantity* quantity, double divisor, kelmo_quantity* result) {
+  return kelmo_runtime_is_open() ? kelmo_runtime_loaded.quantity_divide(units, quantity, divisor, result) : KELMO_RUNTIME_NOT_OPEN;
+}
+
+KELMO_API kelmo_status kelmo_quantity_ratio(const kelmo_units* units, const kelmo_quantity* left, const kelmo_quantity* right, double* result) {
+  return kelmo_runtime_is_open() ? kelmo_runtime_loaded.quantity_ratio(units, left, right, result) : KELMO_RUNTIME_NOT_OPEN;
+}
+
+KELMO_API kelmo_status kelmo_quantity_sum(const kelmo_units* units, const kelmo_quantity* quantities, size_t count, kelmo_quantity* result) {
+  return kelmo_runtime_is_open() ? kelmo_runtime_loaded.quantity_sum(units, quantities, count, result) : KELMO_RUNTIME_NOT_OPEN;
+}
+
+KELMO_API kelmo_status kelmo_quantity_compare(const kelmo_units* units, const kelmo_quantity* left, const kelmo_quantity* right, int32_t* result) {
+  return kelmo_runtime_is_open() ? kelmo_runtime_loaded.quantity_compare(units, left, right, result) : KELMO_RUNTIME_NOT_OPEN;
+}
+
+KELMO_API kelmo_status kelmo_quantity_hash(const kelmo_units* units, const kelmo_quantity* quantity, uint64_t* result) {
+  return kelmo_runtime_is_open() ? kelmo_runtime_loaded.quantity_hash(units, quantity, result) : KELMO_RUNTIME_NOT_OPEN;
+}
+
+KELMO_API kelmo_status kelmo_quantity_convert(const kelmo_units* units, const kelmo_quantity* quantities, size_t count, int32_t code, kelmo_quantity* results) {
+  return kelmo_runtime_is_open() ? kelmo_runtime_loaded.quantity_convert(units, quantities, count, code, results) : KELMO_RUNTIME_NOT_OPEN;
+}
+
+KELMO_API kelmo_status kelmo_quantity_round(const kelmo_units* units, const kelmo_quantity* quantity, double* result) {
+  return kelmo_runtime_is_open() ? kelmo_runtime_loaded.quantity_round(units, quantity, result) : KELMO_RUNTIME_NOT_OPEN;
+}
+
+KELMO_API kelmo_status kelmo_quantity_print(const kelmo_units* units, const kelmo_view* view, const kelmo_quantity* quantity, const kelmo_print_options* options, char* buffer, size_t capacity, size_t* needed) {
+  return kelmo_runtime_is_open() ? kelmo_runtime_loaded.quantity_print(units, view, quantity, options, buffer, capacity, needed) : KELMO_RUNTIME_NOT_OPEN;
+}
+
+KELMO_API kelmo_status kelmo_quantity_read(const kelmo_units* units, const kelmo_view* view, const char* text, size_t text_size, const kelmo_read_options* options, kelmo_quantity* result, kelmo_problems* problems) {
+  return kelmo_runtime_is_open() ? kelmo_runtime_loaded.quantity_read(units, view, text, text_size, options, result, problems) : KELMO_RUNTIME_NOT_OPEN;
 }
 /* clang-format on */
 
@@ -503,6 +681,33 @@ static kelmo_status kelmo_runtime_take_all(struct kelmo_runtime_functions* found
     {"kelmo_view_format", offsetof(struct kelmo_runtime_functions, view_format)},
     {"kelmo_view_take_problems", offsetof(struct kelmo_runtime_functions, view_take_problems)},
     {"kelmo_system_language", offsetof(struct kelmo_runtime_functions, system_language)},
+    {"kelmo_units_loader_create", offsetof(struct kelmo_runtime_functions, units_loader_create)},
+    {"kelmo_units_loader_destroy", offsetof(struct kelmo_runtime_functions, units_loader_destroy)},
+    {"kelmo_units_loader_add", offsetof(struct kelmo_runtime_functions, units_loader_add)},
+    {"kelmo_units_loader_add_file", offsetof(struct kelmo_runtime_functions, units_loader_add_file)},
+    {"kelmo_units_loader_add_memory", offsetof(struct kelmo_runtime_functions, units_loader_add_memory)},
+    {"kelmo_units_loader_finish", offsetof(struct kelmo_runtime_functions, units_loader_finish)},
+    {"kelmo_units_retain", offsetof(struct kelmo_runtime_functions, units_retain)},
+    {"kelmo_units_release", offsetof(struct kelmo_runtime_functions, units_release)},
+    {"kelmo_units_kind_count", offsetof(struct kelmo_runtime_functions, units_kind_count)},
+    {"kelmo_units_kind", offsetof(struct kelmo_runtime_functions, units_kind)},
+    {"kelmo_units_count", offsetof(struct kelmo_runtime_functions, units_count)},
+    {"kelmo_units_at", offsetof(struct kelmo_runtime_functions, units_at)},
+    {"kelmo_units_find", offsetof(struct kelmo_runtime_functions, units_find)},
+    {"kelmo_units_find_text", offsetof(struct kelmo_runtime_functions, units_find_text)},
+    {"kelmo_units_convert", offsetof(struct kelmo_runtime_functions, units_convert)},
+    {"kelmo_quantity_add", offsetof(struct kelmo_runtime_functions, quantity_add)},
+    {"kelmo_quantity_subtract", offsetof(struct kelmo_runtime_functions, quantity_subtract)},
+    {"kelmo_quantity_multiply", offsetof(struct kelmo_runtime_functions, quantity_multiply)},
+    {"kelmo_quantity_divide", offsetof(struct kelmo_runtime_functions, quantity_divide)},
+    {"kelmo_quantity_ratio", offsetof(struct kelmo_runtime_functions, quantity_ratio)},
+    {"kelmo_quantity_sum", offsetof(struct kelmo_runtime_functions, quantity_sum)},
+    {"kelmo_quantity_compare", offsetof(struct kelmo_runtime_functions, quantity_compare)},
+    {"kelmo_quantity_hash", offsetof(struct kelmo_runtime_functions, quantity_hash)},
+    {"kelmo_quantity_convert", offsetof(struct kelmo_runtime_functions, quantity_convert)},
+    {"kelmo_quantity_round", offsetof(struct kelmo_runtime_functions, quantity_round)},
+    {"kelmo_quantity_print", offsetof(struct kelmo_runtime_functions, quantity_print)},
+    {"kelmo_quantity_read", offsetof(struct kelmo_runtime_functions, quantity_read)},
   };
   /* clang-format on */
   size_t i = 0;

@@ -21,10 +21,17 @@
   KELMO_HOLDS(offsetof(type, field) == (offset) && sizeof(((type*)0)->field) == (bytes))
 #define KELMO_VALUE(name, value) KELMO_HOLDS((name) == (value))
 
-/* The only one without its size in front: it never grows. */
+/* These two have no size in front: they never grow. */
 KELMO_SIZE(kelmo_string, 16);
 KELMO_FIELD(kelmo_string, data, 0, 8);
 KELMO_FIELD(kelmo_string, size, 8, 8);
+
+KELMO_SIZE(kelmo_quantity, 32);
+KELMO_FIELD(kelmo_quantity, number, 0, 8);
+KELMO_FIELD(kelmo_quantity, absolute_tolerance, 8, 8);
+KELMO_FIELD(kelmo_quantity, relative_tolerance, 16, 8);
+KELMO_FIELD(kelmo_quantity, code, 24, 4);
+KELMO_FIELD(kelmo_quantity, reserved, 28, 4);
 
 KELMO_SIZE(kelmo_problem, 104);
 KELMO_FIELD(kelmo_problem, size, 0, 4);
@@ -72,7 +79,7 @@ KELMO_FIELD(kelmo_number_format, decimal_mark, 24, 16);
 KELMO_FIELD(kelmo_number_format, group_mark, 40, 16);
 KELMO_FIELD(kelmo_number_format, minus_sign, 56, 16);
 
-KELMO_SIZE(kelmo_argument, 64);
+KELMO_SIZE(kelmo_argument, 80);
 KELMO_FIELD(kelmo_argument, size, 0, 4);
 KELMO_FIELD(kelmo_argument, type, 4, 4);
 KELMO_FIELD(kelmo_argument, is_count, 8, 4);
@@ -81,6 +88,8 @@ KELMO_FIELD(kelmo_argument, name, 16, 16);
 KELMO_FIELD(kelmo_argument, text, 32, 16);
 KELMO_FIELD(kelmo_argument, integer, 48, 8);
 KELMO_FIELD(kelmo_argument, number, 56, 8);
+KELMO_FIELD(kelmo_argument, units, 64, 8);
+KELMO_FIELD(kelmo_argument, quantity, 72, 8);
 
 KELMO_SIZE(kelmo_view_options, 40);
 KELMO_FIELD(kelmo_view_options, size, 0, 4);
@@ -90,6 +99,30 @@ KELMO_FIELD(kelmo_view_options, problem_limit, 12, 4);
 KELMO_FIELD(kelmo_view_options, languages, 16, 8);
 KELMO_FIELD(kelmo_view_options, language_count, 24, 8);
 KELMO_FIELD(kelmo_view_options, numbers, 32, 8);
+
+KELMO_SIZE(kelmo_unit, 64);
+KELMO_FIELD(kelmo_unit, size, 0, 4);
+KELMO_FIELD(kelmo_unit, code, 4, 4);
+KELMO_FIELD(kelmo_unit, kind, 8, 4);
+KELMO_FIELD(kelmo_unit, difference, 12, 4);
+KELMO_FIELD(kelmo_unit, factor, 16, 8);
+KELMO_FIELD(kelmo_unit, offset, 24, 8);
+KELMO_FIELD(kelmo_unit, symbol, 32, 16);
+KELMO_FIELD(kelmo_unit, name, 48, 16);
+
+KELMO_SIZE(kelmo_print_options, 16);
+KELMO_FIELD(kelmo_print_options, size, 0, 4);
+KELMO_FIELD(kelmo_print_options, flags, 4, 4);
+KELMO_FIELD(kelmo_print_options, numbers, 8, 8);
+
+KELMO_SIZE(kelmo_read_options, 40);
+KELMO_FIELD(kelmo_read_options, size, 0, 4);
+KELMO_FIELD(kelmo_read_options, kind, 4, 4);
+KELMO_FIELD(kelmo_read_options, code, 8, 4);
+KELMO_FIELD(kelmo_read_options, reserved, 12, 4);
+KELMO_FIELD(kelmo_read_options, absolute_tolerance, 16, 8);
+KELMO_FIELD(kelmo_read_options, relative_tolerance, 24, 8);
+KELMO_FIELD(kelmo_read_options, numbers, 32, 8);
 
 KELMO_HOLDS(sizeof(kelmo_status) == 4);
 KELMO_HOLDS(KELMO_ZERO_TERMINATED == SIZE_MAX);
@@ -133,5 +166,39 @@ KELMO_VALUE(KELMO_MISSING_KEY, 0);
 KELMO_VALUE(KELMO_MISSING_NOTHING, 1);
 KELMO_VALUE(KELMO_MISSING_MARKED, 2);
 KELMO_VALUE(KELMO_VIEW_ISOLATE, 1);
+KELMO_VALUE(KELMO_UNKNOWN_UNIT, -5);
+KELMO_VALUE(KELMO_DIFFERENT_KINDS, -6);
+KELMO_VALUE(KELMO_POINT_UNIT, -7);
+KELMO_VALUE(KELMO_CANNOT_ROUND, -8);
+KELMO_VALUE(KELMO_AMBIGUOUS_UNIT, -9);
+KELMO_VALUE(KELMO_INVALID_TEXT, -10);
+KELMO_VALUE(KELMO_PROBLEM_UNIT, 221);
+KELMO_VALUE(KELMO_PROBLEM_UNIT_REPEATED, 222);
+KELMO_VALUE(KELMO_PROBLEM_UNIT_DROPPED, 223);
+KELMO_VALUE(KELMO_PROBLEM_UNIT_NO_FACTOR, 224);
+KELMO_VALUE(KELMO_PROBLEM_UNIT_DIFFERENCE, 225);
+KELMO_VALUE(KELMO_PROBLEM_NAME_OF_NO_UNIT, 226);
+KELMO_VALUE(KELMO_PROBLEM_NO_NUMBER, 231);
+KELMO_VALUE(KELMO_PROBLEM_DECIMAL_MARK, 232);
+KELMO_VALUE(KELMO_PROBLEM_GROUPS, 233);
+KELMO_VALUE(KELMO_PROBLEM_NUMBER_RANGE, 234);
+KELMO_VALUE(KELMO_PROBLEM_NO_UNIT, 235);
+KELMO_VALUE(KELMO_PROBLEM_UNKNOWN_UNIT, 236);
+KELMO_VALUE(KELMO_PROBLEM_AMBIGUOUS_UNIT, 237);
+KELMO_VALUE(KELMO_PROBLEM_OTHER_KIND, 238);
+KELMO_VALUE(KELMO_ARGUMENT_QUANTITY, 6);
+KELMO_VALUE(KELMO_UNITS_NONE, 0);
+KELMO_VALUE(KELMO_UNITS_BUILT_IN, 1);
+KELMO_VALUE(KELMO_UNITS_AFTER_INIT, 2);
+KELMO_VALUE(KELMO_UNITS_FILE, 0);
+KELMO_VALUE(KELMO_UNITS_FOUR_FIELDS, 1);
+KELMO_VALUE(KELMO_UNITS_NAMES, 2);
+KELMO_VALUE(KELMO_PRINT_NAME, 1);
+KELMO_VALUE(KELMO_PRINT_NUMBER, 2);
+KELMO_VALUE(KELMO_PRINT_ALL_DIGITS, 4);
+KELMO_VALUE(KELMO_FIRST_HOST_UNIT, 900);
+KELMO_VALUE(KELMO_LAST_HOST_UNIT, 999);
+KELMO_VALUE(KELMO_FIRST_HOST_KIND, 1000);
+KELMO_VALUE(KELMO_LONGEST_UNIT_TEXT, 255);
 
 #endif

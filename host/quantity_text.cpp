@@ -1,0 +1,96 @@
+#include "host/quantity_text.h"
+
+#include <cmath>
+#include <string_view>
+
+#include "host/argument.h"
+#include "host/number_text.h"
+#include "host/quantity.h"
+#include "phyval/rounding.h"
+
+namespace KelmoLibs::Host {
+namespace {
+
+constexpr std::string_view kNoBreakSpace = "\u00A0";
+
+// The digits of a number.
+struct Digits {
+  double number;
+  int decimals;  // kShortest: as many as it needs
+};
+
+// Above it, and below its reciprocal, the scale of the first library overflows.
+constexpr double kLargestTolerance = 1e9;
+
+// Rounds as the first library does, where its loops end and its scale does not overflow.
+kelmo_status Round(const kelmo_quantity& quantity, Digits& result) noexcept {
+  if (!std::isfinite(quantity.number)) {
+    result = {quantity.number, kShortest};
+    return KELMO_OK;
+  }
+  const double tolerance =
+      quantity.relative_tolerance * quantity.number + quantity.absolute_tolerance;
+  if (!(tolerance > 0 && tolerance <= kLargestTolerance)) {
+    return KELMO_CANNOT_ROUND;
+  }
+  const auto rounded = Localize::Phyval::RoundToTolerance(quantity.number, tolerance);
+  if (!std::isfinite(rounded.integer)) {  // the scale, or its product with the number, has overflowed
+    return KELMO_CANNOT_ROUND;
+  }
+  result = {rounded.number, rounded.decimals};
+  return KELMO_OK;
+}
+
+// Signs that stand at the number.
+bool StandsAtNumber(std::string_view symbol) noexcept {
+  return symbol == "\u00B0" || symbol == "\u2032" || symbol == "\u2033";
+}
+
+void WriteUnit(const UnitLabel& label, const QuantityStyle& style, TextSink& sink) noexcept {
+  if (style.isNumber) {
+    return;
+  }
+  const std::string_view text = style.hasName && !label.name.empty() ? label.name : label.symbol;
+  if (!StandsAtNumber(text)) {
+    sink.Append(kNoBreakSpace);
+  }
+  sink.Append(text);
+}
+
+}  // namespace
+
+kelmo_status WriteQuantity(const UnitSet& units, const LanguageChain& languages,
+                           const kelmo_quantity& quantity, const QuantityStyle& style,
+                           const Cldr::NumberFormat& format, TextSink& sink) noexcept {
+  const UnitRow* unit = nullptr;
+  if (const kelmo_status status = TakeUnit(units, quantity, unit); status != KELMO_OK) {
+    return status;
+  }
+  Digits digits = {quantity.number, kShortest};
+  if (style.spec == nullptr) {
+    const kelmo_status status = Round(quantity, digits);
+    if (status != KELMO_OK && !style.hasAllDigits) {
+      return status;
+    }
+  }
+  Argument number;
+  number.value = Argument::Value(digits.number);
+  number.decimals = digits.decimals;
+  WriteNumber(number, style.spec != nullptr ? *style.spec : NumberSpec(), format, sink);
+  WriteUnit(units.LabelOf(*unit, languages), style, sink);
+  return KELMO_OK;
+}
+
+kelmo_status RoundQuantity(const UnitSet& units, const kelmo_quantity& quantity,
+                           double& result) noexcept {
+  const UnitRow* unit = nullptr;
+  kelmo_status status = TakeUnit(units, quantity, unit);
+  Digits digits = {};
+  status = status == KELMO_OK ? Round(quantity, digits) : status;
+  if (status == KELMO_OK) {
+    result = digits.number;
+  }
+  return status;
+}
+
+}  // namespace KelmoLibs::Host

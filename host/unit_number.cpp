@@ -1,0 +1,104 @@
+#include "host/unit_number.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <system_error>
+
+#include "text/ascii_digit.h"
+
+namespace KelmoLibs::Host {
+namespace {
+
+// 10^0 to 10^22: all powers of ten that are doubles.
+constexpr std::array<double, 23> kPowers = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                            1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                            1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
+// digits * 10^exponent, if that is all of the number.
+struct Decimal {
+  std::int64_t digits = 0;
+  int exponent = 0;
+};
+
+// Nothing if the number has more than 18 digits or a large exponent.
+std::optional<Decimal> SplitDecimal(std::string_view text) noexcept {
+  constexpr std::int64_t kLimit = 100000000000000000;  // 10^17
+  Decimal decimal;
+  const bool isNegative = text.front() == '-';
+  bool isFraction = false;
+  std::size_t i = isNegative ? 1 : 0;
+  for (; i < text.size() && text[i] != 'e' && text[i] != 'E'; ++i) {
+    if (text[i] == '.') {
+      isFraction = true;
+      continue;
+    }
+    if (decimal.digits >= kLimit) {
+      return std::nullopt;
+    }
+    decimal.digits = decimal.digits * 10 + (text[i] - '0');
+    decimal.exponent -= isFraction ? 1 : 0;
+  }
+  if (i < text.size()) {
+    i += i + 1 < text.size() && text[i + 1] == '+' ? 2 : 1;
+    int exponent = 0;
+    std::from_chars(text.data() + i, text.data() + text.size(), exponent);
+    decimal.exponent += exponent;
+  }
+  decimal.digits = isNegative ? -decimal.digits : decimal.digits;
+  if (std::abs(decimal.exponent) >= static_cast<int>(kPowers.size())) {
+    return std::nullopt;
+  }
+  return decimal;
+}
+
+// A decimal number without a fraction.
+std::optional<DoubleDouble> ReadDecimal(std::string_view text) noexcept {
+  const std::size_t first = !text.empty() && text.front() == '-' ? 1 : 0;
+  if (first == text.size() || !(Localize::IsAsciiDigit(text[first]) || text[first] == '.')) {
+    return std::nullopt;  // std::from_chars reads "inf" and "nan"
+  }
+  double nearest = 0;
+  const char* const end = text.data() + text.size();
+  const auto read = std::from_chars(text.data(), end, nearest);
+  if (read.ec != std::errc() || read.ptr != end) {
+    return std::nullopt;
+  }
+  const auto decimal = SplitDecimal(text);
+  if (!decimal) {
+    return DoubleDouble{nearest, 0};
+  }
+  const auto rounded = static_cast<double>(decimal->digits);
+  const auto rest = static_cast<double>(decimal->digits - static_cast<std::int64_t>(rounded));
+  const DoubleDouble digits = {rounded, rest};
+  const double power = kPowers[static_cast<std::size_t>(std::abs(decimal->exponent))];
+  const DoubleDouble exact =
+      decimal->exponent < 0 ? Quotient(digits, {power, 0}) : Product(digits, power);
+  return DoubleDouble{nearest, (exact.high - nearest) + exact.low};
+}
+
+}  // namespace
+
+std::optional<DoubleDouble> ReadUnitNumber(std::string_view text) noexcept {
+  const std::size_t slash = text.find('/');
+  const auto number = ReadDecimal(text.substr(0, slash));
+  if (slash == std::string_view::npos || !number) {
+    return number;
+  }
+  const auto divisor = ReadDecimal(text.substr(slash + 1));
+  if (!divisor || divisor->high == 0) {
+    return std::nullopt;
+  }
+  const DoubleDouble quotient = Quotient(*number, *divisor);
+  const bool isExact = std::isfinite(quotient.high) && std::isfinite(quotient.low);
+  const double plain = number->high / divisor->high;
+  if (!isExact) {
+    return std::isfinite(plain) ? std::optional(DoubleDouble{plain, 0}) : std::nullopt;
+  }
+  return quotient;
+}
+
+}  // namespace KelmoLibs::Host

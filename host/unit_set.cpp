@@ -1,0 +1,296 @@
+#include "host/unit_set.h"
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+namespace KelmoLibs::Host {
+namespace {
+
+constexpr UnitTextMatch kMatches[] = {UnitTextMatch::kExact, UnitTextMatch::kKeyboard};
+
+void TellAbout(const UnitRow& row, ProblemCode code, ProblemSeverity severity, std::string detail,
+               ProblemList& problems) {
+  problems.Append([&] {
+    Problem problem;
+    problem.code = code;
+    problem.severity = severity;
+    problem.key = std::to_string(row.code);
+    problem.detail = std::move(detail);
+    return problem;
+  });
+}
+
+// Why a unit cannot be that of the differences of `point`; null if it can.
+const char* FaultOfDifference(const UnitRow& point, const UnitRow* difference) noexcept {
+  if (difference == nullptr) {
+    return "there is no unit with the code of its differences";
+  }
+  if (difference->IsPoint()) {
+    return "the unit of its differences is one of points";
+  }
+  return difference->factor.high != point.factor.high
+             ? "the unit of its differences has another factor"
+             : nullptr;
+}
+
+// The rows that stay. Tells the others.
+std::vector<UnitRow> CheckedRows(const std::vector<UnitRow>& rows, ProblemList& told) {
+  std::map<std::int32_t, const UnitRow*> byCode;
+  std::map<std::int32_t, std::int32_t> differenceKinds;  // by the kind of the points
+  for (const UnitRow& row : rows) {
+    byCode.emplace(row.code, &row);
+  }
+  std::vector<UnitRow> checked;
+  checked.reserve(rows.size());
+  for (const UnitRow& row : rows) {
+    if (row.IsPoint()) {
+      const auto found = byCode.find(row.difference);
+      const char* fault =
+          FaultOfDifference(row, found != byCode.end() ? found->second : nullptr);
+      const std::int32_t kind = KindOf(row.difference);
+      if (fault == nullptr &&
+          differenceKinds.emplace(KindOf(row.code), kind).first->second != kind) {
+        fault = "other units of its kind have differences of another kind";
+      }
+      if (fault != nullptr) {
+        TellAbout(row, ProblemCode::kUnitDifference, ProblemSeverity::kError, fault, told);
+        continue;
+      }
+    } else if (!row.IsKind() && row.factor.high == 0) {
+      TellAbout(row, ProblemCode::kUnitNoFactor, ProblemSeverity::kWarning, row.symbol, told);
+    }
+    checked.push_back(row);
+  }
+  return checked;
+}
+
+}  // namespace
+
+UnitSet::UnitSet(const UnitCollection& collection, ProblemList* problems) {
+  ProblemList told;
+  rows_ = CheckedRows(collection.Rows(), told);
+  MakeKinds();
+  MakeSlots();
+  MakeLanguages(collection.Languages(), told);
+  MakeEntries();
+  if (problems != nullptr) {
+    problems->TakeFrom(told);
+  }
+}
+
+void UnitSet::MakeKinds() {
+  std::map<std::int32_t, std::size_t> indexes;
+  for (const UnitRow& row : rows_) {
+    const std::int32_t number = KindOf(row.code);
+    const auto [place, isNew] = indexes.emplace(number, kinds_.size());
+    if (isNew) {
+      kinds_.push_back({number, nullptr, {}});
+    }
+    Kind& kind = kinds_[place->second];
+    if (row.IsKind()) {
+      kind.row = &row;
+    } else {
+      kind.units.push_back(&row);
+      units_.push_back(&row);
+    }
+  }
+  kinds_.erase(std::remove_if(kinds_.begin(), kinds_.end(),
+                              [](const Kind& kind) { return kind.units.empty(); }),
+               kinds_.end());
+}
+
+void UnitSet::MakeSlots() {
+  std::uint32_t bits = 1;
+  while ((std::size_t{1} << bits) < 2 * units_.size() + 1) {
+    ++bits;
+  }
+  slots_.assign(std::size_t{1} << bits, nullptr);
+  shift_ = 32 - bits;
+  mask_ = (std::uint32_t{1} << bits) - 1;
+  for (const UnitRow* const row : units_) {
+    std::uint32_t slot = SlotOf(row->code);
+    while (slots_[slot & mask_] != nullptr) {
+      ++slot;
+    }
+    slots_[slot & mask_] = row;
+  }
+}
+
+void UnitSet::MakeLanguages(const std::vector<LanguageUnits>& languages, ProblemList& told) {
+  std::map<std::int32_t, std::size_t> indexes;
+  for (std::size_t i = 0; i < rows_.size(); ++i) {
+    indexes.emplace(rows_[i].code, i);
+  }
+  for (const LanguageUnits& given : languages) {
+    Language language{given.id, std::vector<UnitNames>(rows_.size())};
+    for (const auto& [code, names] : given.names) {
+      const auto found = indexes.find(code);
+      if (found != indexes.end()) {
+        language.names[found->second] = names;
+      } else {
+        told.Append([&, unit = code] {
+          Problem problem;
+          problem.code = ProblemCode::kNameOfNoUnit;
+          problem.severity = ProblemSeverity::kNote;
+          problem.key = std::to_string(unit);
+          problem.language = given.id;
+          return problem;
+        });
+      }
+    }
+    languages_.push_back(std::move(language));
+  }
+}
+
+void UnitSet::MakeEntries() {
+  const auto add = [this](const UnitRow& row, std::size_t language, std::string_view text) {
+    if (!text.empty()) {
+      entries_.push_back({HashOfUnitText(text), &row, language, text});
+    }
+  };
+  for (const UnitRow* const row : units_) {
+    add(*row, kOwn, row->symbol);
+    add(*row, kOwn, row->name);
+    for (std::size_t i = 0; i < languages_.size(); ++i) {
+      const UnitNames& names = languages_[i].names[IndexOf(*row)];
+      add(*row, i + 1, names.symbol);
+      add(*row, i + 1, names.name);
+    }
+  }
+  std::stable_sort(entries_.begin(), entries_.end(),
+                   [](const Entry& left, const Entry& right) { return left.hash < right.hash; });
+}
+
+const UnitSet::Kind* UnitSet::FindKind(std::int32_t number) const noexcept {
+  const auto found = std::find_if(kinds_.begin(), kinds_.end(),
+                                  [number](const Kind& kind) { return kind.number == number; });
+  return found != kinds_.end() ? &*found : nullptr;
+}
+
+const std::vector<const UnitRow*>& UnitSet::UnitsOf(std::int32_t kind) const noexcept {
+  const Kind* const found = FindKind(kind);
+  return kind == 0 ? units_ : found != nullptr ? found->units : noUnits_;
+}
+
+std::size_t UnitSet::FindLanguage(std::string_view id) const noexcept {
+  for (std::size_t i = 0; i < languages_.size(); ++i) {
+    if (languages_[i].id == id) {
+      return i + 1;
+    }
+  }
+  return kOwn;
+}
+
+UnitLabel UnitSet::LabelOf(const UnitRow& row, const LanguageChain& languages) const noexcept {
+  for (const std::string& id : languages) {
+    if (const std::size_t language = FindLanguage(id); language != kOwn) {
+      const UnitNames& names = languages_[language - 1].names[IndexOf(row)];
+      if (!names.symbol.empty()) {
+        return {names.symbol, names.name};
+      }
+    }
+  }
+  return {row.symbol, row.name};
+}
+
+std::string UnitSet::NameOfKind(std::int32_t number, const LanguageChain& languages) const {
+  const Kind* const kind = FindKind(number);
+  if (kind != nullptr && kind->row != nullptr) {
+    const UnitLabel label = LabelOf(*kind->row, languages);
+    if (!label.name.empty()) {
+      return std::string(label.name);
+    }
+  }
+  return "kind " + std::to_string(number);
+}
+
+// The search for one text: the entries that look like it, and the languages that are asked.
+class UnitSet::Search {
+ public:
+  Search(const UnitSet& set, std::string_view text, std::int32_t kind,
+         const LanguageChain& languages) noexcept
+      : set_(set), text_(text), kind_(kind), languages_(languages) {
+    const std::uint64_t hash = HashOfUnitText(text);
+    begin_ = std::lower_bound(
+        set.entries_.data(), set.entries_.data() + set.entries_.size(), hash,
+        [](const Entry& entry, std::uint64_t wanted) { return entry.hash < wanted; });
+    end_ = begin_;
+    while (end_ != set.entries_.data() + set.entries_.size() && end_->hash == hash) {
+      ++end_;
+    }
+  }
+
+  FoundUnits Run() const noexcept {
+    FoundUnits found;
+    for (const UnitTextMatch match : kMatches) {
+      if (Ask(match, true, found.units)) {
+        DropDifferences(found.units);
+        found.result = found.units.size() == 1 ? FoundUnits::Result::kFound
+                                               : FoundUnits::Result::kSeveral;
+        return found;
+      }
+    }
+    for (const UnitTextMatch match : kMatches) {
+      if (Ask(match, false, found.units)) {
+        found.result = FoundUnits::Result::kOtherKind;
+        return found;
+      }
+    }
+    if (Ask(UnitTextMatch::kLooks, true, found.units)) {
+      found.result = FoundUnits::Result::kLookalike;
+    }
+    return found;
+  }
+
+ private:
+  // The units of the first language that has some with the text. False if there are none.
+  bool Ask(UnitTextMatch match, bool ofKind, UnitList& units) const noexcept {
+    if (begin_ == end_) {
+      return false;
+    }
+    for (const std::string& id : languages_) {
+      const std::size_t language = set_.FindLanguage(id);
+      if (language != kOwn && AskOne(language, match, ofKind, units)) {
+        return true;
+      }
+    }
+    return AskOne(kOwn, match, ofKind, units);
+  }
+
+  bool AskOne(std::size_t language, UnitTextMatch match, bool ofKind,
+              UnitList& units) const noexcept {
+    for (const Entry* entry = begin_; entry != end_; ++entry) {
+      const bool isWanted = !ofKind || kind_ == 0 || KindOf(entry->row->code) == kind_;
+      if (entry->language == language && isWanted &&
+          IsSameUnitText(entry->text, text_, match)) {
+        units.Add(*entry->row);
+      }
+    }
+    return !units.empty();
+  }
+
+  // A unit of points wins over that of its differences.
+  static void DropDifferences(UnitList& units) noexcept {
+    const UnitList all = units;
+    units.RemoveIf([&all](const UnitRow* row) {
+      return std::any_of(all.begin(), all.end(), [row](const UnitRow* other) {
+        return other->difference == row->code;
+      });
+    });
+  }
+
+  const UnitSet& set_;
+  std::string_view text_;
+  std::int32_t kind_;
+  const LanguageChain& languages_;
+  const Entry* begin_;
+  const Entry* end_;
+};
+
+FoundUnits UnitSet::FindText(std::string_view text, std::int32_t kind,
+                             const LanguageChain& languages) const noexcept {
+  return Search(*this, text, kind, languages).Run();
+}
+
+}  // namespace KelmoLibs::Host
