@@ -3,14 +3,13 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "text/ascii_digit.h"
 #include "text/utf8_characters.h"
 
 namespace KelmoLibs::Host {
 namespace {
 
 constexpr int kTooLarge = 1000;  // above all limits
-
-bool IsDigit(char c) noexcept { return c >= '0' && c <= '9'; }
 
 std::size_t FirstCharacterLength(std::string_view text) noexcept {
   std::size_t length = 1;
@@ -57,7 +56,7 @@ bool Take(char expected, std::string_view& text) noexcept {
 
 int TakeNumber(std::string_view& text) noexcept {
   int number = 0;
-  while (!text.empty() && IsDigit(text.front())) {
+  while (!text.empty() && Localize::IsAsciiDigit(text.front())) {
     number = std::min(10 * number + (text.front() - '0'), kTooLarge);
     text.remove_prefix(1);
   }
@@ -78,7 +77,7 @@ SpecError ReadNumberSpec(std::string_view text, NumberSpec& spec) noexcept {
   spec.isZeroPadded = Take('0', text);
   spec.width = TakeNumber(text);
   if (Take('.', text)) {
-    if (text.empty() || !IsDigit(text.front())) {
+    if (text.empty() || !Localize::IsAsciiDigit(text.front())) {
       return SpecError::kUnknown;
     }
     spec.decimals = TakeNumber(text);

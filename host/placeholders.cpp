@@ -9,6 +9,7 @@
 #include "host/number_spec.h"
 #include "host/number_text.h"
 #include "host/quantity_text.h"
+#include "text/ascii_digit.h"
 #include "text/utf8_characters.h"
 
 namespace KelmoLibs::Host {
@@ -22,11 +23,9 @@ constexpr std::string_view kFirstStrongIsolate = kIsolates.substr(0, 3);
 constexpr std::string_view kPopDirectionalIsolate = kIsolates.substr(3);
 constexpr std::size_t kTooLarge = kNowhere / 16;  // no call has so many arguments
 
-bool IsDigit(char c) noexcept { return c >= '0' && c <= '9'; }
-
 bool IsInName(char c) noexcept {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || IsDigit(c) || c == '_' || c == '-' ||
-         c == '.' || static_cast<unsigned char>(c) >= 0x80;
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || Localize::IsAsciiDigit(c) ||
+         c == '_' || c == '-' || c == '.' || static_cast<unsigned char>(c) >= 0x80;
 }
 
 std::size_t AppendDigit(std::size_t number, char digit) noexcept {
@@ -43,12 +42,12 @@ struct Placeholder {
 // Precondition: `text` begins with `{`.
 bool ReadBraced(std::string_view text, Placeholder& found) noexcept {
   std::size_t end = 1;
-  if (end < text.size() && IsDigit(text[end])) {
+  if (end < text.size() && Localize::IsAsciiDigit(text[end])) {
     found.position = 0;
     do {
       found.position = AppendDigit(found.position, text[end]);
       ++end;
-    } while (end < text.size() && IsDigit(text[end]));
+    } while (end < text.size() && Localize::IsAsciiDigit(text[end]));
   } else {
     while (end < text.size() && IsInName(text[end])) {
       ++end;
@@ -74,10 +73,10 @@ bool ReadBraced(std::string_view text, Placeholder& found) noexcept {
 
 // Precondition: `text` begins with `%`.
 bool ReadPercent(std::string_view text, Placeholder& found) noexcept {
-  if (text.size() < 2 || !IsDigit(text[1]) || text[1] == '0') {
+  if (text.size() < 2 || !Localize::IsAsciiDigit(text[1]) || text[1] == '0') {
     return false;
   }
-  const bool hasTwoDigits = text.size() > 2 && IsDigit(text[2]);
+  const bool hasTwoDigits = text.size() > 2 && Localize::IsAsciiDigit(text[2]);
   const std::size_t number = AppendDigit(0, text[1]);
   found.position = (hasTwoDigits ? AppendDigit(number, text[2]) : number) - 1;
   found.whole = text.substr(0, hasTwoDigits ? 3 : 2);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "text/ascii_digit.h"
+
 namespace KelmoLibs::Localize {
 namespace {
 
@@ -15,7 +17,7 @@ std::string_view ScriptOf(std::string_view modifier) noexcept {
 
 bool IsLetter(char c) noexcept { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 
-bool IsPlain(char c) noexcept { return IsLetter(c) || (c >= '0' && c <= '9') || c == '-'; }
+bool IsPlain(char c) noexcept { return IsLetter(c) || IsAsciiDigit(c) || c == '-'; }
 
 }  // namespace
 

@@ -4,9 +4,12 @@
 #include <string>
 #include <string_view>
 
+#include "text/ascii_digit.h"
+
 namespace KelmoLibs::Lang {
 
-constexpr bool IsAsciiDigit(char c) noexcept { return c >= '0' && c <= '9'; }
+using Localize::IsAsciiDigit;
+
 constexpr bool IsAsciiLower(char c) noexcept { return c >= 'a' && c <= 'z'; }
 constexpr bool IsAsciiUpper(char c) noexcept { return c >= 'A' && c <= 'Z'; }
 constexpr bool IsAsciiLetter(char c) noexcept { return IsAsciiLower(c) || IsAsciiUpper(c); }
