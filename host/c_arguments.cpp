@@ -49,8 +49,7 @@ kelmo_status TakeValue(const kelmo_string& given, Argument& taken) noexcept {
 
 // A quantity that its units know. It chooses no plural form: which number would it be?
 kelmo_status TakeQuantity(const kelmo_argument& given, Argument& taken) noexcept {
-  constexpr std::size_t kEnd =
-      offsetof(kelmo_argument, quantity) + sizeof(kelmo_argument::quantity);
+  constexpr std::size_t kEnd = offsetof(kelmo_argument, quantity) + sizeof(void*);
   if (given.size < kEnd || taken.isCount || given.units == nullptr || given.quantity == nullptr) {
     return KELMO_INVALID_ARGUMENT;
   }

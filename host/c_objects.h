@@ -66,7 +66,7 @@ struct kelmo_texts {
 
 struct kelmo_view {
   struct Releaser {
-    void operator()(kelmo_texts* texts) const noexcept { KelmoLibs::Host::Release(texts); }
+    void operator()(kelmo_texts* released) const noexcept { KelmoLibs::Host::Release(released); }
   };
 
   kelmo_view(kelmo_texts* itsTexts, const KelmoLibs::Host::ViewOptions& options,

@@ -113,8 +113,7 @@ kelmo_status kelmo_quantity_print(const kelmo_units* units, const kelmo_view* vi
                                   const kelmo_quantity* quantity,
                                   const kelmo_print_options* options, char* buffer, size_t capacity,
                                   size_t* needed) {
-  constexpr std::uint32_t kFlags =
-      KELMO_PRINT_NAME | KELMO_PRINT_NUMBER | KELMO_PRINT_ALL_DIGITS;
+  constexpr std::uint32_t kFlags = KELMO_PRINT_NAME | KELMO_PRINT_NUMBER | KELMO_PRINT_ALL_DIGITS;
   kelmo_print_options known = {};
   if (units == nullptr || quantity == nullptr || !Take(options, known) ||
       (known.flags & ~kFlags) != 0 || (buffer == nullptr && capacity != 0)) {
@@ -130,8 +129,8 @@ kelmo_status kelmo_quantity_print(const kelmo_units* units, const kelmo_view* vi
   style.isNumber = (known.flags & KELMO_PRINT_NUMBER) != 0;
   style.hasAllDigits = (known.flags & KELMO_PRINT_ALL_DIGITS) != 0;
   TextSink sink(buffer, capacity);
-  status = KelmoLibs::Host::WriteQuantity(units->set, LanguagesOf(view), *quantity, style, format,
-                                          sink);
+  status =
+      KelmoLibs::Host::WriteQuantity(units->set, LanguagesOf(view), *quantity, style, format, sink);
   if (status == KELMO_OK) {
     GiveSize(sink.Finish(), needed);
   }

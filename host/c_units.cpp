@@ -86,7 +86,8 @@ void kelmo_units_loader_destroy(kelmo_units_loader* loader) { Destroy(loader); }
 
 kelmo_status kelmo_units_loader_add(kelmo_units_loader* loader, const kelmo_unit* unit,
                                     kelmo_problems* problems) {
-  if (loader == nullptr || !IsLargeEnough(unit) || !IsString(unit->symbol.data, unit->symbol.size) ||
+  if (loader == nullptr || !IsLargeEnough(unit) ||
+      !IsString(unit->symbol.data, unit->symbol.size) ||
       !IsString(unit->name.data, unit->name.size)) {
     return KELMO_INVALID_ARGUMENT;
   }
@@ -201,8 +202,8 @@ kelmo_status kelmo_units_find_text(const kelmo_units* units, const kelmo_view* v
     return KELMO_INVALID_UTF8;
   }
   const UnitRow* row = nullptr;
-  const kelmo_status status = KelmoLibs::Host::FindUnitByText(
-      units->set, LanguagesOf(view), kind, wanted, 0, row, ListOf(problems));
+  const kelmo_status status = KelmoLibs::Host::FindUnitByText(units->set, LanguagesOf(view), kind,
+                                                              wanted, 0, row, ListOf(problems));
   if (status == KELMO_OK) {
     GiveUnit(*row, units->set.LabelOf(*row, LanguagesOf(view)), result);
   }

@@ -52,8 +52,7 @@ bool WriteFormatted(const View& view, std::string_view key, const Arguments& arg
     return false;
   }
   FaultTeller teller(view, found, problems);
-  const FillOptions options{found.record->hasPercent != 0, view.IsIsolating(),
-                            &view.Ids()};
+  const FillOptions options{found.record->hasPercent != 0, view.IsIsolating(), &view.Ids()};
   FillPlaceholders(found.record->Text(), arguments, options, view.Numbers(), sink,
                    sink.OnlyMeasures() ? nullptr : &teller);
   return true;

@@ -216,7 +216,8 @@ class Filler {
     QuantityStyle style;
     style.hasAllDigits = true;
     style.spec = spec;
-    WriteQuantity(*argument.units, options_.languages != nullptr ? *options_.languages : kNoLanguages,
+    WriteQuantity(*argument.units,
+                  options_.languages != nullptr ? *options_.languages : kNoLanguages,
                   *argument.quantity, style, format_, sink_);
   }
 

@@ -40,8 +40,8 @@ class FaultListener {
 };
 
 struct FillOptions {
-  bool hasPercent = false;   // %1 to %99 are placeholders too
-  bool isIsolating = false;  // filled arguments stand between U+2068 and U+2069
+  bool hasPercent = false;                   // %1 to %99 are placeholders too
+  bool isIsolating = false;                  // filled arguments stand between U+2068 and U+2069
   const LanguageChain* languages = nullptr;  // of the symbols of units; null: those of the units
 };
 

@@ -67,8 +67,8 @@ kelmo_status TakeSummand(const UnitSet& units, const Operands& taken, const kelm
     target = &DifferenceOf(units, *taken.left);
   }
   if (!IsOneKind(*target, *taken.right)) {
-    const bool isMirrored = taken.right->IsPoint() &&
-                            KindOf(taken.right->difference) == KindOf(taken.left->code);
+    const bool isMirrored =
+        taken.right->IsPoint() && KindOf(taken.right->difference) == KindOf(taken.left->code);
     return isMirrored ? KELMO_POINT_UNIT : KELMO_DIFFERENT_KINDS;
   }
   if (taken.right->IsPoint()) {

@@ -34,7 +34,8 @@ kelmo_status Round(const kelmo_quantity& quantity, Digits& result) noexcept {
     return KELMO_CANNOT_ROUND;
   }
   const auto rounded = Localize::Phyval::RoundToTolerance(quantity.number, tolerance);
-  if (!std::isfinite(rounded.integer)) {  // the scale, or its product with the number, has overflowed
+  if (!std::isfinite(
+          rounded.integer)) {  // the scale, or its product with the number, has overflowed
     return KELMO_CANNOT_ROUND;
   }
   result = {rounded.number, rounded.decimals};

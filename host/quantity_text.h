@@ -10,9 +10,9 @@
 namespace KelmoLibs::Host {
 
 struct QuantityStyle {
-  bool hasName = false;        // the name of the unit in place of its symbol
-  bool isNumber = false;       // neither symbol nor name
-  bool hasAllDigits = false;   // where the tolerance justifies no number of digits
+  bool hasName = false;              // the name of the unit in place of its symbol
+  bool isNumber = false;             // neither symbol nor name
+  bool hasAllDigits = false;         // where the tolerance justifies no number of digits
   const NumberSpec* spec = nullptr;  // the digits are those that it says
 };
 

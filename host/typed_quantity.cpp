@@ -102,7 +102,7 @@ kelmo_status FindUnitByText(const UnitSet& units, const LanguageChain& languages
   const FoundUnits found = units.FindText(text, kind, languages);
   switch (found.result) {
     case FoundUnits::Result::kFound:
-      result = &found.units.front();
+      result = &found.units.Front();
       return KELMO_OK;
     case FoundUnits::Result::kSeveral:
       Tell(ProblemCode::kAmbiguousUnit, column, problems,
@@ -110,7 +110,7 @@ kelmo_status FindUnitByText(const UnitSet& units, const LanguageChain& languages
       return KELMO_AMBIGUOUS_UNIT;
     case FoundUnits::Result::kLookalike:
       Tell(ProblemCode::kAmbiguousUnit, column, problems, [&] {
-        const UnitRow& unit = found.units.front();
+        const UnitRow& unit = found.units.Front();
         return Quoted(text) + " only looks like " + Describe(unit, units.LabelOf(unit, languages)) +
                ": it has letters of another script";
       });
@@ -118,7 +118,7 @@ kelmo_status FindUnitByText(const UnitSet& units, const LanguageChain& languages
     case FoundUnits::Result::kOtherKind:
       Tell(ProblemCode::kOtherKind, column, problems, [&] {
         return Quoted(text) + " is a unit of " +
-               units.NameOfKind(KindOf(found.units.front().code), languages) + ", not of " +
+               units.NameOfKind(KindOf(found.units.Front().code), languages) + ", not of " +
                units.NameOfKind(kind, languages);
       });
       return KELMO_DIFFERENT_KINDS;
@@ -156,9 +156,9 @@ kelmo_status ReadQuantity(const UnitSet& units, const LanguageChain& languages,
     return KELMO_POINT_UNIT;
   }
   const bool isOfDigits = options.absoluteTolerance == 0 && options.relativeTolerance == 0;
-  result = kelmo_quantity_of(number.number,
-                             isOfDigits ? number.lastDigit : options.absoluteTolerance,
-                             options.relativeTolerance, unit->code);
+  result =
+      kelmo_quantity_of(number.number, isOfDigits ? number.lastDigit : options.absoluteTolerance,
+                        options.relativeTolerance, unit->code);
   return KELMO_OK;
 }
 

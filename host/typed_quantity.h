@@ -12,7 +12,7 @@
 namespace KelmoLibs::Host {
 
 struct TypedQuantityOptions {
-  std::int32_t kind = 0;  // that is wanted; 0: any
+  std::int32_t kind = 0;          // that is wanted; 0: any
   const UnitRow* unit = nullptr;  // of a number without a unit; null: each number needs one
   double absoluteTolerance = 0;
   double relativeTolerance = 0;  // if both are 0: one unit of the last digit

@@ -41,9 +41,10 @@ bool TakeCode(const UnitField& field, const UnitLines& lines, std::int32_t& resu
 void ReadLine(std::string_view line, UnitLines& lines, UnitCollection& units) {
   const std::vector<UnitField> fields = SplitAtTabs(line);
   if (fields.size() < kFewest || fields.size() > kMost) {
-    lines.TellFault("a line has 5 or 6 fields with tabs between them: code, factor, offset, symbol, "
-                    "name, difference; this one has " +
-                    std::to_string(fields.size()));
+    lines.TellFault(
+        "a line has 5 or 6 fields with tabs between them: code, factor, offset, symbol, "
+        "name, difference; this one has " +
+        std::to_string(fields.size()));
     return;
   }
   UnitRow row;

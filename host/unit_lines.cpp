@@ -11,7 +11,9 @@ namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-bool SeparatesWords(char c) noexcept { return static_cast<unsigned char>(c) <= 0x20 || c == '\x7F'; }
+bool SeparatesWords(char c) noexcept {
+  return static_cast<unsigned char>(c) <= 0x20 || c == '\x7F';
+}
 
 std::uint32_t ColumnOf(std::string_view line, std::size_t offset) noexcept {
   return static_cast<std::uint32_t>(Localize::CountWellFormed(line.substr(0, offset))) + 1;
@@ -97,8 +99,8 @@ std::vector<UnitField> SplitIntoWords(std::string_view line) {
   while (start != end) {
     const char* const wordEnd = std::find_if(start, end, SeparatesWords);
     const auto offset = static_cast<std::size_t>(start - line.data());
-    words.push_back({line.substr(offset, static_cast<std::size_t>(wordEnd - start)),
-                     ColumnOf(line, offset)});
+    words.push_back(
+        {line.substr(offset, static_cast<std::size_t>(wordEnd - start)), ColumnOf(line, offset)});
     start = std::find_if_not(wordEnd, end, SeparatesWords);
   }
   return words;

@@ -21,8 +21,8 @@ std::string Utf8Of(std::wstring_view text) {
 }
 
 // Names of the first library may end with a blank, which no person would type.
-std::string NameOf(const std::wstring& text) {
-  return Utf8Of(std::wstring_view(text).substr(0, text.find_last_not_of(L' ') + 1));
+std::string NameOf(std::wstring_view text) {
+  return Utf8Of(text.substr(0, text.find_last_not_of(L' ') + 1));
 }
 
 UnitCollection BuiltInCollection() {

@@ -53,8 +53,8 @@ void ReadLine(std::string_view line, UnitLines& lines, LanguageUnits& language) 
     }
   }
   if (lines.IsNew(NormalCode(*code))) {
-    language.names.try_emplace(
-        NormalCode(*code), UnitNames{std::string(fields[1].text), std::string(fields[2].text)});
+    language.names.try_emplace(NormalCode(*code),
+                               UnitNames{std::string(fields[1].text), std::string(fields[2].text)});
   }
 }
 

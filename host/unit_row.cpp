@@ -80,9 +80,8 @@ std::string FaultOf(const UnitRow& row) {
     if (!row.IsPoint() && offset != 0) {
       return "a unit with an offset needs the code of the unit of its differences";
     }
-    if (row.IsPoint() &&
-        (!FaultOfCode(row.difference).empty() || IsKindCode(row.difference) ||
-         KindOf(row.difference) == KindOf(row.code))) {
+    if (row.IsPoint() && (!FaultOfCode(row.difference).empty() || IsKindCode(row.difference) ||
+                          KindOf(row.difference) == KindOf(row.code))) {
       return "the unit of the differences is not a unit of another kind";
     }
     if (row.symbol.empty()) {

@@ -29,7 +29,7 @@ constexpr std::int32_t NormalCode(std::int32_t code) noexcept {
 struct UnitRow {
   std::int32_t code = 0;        // of a kind: 1000 times its number
   std::int32_t difference = 0;  // of points: code of the unit of their differences
-  DoubleDouble factor;          // the low parts are 0 unless a file gives more digits than a double has
+  DoubleDouble factor;  // the low parts are 0 unless a file gives more digits than a double has
   DoubleDouble offset;
   std::string symbol;
   std::string name;

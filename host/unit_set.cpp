@@ -46,8 +46,7 @@ std::vector<UnitRow> CheckedRows(const std::vector<UnitRow>& rows, ProblemList& 
   for (const UnitRow& row : rows) {
     if (row.IsPoint()) {
       const auto found = byCode.find(row.difference);
-      const char* fault =
-          FaultOfDifference(row, found != byCode.end() ? found->second : nullptr);
+      const char* fault = FaultOfDifference(row, found != byCode.end() ? found->second : nullptr);
       const std::int32_t kind = KindOf(row.difference);
       if (fault == nullptr &&
           differenceKinds.emplace(KindOf(row.code), kind).first->second != kind) {
@@ -210,24 +209,20 @@ class UnitSet::Search {
  public:
   Search(const UnitSet& set, std::string_view text, std::int32_t kind,
          const LanguageChain& languages) noexcept
-      : set_(set), text_(text), kind_(kind), languages_(languages) {
-    const std::uint64_t hash = HashOfUnitText(text);
-    begin_ = std::lower_bound(
-        set.entries_.data(), set.entries_.data() + set.entries_.size(), hash,
-        [](const Entry& entry, std::uint64_t wanted) { return entry.hash < wanted; });
-    end_ = begin_;
-    while (end_ != set.entries_.data() + set.entries_.size() && end_->hash == hash) {
-      ++end_;
-    }
-  }
+      : set_(set),
+        text_(text),
+        kind_(kind),
+        languages_(languages),
+        begin_(FirstWithHash(set, HashOfUnitText(text))),
+        end_(EndOfHash(set, begin_)) {}
 
   FoundUnits Run() const noexcept {
     FoundUnits found;
     for (const UnitTextMatch match : kMatches) {
       if (Ask(match, true, found.units)) {
         DropDifferences(found.units);
-        found.result = found.units.size() == 1 ? FoundUnits::Result::kFound
-                                               : FoundUnits::Result::kSeveral;
+        found.result =
+            found.units.Size() == 1 ? FoundUnits::Result::kFound : FoundUnits::Result::kSeveral;
         return found;
       }
     }
@@ -244,6 +239,19 @@ class UnitSet::Search {
   }
 
  private:
+  static const Entry* FirstWithHash(const UnitSet& set, std::uint64_t hash) noexcept {
+    return std::lower_bound(
+        set.entries_.data(), set.entries_.data() + set.entries_.size(), hash,
+        [](const Entry& entry, std::uint64_t wanted) { return entry.hash < wanted; });
+  }
+
+  // Behind the entries with the hash of `first`. None of them is the wanted one, if it has another hash.
+  static const Entry* EndOfHash(const UnitSet& set, const Entry* first) noexcept {
+    const Entry* const end = set.entries_.data() + set.entries_.size();
+    return std::find_if(first, end,
+                        [first](const Entry& entry) { return entry.hash != first->hash; });
+  }
+
   // The units of the first language that has some with the text. False if there are none.
   bool Ask(UnitTextMatch match, bool ofKind, UnitList& units) const noexcept {
     if (begin_ == end_) {
@@ -262,21 +270,19 @@ class UnitSet::Search {
               UnitList& units) const noexcept {
     for (const Entry* entry = begin_; entry != end_; ++entry) {
       const bool isWanted = !ofKind || kind_ == 0 || KindOf(entry->row->code) == kind_;
-      if (entry->language == language && isWanted &&
-          IsSameUnitText(entry->text, text_, match)) {
+      if (entry->language == language && isWanted && IsSameUnitText(entry->text, text_, match)) {
         units.Add(*entry->row);
       }
     }
-    return !units.empty();
+    return !units.IsEmpty();
   }
 
   // A unit of points wins over that of its differences.
   static void DropDifferences(UnitList& units) noexcept {
     const UnitList all = units;
     units.RemoveIf([&all](const UnitRow* row) {
-      return std::any_of(all.begin(), all.end(), [row](const UnitRow* other) {
-        return other->difference == row->code;
-      });
+      return std::any_of(all.begin(), all.end(),
+                         [row](const UnitRow* other) { return other->difference == row->code; });
     });
   }
 

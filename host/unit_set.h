@@ -41,9 +41,9 @@ class UnitList {
     size_ = static_cast<std::size_t>(last - units_.data());
   }
 
-  bool empty() const noexcept { return size_ == 0; }
-  std::size_t size() const noexcept { return size_; }
-  const UnitRow& front() const noexcept { return *units_.front(); }
+  bool IsEmpty() const noexcept { return size_ == 0; }
+  std::size_t Size() const noexcept { return size_; }
+  const UnitRow& Front() const noexcept { return *units_.front(); }
   const UnitRow* const* begin() const noexcept { return units_.data(); }
   const UnitRow* const* end() const noexcept { return units_.data() + size_; }
 
@@ -141,7 +141,8 @@ class UnitSet {
   std::vector<const UnitRow*> units_;
   std::vector<const UnitRow*> noUnits_;  // of a kind that is not there
   std::vector<Kind> kinds_;
-  std::vector<const UnitRow*> slots_;  // units by their code; a power of two of them, half of them free
+  std::vector<const UnitRow*>
+      slots_;  // units by their code; a power of two of them, half of them free
   std::uint32_t shift_ = 0;
   std::uint32_t mask_ = 0;
   std::vector<Language> languages_;

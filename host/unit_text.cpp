@@ -19,30 +19,17 @@ constexpr char32_t kNone = 0;  // in place of a character that does not count
 
 // Sorted. What people type for characters that keyboards lack, and characters with two code points.
 constexpr std::array<Replacement, 24> kTyped = {{
-    {U'"', U'\u2033'},  // second of an angle
+    {U'"', U'\u2033'},   // second of an angle
     {U'\'', U'\u2032'},  // minute of an angle
-    {U'*', U'\u00B7'},
-    {U'^', kNone},
-    {U'\u00B2', U'2'},
-    {U'\u00B3', U'3'},
-    {U'\u00B5', U'u'},  // micro
-    {U'\u00B9', U'1'},
-    {U'\u00BA', U'\u00B0'},  // the ordinal indicator for the degree sign
-    {U'\u03BC', U'u'},  // Greek mu
-    {U'\u2019', U'\u2032'},
-    {U'\u201D', U'\u2033'},
-    {U'\u2070', U'0'},
-    {U'\u2074', U'4'},
-    {U'\u2075', U'5'},
-    {U'\u2076', U'6'},
-    {U'\u2077', U'7'},
-    {U'\u2078', U'8'},
-    {U'\u2079', U'9'},
-    {U'\u207B', U'-'},
-    {U'\u2126', U'\u03A9'},  // ohm sign
-    {U'\u212B', U'\u00C5'},  // angstrom sign
-    {U'\u2212', U'-'},
-    {U'\u22C5', U'\u00B7'},  // dot operator
+    {U'*', U'\u00B7'},      {U'^', kNone},          {U'\u00B2', U'2'},      {U'\u00B3', U'3'},
+    {U'\u00B5', U'u'},                               // micro
+    {U'\u00B9', U'1'},      {U'\u00BA', U'\u00B0'},  // the ordinal indicator for the degree sign
+    {U'\u03BC', U'u'},                               // Greek mu
+    {U'\u2019', U'\u2032'}, {U'\u201D', U'\u2033'}, {U'\u2070', U'0'},      {U'\u2074', U'4'},
+    {U'\u2075', U'5'},      {U'\u2076', U'6'},      {U'\u2077', U'7'},      {U'\u2078', U'8'},
+    {U'\u2079', U'9'},      {U'\u207B', U'-'},      {U'\u2126', U'\u03A9'},  // ohm sign
+    {U'\u212B', U'\u00C5'},                                                  // angstrom sign
+    {U'\u2212', U'-'},      {U'\u22C5', U'\u00B7'},                          // dot operator
 }};
 
 // Sorted. Letters that look like Latin ones.
