@@ -1051,11 +1051,11 @@ class Units {
     detail::check(status);
   }
 
-  // `mm (length)`, or the code alone.
+  // `mm (length)`, or the code if there is no such unit.
   std::string described(std::int32_t code) const {
     const auto unit = find(code);
     if (!unit) {
-      return "the unknown unit " + std::to_string(code);
+      return std::to_string(code);
     }
     for (const Unit& kind : kinds()) {
       if (kind.kind == unit->kind && !kind.name.empty()) {
@@ -1065,17 +1065,33 @@ class Units {
     return std::string(unit->symbol);
   }
 
+  // What a status of an operation with these units means.
+  std::string explained(kelmo_status status, std::int32_t left, std::int32_t right) const {
+    switch (status) {
+      case KELMO_UNKNOWN_UNIT:
+        return "there is no unit " + described(find(left) ? right : left);
+      case KELMO_DIFFERENT_KINDS:
+        return described(left) + " and " + described(right) + " are units of different quantities";
+      case KELMO_POINT_UNIT:
+        return "points of a scale have differences, but no sums, products, ratios or relative "
+               "tolerances: " +
+               described(left) + (left != right ? " and " + described(right) : "");
+      case KELMO_CANNOT_ROUND:
+        return "the tolerance of a quantity in " + described(left) +
+               " justifies no number of digits";
+      default:
+        return kelmo_status_name(status);
+    }
+  }
+
   // Throws for a status of an operation with two units, or with one if they are the same.
   void check(kelmo_status status, std::int32_t left, std::int32_t right) const {
-    if (status == KELMO_OK || status == KELMO_OUT_OF_MEMORY) {
-      detail::check(status);
-      return;
+    if (status == KELMO_OUT_OF_MEMORY) {
+      throw std::bad_alloc();
     }
-    std::string what = std::string("kelmo: ") + kelmo_status_name(status) + ": " + described(left);
-    if (left != right) {
-      what += " and " + described(right);
+    if (status != KELMO_OK) {
+      throw UnitError(status, "kelmo: " + explained(status, left, right));
     }
-    throw UnitError(status, what);
   }
 
   std::optional<kelmo_quantity> read(std::string_view text, const View& view,
