@@ -13,7 +13,7 @@
 
 namespace KelmoLibs::Host {
 
-/// Reads the lines of `bytes`. A byte-order mark at the start is skipped, and so is the CR in front of an
+/// Reads the lines of `bytes`. Skips a byte-order mark in front of them, and the CR in front of an
 /// LF. Lines that are not UTF-8 are told, and left out.
 class UnitLines {
  public:
