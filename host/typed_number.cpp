@@ -10,6 +10,7 @@
 #include <limits>
 #include <system_error>
 
+#include "host/powers_of_ten.h"
 #include "host/typed_blanks.h"
 #include "text/utf8.h"
 
@@ -27,10 +28,6 @@ constexpr std::string_view kIsolates = "\u2066\u2069";
 constexpr int kLargestExponent =
     99999;  // a larger one makes no difference: 500 digits move it less
 
-// The powers of ten that are doubles.
-constexpr std::array<double, 23> kPowersOfTen = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                                 1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                                 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 constexpr std::size_t kDigitsOfUint64 = 19;                           // any so many fit in
 constexpr std::uint64_t kIntegersOfDouble = std::uint64_t{1} << 53U;  // all up to it are doubles
 

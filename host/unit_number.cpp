@@ -1,22 +1,17 @@
 #include "host/unit_number.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <system_error>
 
+#include "host/powers_of_ten.h"
 #include "text/ascii_digit.h"
 
 namespace KelmoLibs::Host {
 namespace {
-
-// 10^0 to 10^22: all powers of ten that are doubles.
-constexpr std::array<double, 23> kPowers = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                            1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                            1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
 // digits * 10^exponent, if that is all of the number.
 struct Decimal {
@@ -49,7 +44,7 @@ std::optional<Decimal> SplitDecimal(std::string_view text) noexcept {
     decimal.exponent += exponent;
   }
   decimal.digits = isNegative ? -decimal.digits : decimal.digits;
-  if (std::abs(decimal.exponent) >= static_cast<int>(kPowers.size())) {
+  if (std::abs(decimal.exponent) >= static_cast<int>(kPowersOfTen.size())) {
     return std::nullopt;
   }
   return decimal;
@@ -74,7 +69,7 @@ std::optional<DoubleDouble> ReadDecimal(std::string_view text) noexcept {
   const auto rounded = static_cast<double>(decimal->digits);
   const auto rest = static_cast<double>(decimal->digits - static_cast<std::int64_t>(rounded));
   const DoubleDouble digits = {rounded, rest};
-  const double power = kPowers[static_cast<std::size_t>(std::abs(decimal->exponent))];
+  const double power = kPowersOfTen[static_cast<std::size_t>(std::abs(decimal->exponent))];
   const DoubleDouble exact =
       decimal->exponent < 0 ? Quotient(digits, {power, 0}) : Product(digits, power);
   return DoubleDouble{nearest, (exact.high - nearest) + exact.low};
