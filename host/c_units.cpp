@@ -151,13 +151,7 @@ kelmo_status kelmo_units_kind(const kelmo_units* units, const kelmo_view* view, 
     return KELMO_INVALID_ARGUMENT;
   }
   const UnitSet::Kind& kind = units->set.Kinds()[index];
-  if (kind.row != nullptr) {
-    GiveUnit(*kind.row, units->set.LabelOf(*kind.row, LanguagesOf(view)), result);
-  } else {
-    UnitRow unnamed;
-    unnamed.code = kind.number * KelmoLibs::Host::kCodesOfKind;
-    GiveUnit(unnamed, {"", ""}, result);
-  }
+  GiveUnit(*kind.row, units->set.LabelOf(*kind.row, LanguagesOf(view)), result);
   return KELMO_OK;
 }
 

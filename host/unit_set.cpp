@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 #include <utility>
 
 namespace KelmoLibs::Host {
@@ -64,11 +65,28 @@ std::vector<UnitRow> CheckedRows(const std::vector<UnitRow>& rows, ProblemList& 
   return checked;
 }
 
+// Adds a row for each kind that has units, but no row: a language may name it.
+void AddMissingKinds(std::vector<UnitRow>& rows) {
+  std::set<std::int32_t> kinds;
+  for (const UnitRow& row : rows) {
+    if (row.IsKind()) {
+      kinds.insert(KindOf(row.code));
+    }
+  }
+  for (std::size_t i = rows.size(); i-- > 0;) {
+    const std::int32_t kind = KindOf(rows[i].code);
+    if (kinds.insert(kind).second) {
+      rows.emplace_back().code = kind * kCodesOfKind;
+    }
+  }
+}
+
 }  // namespace
 
 UnitSet::UnitSet(const UnitCollection& collection, ProblemList* problems) {
   ProblemList told;
   rows_ = CheckedRows(collection.Rows(), told);
+  AddMissingKinds(rows_);
   MakeKinds();
   MakeSlots();
   MakeLanguages(collection.Languages(), told);
@@ -195,7 +213,7 @@ UnitLabel UnitSet::LabelOf(const UnitRow& row, const LanguageChain& languages) c
 
 std::string UnitSet::NameOfKind(std::int32_t number, const LanguageChain& languages) const {
   const Kind* const kind = FindKind(number);
-  if (kind != nullptr && kind->row != nullptr) {
+  if (kind != nullptr) {
     const UnitLabel label = LabelOf(*kind->row, languages);
     if (!label.name.empty()) {
       return std::string(label.name);

@@ -64,7 +64,7 @@ class UnitSet {
  public:
   struct Kind {
     std::int32_t number;
-    const UnitRow* row;  // null if nothing names it
+    const UnitRow* row;  // without symbol and name if no file names it
     std::vector<const UnitRow*> units;
   };
 
