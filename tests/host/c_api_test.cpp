@@ -15,6 +15,7 @@
 namespace {
 
 constexpr std::size_t kZero = KELMO_ZERO_TERMINATED;
+constexpr std::uint32_t kFirstArgument = 64;  // its size in the first version
 
 class CApi : public testing::Test {
  protected:
@@ -127,7 +128,7 @@ TEST_F(CApi, ViewFindChecksTheCount) {
     kelmo_status expected;
   };
   kelmo_argument small = kelmo_count_argument(1);
-  small.size = sizeof small - 1;
+  small.size = kFirstArgument - 1;
   const Case cases[] = {
       {"a count", kelmo_count_argument(1), KELMO_OK},
       {"a number that is no count", kelmo_integer_argument(1), KELMO_OK},

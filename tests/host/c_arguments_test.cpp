@@ -18,6 +18,8 @@ namespace {
 using namespace KelmoLibs::Host;
 using KelmoLibs::Cldr::NumberFormat;
 
+constexpr std::uint32_t kFirstArgument = 64;  // its size in the first version
+
 kelmo_argument TextOfSize(const char* data, std::size_t size) {
   kelmo_argument argument = kelmo_text_argument(nullptr);
   argument.text = {data, size};
@@ -55,7 +57,7 @@ TEST(ArgumentArray, ChecksEveryArgument) {
        {Changed(integer, [](auto& a) { a.name.size = 1; })},
        KELMO_INVALID_ARGUMENT},
       {"no type", {Changed(integer, [](auto& a) { a.type = 0; })}, KELMO_INVALID_ARGUMENT},
-      {"an unknown type", {Changed(integer, [](auto& a) { a.type = 6; })}, KELMO_INVALID_ARGUMENT},
+      {"an unknown type", {Changed(integer, [](auto& a) { a.type = 7; })}, KELMO_INVALID_ARGUMENT},
       {"the fewest decimals", {kelmo_number_argument(1, -1)}, KELMO_OK},
       {"fewer decimals", {kelmo_number_argument(1, -2)}, KELMO_INVALID_ARGUMENT},
       {"the most decimals", {kelmo_number_argument(1, 99)}, KELMO_OK},
@@ -72,7 +74,7 @@ TEST(ArgumentArray, ChecksEveryArgument) {
        {Changed(integer, [](auto& a) { a.is_count = 2; })},
        KELMO_INVALID_ARGUMENT},
       {"too small",
-       {Changed(integer, [](auto& a) { a.size = sizeof(kelmo_argument) - 8; })},
+       {Changed(integer, [](auto& a) { a.size = kFirstArgument - 8; })},
        KELMO_INVALID_ARGUMENT},
       {"a size that is not aligned",
        {Changed(integer, [](auto& a) { a.size = sizeof(kelmo_argument) + 1; })},
