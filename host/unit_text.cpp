@@ -15,7 +15,8 @@ struct Replacement {
   char32_t to;
 };
 
-constexpr char32_t kNone = 0;  // in place of a character that does not count
+constexpr char32_t kNone = 0;         // in place of a character that does not count
+constexpr char32_t kZero = 0x110000;  // in place of U+0000: no symbol has it
 
 // Sorted. What people type for characters that keyboards lack, and characters with two code points.
 constexpr std::array<Replacement, 24> kTyped = {{
@@ -72,7 +73,7 @@ class Characters {
     const auto first = static_cast<unsigned char>(rest_.front());
     if (first < 0x80) {
       rest_.remove_prefix(1);
-      return first;
+      return first != kNone ? first : kZero;
     }
     if (const std::size_t blank = BlankLength(rest_); blank != 0) {
       rest_.remove_prefix(blank);
@@ -85,7 +86,7 @@ class Characters {
       ++size;
     }
     rest_.remove_prefix(size);
-    // Without the bits that mark the first byte. Bytes that are not UTF-8 become other numbers.
+    // Without the bits that mark the first byte.
     constexpr std::array<char32_t, 5> kBits = {0, 0xFFFFFFFF, 0x7FF, 0xFFFF, 0x1FFFFF};
     return character & kBits[size];
   }

@@ -13,10 +13,10 @@ enum class UnitTextMatch {
   kLooks      // also letters of other scripts that look the same: a Cyrillic em and a Latin m
 };
 
-/// Whether the texts are the same. Any bytes: they need not be UTF-8.
+/// Whether the texts are the same. Precondition: they are UTF-8.
 bool IsSameUnitText(std::string_view left, std::string_view right, UnitTextMatch match) noexcept;
 
-/// A hash, which is equal for texts that are the same by kLooks.
+/// A hash, which is equal for texts that are the same by kLooks. The same precondition.
 std::uint64_t HashOfUnitText(std::string_view text) noexcept;
 
 }  // namespace KelmoLibs::Host
