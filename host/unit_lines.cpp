@@ -29,21 +29,32 @@ UnitLines::UnitLines(std::string_view bytes, std::string_view fileName,
   }
 }
 
+std::optional<std::string_view> UnitLines::First() noexcept {
+  return rest_.empty() ? std::nullopt : Take();
+}
+
 std::optional<std::string_view> UnitLines::Next() noexcept {
   while (!rest_.empty()) {
-    ++number_;
-    const std::size_t end = rest_.find('\n');
-    std::string_view line = rest_.substr(0, end);
-    rest_.remove_prefix(std::min(line.size() + 1, rest_.size()));
-    if (!line.empty() && line.back() == '\r') {
-      line.remove_suffix(1);
-    }
-    const std::size_t valid = Localize::WellFormedUtf8Length(line);
-    if (valid == line.size()) {
+    if (const auto line = Take()) {
       return line;
     }
-    TellFault("the line is not UTF-8", ColumnOf(line, valid));
   }
+  return std::nullopt;
+}
+
+std::optional<std::string_view> UnitLines::Take() noexcept {
+  ++number_;
+  const std::size_t end = rest_.find('\n');
+  std::string_view line = rest_.substr(0, end);
+  rest_.remove_prefix(std::min(line.size() + 1, rest_.size()));
+  if (!line.empty() && line.back() == '\r') {
+    line.remove_suffix(1);
+  }
+  const std::size_t valid = Localize::WellFormedUtf8Length(line);
+  if (valid == line.size()) {
+    return line;
+  }
+  TellFault("the line is not UTF-8", ColumnOf(line, valid));
   return std::nullopt;
 }
 

@@ -20,7 +20,10 @@ class UnitLines {
   /// `problems` may be null.
   UnitLines(std::string_view bytes, std::string_view fileName, ProblemList* problems) noexcept;
 
-  /// The next line; nothing at the end. Throws nothing.
+  /// The first line; nothing if there is none, or if it is left out.
+  std::optional<std::string_view> First() noexcept;
+
+  /// The next line; nothing at the end.
   std::optional<std::string_view> Next() noexcept;
 
   /// Tells a problem of the current line. `column` is in characters, from 1; 0: the whole line.
@@ -37,6 +40,9 @@ class UnitLines {
   bool IsNew(std::int32_t code);
 
  private:
+  // Takes a line. Nothing, and a problem, if it is not UTF-8. Precondition: there is one.
+  std::optional<std::string_view> Take() noexcept;
+
   std::string_view rest_;
   std::string_view fileName_;
   ProblemList* problems_;

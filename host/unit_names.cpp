@@ -63,7 +63,7 @@ void ReadLine(std::string_view line, UnitLines& lines, LanguageUnits& language) 
 void ReadUnitNames(std::string_view bytes, std::string_view fileName, UnitCollection& units,
                    ProblemList* problems) {
   UnitLines lines(bytes, fileName, problems);
-  const auto header = lines.Next();
+  const auto header = lines.First();
   const auto words = SplitIntoWords(WithoutComment(header.value_or(std::string_view())));
   if (words.empty()) {
     lines.TellFault("the first line has no id of a language: nothing is read");
