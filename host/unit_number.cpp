@@ -37,6 +37,9 @@ std::optional<Decimal> SplitDecimal(std::string_view text) noexcept {
     decimal.digits = decimal.digits * 10 + (text[i] - '0');
     decimal.exponent -= isFraction ? 1 : 0;
   }
+  if (decimal.digits == 0) {
+    return Decimal();  // whatever its exponent is, which may be too large for an int
+  }
   if (i < text.size()) {
     i += i + 1 < text.size() && text[i + 1] == '+' ? 2 : 1;
     int exponent = 0;
