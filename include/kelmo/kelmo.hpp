@@ -82,7 +82,7 @@ inline void check(kelmo_status status) {
     throw std::bad_alloc();
   }
   if (status == KELMO_INVALID_UTF8) {
-    throw Error(status, "kelmo: a path, name or id is not UTF-8");
+    throw Error(status, "kelmo: a text, path, name or id is not UTF-8");
   }
   if (status < 0) {
     throw Error(status, std::string("kelmo: ") + kelmo_status_name(status));
@@ -700,7 +700,7 @@ inline std::optional<NumberFormat> number_format_of_user() {
   return status == KELMO_OK ? std::optional(format) : std::nullopt;
 }
 
-/** A number as text. Throws Error if `number` is a text, or a field of `format` is not allowed. */
+/** A number as text. Throws Error if `number` is a text or a quantity, or a field of `format` is not allowed. */
 inline std::string print(const Argument& number, const NumberFormat& format) {
   return detail::printed([&](char* buffer, std::size_t capacity, std::size_t* needed) {
     return kelmo_number_print(&format, &number.raw(), buffer, capacity, needed);
@@ -762,8 +762,8 @@ class View {
    *
    * Throws nothing but std::bad_alloc for arguments that convert by themselves and for those of
    * number, count and arg. Throws Error for what only a host can make and the compiler does not see:
-   * two counts of which one has become an Argument, a Count of a text, an Argument of a
-   * kelmo_argument that is not allowed. */
+   * two counts of which one has become an Argument, a Count of a text or a quantity, an Argument of a
+   * kelmo_argument that is not allowed, a Quantity that was moved from. */
   template <class First, class... Others>
   std::string tr(std::string_view key, const First& first, const Others&... others) const {
     static_assert((std::is_base_of_v<Count, First> + ... + std::is_base_of_v<Count, Others>) <= 1,
@@ -964,7 +964,7 @@ class Quantity;
 /** Sealed units. Copies share them. */
 class Units {
  public:
-  /** No units. */
+  /** No units: there is nothing to list and no unit with a code. What reads a text throws Error. */
   Units() = default;
 
   /** Takes over the caller's part in `owned`. */
@@ -1047,6 +1047,19 @@ class Units {
   static void throw_unless_read(kelmo_status status, const Problems& problems) {
     if (status != KELMO_OK && !problems.empty()) {
       throw ReadError(status, problems.at(0));
+    }
+    if (problems.lost() != 0) {
+      throw std::bad_alloc();
+    }
+    check_options(status);
+  }
+
+  // For a status that no problem tells.
+  static void check_options(kelmo_status status) {
+    if (status == KELMO_UNKNOWN_UNIT || status == KELMO_DIFFERENT_KINDS ||
+        status == KELMO_POINT_UNIT) {
+      throw UnitError(status, std::string("kelmo: ") + kelmo_status_name(status) +
+                                  ": the options of a read do not fit");
     }
     detail::check(status);
   }
@@ -1165,7 +1178,7 @@ class UnitsLoader {
   /** Names a kind of units, such as 10 for length. */
   void add_kind(std::int32_t kind, std::string_view symbol, std::string_view name) {
     kelmo_unit raw = detail::empty_unit();
-    raw.code = kind < first_long_kind ? kind : kind * codes_of_kind;
+    raw.code = code_of_kind(kind);
     raw.symbol = {symbol.data(), symbol.size()};
     raw.name = {name.data(), name.size()};
     Problems problems;
@@ -1236,8 +1249,16 @@ class UnitsLoader {
   }
 
  private:
-  static constexpr std::int32_t first_long_kind = 100;
-  static constexpr std::int32_t codes_of_kind = 1000;
+  // 0, which is no code, for a number that is too large.
+  static std::int32_t code_of_kind(std::int32_t kind) noexcept {
+    constexpr std::int32_t first_long_kind = 100;
+    constexpr std::int32_t codes_of_kind = 1000;
+    constexpr std::int32_t last_kind = INT32_MAX / codes_of_kind;
+    if (kind < first_long_kind) {
+      return kind;
+    }
+    return kind <= last_kind ? kind * codes_of_kind : 0;
+  }
 
   bool add(const kelmo_unit& raw, Problems& problems) {
     const std::size_t before = problems.size() + problems.lost();
@@ -1274,7 +1295,8 @@ class UnitsLoader {
  * the unit of the left one, whose unit and tolerances the result has. Two quantities must have the same
  * units: those of one Units object and its copies. Functions throw UnitError, which names both units, for
  * operands of different kinds, for a code that the units do not have, and for arithmetic that points of a
- * scale do not have; see kelmo.h. Threads may share a quantity as they share an int. */
+ * scale do not have; see kelmo.h. A quantity that was moved from has no units: what needs them throws Error.
+ * Threads may share a quantity as they share an int. */
 class Quantity {
  public:
   /** A number in a unit. The tolerance is relative_tolerance * number + absolute_tolerance. Throws UnitError
@@ -1299,7 +1321,11 @@ class Quantity {
   const kelmo_quantity& raw() const noexcept { return raw_; } /**< for the functions of kelmo.h */
 
   /** Its unit, with the symbol and the name in the language of the view. */
-  Unit unit(const View& view = View()) const noexcept { return *units_.find(raw_.code, view); }
+  Unit unit(const View& view = View()) const {
+    const auto found = units_.find(raw_.code, view);
+    units_.check(found ? KELMO_OK : KELMO_UNKNOWN_UNIT, raw_.code, raw_.code);
+    return *found;
+  }
 
   /** The same number with other tolerances. */
   Quantity with_tolerance(double absolute, double relative = 0) const {
@@ -1452,7 +1478,7 @@ inline std::optional<Quantity> Units::read(std::string_view text, const View& vi
   const std::size_t before = problems.size() + problems.lost();
   const auto raw = read(text, view, options, problems.handle(), status);
   if (problems.size() + problems.lost() == before) {
-    detail::check(status);  // what no problem tells
+    check_options(status);
   }
   return raw ? std::optional(Quantity(*this, *raw)) : std::nullopt;
 }
