@@ -10,7 +10,7 @@ kelmo_add_program(kelmo_threads_test threads_test.cpp)
 find_package(Threads REQUIRED)
 target_link_libraries(kelmo_threads_test PRIVATE kelmo::kelmo Threads::Threads)
 
-kelmo_add_program(kelmo_unload_test unload_kelmo_test.cpp)
+kelmo_add_program(kelmo_unload_test renamed_kelmo_test.cpp unload_kelmo_test.cpp)
 target_include_directories(kelmo_unload_test PRIVATE ${PROJECT_SOURCE_DIR}/include)
 target_link_libraries(kelmo_unload_test PRIVATE Threads::Threads ${CMAKE_DL_LIBS})
 add_dependencies(kelmo_unload_test kelmo)
@@ -18,7 +18,7 @@ set(file $<TARGET_FILE:kelmo>)
 if(WIN32)  # the program is in the folder of the library
   set(file $<TARGET_FILE_NAME:kelmo>)
 endif()
-target_compile_definitions(kelmo_unload_test PRIVATE KELMO_FILE="${file}")
+target_compile_definitions(kelmo_unload_test PRIVATE KELMO_FILE="${file}" KELMO_PATH="$<TARGET_FILE:kelmo>")
 
 set(failures allocation_failures_test.cpp ../support/allocation_probe.cpp)
 kelmo_add_program(kelmo_allocation_failures_inside_test ${failures} ../../host/c_api.cpp)
