@@ -252,14 +252,14 @@ KELMO_API kelmo_status kelmo_loader_add_file(kelmo_loader* loader, const char* p
                                              kelmo_problems* problems);
 
 /** Reads all files of a folder whose names end with ".txt", but not with "-val.txt", in the order
- * of the bytes of their names. Names that begin with a point are left out. KELMO_CANNOT_READ: the folder cannot be read, or one of its files;
- * the others are added. */
+ * of the bytes of their names. Names that begin with a point are left out. KELMO_CANNOT_READ: the
+ * folder cannot be read, or one of its files; the others are added. */
 KELMO_API kelmo_status kelmo_loader_add_folder(kelmo_loader* loader, const char* path,
                                                size_t path_size, const kelmo_load_options* options,
                                                kelmo_problems* problems);
 
-/** Reads a dictionary from memory: `bytes`, with their number or KELMO_ZERO_TERMINATED. `name` stands
- * for the file in problems. */
+/** Reads a dictionary from memory: `bytes`, with their number or KELMO_ZERO_TERMINATED. `name`
+ * stands for the file in problems. */
 KELMO_API kelmo_status kelmo_loader_add_memory(kelmo_loader* loader, const void* bytes, size_t size,
                                                const char* name, size_t name_size,
                                                const kelmo_load_options* options,
@@ -274,10 +274,11 @@ typedef struct kelmo_texts kelmo_texts;
 /** Seals what the loader has collected. The caller is the owner of the texts. The loader is empty
  * then, and can collect again.
  *
- * Tells each text that was loaded with KELMO_LOAD_OVERRIDE and changes nothing: the files without that
- * flag have its key in no language, nor plural forms of it; or they have, in its language, the form
- * `other` of its key, which every count finds before. (Of exact forms, only `.=0` and `.=1` are looked
- * for.) Cost: in proportion to those texts, with the sizes of their keys, times the languages. */
+ * Tells each text that was loaded with KELMO_LOAD_OVERRIDE and changes nothing: the files without
+ * that flag have its key in no language, nor plural forms of it; or they have, in its language, the
+ * form `other` of its key, which every count finds before. (Of exact forms, only `.=0` and `.=1`
+ * are looked for.) Cost: in proportion to those texts, with the sizes of their keys, times the
+ * languages. */
 KELMO_API kelmo_status kelmo_loader_finish(kelmo_loader* loader, kelmo_texts** result,
                                            kelmo_problems* problems);
 
@@ -307,12 +308,12 @@ KELMO_API size_t kelmo_texts_language_count(const kelmo_texts* texts);
 KELMO_API kelmo_status kelmo_texts_language(const kelmo_texts* texts, size_t index,
                                             kelmo_language* result);
 
-/** Finds a language that serves a user who wants to read `wanted`, such as "de-AT". At `rank` 0 it is
- * the closest one: that with this id, or else with this id without its last part, and so on ("de").
- * The further ranks are those behind it in the same order, so that a view can look for a text in
- * "de-AT" and then in "de". Upper and lower case are the same, and so are `-` and `_`. A script is
- * never left out: "zh-Hant" does not find "zh", nor does "zh-TW". `*index` gets its index.
- * KELMO_NOT_FOUND: there are no more. */
+/** Finds a language that serves a user who wants to read `wanted`, such as "de-AT". At `rank` 0 it
+ * is the closest one: that with this id, or else with this id without its last part, and so on
+ * ("de"). The further ranks are those behind it in the same order, so that a view can look for a
+ * text in "de-AT" and then in "de". Upper and lower case are the same, and so are `-` and `_`. A
+ * script is never left out: "zh-Hant" does not find "zh", nor does "zh-TW". `*index` gets its
+ * index. KELMO_NOT_FOUND: there are no more. */
 KELMO_API kelmo_status kelmo_texts_match_language(const kelmo_texts* texts, const char* wanted,
                                                   size_t wanted_size, size_t rank, size_t* index);
 
@@ -367,8 +368,8 @@ KELMO_API kelmo_status kelmo_number_format_of_user(kelmo_number_format* result);
 /* ---- Arguments ---- */
 
 /** A physical value: a number with tolerances and a unit. Its layout never changes: 32 bytes. It
- * refers to its unit by a code, so that it may be copied, stored and compared byte by byte; what the
- * code means is said by the units that each call takes. */
+ * refers to its unit by a code, so that it may be copied, stored and compared byte by byte; what
+ * the code means is said by the units that each call takes. */
 typedef struct kelmo_quantity {
   double number;             /**< in its unit */
   double absolute_tolerance; /**< in its unit */
@@ -447,8 +448,8 @@ typedef struct kelmo_view_options {
 typedef struct kelmo_view kelmo_view;
 
 /** Makes a view. The caller is its owner. `options` may be null; what it points to is copied. A
- * language that the texts do not have is a problem, and left out. So is a view that has no language at
- * all: it finds nothing. */
+ * language that the texts do not have is a problem, and left out. So is a view that has no language
+ * at all: it finds nothing. */
 KELMO_API kelmo_status kelmo_view_create(kelmo_texts* texts, const kelmo_view_options* options,
                                          kelmo_view** result, kelmo_problems* problems);
 
@@ -485,9 +486,9 @@ KELMO_API kelmo_status kelmo_view_find(const kelmo_view* view, const char* key, 
  * format, as the C++ library fmt has them: `{0:8.2f}` is a number with two decimals in at least
  * eight characters. Its parts, all of them optional, are: fill and alignment (`<`, `>`, `^`), sign
  * (`+`, `-` or a blank), `0`, width (up to 255), `.` and decimals (up to 99), and `d`, `f`, `e` or
- * `g`. Arguments are not searched for placeholders. What cannot be filled stays as it stands, and is
- * a problem: in `problems`, or in the view's record if that is null. An argument that is a text, but
- * not UTF-8, fills no placeholder.
+ * `g`. Arguments are not searched for placeholders. What cannot be filled stays as it stands, and
+ * is a problem: in `problems`, or in the view's record if that is null. An argument that is a text,
+ * but not UTF-8, fills no placeholder.
  *
  * If an argument is a count, each language is asked for the key with a suffix: `files.=0` for
  * exactly that number, then the plural category of the number by the rules of that language
@@ -507,8 +508,8 @@ KELMO_API kelmo_status kelmo_view_format(const kelmo_view* view, const char* key
 /** Moves the problems that the view has recorded to `problems`, each once, in the order of their
  * first time, and forgets them: missing keys, and placeholders that could not be filled. `*lost`,
  * unless it is null, gets the number of times that a problem was not recorded, because of the limit
- * or because memory was out. A null list drops the problems; one that they do not fit in counts them in
- * kelmo_problems_lost. Thread-safe; `problems` is for one thread at a time. */
+ * or because memory was out. A null list drops the problems; one that they do not fit in counts
+ * them in kelmo_problems_lost. Thread-safe; `problems` is for one thread at a time. */
 KELMO_API kelmo_status kelmo_view_take_problems(kelmo_view* view, kelmo_problems* problems,
                                                 size_t* lost);
 
@@ -516,16 +517,17 @@ KELMO_API kelmo_status kelmo_view_take_problems(kelmo_view* view, kelmo_problems
  * first choice. KELMO_NOT_FOUND: there are no more. A suggestion for the languages of a view: see
  * kelmo_texts_match_language. On Linux: from LANGUAGE, LC_ALL, LC_MESSAGES and LANG; none if the
  * locale is "C" or "POSIX". An id has less than 85 bytes on Windows. On Linux it is as long as the
- * variable: an id that was cut, because `*needed` is not below `capacity`, may be another valid one. */
+ * variable: an id that was cut, because `*needed` is not below `capacity`, may be another valid
+ * one. */
 KELMO_API kelmo_status kelmo_system_language(size_t index, char* buffer, size_t capacity,
                                              size_t* needed);
 
 /* ---- Units ---- */
 
-/** A code is 1000 times the number of its kind (length is 10, plane angle is 40) and the number of the
- * unit in it: 10001 is unit 1 of kind 10. Hosts have numbers and kinds of their own, which no table that
- * comes with kelmo uses: a host that adds a length takes one of 10900 to 10999, and a host that adds
- * kinds takes codes from 1000001 on. */
+/** A code is 1000 times the number of its kind (length is 10, plane angle is 40) and the number of
+ * the unit in it: 10001 is unit 1 of kind 10. Hosts have numbers and kinds of their own, which no
+ * table that comes with kelmo uses: a host that adds a length takes one of 10900 to 10999, and a
+ * host that adds kinds takes codes from 1000001 on. */
 #define KELMO_FIRST_HOST_UNIT 900
 #define KELMO_LAST_HOST_UNIT 999
 #define KELMO_FIRST_HOST_KIND 1000
@@ -555,16 +557,15 @@ enum {
 
 /** A unit. Its number in the base unit of its kind is factor * number + offset.
  *
- * Or a kind of units: its code is 1000 times the number of the kind, or that number below 100; it has
- * no factor, no offset and no difference. */
+ * Or a kind of units: its code is 1000 times the number of the kind, or that number below 100; it
+ * has no factor, no offset and no difference. */
 typedef struct kelmo_unit {
   uint32_t size; /**< of this struct, set by the caller */
   int32_t code;  /**< see KELMO_FIRST_HOST_UNIT */
   int32_t kind;  /**< number of the kind. Functions do not read it from the caller */
   int32_t
       difference; /**< 0; or, for points of a scale (temperatures in degrees Celsius), the code of
-                         the unit of their differences. It has the same factor, and its kind is another
-                         one */
+                         the unit of their differences: of another kind, with the same factor */
   double factor;  /**< above 0, and finite. 30001 of the first library may have 0 */
   double offset;  /**< finite; 0 unless `difference` is not 0 */
   kelmo_string
@@ -573,14 +574,14 @@ typedef struct kelmo_unit {
   kelmo_string name; /**< the same, but may be empty: there is no name */
 } kelmo_unit;
 
-/** Collects units, and their symbols and names in languages. Of several units with a code the last one
- * counts, in the place of the first; but of several lines of one file the first one counts. Of several
- * names of a unit in a language the first one counts, as in the first library. A loader copies what it
- * keeps. */
+/** Collects units, and their symbols and names in languages. Of several units with a code the last
+ * one counts, in the place of the first; but of several lines of one file the first one counts. Of
+ * several names of a unit in a language the first one counts, as in the first library. A loader
+ * copies what it keeps. */
 typedef struct kelmo_units_loader kelmo_units_loader;
 
-/** Makes a loader that begins with KELMO_UNITS_NONE, KELMO_UNITS_BUILT_IN or KELMO_UNITS_AFTER_INIT. The
- * caller destroys it. */
+/** Makes a loader that begins with KELMO_UNITS_NONE, KELMO_UNITS_BUILT_IN or
+ * KELMO_UNITS_AFTER_INIT. The caller destroys it. */
 KELMO_API kelmo_status kelmo_units_loader_create(int32_t start, kelmo_units_loader** result);
 
 /** Destroys a loader, and what it has collected since it was last finished. Null is allowed, and
@@ -592,27 +593,27 @@ KELMO_API void kelmo_units_loader_destroy(kelmo_units_loader* loader);
 KELMO_API kelmo_status kelmo_units_loader_add(kelmo_units_loader* loader, const kelmo_unit* unit,
                                               kelmo_problems* problems);
 
-/** Reads a file. `format` is KELMO_UNITS_FILE, KELMO_UNITS_FOUR_FIELDS or KELMO_UNITS_NAMES. A line that
- * is not right is dropped, and is a problem with its number and the reason. KELMO_CANNOT_READ: there is
- * no such regular file, or the system does not let it be read; nothing is added. */
+/** Reads a file. `format` is KELMO_UNITS_FILE, KELMO_UNITS_FOUR_FIELDS or KELMO_UNITS_NAMES. A line
+ * that is not right is dropped, and is a problem with its number and the reason. KELMO_CANNOT_READ:
+ * there is no such regular file, or the system does not let it be read; nothing is added. */
 KELMO_API kelmo_status kelmo_units_loader_add_file(kelmo_units_loader* loader, const char* path,
                                                    size_t path_size, int32_t format,
                                                    kelmo_problems* problems);
 
-/** Reads a file from memory: `bytes`, with their number or KELMO_ZERO_TERMINATED. `name` stands for the
- * file in problems. */
+/** Reads a file from memory: `bytes`, with their number or KELMO_ZERO_TERMINATED. `name` stands for
+ * the file in problems. */
 KELMO_API kelmo_status kelmo_units_loader_add_memory(kelmo_units_loader* loader, const void* bytes,
                                                      size_t size, const char* name,
                                                      size_t name_size, int32_t format,
                                                      kelmo_problems* problems);
 
-/** The sealed units of a loader. They never change. They have owners: they are destroyed when the last
- * owner releases them. */
+/** The sealed units of a loader. They never change. They have owners: they are destroyed when the
+ * last owner releases them. */
 typedef struct kelmo_units kelmo_units;
 
-/** Seals what the loader has collected. The caller is the owner of the units. The loader is empty then,
- * without units, and can collect again. Drops units of points whose unit of differences does not fit,
- * and tells them. Tells units with the factor 0, and names of units that do not exist. */
+/** Seals what the loader has collected. The caller is the owner of the units. The loader is empty
+ * then, without units, and can collect again. Drops units of points whose unit of differences does
+ * not fit, and tells them. Tells units with the factor 0, and names of units that do not exist. */
 KELMO_API kelmo_status kelmo_units_loader_finish(kelmo_units_loader* loader, kelmo_units** result,
                                                  kelmo_problems* problems);
 
@@ -625,35 +626,38 @@ KELMO_API void kelmo_units_release(kelmo_units* units);
 /** The number of kinds that have units; 0 for null. */
 KELMO_API size_t kelmo_units_kind_count(const kelmo_units* units);
 
-/** The kind at `index`, from 0, in the order of loading. Its symbol and its name are empty if nothing
- * names it. `view` may be null: see kelmo_units_find. KELMO_INVALID_ARGUMENT for an index that the
- * units do not have. */
+/** The kind at `index`, from 0, in the order of loading. Its symbol and its name are empty if
+ * nothing names it. `view` may be null: see kelmo_units_find. KELMO_INVALID_ARGUMENT for an index
+ * that the units do not have. */
 KELMO_API kelmo_status kelmo_units_kind(const kelmo_units* units, const kelmo_view* view,
                                         size_t index, kelmo_unit* result);
 
 /** The number of units of a kind, or of all units if `kind` is 0; 0 for null. */
 KELMO_API size_t kelmo_units_count(const kelmo_units* units, int32_t kind);
 
-/** The unit at `index`, from 0, of those that kelmo_units_count counts, in the order of loading: the
- * entries of a combo box. `view` may be null: see kelmo_units_find. KELMO_INVALID_ARGUMENT for an index
- * that the units do not have. */
+/** The unit at `index`, from 0, of those that kelmo_units_count counts, in the order of loading:
+ * the entries of a combo box. `view` may be null: see kelmo_units_find. KELMO_INVALID_ARGUMENT for
+ * an index that the units do not have. */
 KELMO_API kelmo_status kelmo_units_at(const kelmo_units* units, const kelmo_view* view,
                                       int32_t kind, size_t index, kelmo_unit* result);
 
 /** Finds the unit with a code. Its symbol and its name are those of the first language of the view
- * that has them; else, and if `view` is null, those of the unit itself. All ids count that the view was
- * made with, also those that its texts do not have. The strings live as long as the units.
+ * that has them; else, and if `view` is null, those of the unit itself. All ids count that the view
+ * was made with, also those that its texts do not have. The strings live as long as the units.
  * KELMO_UNKNOWN_UNIT: there is no such unit. */
 KELMO_API kelmo_status kelmo_units_find(const kelmo_units* units, const kelmo_view* view,
                                         int32_t code, kelmo_unit* result);
 
-/** Finds the unit whose symbol or name is `text`. `kind` is the number of the kind that is wanted; 0:
- * any. Upper and lower case differ: mW is not MW. These rules decide, in this order:
+/** Finds the unit whose symbol or name is `text`. `kind` is the number of the kind that is wanted;
+ * 0: any. Upper and lower case differ: mW is not MW. These rules decide, in this order:
  *  1. The languages of the view are asked one after the other, and then the units themselves. The
- *     first that has exactly this text counts. All blanks are the same, also those that break no line.
+ *     first that has exactly this text counts. All blanks are the same, also those that break no
+ *     line.
  *  2. If none has it, they are asked again, with characters that keyboards have in place of those
- *     that they lack: m3 for a raised 3, N*m for a middle dot, and both characters for micro and ohm.
+ *     that they lack: m3 for a raised 3, N*m for a middle dot, and both characters for micro and
+ *     ohm.
  *  3. Points of a scale count, and not their differences: 20 degrees Celsius are a temperature.
+ *
  * KELMO_AMBIGUOUS_UNIT: several units are left; or none, but one that looks the same and has other
  * letters, such as a Cyrillic letter for a Latin m. KELMO_DIFFERENT_KINDS: there are only units of
  * other kinds. KELMO_UNKNOWN_UNIT: there is none. A problem tells each. */
@@ -661,25 +665,26 @@ KELMO_API kelmo_status kelmo_units_find_text(const kelmo_units* units, const kel
                                              int32_t kind, const char* text, size_t text_size,
                                              kelmo_unit* result, kelmo_problems* problems);
 
-/** Converts `count` plain numbers from one unit to another of the same kind. `results` may be `numbers`,
- * but must not overlap them otherwise. The results are those of kelmo_quantity_convert.
+/** Converts `count` plain numbers from one unit to another of the same kind. `results` may be
+ * `numbers`, but must not overlap them otherwise. The results are those of kelmo_quantity_convert.
  * KELMO_UNKNOWN_UNIT, KELMO_DIFFERENT_KINDS. Thread-safe, and takes no memory. */
 KELMO_API kelmo_status kelmo_units_convert(const kelmo_units* units, int32_t from, int32_t to,
                                            const double* numbers, size_t count, double* results);
 
 /* ---- Quantities ----
  *
- * Arithmetic and conversion give the bits that the class Double of the first library gives: the right
- * operand becomes factor * number / factor of the left unit. A result has the unit and the tolerances
- * of the left operand. There is no algebra of dimensions: metre times metre is refused.
+ * Arithmetic and conversion give the bits that the class Double of the first library gives: the
+ * right operand becomes factor * number / factor of the left unit. A result has the unit and the
+ * tolerances of the left operand. There is no algebra of dimensions: metre times metre is refused.
  *
- * A unit of points has points and differences. A point minus a point is a difference; a point plus or
- * minus a difference is a point, and stands on the left. All other arithmetic of points, and every
- * point with a relative tolerance, gives KELMO_POINT_UNIT.
+ * A unit of points has points and differences. A point minus a point is a difference; a point plus
+ * or minus a difference is a point, and stands on the left. All other arithmetic of points, and
+ * every point with a relative tolerance, gives KELMO_POINT_UNIT.
  *
  * `result` may be an operand. A code that the units do not have gives KELMO_UNKNOWN_UNIT, and a
  * `reserved` that is not 0 gives KELMO_INVALID_ARGUMENT. Numbers and tolerances may be any double:
- * infinity and NaN go through. All functions are thread-safe, and take no memory but for problems. */
+ * infinity and NaN go through. All functions are thread-safe, and take no memory but for problems.
+ */
 
 /** Makes a quantity. */
 static inline kelmo_quantity kelmo_quantity_of(double number, double absolute_tolerance,
@@ -706,7 +711,8 @@ KELMO_API kelmo_status kelmo_quantity_multiply(const kelmo_units* units,
                                                const kelmo_quantity* quantity, double factor,
                                                kelmo_quantity* result);
 
-/** quantity / divisor. The tolerances stay. The divisor 0 gives infinity or NaN. KELMO_POINT_UNIT. */
+/** quantity / divisor. The tolerances stay. The divisor 0 gives infinity or NaN. KELMO_POINT_UNIT.
+ */
 KELMO_API kelmo_status kelmo_quantity_divide(const kelmo_units* units,
                                              const kelmo_quantity* quantity, double divisor,
                                              kelmo_quantity* result);
@@ -715,27 +721,27 @@ KELMO_API kelmo_status kelmo_quantity_divide(const kelmo_units* units,
 KELMO_API kelmo_status kelmo_quantity_ratio(const kelmo_units* units, const kelmo_quantity* left,
                                             const kelmo_quantity* right, double* result);
 
-/** The sum of at least one quantity, added one after the other. It has the unit and the tolerances of
- * the first one. KELMO_DIFFERENT_KINDS, KELMO_POINT_UNIT. */
+/** The sum of at least one quantity, added one after the other. It has the unit and the tolerances
+ * of the first one. KELMO_DIFFERENT_KINDS, KELMO_POINT_UNIT. */
 KELMO_API kelmo_status kelmo_quantity_sum(const kelmo_units* units,
                                           const kelmo_quantity* quantities, size_t count,
                                           kelmo_quantity* result);
 
-/** Compares two quantities by their numbers in the base unit, each rounded once. `*result` becomes -1, 0
- * or 1. -0 is 0; NaN is above all others, and equal to itself: so every algorithm can sort. Tolerances
- * play no part. KELMO_DIFFERENT_KINDS. */
+/** Compares two quantities by their numbers in the base unit, each rounded once. `*result` becomes
+ * -1, 0 or 1. -0 is 0; NaN is above all others, and equal to itself: so every algorithm can sort.
+ * Tolerances play no part. KELMO_DIFFERENT_KINDS. */
 KELMO_API kelmo_status kelmo_quantity_compare(const kelmo_units* units, const kelmo_quantity* left,
                                               const kelmo_quantity* right, int32_t* result);
 
-/** A hash. It is equal for quantities that kelmo_quantity_compare finds equal. Do not store it: a later
- * version may have another. */
+/** A hash. It is equal for quantities that kelmo_quantity_compare finds equal. Do not store it: a
+ * later version may have another. */
 KELMO_API kelmo_status kelmo_quantity_hash(const kelmo_units* units, const kelmo_quantity* quantity,
                                            uint64_t* result);
 
-/** Converts `count` quantities to the unit `code`. The absolute tolerance is converted by the factors
- * alone; the relative one stays. A quantity that has this unit already stays as it is. `results` may be
- * `quantities`, but must not overlap them otherwise. KELMO_DIFFERENT_KINDS, KELMO_POINT_UNIT: nothing has
- * changed, whichever quantity it is. */
+/** Converts `count` quantities to the unit `code`. The absolute tolerance is converted by the
+ * factors alone; the relative one stays. A quantity that has this unit already stays as it is.
+ * `results` may be `quantities`, but must not overlap them otherwise. KELMO_DIFFERENT_KINDS,
+ * KELMO_POINT_UNIT: nothing has changed, whichever quantity it is. */
 KELMO_API kelmo_status kelmo_quantity_convert(const kelmo_units* units,
                                               const kelmo_quantity* quantities, size_t count,
                                               int32_t code, kelmo_quantity* results);
@@ -758,16 +764,16 @@ typedef struct kelmo_print_options {
   const kelmo_number_format* numbers; /**< null: that of the view; without a view, "1234.5" */
 } kelmo_print_options;
 
-/** Writes a quantity with the digits that its tolerance justifies: 1234.5678 mm with the tolerance 0.01 is
- * "1234.57 mm". They are the digits that Double::to_string gives; docs/values.md has the rule. A no-break
- * space (U+00A0) stands in front of the symbol, but not in front of the signs for degree, minute and second
- * of an angle. `view`, which may be null, chooses the symbol and the format of numbers; so may `options`
- * be null.
+/** Writes a quantity with the digits that its tolerance justifies: 1234.5678 mm with the tolerance
+ * 0.01 is "1234.57 mm". They are the digits that Double::to_string gives; docs/values.md has the
+ * rule. A no-break space (U+00A0) stands in front of the symbol, but not in front of the signs for
+ * degree, minute and second of an angle. `view`, which may be null, chooses the symbol and the
+ * format of numbers; so may `options` be null.
  *
- * KELMO_CANNOT_ROUND: the tolerance is 0, negative, infinite or NaN; or it is below 1e-9 or above 1e9, where
- * the scale of the first library overflows. With KELMO_PRINT_ALL_DIGITS, the shortest text that reads as
- * the same number stands there instead. Infinity and NaN need no tolerance. KELMO_POINT_UNIT: a point with a
- * relative tolerance. */
+ * KELMO_CANNOT_ROUND: the tolerance is 0, negative, infinite or NaN; or it is below 1e-9 or above
+ * 1e9, where the scale of the first library overflows. With KELMO_PRINT_ALL_DIGITS, the shortest
+ * text that reads as the same number stands there instead. Infinity and NaN need no tolerance.
+ * KELMO_POINT_UNIT: a point with a relative tolerance. */
 KELMO_API kelmo_status kelmo_quantity_print(const kelmo_units* units, const kelmo_view* view,
                                             const kelmo_quantity* quantity,
                                             const kelmo_print_options* options, char* buffer,
@@ -780,20 +786,19 @@ typedef struct kelmo_read_options {
   int32_t code;              /**< unit of a number that has no unit; 0: every number needs a unit */
   uint32_t reserved;         /**< 0 */
   double absolute_tolerance; /**< of the result, in the unit that was typed */
-  double
-      relative_tolerance; /**< of the result. If both are 0, the absolute tolerance is one unit of the
-                                last digit that was typed: 0.1 for "12.5" */
+  double relative_tolerance; /**< of the result. If both are 0, the absolute tolerance is one unit
+                                of the last digit that was typed: 0.1 for "12.5" */
   const kelmo_number_format* numbers; /**< null: that of the view; without a view, "1234.5" */
 } kelmo_read_options;
 
-/** Reads what a user types, such as "12,5 mm" or "1 234,5 kPa". The number is written as in the format of
- * numbers. Its digits may be in groups, with the mark of the format or with blanks between them. Groups of
- * other sizes and another decimal mark are refused: nothing is guessed. The unit is found as by
- * kelmo_units_find_text. `view` and `options` may be null.
+/** Reads what a user types, such as "12,5 mm" or "1 234,5 kPa". The number is written as in the
+ * format of numbers. Its digits may be in groups, with the mark of the format or with blanks
+ * between them. Groups of other sizes and another decimal mark are refused: nothing is guessed. The
+ * unit is found as by kelmo_units_find_text. `view` and `options` may be null.
  *
  * KELMO_INVALID_TEXT: there is no number, it is not right, or there is no unit. KELMO_UNKNOWN_UNIT,
- * KELMO_AMBIGUOUS_UNIT, KELMO_DIFFERENT_KINDS: the unit. A problem has the column and the reason: its code
- * is one of KELMO_PROBLEM_NO_NUMBER to KELMO_PROBLEM_OTHER_KIND. */
+ * KELMO_AMBIGUOUS_UNIT, KELMO_DIFFERENT_KINDS: the unit. A problem has the column and the reason:
+ * its code is one of KELMO_PROBLEM_NO_NUMBER to KELMO_PROBLEM_OTHER_KIND. */
 KELMO_API kelmo_status kelmo_quantity_read(const kelmo_units* units, const kelmo_view* view,
                                            const char* text, size_t text_size,
                                            const kelmo_read_options* options,
@@ -830,8 +835,8 @@ static inline kelmo_argument kelmo_number_argument(double number, int32_t decima
 }
 
 /** A quantity, for a placeholder: `{0}` is "12.5 mm", with the symbol and the digits of
- * kelmo_quantity_print, or all digits. With a format, `{0:.2f}` is its number with two decimals, and the
- * symbol. It is not copied. */
+ * kelmo_quantity_print, or all digits. With a format, `{0:.2f}` is its number with two decimals,
+ * and the symbol. It is not copied. */
 static inline kelmo_argument kelmo_quantity_argument(const kelmo_units* units,
                                                      const kelmo_quantity* quantity) {
   kelmo_argument argument = kelmo_text_argument(NULL);
