@@ -44,6 +44,24 @@ constexpr std::array<Replacement, 35> kLookalikes = {{
     {U'\u043E', U'o'}, {U'\u0440', U'p'}, {U'\u0441', U'c'}, {U'\u0443', U'y'}, {U'\u0445', U'x'},
 }};
 
+// What the characters of ASCII become: most texts have no others. None of them becomes a character of
+// kLookalikes.
+constexpr std::array<char32_t, 0x80> MakeAsciiFolds() noexcept {
+  std::array<char32_t, 0x80> folds = {};
+  for (std::size_t i = 0; i < folds.size(); ++i) {
+    folds[i] = static_cast<char32_t>(i);
+  }
+  for (const Replacement& replacement : kTyped) {
+    if (replacement.from < folds.size()) {
+      folds[replacement.from] = replacement.to;
+    }
+  }
+  folds[U'\t'] = U' ';
+  return folds;
+}
+
+constexpr std::array<char32_t, 0x80> kAsciiFolds = MakeAsciiFolds();
+
 template <std::size_t size>
 char32_t Replace(char32_t character, const std::array<Replacement, size>& table) noexcept {
   const auto found = std::lower_bound(
@@ -92,11 +110,11 @@ class Characters {
   }
 
   char32_t Fold(char32_t character) const noexcept {
-    if (character == U'\t') {
-      return U' ';
-    }
     if (match_ == UnitTextMatch::kExact) {
-      return character;
+      return character == U'\t' ? U' ' : character;
+    }
+    if (character < kAsciiFolds.size()) {
+      return kAsciiFolds[character];
     }
     const char32_t typed = Replace(character, kTyped);
     return match_ == UnitTextMatch::kLooks ? Replace(typed, kLookalikes) : typed;
@@ -132,7 +150,9 @@ std::uint64_t HashOfUnitText(std::string_view text) noexcept {
   while (const char32_t character = characters.Next()) {
     hash = (hash ^ character) * kPrime;
   }
-  return hash;
+  // The last characters have changed the low bits only.
+  constexpr std::uint64_t kGoldenRatio = 0x9E3779B97F4A7C15;
+  return hash * kGoldenRatio;
 }
 
 }  // namespace KelmoLibs::Host

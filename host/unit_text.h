@@ -16,7 +16,8 @@ enum class UnitTextMatch {
 /// Whether the texts are the same. Precondition: they are UTF-8.
 bool IsSameUnitText(std::string_view left, std::string_view right, UnitTextMatch match) noexcept;
 
-/// A hash, which is equal for texts that are the same by kLooks. The same precondition.
+/// A hash, which is equal for texts that are the same by kLooks. Its high bits are the best. The same
+/// precondition.
 std::uint64_t HashOfUnitText(std::string_view text) noexcept;
 
 }  // namespace KelmoLibs::Host
