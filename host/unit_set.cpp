@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <numeric>
 #include <set>
 #include <utility>
 
@@ -91,6 +92,7 @@ UnitSet::UnitSet(const UnitCollection& collection, ProblemList* problems) {
   MakeSlots();
   MakeLanguages(collection.Languages(), told);
   MakeEntries();
+  MakeBuckets();
   if (problems != nullptr) {
     problems->TakeFrom(told);
   }
@@ -179,6 +181,19 @@ void UnitSet::MakeEntries() {
                    [](const Entry& left, const Entry& right) { return left.hash < right.hash; });
 }
 
+void UnitSet::MakeBuckets() {
+  std::uint32_t bits = 1;
+  while ((std::size_t{1} << bits) < entries_.size()) {
+    ++bits;
+  }
+  bucketShift_ = 64 - bits;
+  buckets_.assign((std::size_t{1} << bits) + 1, 0);
+  for (const Entry& entry : entries_) {
+    ++buckets_[(entry.hash >> bucketShift_) + 1];
+  }
+  std::partial_sum(buckets_.begin(), buckets_.end(), buckets_.begin());
+}
+
 const UnitSet::Kind* UnitSet::FindKind(std::int32_t number) const noexcept {
   const auto found = std::find_if(kinds_.begin(), kinds_.end(),
                                   [number](const Kind& kind) { return kind.number == number; });
@@ -231,8 +246,9 @@ class UnitSet::Search {
         text_(text),
         kind_(kind),
         languages_(languages),
-        begin_(FirstWithHash(set, HashOfUnitText(text))),
-        end_(EndOfHash(set, begin_)) {}
+        hash_(HashOfUnitText(text)),
+        begin_(FirstWithHash()),
+        end_(EndOfHash()) {}
 
   FoundUnits Run() const noexcept {
     FoundUnits found;
@@ -257,17 +273,28 @@ class UnitSet::Search {
   }
 
  private:
-  static const Entry* FirstWithHash(const UnitSet& set, std::uint64_t hash) noexcept {
-    return std::lower_bound(
-        set.entries_.data(), set.entries_.data() + set.entries_.size(), hash,
-        [](const Entry& entry, std::uint64_t wanted) { return entry.hash < wanted; });
+  const Entry* FirstWithHash() const noexcept {
+    const Entry* entry = EntriesFromBucket(0);
+    const Entry* const end = EntriesFromBucket(1);
+    while (entry != end && entry->hash < hash_) {
+      ++entry;
+    }
+    return entry;
   }
 
-  // Behind the entries with the hash of `first`. None of them is the wanted one, if it has another hash.
-  static const Entry* EndOfHash(const UnitSet& set, const Entry* first) noexcept {
-    const Entry* const end = set.entries_.data() + set.entries_.size();
-    return std::find_if(first, end,
-                        [first](const Entry& entry) { return entry.hash != first->hash; });
+  const Entry* EndOfHash() const noexcept {
+    const Entry* entry = begin_;
+    const Entry* const end = EntriesFromBucket(1);
+    while (entry != end && entry->hash == hash_) {
+      ++entry;
+    }
+    return entry;
+  }
+
+  // The first entry of the bucket of the hash, or of the one behind it.
+  const Entry* EntriesFromBucket(std::size_t offset) const noexcept {
+    const auto bucket = static_cast<std::size_t>(hash_ >> set_.bucketShift_);
+    return set_.entries_.data() + set_.buckets_[bucket + offset];
   }
 
   // The units of the first language that has some with the text. False if there are none.
@@ -308,6 +335,7 @@ class UnitSet::Search {
   std::string_view text_;
   std::int32_t kind_;
   const LanguageChain& languages_;
+  std::uint64_t hash_;
   const Entry* begin_;
   const Entry* end_;
 };

@@ -136,6 +136,7 @@ class UnitSet {
   void MakeSlots();
   void MakeLanguages(const std::vector<LanguageUnits>& languages, ProblemList& told);
   void MakeEntries();
+  void MakeBuckets();
 
   std::vector<UnitRow> rows_;  // kinds too
   std::vector<const UnitRow*> units_;
@@ -147,6 +148,9 @@ class UnitSet {
   std::uint32_t mask_ = 0;
   std::vector<Language> languages_;
   std::vector<Entry> entries_;  // by hash; several of a row if it has several texts
+  std::vector<std::uint32_t>
+      buckets_;                    // index of the first entry of each bucket, and the number of all
+  std::uint32_t bucketShift_ = 0;  // the bucket of a hash: its bits from this one on
 };
 
 }  // namespace KelmoLibs::Host
