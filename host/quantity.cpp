@@ -94,23 +94,26 @@ std::size_t RunLength(const kelmo_quantity* quantities, std::size_t count) noexc
   return length;
 }
 
-// Checks quantities with one unit: may they be converted to `target`?
-kelmo_status CheckRun(const UnitSet& units, const kelmo_quantity* run, std::size_t length,
-                      const UnitRow& target) noexcept {
-  const UnitRow* unit = nullptr;
+// Checks quantities with one unit: may they be converted to `target`? `length` becomes that of RunLength. It
+// is counted here as well, because each pass over the quantities takes as long as half of the conversion.
+kelmo_status CheckRun(const UnitSet& units, const kelmo_quantity* run, std::size_t count,
+                      const UnitRow& target, std::size_t& length) noexcept {
+  const std::int32_t code = run->code;
   std::uint32_t reserved = 0;
-  for (std::size_t i = 0; i < length; ++i) {
-    reserved |= run[i].reserved;
+  bool isRelative = false;
+  for (length = 0; length < count && run[length].code == code; ++length) {
+    reserved |= run[length].reserved;
+    isRelative |= run[length].relative_tolerance != 0;
   }
-  kelmo_status status = reserved != 0 ? KELMO_INVALID_ARGUMENT : TakeUnit(units, *run, unit);
+  const UnitRow* unit = nullptr;
+  const kelmo_status status = reserved != 0 ? KELMO_INVALID_ARGUMENT : TakeUnit(units, *run, unit);
   if (status != KELMO_OK) {
     return status;
   }
-  const bool isPoint = unit->IsPoint();
-  for (std::size_t i = 0; isPoint && i < length; ++i) {
-    status = run[i].relative_tolerance != 0 ? KELMO_POINT_UNIT : status;
+  if (!IsOneKind(*unit, target)) {
+    return KELMO_DIFFERENT_KINDS;
   }
-  return IsOneKind(*unit, target) ? status : KELMO_DIFFERENT_KINDS;
+  return unit->IsPoint() && isRelative ? KELMO_POINT_UNIT : KELMO_OK;
 }
 
 // Precondition: CheckRun finds nothing.
@@ -286,14 +289,14 @@ kelmo_status Convert(const UnitSet& units, const kelmo_quantity* quantities, std
   }
   std::size_t length = 0;
   for (std::size_t i = 0; i < count; i += length) {
-    length = RunLength(quantities + i, count - i);
-    const kelmo_status status = CheckRun(units, quantities + i, length, *target);
+    const kelmo_status status = CheckRun(units, quantities + i, count - i, *target, length);
     if (status != KELMO_OK) {
       return status;
     }
   }
+  const bool isOneRun = length == count;
   for (std::size_t i = 0; i < count; i += length) {
-    length = RunLength(quantities + i, count - i);
+    length = isOneRun ? count : RunLength(quantities + i, count - i);
     ConvertRun(quantities + i, length, *units.Find(quantities[i].code), *target, results + i);
   }
   return KELMO_OK;
