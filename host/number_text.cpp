@@ -56,6 +56,28 @@ class DigitsBuffer {
     return SplitDouble(DoubleOf(number), number, spec);
   }
 
+  // The parts of integer / 10^decimals: see WriteDecimal.
+  Parts SplitDecimal(double integer, int decimals) noexcept {
+    constexpr std::array<std::uint64_t, 10> kScales = {
+        1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000, 1000000000};
+    const auto count = static_cast<std::size_t>(decimals);
+    const auto magnitude = static_cast<std::uint64_t>(std::fabs(integer));
+    const std::uint64_t whole = magnitude / kScales[count];
+    Parts parts = SplitInteger(whole, std::signbit(integer));
+    if (count != 0) {
+      auto rest = static_cast<std::uint32_t>(magnitude - whole * kScales[count]);
+      char* const mark = parts.digits + parts.size;
+      *mark = '.';
+      for (std::size_t i = count; i > 0; --i) {
+        mark[i] = static_cast<char>('0' + rest % 10);
+        rest /= 10;
+      }
+      parts.fraction = {mark + 1, count};
+      parts.size += 1 + count;
+    }
+    return parts;
+  }
+
  private:
   static double DoubleOf(const Argument& number) noexcept {
     if (const auto* const integer = std::get_if<std::int64_t>(&number.value)) {
@@ -356,6 +378,12 @@ void WriteNumber(const Argument& number, const NumberSpec& spec, const Cldr::Num
                  TextSink& sink) noexcept {
   DigitsBuffer digits;
   Writer(format, sink).Write(digits.Split(number, spec), spec);
+}
+
+void WriteDecimal(double integer, int decimals, const Cldr::NumberFormat& format,
+                  TextSink& sink) noexcept {
+  DigitsBuffer digits;
+  Writer(format, sink).Write(digits.SplitDecimal(integer, decimals), NumberSpec());
 }
 
 }  // namespace KelmoLibs::Host

@@ -27,4 +27,15 @@ bool Fits(const NumberSpec& spec, const Argument& number) noexcept;
 void WriteNumber(const Argument& number, const NumberSpec& spec, const Cldr::NumberFormat& format,
                  TextSink& sink) noexcept;
 
+/// Writes `integer` / 10^`decimals` with so many decimals, with the marks, groups and digits of `format`, as
+/// WriteNumber does without a type. -0 keeps its sign.
+///
+/// Preconditions: `integer` has no fraction and is below kDecimalLimit; `decimals` is 0 to 9.
+void WriteDecimal(double integer, int decimals, const Cldr::NumberFormat& format,
+                  TextSink& sink) noexcept;
+
+/// 2^52: all integers below it are doubles, and the double nearest to integer / 10^decimals has the digits of
+/// the integer.
+constexpr double kDecimalLimit = 4503599627370496.0;
+
 }  // namespace KelmoLibs::Host

@@ -1,6 +1,7 @@
 #include "host/quantity_text.h"
 
 #include <cmath>
+#include <limits>
 #include <string_view>
 
 #include "host/argument.h"
@@ -16,8 +17,11 @@ constexpr std::string_view kNoBreakSpace = "\u00A0";
 // The digits of a number.
 struct Digits {
   double number;
-  int decimals;  // kShortest: as many as it needs
+  int decimals;    // kShortest: as many as it needs
+  double integer;  // `number` times 10^decimals; NaN if that is not known
 };
+
+constexpr double kNoInteger = std::numeric_limits<double>::quiet_NaN();
 
 // Above it, and below its reciprocal, the scale of the first library overflows.
 constexpr double kLargestTolerance = 1e9;
@@ -25,7 +29,7 @@ constexpr double kLargestTolerance = 1e9;
 // Rounds as the first library does, where its loops end and its scale does not overflow.
 kelmo_status Round(const kelmo_quantity& quantity, Digits& result) noexcept {
   if (!std::isfinite(quantity.number)) {
-    result = {quantity.number, kShortest};
+    result = {quantity.number, kShortest, kNoInteger};
     return KELMO_OK;
   }
   const double tolerance =
@@ -38,13 +42,25 @@ kelmo_status Round(const kelmo_quantity& quantity, Digits& result) noexcept {
           rounded.integer)) {  // the scale, or its product with the number, has overflowed
     return KELMO_CANNOT_ROUND;
   }
-  result = {rounded.number, rounded.decimals};
+  result = {rounded.number, rounded.decimals, rounded.integer};
   return KELMO_OK;
 }
 
 // Signs that stand at the number.
 bool StandsAtNumber(std::string_view symbol) noexcept {
   return symbol == "\u00B0" || symbol == "\u2032" || symbol == "\u2033";
+}
+
+void WriteDigits(const Digits& digits, const NumberSpec* spec, const Cldr::NumberFormat& format,
+                 TextSink& sink) noexcept {
+  if (spec == nullptr && std::abs(digits.integer) < kDecimalLimit) {
+    WriteDecimal(digits.integer, digits.decimals, format, sink);
+    return;
+  }
+  Argument number;
+  number.value = Argument::Value(digits.number);
+  number.decimals = digits.decimals;
+  WriteNumber(number, spec != nullptr ? *spec : NumberSpec(), format, sink);
 }
 
 void WriteUnit(const UnitLabel& label, const QuantityStyle& style, TextSink& sink) noexcept {
@@ -67,17 +83,14 @@ kelmo_status WriteQuantity(const UnitSet& units, const LanguageChain& languages,
   if (const kelmo_status status = TakeUnit(units, quantity, unit); status != KELMO_OK) {
     return status;
   }
-  Digits digits = {quantity.number, kShortest};
+  Digits digits = {quantity.number, kShortest, kNoInteger};
   if (style.spec == nullptr) {
     const kelmo_status status = Round(quantity, digits);
     if (status != KELMO_OK && !style.hasAllDigits) {
       return status;
     }
   }
-  Argument number;
-  number.value = Argument::Value(digits.number);
-  number.decimals = digits.decimals;
-  WriteNumber(number, style.spec != nullptr ? *style.spec : NumberSpec(), format, sink);
+  WriteDigits(digits, style.spec, format, sink);
   WriteUnit(units.LabelOf(*unit, languages), style, sink);
   return KELMO_OK;
 }

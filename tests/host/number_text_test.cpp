@@ -237,4 +237,29 @@ TEST(WriteNumber, TakesOddGroupSizes) {
   Check({{"not grouped", Integer(123456789), "", "123456789"}}, ungrouped);
 }
 
+TEST(WriteDecimal, WritesTheTextOfWriteNumber) {
+  NumberFormat grouped;
+  grouped.decimalMark = ",";
+  grouped.groupMark = "\u00A0";
+  grouped.minusSign = "\u2212";
+  grouped.isGrouped = true;
+  const double largest = kDecimalLimit - 1;
+  for (const double integer : {0.0, 1.0, 9.0, 10.0, 99.0, 100.0, 1234567.0, 999999999.0, 1e9,
+                               1000000001.0, 1234567890123.0, 1e15, largest - 1, largest}) {
+    double scale = 1;
+    for (int decimals = 0; decimals <= 9; ++decimals, scale *= 10) {
+      for (const double sign : {1.0, -1.0}) {
+        for (const NumberFormat& format : {NumberFormat(), grouped}) {
+          std::string text(100, '?');
+          TextSink sink(text.data(), text.size());
+          WriteDecimal(sign * integer, decimals, format, sink);
+          text.resize(sink.Finish());
+          EXPECT_EQ(text, Write(Double(sign * integer / scale, decimals), "", format))
+              << integer << " with decimals: " << decimals;
+        }
+      }
+    }
+  }
+}
+
 }  // namespace
