@@ -1,10 +1,13 @@
 #include "host/quantity.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstring>
 #include <limits>
 
 #include "host/double_double.h"
+#include "host/point_conversion.h"
 
 namespace KelmoLibs::Host {
 namespace {
@@ -29,20 +32,6 @@ bool IsOneKind(const UnitRow& left, const UnitRow& right) noexcept {
 // digits.
 double InLinearUnit(double number, const UnitRow& from, const UnitRow& to) noexcept {
   return from.factor.high * number / to.factor.high;
-}
-
-double InPointUnit(double number, const UnitRow& from, const UnitRow& to) noexcept {
-  if (&from == &to) {
-    return number;
-  }
-  const DoubleDouble base = Sum(Product(from.factor, number), from.offset);
-  const DoubleDouble moved = Sum(base, {-to.offset.high, -to.offset.low});
-  const double result = Quotient(moved, to.factor).high;
-  if (std::isfinite(result)) {
-    return result;
-  }
-  // Infinity, NaN, and numbers near the largest double.
-  return (from.factor.high * number + (from.offset.high - to.offset.high)) / to.factor.high;
 }
 
 kelmo_quantity WithNumber(const kelmo_quantity& quantity, double number) noexcept {
@@ -116,6 +105,25 @@ kelmo_status CheckRun(const UnitSet& units, const kelmo_quantity* run, std::size
   return unit->IsPoint() && isRelative ? KELMO_POINT_UNIT : KELMO_OK;
 }
 
+void ConvertRunOfPoints(const kelmo_quantity* run, std::size_t length, const UnitRow& from,
+                        const UnitRow& to, kelmo_quantity* results) noexcept {
+  const PointConversion points(from, to, length);
+  std::array<double, PointConversion::kBlock> numbers;
+  for (std::size_t begin = 0; begin < length; begin += numbers.size()) {
+    const std::size_t count = std::min(numbers.size(), length - begin);
+    for (std::size_t i = 0; i < count; ++i) {
+      numbers[i] = run[begin + i].number;
+    }
+    points.Convert(numbers.data(), count, numbers.data());
+    for (std::size_t i = 0; i < count; ++i) {
+      const kelmo_quantity& point = run[begin + i];
+      const double tolerance =
+          from.factor.high * point.absolute_tolerance / to.factor.high + 0.0;  // -0 becomes 0
+      results[begin + i] = {numbers[i], tolerance, point.relative_tolerance, to.code, 0};
+    }
+  }
+}
+
 // Precondition: CheckRun finds nothing.
 void ConvertRun(const kelmo_quantity* run, std::size_t length, const UnitRow& from,
                 const UnitRow& to, kelmo_quantity* results) noexcept {
@@ -125,14 +133,17 @@ void ConvertRun(const kelmo_quantity* run, std::size_t length, const UnitRow& fr
     }
     return;
   }
+  if (to.IsPoint()) {
+    ConvertRunOfPoints(run, length, from, to, results);
+    return;
+  }
   const double factor = from.factor.high;
   const double divisor = to.factor.high;
   for (std::size_t i = 0; i < length; ++i) {
     // Number and tolerance by the same operations: compilers make one of two.
     const double number = factor * run[i].number / divisor + 0.0;  // -0 becomes 0
     const double tolerance = factor * run[i].absolute_tolerance / divisor + 0.0;
-    results[i] = {to.IsPoint() ? InPointUnit(run[i].number, from, to) : number, tolerance,
-                  run[i].relative_tolerance, to.code, 0};
+    results[i] = {number, tolerance, run[i].relative_tolerance, to.code, 0};
   }
 }
 
@@ -317,8 +328,9 @@ kelmo_status ConvertNumbers(const UnitSet& units, std::int32_t from, std::int32_
       std::memcpy(results, numbers, count * sizeof *numbers);
     }
   } else if (target->IsPoint()) {
-    for (std::size_t i = 0; i < count; ++i) {
-      results[i] = InPointUnit(numbers[i], *source, *target);
+    const PointConversion points(*source, *target, count);
+    for (std::size_t i = 0; i < count; i += PointConversion::kBlock) {
+      points.Convert(numbers + i, std::min(PointConversion::kBlock, count - i), results + i);
     }
   } else {
     const double factor = source->factor.high;
