@@ -159,6 +159,7 @@ std::vector<kelmo_quantity> RandomQuantities(std::initializer_list<std::int32_t>
 
 std::vector<double> NumbersOf(const std::vector<kelmo_quantity>& quantities) {
   std::vector<double> numbers;
+  numbers.reserve(quantities.size());
   for (const kelmo_quantity& quantity : quantities) {
     numbers.push_back(quantity.number);
   }
@@ -299,6 +300,7 @@ struct Pairs {
  private:
   static std::vector<Double> DoublesOf(const std::vector<kelmo_quantity>& quantities) {
     std::vector<Double> doubles;
+    doubles.reserve(quantities.size());
     for (const auto& [number, absolute, relative, code, reserved] : quantities) {
       doubles.emplace_back(number, absolute, relative, code);
     }
@@ -633,32 +635,34 @@ struct TypedShape {
   std::vector<TypedUnit> units;
 };
 
-const TypedShape kTypedShapes[] = {
-    {"read_millimetres", 3, 1, false, "", {{" mm", " mm", kMillimetre}}},
-    {"read_groups", 6, 1, true, "", {{" kPa", " kPa", 17003}}},
-    {"read_exponent", 3, 1, false, "e-3", {{" m\u00B3/h", " m3/h", 23003}}},
-    {"read_degrees", 2, 0, false, "", {{"\u00B0", " degree", 40001}}},
-    {"read_name", 3, 1, false, "", {{" Kubikmeter pro Stunde", " meter^3 per hour", 23003}}},
-    {"read_keyboard", 3, 1, false, "", {{" m3/h", " m3/h", 23003}}},
-    {"read_unknown", 3, 1, false, "", {{" Widgets", " Widgets", kUnknown}}},
-    {"read_ambiguous", 3, 1, false, "", {{" kp\u00B7m", " kgf.m", kAmbiguous}}},
-    {"read_any",
-     6,
-     3,
-     false,
-     "",
-     {{" mm", " mm", 10003},
-      {" cm", " cm", 10004},
-      {" km", " km", 10006},
-      {" in", " in", 10002},
-      {" kPa", " kPa", 17003},
-      {" bar", " bar", 17007},
-      {" m\u00B3/h", " m3/h", 23003},
-      {" l/min", " l/min", 23006},
-      {"\u00B0", " degree", 40001},
-      {" Meter", " meter", 10001},
-      {" Kubikmeter", " meter^3", 11001}}},
-};
+std::vector<TypedShape> TypedShapes() {
+  return {
+      {"read_millimetres", 3, 1, false, "", {{" mm", " mm", kMillimetre}}},
+      {"read_groups", 6, 1, true, "", {{" kPa", " kPa", 17003}}},
+      {"read_exponent", 3, 1, false, "e-3", {{" m\u00B3/h", " m3/h", 23003}}},
+      {"read_degrees", 2, 0, false, "", {{"\u00B0", " degree", 40001}}},
+      {"read_name", 3, 1, false, "", {{" Kubikmeter pro Stunde", " meter^3 per hour", 23003}}},
+      {"read_keyboard", 3, 1, false, "", {{" m3/h", " m3/h", 23003}}},
+      {"read_unknown", 3, 1, false, "", {{" Widgets", " Widgets", kUnknown}}},
+      {"read_ambiguous", 3, 1, false, "", {{" kp\u00B7m", " kgf.m", kAmbiguous}}},
+      {"read_any",
+       6,
+       3,
+       false,
+       "",
+       {{" mm", " mm", 10003},
+        {" cm", " cm", 10004},
+        {" km", " km", 10006},
+        {" in", " in", 10002},
+        {" kPa", " kPa", 17003},
+        {" bar", " bar", 17007},
+        {" m\u00B3/h", " m3/h", 23003},
+        {" l/min", " l/min", 23006},
+        {"\u00B0", " degree", 40001},
+        {" Meter", " meter", 10001},
+        {" Kubikmeter", " meter^3", 11001}}},
+  };
+}
 
 struct Typed {
   std::string text;
@@ -784,14 +788,12 @@ void RegisterTypedShape(const EngineeringUnits& units, const FactorMap& factors,
   Register(name + "strtod_and_map", kOperands,
            [&factors, &texts](std::size_t i) { return ReadByStrtod(factors, texts[i]); });
   if (std::isnan(texts.front().expected)) {
-    Register(name + "kelmo_with_problem", kOperands, [&units, &texts](std::size_t i) {
-      static kelmo_problems* const problems = [] {
-        kelmo_problems* made = nullptr;
-        Require(kelmo_problems_create(&made) == KELMO_OK, "there is no list of problems");
-        return made;
-      }();
-      kelmo_problems_clear(problems);
-      return ReadByKelmo(units, texts[i], problems);
+    kelmo_problems* made = nullptr;
+    Require(kelmo_problems_create(&made) == KELMO_OK, "there is no list of problems");
+    const std::shared_ptr<kelmo_problems> problems(made, &kelmo_problems_destroy);
+    Register(name + "kelmo_with_problem", kOperands, [&units, &texts, problems](std::size_t i) {
+      kelmo_problems_clear(problems.get());
+      return ReadByKelmo(units, texts[i], problems.get());
     });
   }
 #ifdef KELMO_HAS_UDUNITS
@@ -843,7 +845,7 @@ int main(int argc, char** argv) {
 
   const FactorMap factors = FactorsOfTexts(units);
   std::list<std::vector<Typed>> typed;
-  for (const TypedShape& shape : kTypedShapes) {
+  for (const TypedShape& shape : TypedShapes()) {
     RegisterTypedShape(units, factors, shape, typed.emplace_back());
   }
   return RunBenchmarks(argc, argv);

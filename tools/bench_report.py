@@ -107,6 +107,23 @@ TARGETS = (
         Target(f"plural/{language}", 1, (*CATALOGUES, "icu", "icu_parsing"))
         for language in ("en", "ru", "pl", "ar")
     ),
+    *(
+        Target(f"quantity/convert_{values}", 2, ("plain_loop",), 1_000, 1_000)
+        for values in ("numbers", "structs", "points", "point_structs")
+    ),
+    *(
+        target
+        for shape in ("usual", "integers", "small", "large", "many", "any")
+        for target in (
+            Target(f"quantity/print_{shape}", 2, ("std_to_chars",)),
+            Target(f"quantity/print_{shape}", 0.1, ("double_locale",)),
+        )
+    ),
+    Target("quantity/print_all_digits", 2, ("std_to_chars",)),
+    *(
+        Target(f"quantity/read_{shape}", 0.1, ("udunits",))
+        for shape in ("millimetres", "groups", "exponent", "degrees", "name", "keyboard", "unknown", "ambiguous", "any")
+    ),
     *(Target(f"adding/{language}", 1.1, ("load_dictionary",)) for language in LANGUAGES),
     *(Target(f"readers/{row}", 1.1, ("kelmo_own",)) for row in ("hit", "hit_beside_copies")),
 )
