@@ -1051,17 +1051,22 @@ class Units {
     if (problems.lost() != 0) {
       throw std::bad_alloc();
     }
-    check_options(status);
+    detail::check(status);
   }
 
-  // For a status that no problem tells.
-  static void check_options(kelmo_status status) {
-    if (status == KELMO_UNKNOWN_UNIT || status == KELMO_DIFFERENT_KINDS ||
-        status == KELMO_POINT_UNIT) {
-      throw UnitError(status, std::string("kelmo: ") + kelmo_status_name(status) +
-                                  ": the options of a read do not fit");
+  // Throws for a status of a read that no problem tells.
+  void check_options(kelmo_status status, const ReadOptions& options) const {
+    switch (status) {
+      case KELMO_UNKNOWN_UNIT:
+        throw UnitError(status, "kelmo: " + explained(status, options.code, options.code));
+      case KELMO_DIFFERENT_KINDS:
+        throw UnitError(status, "kelmo: " + described(options.code) + " is no unit of the kind " +
+                                    std::to_string(options.kind));
+      case KELMO_POINT_UNIT:
+        throw UnitError(status, "kelmo: points of a scale have no relative tolerance");
+      default:
+        detail::check(status);
     }
-    detail::check(status);
   }
 
   // `mm (length)`, or the code if there is no such unit.
@@ -1468,6 +1473,9 @@ inline Quantity Units::read(std::string_view text, const View& view,
   Problems problems;
   kelmo_status status = KELMO_OK;
   const auto raw = read(text, view, options, problems.handle(), status);
+  if (problems.size() + problems.lost() == 0) {
+    check_options(status, options);
+  }
   throw_unless_read(status, problems);
   return {*this, *raw};
 }
@@ -1478,7 +1486,7 @@ inline std::optional<Quantity> Units::read(std::string_view text, const View& vi
   const std::size_t before = problems.size() + problems.lost();
   const auto raw = read(text, view, options, problems.handle(), status);
   if (problems.size() + problems.lost() == before) {
-    check_options(status);
+    check_options(status, options);
   }
   return raw ? std::optional(Quantity(*this, *raw)) : std::nullopt;
 }

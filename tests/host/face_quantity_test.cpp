@@ -124,6 +124,12 @@ std::vector<std::string> Print(const std::vector<kelmo::Unit>& units) {
   return texts;
 }
 
+std::string NoPoints(const std::string& units) {
+  return "kelmo: points of a scale have differences, but no sums, products, ratios or relative "
+         "tolerances: " +
+         units;
+}
+
 using Lines = std::vector<std::string>;
 
 // ---- Units
@@ -194,9 +200,9 @@ TEST(KelmoFaceUnits, ConvertsPlainNumbers) {
   EXPECT_EQ(kilopascals, (std::vector<double>{100, 250, -300}));
   units.convert(kBar, kKilopascal, nullptr, 0, nullptr);
   ExpectUnitError([&] { (void)units.convert(1, kMetre, kBar); }, KELMO_DIFFERENT_KINDS,
-                  "kelmo: KELMO_DIFFERENT_KINDS: m (length) and bar (pressure)");
+                  "kelmo: m (length) and bar (pressure) are units of different quantities");
   ExpectUnitError([&] { (void)units.convert(1, kMetre, kNoUnit); }, KELMO_UNKNOWN_UNIT,
-                  "kelmo: KELMO_UNKNOWN_UNIT: m (length) and the unknown unit 99001");
+                  "kelmo: there is no unit 99001");
 }
 
 TEST(KelmoFaceUnits, MayBeNone) {
@@ -214,10 +220,9 @@ TEST(KelmoFaceUnits, MayBeNone) {
                             KELMO_INVALID_ARGUMENT, "kelmo: KELMO_INVALID_ARGUMENT");
   EXPECT_TRUE(problems.empty());
   ExpectUnitError([&] { (void)none.convert(1, kMetre, kBar); }, KELMO_INVALID_ARGUMENT,
-                  "kelmo: KELMO_INVALID_ARGUMENT: the unknown unit 10001 and the unknown unit "
-                  "17007");
+                  "kelmo: KELMO_INVALID_ARGUMENT");
   ExpectUnitError([&] { kelmo::Quantity(none, 1, kMetre); }, KELMO_UNKNOWN_UNIT,
-                  "kelmo: KELMO_UNKNOWN_UNIT: the unknown unit 10001");
+                  "kelmo: there is no unit 10001");
 }
 
 TEST(KelmoFaceUnits, LiveAsLongAsAnyoneNeedsThem) {
@@ -538,12 +543,11 @@ TEST(KelmoFaceReading, ThrowsForOptionsThatDoNotFit) {
     const char* what;
   };
   const std::vector<Row> rows = {
-      {"no such unit", 0, kNoUnit, 0, KELMO_UNKNOWN_UNIT,
-       "kelmo: KELMO_UNKNOWN_UNIT: the options of a read do not fit"},
+      {"no such unit", 0, kNoUnit, 0, KELMO_UNKNOWN_UNIT, "kelmo: there is no unit 99001"},
       {"a unit of another kind", 17, kMetre, 0, KELMO_DIFFERENT_KINDS,
-       "kelmo: KELMO_DIFFERENT_KINDS: the options of a read do not fit"},
+       "kelmo: m (length) is no unit of the kind 17"},
       {"a point with a relative tolerance", 0, 0, 0.1, KELMO_POINT_UNIT,
-       "kelmo: KELMO_POINT_UNIT: the options of a read do not fit"},
+       "kelmo: points of a scale have no relative tolerance"},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(row.name);
@@ -591,9 +595,9 @@ TEST(KelmoFaceQuantity, HasANumberTolerancesAndAUnit) {
   EXPECT_EQ(other.relative_tolerance(), 0.125);
   EXPECT_EQ(other.with_tolerance(1).relative_tolerance(), 0);
   ExpectUnitError([&] { kelmo::Quantity(units, 1, kNoUnit); }, KELMO_UNKNOWN_UNIT,
-                  "kelmo: KELMO_UNKNOWN_UNIT: the unknown unit 99001");
+                  "kelmo: there is no unit 99001");
   ExpectUnitError([&] { kelmo::Quantity(units, kelmo_quantity_of(1, 0, 0, kNoUnit)); },
-                  KELMO_UNKNOWN_UNIT, "kelmo: KELMO_UNKNOWN_UNIT: the unknown unit 99001");
+                  KELMO_UNKNOWN_UNIT, "kelmo: there is no unit 99001");
 }
 
 TEST(KelmoFaceQuantity, IsConverted) {
@@ -605,9 +609,9 @@ TEST(KelmoFaceQuantity, IsConverted) {
   EXPECT_EQ(pressure.code(), kKilopascal);
   EXPECT_EQ(kelmo::Quantity(units, 20, kCelsius).to(kKelvin).number(), 293.15);
   ExpectUnitError([&] { (void)pressure.to(kMetre); }, KELMO_DIFFERENT_KINDS,
-                  "kelmo: KELMO_DIFFERENT_KINDS: kPa (pressure) and m (length)");
+                  "kelmo: kPa (pressure) and m (length) are units of different quantities");
   ExpectUnitError([&] { (void)pressure.to(kNoUnit); }, KELMO_UNKNOWN_UNIT,
-                  "kelmo: KELMO_UNKNOWN_UNIT: kPa (pressure) and the unknown unit 99001");
+                  "kelmo: there is no unit 99001");
 }
 
 TEST(KelmoFaceQuantity, IsAddedAndSubtractedInTheUnitOfTheLeftOne) {
@@ -627,9 +631,9 @@ TEST(KelmoFaceQuantity, IsAddedAndSubtractedInTheUnitOfTheLeftOne) {
   changed += changed;
   EXPECT_EQ(changed.number(), 2);
   ExpectUnitError([&] { (void)(left + kelmo::Quantity(units, 1, kMetre)); }, KELMO_DIFFERENT_KINDS,
-                  "kelmo: KELMO_DIFFERENT_KINDS: bar (pressure) and m (length)");
+                  "kelmo: bar (pressure) and m (length) are units of different quantities");
   ExpectUnitError([&] { changed -= kelmo::Quantity(units, 1, kMetre); }, KELMO_DIFFERENT_KINDS,
-                  "kelmo: KELMO_DIFFERENT_KINDS: bar (pressure) and m (length)");
+                  "kelmo: bar (pressure) and m (length) are units of different quantities");
   EXPECT_EQ(changed.number(), 2);
 }
 
@@ -646,7 +650,7 @@ TEST(KelmoFaceQuantity, IsMultipliedAndDividedByNumbers) {
   EXPECT_EQ(ratio, 0.003);
   EXPECT_TRUE(std::isinf((length / 0).number()));
   ExpectUnitError([&] { (void)(length / kelmo::Quantity(units, 1, kBar)); }, KELMO_DIFFERENT_KINDS,
-                  "kelmo: KELMO_DIFFERENT_KINDS: mm (length) and bar (pressure)");
+                  "kelmo: mm (length) and bar (pressure) are units of different quantities");
 }
 
 TEST(KelmoFaceQuantity, OfAScaleHasPointsAndDifferences) {
@@ -658,14 +662,13 @@ TEST(KelmoFaceQuantity, OfAScaleHasPointsAndDifferences) {
   EXPECT_EQ(difference.code(), kCelsiusDifference);
   EXPECT_EQ((cold + difference).number(), 60);
   EXPECT_EQ((cold + difference).code(), kCelsius);
-  const std::string point = "kelmo: KELMO_POINT_UNIT: \u00B0C (temperature)";
+  const std::string point = NoPoints("\u00B0C (temperature)");
   ExpectUnitError([&] { (void)(warm + cold); }, KELMO_POINT_UNIT, point);
   ExpectUnitError([&] { (void)(warm * 2); }, KELMO_POINT_UNIT, point);
   ExpectUnitError([&] { (void)(warm / 2); }, KELMO_POINT_UNIT, point);
   ExpectUnitError([&] { (void)(warm / cold); }, KELMO_POINT_UNIT, point);
   ExpectUnitError([&] { (void)(difference + cold); }, KELMO_POINT_UNIT,
-                  "kelmo: KELMO_POINT_UNIT: \u00B0C (temperature difference) and \u00B0C "
-                  "(temperature)");
+                  NoPoints("\u00B0C (temperature difference) and \u00B0C (temperature)"));
   ExpectUnitError([&] { (void)warm.with_tolerance(0, 0.1).rounded(); }, KELMO_POINT_UNIT, point);
   ExpectUnitError([&] { (void)warm.with_tolerance(0, 0.1).str(); }, KELMO_POINT_UNIT, point);
 }
@@ -697,7 +700,7 @@ TEST(KelmoFaceQuantity, IsComparedInTheBaseUnit) {
     EXPECT_EQ(holds, row.holds);
   }
   ExpectUnitError([&] { (void)(metre < kelmo::Quantity(units, 1, kBar)); }, KELMO_DIFFERENT_KINDS,
-                  "kelmo: KELMO_DIFFERENT_KINDS: m (length) and bar (pressure)");
+                  "kelmo: m (length) and bar (pressure) are units of different quantities");
 }
 
 TEST(KelmoFaceQuantity, IsSorted) {
@@ -746,18 +749,19 @@ TEST(KelmoFaceQuantity, HasASum) {
                             "kelmo::sum: there is no quantity, and so no unit");
   const std::vector<kelmo::Quantity> mixed = {pressures[0], one[0]};
   ExpectUnitError([&] { (void)kelmo::sum(mixed); }, KELMO_DIFFERENT_KINDS,
-                  "kelmo: KELMO_DIFFERENT_KINDS: bar (pressure) and m (length)");
+                  "kelmo: bar (pressure) and m (length) are units of different quantities");
   const std::vector<kelmo::Quantity> points = {kelmo::Quantity(units, 20, kCelsius)};
   ExpectUnitError([&] { (void)kelmo::sum(points); }, KELMO_POINT_UNIT,
-                  "kelmo: KELMO_POINT_UNIT: \u00B0C (temperature)");
+                  NoPoints("\u00B0C (temperature)"));
 }
 
 TEST(KelmoFaceQuantity, IsRoundedAsItsToleranceJustifies) {
   const kelmo::Units units = Load();
   const kelmo::Quantity length(units, 1234.5678, kMillimetre, 0.01);
   EXPECT_EQ(length.rounded(), 1234.57);
-  ExpectUnitError([&] { (void)length.with_tolerance(0).rounded(); }, KELMO_CANNOT_ROUND,
-                  "kelmo: KELMO_CANNOT_ROUND: mm (length)");
+  ExpectUnitError(
+      [&] { (void)length.with_tolerance(0).rounded(); }, KELMO_CANNOT_ROUND,
+      "kelmo: the tolerance of a quantity in mm (length) justifies no number of digits");
 }
 
 TEST(KelmoFaceQuantity, IsPrinted) {
@@ -784,8 +788,9 @@ TEST(KelmoFaceQuantity, IsPrinted) {
   options.numbers->is_grouped = 2;
   ExpectThrow<kelmo::Error>([&] { (void)length.str(german, options); }, KELMO_INVALID_ARGUMENT,
                             "kelmo: KELMO_INVALID_ARGUMENT");
-  ExpectUnitError([&] { (void)length.with_tolerance(0).str(german); }, KELMO_CANNOT_ROUND,
-                  "kelmo: KELMO_CANNOT_ROUND: mm (length)");
+  ExpectUnitError(
+      [&] { (void)length.with_tolerance(0).str(german); }, KELMO_CANNOT_ROUND,
+      "kelmo: the tolerance of a quantity in mm (length) justifies no number of digits");
 }
 
 TEST(KelmoFaceQuantity, IsPrintedWithAllItsBytes) {
