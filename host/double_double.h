@@ -6,7 +6,6 @@
 #pragma once
 
 #include <cfloat>
-#include <cmath>
 #include <cstdint>
 #include <cstring>
 
@@ -76,7 +75,11 @@ inline double SumRoundedToOdd(double a, double b) noexcept {
   if (sum.low == 0 || (bits & 1U) != 0) {
     return sum.high;
   }
-  return std::nextafter(sum.high, sum.low > 0 ? HUGE_VAL : -HUGE_VAL);
+  // The neighbour away from 0 has the next bits. std::nextafter would need a library more.
+  bits += (sum.low > 0) == (sum.high > 0) ? 1U : ~std::uint64_t{0};
+  double odd = 0;
+  std::memcpy(&odd, &bits, sizeof odd);
+  return odd;
 }
 
 /// factor * x + offset, rounded once. Exact in the same range as ExactProduct, if the low parts are 0;
