@@ -53,6 +53,13 @@ static kelmo_language EmptyLanguage(void) {
   return language;
 }
 
+static kelmo_unit EmptyUnit(void) {
+  kelmo_unit unit;
+  memset(&unit, 0, sizeof unit);
+  unit.size = (uint32_t)sizeof unit;
+  return unit;
+}
+
 static kelmo_load_options LoadOptions(uint32_t flags) {
   kelmo_load_options options;
   memset(&options, 0, sizeof options);
@@ -97,6 +104,32 @@ static kelmo_view* MakeView(kelmo_texts* texts, uint32_t limit) {
   options.problem_limit = limit;
   ExpectStatus(kelmo_view_create(texts, &options, &view, NULL), KELMO_OK, "a view");
   return view;
+}
+
+/* ---- The units that most parts use */
+
+#define METRE 10001
+#define MILLIMETRE 10003
+#define BAR 17007
+
+static const char kUnits[] =
+    "10000\t\t\tL\tlength\n10001\t1\t\tm\tmetre\n10003\t0.001\t\tmm\tmillimetre\n"
+    "17007\t1e5\t\tbar\tbar\n";
+static const char kGermanUnits[] = "de Deutsch\n10001\tm\tMeter\n";
+
+static kelmo_units* LoadUnits(void) {
+  kelmo_units_loader* loader = NULL;
+  kelmo_units* units = NULL;
+  ExpectStatus(kelmo_units_loader_create(KELMO_UNITS_NONE, &loader), KELMO_OK, "a loader of units");
+  ExpectStatus(
+      kelmo_units_loader_add_memory(loader, kUnits, Z, "units.txt", Z, KELMO_UNITS_FILE, NULL),
+      KELMO_OK, "units");
+  ExpectStatus(kelmo_units_loader_add_memory(loader, kGermanUnits, strlen(kGermanUnits), "de", 2,
+                                             KELMO_UNITS_NAMES, NULL),
+               KELMO_OK, "German names");
+  ExpectStatus(kelmo_units_loader_finish(loader, &units, NULL), KELMO_OK, "finish the units");
+  kelmo_units_loader_destroy(loader);
+  return units;
 }
 
 /* ---- A walk through everything */
@@ -225,6 +258,197 @@ static void FindTexts(void) {
   kelmo_view_release(view);
   Expect(kelmo_texts_language_count(texts) == 2, "the texts live longer than the view");
   kelmo_texts_release(texts);
+}
+
+static void LoadUnitFiles(void) {
+  kelmo_units_loader* loader = NULL;
+  kelmo_units* units = NULL;
+  kelmo_problems* problems = NULL;
+  kelmo_problem problem = EmptyProblem();
+  kelmo_unit unit = EmptyUnit();
+  WriteFile("units.txt", kUnits);
+  WriteFile("four.txt", "10009 0.3048 ft foot\n10010 x yd yard\n");
+  WriteFile("de-val.txt", kGermanUnits);
+  ExpectStatus(kelmo_problems_create(&problems), KELMO_OK, "a list");
+  ExpectStatus(kelmo_units_loader_create(KELMO_UNITS_BUILT_IN, &loader), KELMO_OK, "a loader");
+  ExpectStatus(kelmo_units_loader_add_file(loader, "no such file", Z, KELMO_UNITS_FILE, problems),
+               KELMO_CANNOT_READ, "no such file of units");
+  ExpectStatus(
+      kelmo_units_loader_add_file(loader, "units.txt and more", 9, KELMO_UNITS_FILE, problems),
+      KELMO_OK, "a path with its size");
+  ExpectStatus(
+      kelmo_units_loader_add_file(loader, "four.txt", Z, KELMO_UNITS_FOUR_FIELDS, problems),
+      KELMO_OK, "four fields");
+  ExpectStatus(kelmo_units_loader_add_file(loader, "de-val.txt", Z, KELMO_UNITS_NAMES, problems),
+               KELMO_OK, "names");
+  unit.code = 10900;
+  unit.factor = 0.25;
+  unit.symbol.data = "HM and more";
+  unit.symbol.size = 2;
+  ExpectStatus(kelmo_units_loader_add(loader, &unit, problems), KELMO_OK, "a unit of the host");
+  unit.factor = 0;
+  ExpectStatus(kelmo_units_loader_add(loader, &unit, problems), KELMO_INVALID_ARGUMENT,
+               "a unit without a factor");
+  ExpectStatus(kelmo_units_loader_finish(loader, &units, problems), KELMO_OK, "finish");
+  kelmo_units_loader_destroy(loader);
+
+  ExpectStatus(kelmo_units_find(units, NULL, 10002, &unit), KELMO_OK, "the built-in inch");
+  Expect(unit.factor == 0.0273, "an inch of the first library");
+  ExpectStatus(kelmo_units_find(units, NULL, 10009, &unit), KELMO_OK, "the foot");
+  Expect(unit.factor == 0.3048 && Is(unit.symbol, "ft") && Is(unit.name, "foot"), "four fields");
+  ExpectStatus(kelmo_units_find(units, NULL, 10900, &unit), KELMO_OK, "the unit of the host");
+  Expect(unit.kind == 10 && unit.factor == 0.25 && Is(unit.symbol, "HM") && Is(unit.name, ""),
+         "all of it");
+
+  Expect(kelmo_problems_count(problems) == 3, "three problems");
+  ExpectStatus(kelmo_problems_get(problems, 0, &problem), KELMO_OK, "the first");
+  Expect(problem.code == KELMO_PROBLEM_CANNOT_READ && Is(problem.file, "no such file"),
+         "the missing file");
+  ExpectStatus(kelmo_problems_get(problems, 1, &problem), KELMO_OK, "the second");
+  Expect(problem.severity == KELMO_ERROR && problem.line == 2 && Is(problem.file, "four.txt"),
+         "the line that is not right");
+  ExpectStatus(kelmo_problems_get(problems, 2, &problem), KELMO_OK, "the third");
+  Expect(problem.code == KELMO_PROBLEM_UNIT && Is(problem.key, "10900"),
+         "the unit without a factor");
+  kelmo_problems_destroy(problems);
+  kelmo_units_release(units);
+  remove("units.txt");
+  remove("four.txt");
+  remove("de-val.txt");
+}
+
+static void FindUnits(void) {
+  kelmo_units* const units = LoadUnits();
+  kelmo_texts* const texts = LoadTexts(0);
+  kelmo_view* const view = MakeView(texts, 0);
+  kelmo_unit unit = EmptyUnit();
+  double numbers[2] = {1, 2.5};
+  Expect(kelmo_units_kind_count(units) == 2 && kelmo_units_count(units, 0) == 3 &&
+             kelmo_units_count(units, 10) == 2 && kelmo_units_count(units, 11) == 0,
+         "three units of two kinds");
+  ExpectStatus(kelmo_units_kind(units, view, 0, &unit), KELMO_OK, "a kind");
+  Expect(unit.code == 10000 && unit.kind == 10 && Is(unit.name, "length"), "the lengths");
+  ExpectStatus(kelmo_units_at(units, view, 10, 1, &unit), KELMO_OK, "the second length");
+  Expect(unit.code == MILLIMETRE && unit.kind == 10 && unit.difference == 0 &&
+             unit.factor == 0.001 && unit.offset == 0 && Is(unit.symbol, "mm") &&
+             Is(unit.name, "millimetre"),
+         "all fields");
+  ExpectStatus(kelmo_units_find(units, view, METRE, &unit), KELMO_OK, "a code");
+  Expect(Is(unit.name, "Meter"), "in the language of the view");
+  ExpectStatus(kelmo_units_find(units, view, 10002, &unit), KELMO_UNKNOWN_UNIT, "no such code");
+  Expect(Is(unit.name, "Meter"), "nothing has changed");
+  ExpectStatus(kelmo_units_find_text(units, view, 0, "Meter and more", 5, &unit, NULL), KELMO_OK,
+               "a name");
+  Expect(unit.code == METRE, "the metre");
+  ExpectStatus(kelmo_units_find_text(units, view, 17, "mm", Z, &unit, NULL), KELMO_DIFFERENT_KINDS,
+               "a length is no pressure");
+  ExpectStatus(kelmo_units_convert(units, METRE, MILLIMETRE, numbers, 2, numbers), KELMO_OK,
+               "numbers in their place");
+  Expect(numbers[0] == 1000 && numbers[1] == 2500, "are converted");
+  ExpectStatus(kelmo_units_convert(units, METRE, BAR, numbers, 2, numbers), KELMO_DIFFERENT_KINDS,
+               "metre and bar");
+  Expect(kelmo_units_retain(units) == units, "one owner more");
+  kelmo_units_release(units);
+  Expect(kelmo_units_count(units, 0) == 3, "the units live");
+  kelmo_units_release(units);
+  kelmo_view_release(view);
+  kelmo_texts_release(texts);
+}
+
+static void Compute(void) {
+  kelmo_units* const units = LoadUnits();
+  const kelmo_quantity metre = kelmo_quantity_of(1.5, 0.1, 0.25, METRE);
+  const kelmo_quantity more = kelmo_quantity_of(500, 1, 0, MILLIMETRE);
+  kelmo_quantity result = more;
+  kelmo_quantity both[2];
+  double ratio = 0;
+  int32_t order = 9;
+  uint64_t hash = 0;
+  uint64_t same = 1;
+  ExpectStatus(kelmo_quantity_add(units, &metre, &more, &result), KELMO_OK, "add");
+  Expect(result.number == 2 && result.absolute_tolerance == 0.1 &&
+             result.relative_tolerance == 0.25 && result.code == METRE && result.reserved == 0,
+         "in the unit of the left one");
+  ExpectStatus(kelmo_quantity_subtract(units, &result, &more, &result), KELMO_OK, "subtract");
+  Expect(result.number == 1.5, "the difference, in the place of an operand");
+  ExpectStatus(kelmo_quantity_multiply(units, &result, 4, &result), KELMO_OK, "multiply");
+  Expect(result.number == 6, "the product");
+  ExpectStatus(kelmo_quantity_divide(units, &result, 3, &result), KELMO_OK, "divide");
+  Expect(result.number == 2, "the quotient");
+  ExpectStatus(kelmo_quantity_ratio(units, &result, &more, &ratio), KELMO_OK, "ratio");
+  Expect(ratio == 4, "the ratio");
+  both[0] = metre;
+  both[1] = more;
+  ExpectStatus(kelmo_quantity_sum(units, both, 2, &result), KELMO_OK, "sum");
+  Expect(result.number == 2 && result.code == METRE, "the sum");
+  ExpectStatus(kelmo_quantity_compare(units, &metre, &more, &order), KELMO_OK, "compare");
+  Expect(order == 1, "1.5 m is above 500 mm");
+  ExpectStatus(kelmo_quantity_convert(units, both, 2, MILLIMETRE, both), KELMO_OK, "convert");
+  Expect(both[0].number == 1500 && both[0].absolute_tolerance == 100 &&
+             both[0].code == MILLIMETRE && both[1].number == 500,
+         "both, in their place");
+  ExpectStatus(kelmo_quantity_hash(units, &metre, &hash), KELMO_OK, "hash");
+  ExpectStatus(kelmo_quantity_hash(units, both, &same), KELMO_OK, "hash of the same");
+  Expect(hash == same, "equal quantities have equal hashes");
+  result = kelmo_quantity_of(1234.5678, 0.01, 0, METRE);
+  ExpectStatus(kelmo_quantity_round(units, &result, &ratio), KELMO_OK, "round");
+  Expect(ratio == 1234.57, "as the tolerance says");
+  result = kelmo_quantity_of(1, 0, 0, BAR);
+  ExpectStatus(kelmo_quantity_add(units, &metre, &result, &result), KELMO_DIFFERENT_KINDS,
+               "metre and bar");
+  Expect(result.number == 1 && result.code == BAR, "nothing has changed");
+  ExpectStatus(kelmo_quantity_round(units, &result, &ratio), KELMO_CANNOT_ROUND, "no tolerance");
+  kelmo_units_release(units);
+}
+
+static void PrintAndRead(void) {
+  kelmo_units* const units = LoadUnits();
+  kelmo_texts* const texts = LoadTexts(0);
+  kelmo_view* const view = MakeView(texts, 0);
+  const kelmo_quantity length = kelmo_quantity_of(12.5, 0.1, 0, METRE);
+  kelmo_quantity typed = length;
+  kelmo_print_options print;
+  kelmo_read_options read;
+  kelmo_problems* problems = NULL;
+  kelmo_problem problem = EmptyProblem();
+  char buffer[20] = "";
+  size_t needed = 0;
+  memset(&print, 0, sizeof print);
+  print.size = (uint32_t)sizeof print;
+  print.flags = KELMO_PRINT_NAME;
+  memset(&read, 0, sizeof read);
+  read.size = (uint32_t)sizeof read;
+  read.code = MILLIMETRE;
+  ExpectStatus(kelmo_quantity_print(units, NULL, &length, NULL, buffer, sizeof buffer, &needed),
+               KELMO_OK, "print");
+  Expect(strcmp(buffer, "12.5\xC2\xA0m") == 0 && needed == 7, "with a no-break space");
+  ExpectStatus(kelmo_quantity_print(units, view, &length, &print, buffer, sizeof buffer, &needed),
+               KELMO_OK, "print the name");
+  Expect(strcmp(buffer, "12,5\xC2\xA0Meter") == 0 && needed == 11, "in the language of the view");
+  ExpectStatus(kelmo_quantity_print(units, view, &length, &print, buffer, 6, &needed), KELMO_OK,
+               "print cut");
+  Expect(strcmp(buffer, "12,5") == 0 && needed == 11, "never inside a character");
+
+  ExpectStatus(kelmo_problems_create(&problems), KELMO_OK, "a list");
+  ExpectStatus(kelmo_quantity_read(units, view, "2,25 m and more", 6, NULL, &typed, problems),
+               KELMO_OK, "read");
+  Expect(typed.number == 2.25 && typed.absolute_tolerance == 0.01 &&
+             typed.relative_tolerance == 0 && typed.code == METRE && typed.reserved == 0,
+         "with the tolerance of the last digit");
+  ExpectStatus(kelmo_quantity_read(units, view, "7", Z, &read, &typed, problems), KELMO_OK,
+               "read without a unit");
+  Expect(typed.number == 7 && typed.code == MILLIMETRE, "in the unit of the options");
+  ExpectStatus(kelmo_quantity_read(units, view, "3 furlong", Z, NULL, &typed, problems),
+               KELMO_UNKNOWN_UNIT, "read an unknown unit");
+  Expect(typed.number == 7, "nothing has changed");
+  ExpectStatus(kelmo_problems_get(problems, 0, &problem), KELMO_OK, "why");
+  Expect(kelmo_problems_count(problems) == 1 && problem.code == KELMO_PROBLEM_UNKNOWN_UNIT &&
+             problem.column == 3,
+         "the unit, with its column");
+  kelmo_problems_destroy(problems);
+  kelmo_view_release(view);
+  kelmo_texts_release(texts);
+  kelmo_units_release(units);
 }
 
 /* ---- Every function with every pointer null in turn */
@@ -365,6 +589,106 @@ static void PassNull(void) {
   kelmo_texts_release(texts);
 }
 
+static void PassNullForUnits(void) {
+  kelmo_units* const units = LoadUnits();
+  kelmo_units_loader* loader = NULL;
+  kelmo_units* no_units = NULL;
+  kelmo_unit unit = EmptyUnit();
+  kelmo_quantity result = kelmo_quantity_of(1, 0.1, 0, METRE);
+  const kelmo_quantity metre = result;
+  const double one = 1;
+  double number = 0;
+  int32_t order = 0;
+  uint64_t hash = 0;
+  char buffer[20] = "";
+  size_t size = 0;
+  REFUSES(kelmo_units_loader_create(KELMO_UNITS_NONE, NULL));
+  ACCEPTS(kelmo_units_loader_create(KELMO_UNITS_NONE, &loader));
+  unit.code = METRE;
+  unit.factor = 1;
+  unit.symbol.data = "m";
+  unit.symbol.size = Z;
+  kelmo_units_loader_destroy(NULL);
+  kelmo_units_release(NULL);
+  Expect(kelmo_units_retain(NULL) == NULL, "no owner");
+  Expect(kelmo_units_kind_count(NULL) == 0 && kelmo_units_count(NULL, 0) == 0, "no units");
+  REFUSES(kelmo_units_loader_add(NULL, &unit, NULL));
+  REFUSES(kelmo_units_loader_add(loader, NULL, NULL));
+  ACCEPTS(kelmo_units_loader_add(loader, &unit, NULL));
+  REFUSES(kelmo_units_loader_add_file(NULL, "units.txt", Z, KELMO_UNITS_FILE, NULL));
+  REFUSES(kelmo_units_loader_add_file(loader, NULL, Z, KELMO_UNITS_FILE, NULL));
+  REFUSES(kelmo_units_loader_add_memory(NULL, kUnits, Z, "units.txt", Z, KELMO_UNITS_FILE, NULL));
+  REFUSES(kelmo_units_loader_add_memory(loader, NULL, Z, "units.txt", Z, KELMO_UNITS_FILE, NULL));
+  REFUSES(kelmo_units_loader_add_memory(loader, kUnits, Z, NULL, Z, KELMO_UNITS_FILE, NULL));
+  ACCEPTS(kelmo_units_loader_add_memory(loader, NULL, 0, NULL, 0, KELMO_UNITS_FILE, NULL));
+  REFUSES(kelmo_units_loader_finish(NULL, &no_units, NULL));
+  REFUSES(kelmo_units_loader_finish(loader, NULL, NULL));
+  Expect(no_units == NULL, "a refused call sets no pointer");
+
+  REFUSES(kelmo_units_kind(NULL, NULL, 0, &unit));
+  REFUSES(kelmo_units_kind(units, NULL, 0, NULL));
+  REFUSES(kelmo_units_kind(units, NULL, SIZE_MAX, &unit));
+  ACCEPTS(kelmo_units_kind(units, NULL, 0, &unit));
+  REFUSES(kelmo_units_at(NULL, NULL, 0, 0, &unit));
+  REFUSES(kelmo_units_at(units, NULL, 0, 0, NULL));
+  REFUSES(kelmo_units_at(units, NULL, 0, SIZE_MAX, &unit));
+  ACCEPTS(kelmo_units_at(units, NULL, 0, 0, &unit));
+  REFUSES(kelmo_units_find(NULL, NULL, METRE, &unit));
+  REFUSES(kelmo_units_find(units, NULL, METRE, NULL));
+  ACCEPTS(kelmo_units_find(units, NULL, METRE, &unit));
+  REFUSES(kelmo_units_find_text(NULL, NULL, 0, "m", Z, &unit, NULL));
+  REFUSES(kelmo_units_find_text(units, NULL, 0, NULL, Z, &unit, NULL));
+  REFUSES(kelmo_units_find_text(units, NULL, 0, "m", Z, NULL, NULL));
+  ACCEPTS(kelmo_units_find_text(units, NULL, 0, "m", Z, &unit, NULL));
+  REFUSES(kelmo_units_convert(NULL, METRE, MILLIMETRE, &one, 1, &number));
+  REFUSES(kelmo_units_convert(units, METRE, MILLIMETRE, NULL, 1, &number));
+  REFUSES(kelmo_units_convert(units, METRE, MILLIMETRE, &one, 1, NULL));
+  ACCEPTS(kelmo_units_convert(units, METRE, MILLIMETRE, NULL, 0, NULL));
+
+#define REFUSES_NULL(function, left, right, result)                 \
+  do {                                                              \
+    REFUSES(kelmo_quantity_##function(NULL, left, right, result));  \
+    REFUSES(kelmo_quantity_##function(units, NULL, right, result)); \
+    REFUSES(kelmo_quantity_##function(units, left, right, NULL));   \
+    ACCEPTS(kelmo_quantity_##function(units, left, right, result)); \
+  } while (0)
+  REFUSES_NULL(add, &metre, &metre, &result);
+  REFUSES_NULL(subtract, &metre, &metre, &result);
+  REFUSES_NULL(multiply, &metre, 2, &result);
+  REFUSES_NULL(divide, &metre, 2, &result);
+  REFUSES_NULL(ratio, &metre, &metre, &number);
+  REFUSES_NULL(compare, &metre, &metre, &order);
+  REFUSES_NULL(sum, &metre, 1, &result);
+  REFUSES(kelmo_quantity_add(units, &metre, NULL, &result));
+  REFUSES(kelmo_quantity_subtract(units, &metre, NULL, &result));
+  REFUSES(kelmo_quantity_ratio(units, &metre, NULL, &number));
+  REFUSES(kelmo_quantity_compare(units, &metre, NULL, &order));
+  REFUSES(kelmo_quantity_sum(units, &metre, 0, &result));
+  REFUSES(kelmo_quantity_hash(NULL, &metre, &hash));
+  REFUSES(kelmo_quantity_hash(units, NULL, &hash));
+  REFUSES(kelmo_quantity_hash(units, &metre, NULL));
+  REFUSES(kelmo_quantity_convert(NULL, &metre, 1, MILLIMETRE, &result));
+  REFUSES(kelmo_quantity_convert(units, NULL, 1, MILLIMETRE, &result));
+  REFUSES(kelmo_quantity_convert(units, &metre, 1, MILLIMETRE, NULL));
+  ACCEPTS(kelmo_quantity_convert(units, NULL, 0, MILLIMETRE, NULL));
+  REFUSES(kelmo_quantity_round(NULL, &metre, &number));
+  REFUSES(kelmo_quantity_round(units, NULL, &number));
+  REFUSES(kelmo_quantity_round(units, &metre, NULL));
+  REFUSES(kelmo_quantity_print(NULL, NULL, &metre, NULL, buffer, sizeof buffer, &size));
+  REFUSES(kelmo_quantity_print(units, NULL, NULL, NULL, buffer, sizeof buffer, &size));
+  REFUSES(kelmo_quantity_print(units, NULL, &metre, NULL, NULL, 1, &size));
+  ACCEPTS(kelmo_quantity_print(units, NULL, &metre, NULL, NULL, 0, &size));
+  ACCEPTS(kelmo_quantity_print(units, NULL, &metre, NULL, buffer, sizeof buffer, NULL));
+  Expect(size == 6 && strcmp(buffer, "1.0\xC2\xA0m") == 0, "a quantity");
+  REFUSES(kelmo_quantity_read(NULL, NULL, "1 m", Z, NULL, &result, NULL));
+  REFUSES(kelmo_quantity_read(units, NULL, NULL, Z, NULL, &result, NULL));
+  REFUSES(kelmo_quantity_read(units, NULL, "1 m", Z, NULL, NULL, NULL));
+  ExpectStatus(kelmo_quantity_read(units, NULL, NULL, 0, NULL, &result, NULL), KELMO_INVALID_TEXT,
+               "the empty text");
+  kelmo_units_loader_destroy(loader);
+  kelmo_units_release(units);
+}
+
 /* ---- Structs of other versions */
 
 #define GROWN 24 /* bytes that a later version has more */
@@ -396,8 +720,11 @@ static void PassNull(void) {
     Expect(i == sizeof grown.bytes, #Type ": what is not known stays");                    \
   } while (0)
 
+#define FIRST_ARGUMENT_SIZE 64 /* of kelmo_argument, before quantities */
+
 static void PassOtherVersions(void) {
   kelmo_texts* const texts = LoadTexts(0);
+  kelmo_units* const units = LoadUnits();
   kelmo_view* const view = MakeView(texts, 0);
   kelmo_loader* loader = NULL;
   kelmo_problems* problems = NULL;
@@ -416,6 +743,8 @@ static void PassOtherVersions(void) {
   TRY_SIZES(kelmo_language, kelmo_texts_language(texts, 0, &grown.known));
   TRY_SIZES(kelmo_problem, kelmo_problems_get(problems, 0, &grown.known));
   TRY_SIZES(kelmo_number_format, kelmo_number_format_of_language("de", Z, &grown.known));
+  TRY_SIZES(kelmo_unit, kelmo_units_find(units, NULL, METRE, &grown.known));
+  kelmo_units_release(units);
 
   memset(load_options, 0xA5, sizeof load_options); /* behind the first one: a later version */
   load_options[0].flags = 0;
@@ -448,7 +777,7 @@ static void PassOtherVersions(void) {
 
   memset(arguments, 0xA5, sizeof arguments);
   arguments[0] = kelmo_count_argument(1);
-  arguments[0].size = (uint32_t)sizeof arguments[0] - 1;
+  arguments[0].size = FIRST_ARGUMENT_SIZE - 1;
   ExpectStatus(kelmo_view_find(view, "ok", Z, arguments, &text), KELMO_INVALID_ARGUMENT,
                "an argument too small");
   ExpectStatus(kelmo_number_print(NULL, arguments, buffer, sizeof buffer, NULL),
@@ -544,8 +873,14 @@ static void AskForNames(void) {
       {KELMO_OUT_OF_MEMORY, "KELMO_OUT_OF_MEMORY"},
       {KELMO_CANNOT_READ, "KELMO_CANNOT_READ"},
       {KELMO_INVALID_UTF8, "KELMO_INVALID_UTF8"},
+      {KELMO_UNKNOWN_UNIT, "KELMO_UNKNOWN_UNIT"},
+      {KELMO_DIFFERENT_KINDS, "KELMO_DIFFERENT_KINDS"},
+      {KELMO_POINT_UNIT, "KELMO_POINT_UNIT"},
+      {KELMO_CANNOT_ROUND, "KELMO_CANNOT_ROUND"},
+      {KELMO_AMBIGUOUS_UNIT, "KELMO_AMBIGUOUS_UNIT"},
+      {KELMO_INVALID_TEXT, "KELMO_INVALID_TEXT"},
       {2, "unknown status"},
-      {-5, "unknown status"},
+      {-11, "unknown status"},
       {INT32_MIN, "unknown status"},
       {INT32_MAX, "unknown status"},
   };
@@ -560,7 +895,12 @@ int main(void) {
   AskForNames();
   LoadFiles();
   FindTexts();
+  LoadUnitFiles();
+  FindUnits();
+  Compute();
+  PrintAndRead();
   PassNull();
+  PassNullForUnits();
   PassOtherVersions();
   PassUnusualStrings();
   if (failures == 0) {
