@@ -53,6 +53,28 @@ std::vector<kelmo_status> StatusesWithNull() {
       kelmo_view_format(nullptr, nullptr, 0, nullptr, 0, nullptr, 0, nullptr, nullptr),
       kelmo_view_take_problems(nullptr, nullptr, nullptr),
       kelmo_system_language(0, nullptr, 1, nullptr),
+      kelmo_units_loader_create(0, nullptr),
+      kelmo_units_loader_add(nullptr, nullptr, nullptr),
+      kelmo_units_loader_add_file(nullptr, nullptr, 0, 0, nullptr),
+      kelmo_units_loader_add_memory(nullptr, nullptr, 0, nullptr, 0, 0, nullptr),
+      kelmo_units_loader_finish(nullptr, nullptr, nullptr),
+      kelmo_units_kind(nullptr, nullptr, 0, nullptr),
+      kelmo_units_at(nullptr, nullptr, 0, 0, nullptr),
+      kelmo_units_find(nullptr, nullptr, 0, nullptr),
+      kelmo_units_find_text(nullptr, nullptr, 0, nullptr, 0, nullptr, nullptr),
+      kelmo_units_convert(nullptr, 0, 0, nullptr, 0, nullptr),
+      kelmo_quantity_add(nullptr, nullptr, nullptr, nullptr),
+      kelmo_quantity_subtract(nullptr, nullptr, nullptr, nullptr),
+      kelmo_quantity_multiply(nullptr, nullptr, 0, nullptr),
+      kelmo_quantity_divide(nullptr, nullptr, 0, nullptr),
+      kelmo_quantity_ratio(nullptr, nullptr, nullptr, nullptr),
+      kelmo_quantity_sum(nullptr, nullptr, 0, nullptr),
+      kelmo_quantity_compare(nullptr, nullptr, nullptr, nullptr),
+      kelmo_quantity_hash(nullptr, nullptr, nullptr),
+      kelmo_quantity_convert(nullptr, nullptr, 0, 0, nullptr),
+      kelmo_quantity_round(nullptr, nullptr, nullptr),
+      kelmo_quantity_print(nullptr, nullptr, nullptr, nullptr, nullptr, 0, nullptr),
+      kelmo_quantity_read(nullptr, nullptr, nullptr, 0, nullptr, nullptr, nullptr),
   };
 }
 
@@ -75,6 +97,12 @@ TEST_F(KelmoRuntime, ALoadedLibraryServesTheFaceForCxx) {
   EXPECT_EQ(view.tr("files", kelmo::count(1)), "1 Datei");
   EXPECT_EQ(view.tr("files", kelmo::count(5)), "5 Dateien");
   EXPECT_EQ(view.tr("menu"), "menu");
+
+  kelmo::UnitsLoader units_loader;
+  units_loader.add({10001, 1, "m", "metre"});
+  units_loader.add({10003, 0.001, "mm", "millimetre"});
+  const kelmo::Quantity length = units_loader.finish().read("1,5 m", view);
+  EXPECT_EQ((length + length).to(10003).str(view), "3000\u00A0mm");
 }
 
 TEST_F(KelmoRuntime, ALibraryMayBeOpenedAgainOnceItIsClosed) {
@@ -117,6 +145,21 @@ TEST_F(KelmoRuntime, EachFunctionIsThatOfTheLoadedLibrary) {
   kelmo_view_release(view);
   kelmo_texts_release(texts);
   kelmo_texts_release(texts);
+
+  kelmo_units_loader* units_loader = nullptr;
+  ASSERT_EQ(kelmo_units_loader_create(KELMO_UNITS_NONE, &units_loader), KELMO_OK);
+  EXPECT_EQ(
+      kelmo_units_loader_add_memory(units_loader, "10001\t1\t\tm\tmetre\n", KELMO_ZERO_TERMINATED,
+                                    "units.txt", 9, KELMO_UNITS_FILE, problems),
+      KELMO_OK);
+  kelmo_units* units = nullptr;
+  ASSERT_EQ(kelmo_units_loader_finish(units_loader, &units, problems), KELMO_OK);
+  EXPECT_EQ(kelmo_units_kind_count(units), 1u);
+  EXPECT_EQ(kelmo_units_count(units, 10), 1u);
+  EXPECT_EQ(kelmo_units_retain(units), units);
+  kelmo_units_release(units);
+  kelmo_units_release(units);
+  kelmo_units_loader_destroy(units_loader);
   kelmo_loader_destroy(loader);
   kelmo_problems_destroy(problems);
 }
@@ -194,6 +237,12 @@ TEST_F(KelmoRuntime, EachStatusHasItsNameWithAndWithoutALibrary) {
     EXPECT_STREQ(kelmo_status_name(KELMO_OUT_OF_MEMORY), "KELMO_OUT_OF_MEMORY");
     EXPECT_STREQ(kelmo_status_name(KELMO_CANNOT_READ), "KELMO_CANNOT_READ");
     EXPECT_STREQ(kelmo_status_name(KELMO_INVALID_UTF8), "KELMO_INVALID_UTF8");
+    EXPECT_STREQ(kelmo_status_name(KELMO_UNKNOWN_UNIT), "KELMO_UNKNOWN_UNIT");
+    EXPECT_STREQ(kelmo_status_name(KELMO_DIFFERENT_KINDS), "KELMO_DIFFERENT_KINDS");
+    EXPECT_STREQ(kelmo_status_name(KELMO_POINT_UNIT), "KELMO_POINT_UNIT");
+    EXPECT_STREQ(kelmo_status_name(KELMO_CANNOT_ROUND), "KELMO_CANNOT_ROUND");
+    EXPECT_STREQ(kelmo_status_name(KELMO_AMBIGUOUS_UNIT), "KELMO_AMBIGUOUS_UNIT");
+    EXPECT_STREQ(kelmo_status_name(KELMO_INVALID_TEXT), "KELMO_INVALID_TEXT");
     EXPECT_STREQ(kelmo_status_name(KELMO_RUNTIME_NOT_OPEN), "KELMO_RUNTIME_NOT_OPEN");
     EXPECT_STREQ(kelmo_status_name(KELMO_RUNTIME_NO_FUNCTION), "KELMO_RUNTIME_NO_FUNCTION");
     EXPECT_STREQ(kelmo_status_name(KELMO_RUNTIME_TOO_OLD), "KELMO_RUNTIME_TOO_OLD");
@@ -234,12 +283,17 @@ TEST_F(KelmoRuntime, WithoutALibraryEachFunctionSaysSo) {
   kelmo_loader_destroy(nullptr);
   kelmo_texts_release(nullptr);
   kelmo_view_release(nullptr);
+  kelmo_units_loader_destroy(nullptr);
+  kelmo_units_release(nullptr);
   EXPECT_EQ(kelmo_problems_count(nullptr), 0u);
   EXPECT_EQ(kelmo_problems_lost(nullptr), 0u);
   EXPECT_EQ(kelmo_texts_language_count(nullptr), 0u);
   EXPECT_EQ(kelmo_texts_retain(nullptr), nullptr);
   EXPECT_EQ(kelmo_view_retain(nullptr), nullptr);
   EXPECT_EQ(kelmo_view_texts(nullptr), nullptr);
+  EXPECT_EQ(kelmo_units_retain(nullptr), nullptr);
+  EXPECT_EQ(kelmo_units_kind_count(nullptr), 0u);
+  EXPECT_EQ(kelmo_units_count(nullptr, 0), 0u);
   std::size_t size = 7;
   EXPECT_STREQ(kelmo_view_text(nullptr, "key", KELMO_ZERO_TERMINATED, &size), "");
   EXPECT_EQ(size, 0u);
