@@ -34,6 +34,8 @@ ROWS = (
 FACE_ROWS = (
     Row("a call that compiles", FACE, 'static_assert(std::is_arithmetic_v<Number>, "a count is a number");', "",
         "what kelmo.hpp refuses as c++17 by GCC lacks ['a count is a number']"),
+    Row("a product of quantities", FACE, "there is no algebra of dimensions\");", "there is none\");",
+        "what kelmo.hpp refuses as c++17 by GCC lacks ['quantities have no products: there is no algebra of dimensions']"),
 )
 
 

@@ -30,17 +30,20 @@ FACE = '#include "kelmo/kelmo.hpp"\n'
 INTERFACE = '#include "tests/host/kelmo_interface.h"\n'
 REFUSED_NAME = "what kelmo.hpp refuses"
 REFUSED = FACE + """#include <filesystem>
-void refused(const kelmo::View& view) {
+void refused(const kelmo::View& view, const kelmo::Quantity& quantity) {
   view.tr("truth", true);
   view.tr("character", 'c');
   view.tr("path", std::filesystem::path("pump.txt"));
   view.tr("path", kelmo::arg("name", std::filesystem::path("pump.txt")));
   view.tr("count", kelmo::count("three"));
   view.tr("counts", kelmo::count(1), kelmo::count(2));
+  view.tr("count", kelmo::count(quantity));
+  quantity * quantity;
 }
 """
 SENTENCES = ("say what a truth value means: give a text", "give a character as a text", "give a path as a text: path.u8string()",
-             "a count is a number", "a text has one count at most")
+             "a count is a number", "a text has one count at most",
+             "quantities have no products: there is no algebra of dimensions")
 # Name, languages, text. What does not depend on the version of the language is compiled as the first one.
 SOURCES = (
     ("kelmo.h", (*C, *CXX), TWICE),
