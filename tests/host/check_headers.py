@@ -4,7 +4,8 @@
 
 - The compilers are GCC, Clang, GCC and Clang for Windows, and Clang in the place of Microsoft's compiler, which reads the
   same options.
-- The headers in C compile from C99 on, those in C++ from C++17 to C++23.
+- The headers in C compile from C99 on, those in C++ from C++17 to C++23. The header for fmt is not compiled as by
+  Microsoft's compiler: fmt does not fit the headers of Windows that Clang uses there.
 - Calls that kelmo.hpp refuses do not compile, and the compiler says its sentences.
 - kelmo_interface.h holds: the sizes, offsets and values that hosts have compiled into themselves. It has each field and
   each value of kelmo.h.
@@ -27,6 +28,13 @@ C, CXX = ("c99", "c11", "c17"), ("c++17", "c++20", "c++2b")
 RUNTIME = '#define KELMO_RUNTIME_IMPLEMENTATION\n#include "kelmo/kelmo_runtime.h"\n'
 TWICE = '#include "kelmo/kelmo.h"\n#include "kelmo/kelmo.h"\n'
 FACE = '#include "kelmo/kelmo.hpp"\n'
+MICROSOFT = "Clang as Microsoft's compiler"
+FMT = pathlib.Path("/usr/include/fmt")  # headers for all compilers
+FMT_NAME = "kelmo_fmt.hpp"
+FACE_OF_FMT = """#include "kelmo/kelmo_fmt.hpp"
+std::string written(const kelmo::Quantity& quantity);
+std::string written(const kelmo::Quantity& quantity) { return fmt::format("{:>9}", quantity); }
+"""
 INTERFACE = '#include "tests/host/kelmo_interface.h"\n'
 REFUSED_NAME = "what kelmo.hpp refuses"
 REFUSED = FACE + """#include <filesystem>
@@ -51,6 +59,7 @@ SOURCES = (
     ("kelmo_runtime.h", (C[0], CXX[0]), RUNTIME),
     ("kelmo.hpp", CXX, FACE),
     ("kelmo.hpp behind kelmo_runtime.h", (CXX[0],), RUNTIME + FACE),
+    (FMT_NAME, CXX, FACE_OF_FMT),
     (REFUSED_NAME, (CXX[0], CXX[1]), REFUSED),
 )
 
@@ -87,12 +96,12 @@ def commands():
     yield "GCC for Windows", gnu(f"{MINGW}-gcc-posix", f"{MINGW}-g++-posix")
     yield "Clang for Windows", lambda language: gnu("clang", "clang++", f"--target={MINGW}", *(
         ("-nostdinc++", *windows) if "+" in language else ()))(language)
-    yield "Clang as Microsoft's compiler", lambda language: [*cl, cl_languages[language]]
+    yield MICROSOFT, lambda language: [*cl, cl_languages[language]]
 
 
 def compile_one(case, command, file):
-    include = "/I" if "--driver-mode=cl" in command else "-I"
-    made = subprocess.run([*command, f"{include}{top}/include", f"{include}{top}", *(["--"] if include == "/I" else []), str(file)],
+    include, system, end = ("/I", "/imsvc", ["--"]) if "--driver-mode=cl" in command else ("-I", "-isystem", [])
+    made = subprocess.run([*command, f"{include}{top}/include", f"{include}{top}", system, str(file.parent), *end, str(file)],
                           check=False, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, errors="replace")
     if file.stem == REFUSED_NAME:
         missing = [sentence for sentence in SENTENCES if sentence not in made.stdout]
@@ -117,12 +126,14 @@ def main():
         sys.exit(f"kelmo_interface.h lacks {name}...)")
     compilers, count = list(commands()), 0
     with tempfile.TemporaryDirectory() as scratch, concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+        (pathlib.Path(scratch) / FMT.name).symlink_to(FMT)
         for name, languages, text in (source for source in SOURCES if not chosen or source[0] in chosen):
             files = {is_cxx: pathlib.Path(scratch) / f"{name}.{'cpp' if is_cxx else 'c'}" for is_cxx in (False, True)}
             for file in files.values():
                 file.write_text(text)
             runs = [pool.submit(compile_one, f"{name} as {language} by {compiler}", command(language), files["+" in language])
-                    for compiler, command in compilers for language in filter(command, languages)]
+                    for compiler, command in compilers for language in filter(command, languages)
+                    if (name, compiler) != (FMT_NAME, MICROSOFT)]
             for run in runs:
                 if run.result():
                     sys.exit(run.result())
