@@ -529,7 +529,9 @@ KELMO_API kelmo_status kelmo_system_language(size_t index, char* buffer, size_t 
  * table that comes with kelmo uses: a host that adds a length takes one of 10900 to 10999, and a
  * host that adds kinds takes codes from 1000001 on. */
 #define KELMO_FIRST_HOST_UNIT 900
+/** The last number of a unit of a host in such a kind. */
 #define KELMO_LAST_HOST_UNIT 999
+/** The first number of a kind of a host. */
 #define KELMO_FIRST_HOST_KIND 1000
 
 /** With which units a loader begins. */

@@ -1374,21 +1374,26 @@ class Quantity {
     });
   }
 
-  /** The sum and the difference, in the unit of `left`. */
+  /** The sum, in the unit of `left`. */
   friend Quantity operator+(const Quantity& left, const Quantity& right) {
     return left.combined(kelmo_quantity_add, right);
   }
+  /** The difference, in the unit of `left`. */
   friend Quantity operator-(const Quantity& left, const Quantity& right) {
     return left.combined(kelmo_quantity_subtract, right);
   }
+  /** Adds a quantity. */
   Quantity& operator+=(const Quantity& right) { return *this = *this + right; }
+  /** Subtracts a quantity. */
   Quantity& operator-=(const Quantity& right) { return *this = *this - right; }
 
-  /** The quantity times a plain number, and divided by one. The tolerances stay. */
+  /** The quantity times a plain number. The tolerances stay. */
   friend Quantity operator*(const Quantity& quantity, double factor) {
     return quantity.scaled(kelmo_quantity_multiply, factor);
   }
+  /** The same. */
   friend Quantity operator*(double factor, const Quantity& quantity) { return quantity * factor; }
+  /** The quantity divided by a plain number. The tolerances stay. */
   friend Quantity operator/(const Quantity& quantity, double divisor) {
     return quantity.scaled(kelmo_quantity_divide, divisor);
   }
@@ -1521,6 +1526,8 @@ Stream& operator<<(Stream& stream, const Quantity& quantity) {
 
 }  // namespace kelmo
 
+// doxygen 1.9 does not find the scope of a specialization of std.
+/** @cond */
 /** So that quantities may be keys of unordered containers. */
 template <>
 struct std::hash<kelmo::Quantity> {
@@ -1540,5 +1547,6 @@ struct std::formatter<kelmo::Quantity> : std::formatter<std::string> {
   }
 };
 #endif
+/** @endcond */
 
 #endif  // KELMO_KELMO_HPP
