@@ -24,6 +24,7 @@ install(
     docs/kelmo.md
     docs/kelmo_from_others.md
     docs/messages.md
+    docs/quantities.md
     docs/reliability.md
     docs/rules.md
     docs/values.md

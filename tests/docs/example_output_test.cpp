@@ -12,8 +12,8 @@ namespace KelmoLibs::Localize {
 namespace {
 
 TEST(ExampleOutput, FitsATerminalOf80ColumnsWithoutTrailingBlanks) {
-  for (const char* const name :
-       {"demo_host", "first_host", "first_texts", "first_values", "pump_sheet", "reload"}) {
+  for (const char* const name : {"demo_host", "first_host", "first_quantity", "first_texts",
+                                 "first_values", "pump_sheet", "pump_values", "reload"}) {
     std::istringstream lines(ReadProjectFile(std::string("tests/data/examples/") + name + ".txt"));
     std::size_t count = 0;
     for (std::string line; std::getline(lines, line); ++count) {
