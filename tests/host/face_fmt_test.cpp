@@ -13,7 +13,7 @@ constexpr int kMillimetre = 10003;
 kelmo::Quantity Length(double number, double tolerance) {
   kelmo::UnitsLoader loader;
   loader.add({kMillimetre, 0.001, "mm", "millimetre"});
-  return kelmo::Quantity(loader.finish(), number, kMillimetre, tolerance);
+  return {loader.finish(), number, kMillimetre, tolerance};
 }
 
 TEST(KelmoFaceFmt, WritesTheTextOfAQuantity) {

@@ -694,8 +694,8 @@ TEST(KelmoFaceQuantity, IsComparedInTheBaseUnit) {
     const kelmo::Quantity& a = *row.left;
     const kelmo::Quantity& b = *row.right;
     std::string holds;
-    for (const bool is_true : {a == b, a != b, a<b, a> b, a <= b, a >= b}) {
-      holds += is_true ? '1' : '0';
+    for (const bool isTrue : {a == b, a != b, a<b, a> b, a <= b, a >= b}) {
+      holds += isTrue ? '1' : '0';
     }
     EXPECT_EQ(holds, row.holds);
   }
@@ -854,17 +854,18 @@ TEST(KelmoFaceQuantity, HasNoUnitsOnceItWasMovedFrom) {
   static_assert(std::is_nothrow_move_assignable_v<kelmo::Quantity>);
   EXPECT_EQ(target.str(), "1.0\u00A0m");
   // NOLINTBEGIN(bugprone-use-after-move): it is allowed
+  const kelmo::Quantity other = moved;
   const std::vector<std::function<void()>> calls = {
       [&] { (void)moved.unit(); },
       [&] { (void)moved.to(kBar); },
       [&] { (void)moved.rounded(); },
       [&] { (void)moved.str(); },
-      [&] { (void)(moved + moved); },
-      [&] { (void)(moved - moved); },
+      [&] { (void)(moved + other); },
+      [&] { (void)(moved - other); },
       [&] { (void)(moved * 2); },
       [&] { (void)(moved / 2); },
-      [&] { (void)(moved / moved); },
-      [&] { (void)moved.compare(moved); },
+      [&] { (void)(moved / other); },
+      [&] { (void)moved.compare(other); },
       [&] { (void)moved.hash(); },
       [&] { (void)(moved == target); },
       [&] { (void)german.tr("head", moved); },
