@@ -129,6 +129,8 @@ std::string Print(const Problem& problem) {
       line += ':' + std::to_string(problem.column);
     }
     line += ": ";
+  } else if (problem.column != 0) {  // of a text that a user has typed
+    line += "column " + std::to_string(problem.column) + ": ";
   }
   line += kSeverityNames[static_cast<std::size_t>(problem.severity)];
   line += ": ";
