@@ -1,57 +1,25 @@
 #include "host/unit_loader.h"
 
+#include <optional>
 #include <utility>
 
+#include "host/first_library_units.h"
 #include "host/unreadable_file.h"
-#include "phyval/unit_catalogue.h"
 #include "platform/native_files.h"
-#include "platform/own_unit_table.h"
-#include "text/utf8.h"
-#include "unittables/default_table.h"
 
 namespace KelmoLibs::Host {
-namespace {
-
-std::string Utf8Of(std::wstring_view text) {
-  std::string bytes;
-  for (const wchar_t c : text) {
-    Localize::AppendUtf8(static_cast<char32_t>(c), bytes);
-  }
-  return bytes;
-}
-
-// Names of the first library may end with a blank, which no person would type.
-std::string NameOf(std::wstring_view text) {
-  return Utf8Of(text.substr(0, text.find_last_not_of(L' ') + 1));
-}
-
-UnitCollection BuiltInCollection() {
-  UnitCollection units;
-  for (const Localize::Phyval::ValueType& given : Localize::Phyval::BuiltInUnits()) {
-    UnitRow row;
-    row.code = NormalCode(given.code);
-    row.factor.high = given.factor;
-    row.symbol = Utf8Of(given.symbol);
-    row.name = NameOf(given.name);
-    units.Put(std::move(row));
-  }
-  return units;
-}
-
-}  // namespace
 
 bool UnitLoader::Start(UnitStart start) {
-  UnitCollection units;
+  std::optional<UnitCollection> units = UnitCollection();
   if (start == UnitStart::kBuiltIn) {
-    units = BuiltInCollection();
+    units = BuiltInUnits();
   } else if (start == UnitStart::kAfterInit) {
-    const std::string_view table = Localize::FindOwnUnitTable();
-    if (table.empty()) {
-      return false;
-    }
-    ReadFourFields(Utf8Of(Localize::DecodeUnitTable(table)), {}, units, nullptr);
+    units = UnitsOfTable();
   }
-  units_ = std::move(units);
+  if (!units) {
+    return false;
+  }
+  units_ = *std::move(units);
   return true;
 }
 

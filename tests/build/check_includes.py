@@ -25,7 +25,8 @@ LAYERS = (
 BESIDE = ("host/", "include/kelmo/", "lang/")  # the first library uses nothing of them
 # kelmo stands on these parts only: nothing in them has a state of the process.
 KELMO = ("host/", "include/kelmo/")
-PARTS_OF_KELMO = (*KELMO, "cldr/", "storage/", "text/", "platform/", "dictionary/dictionary_line", "dictionary/entry_estimate")
+PARTS_OF_KELMO = (*KELMO, "cldr/", "storage/", "text/", "platform/", "dictionary/dictionary_line", "dictionary/entry_estimate",
+                  "phyval/rounding")
 ROOMS = sorted({name.split("/")[0] for layer in LAYERS for name in layer})
 OF_ONE_SYSTEM = re.compile(r"_(?:posix|windows|mingw)\.|/(?:posix|windows)/")
 SYSTEM_MACRO = re.compile(r"^\s*#.*\b(?:_WIN32|__linux__|__unix__)\b", re.MULTILINE)
