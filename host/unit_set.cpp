@@ -36,16 +36,42 @@ const char* FaultOfDifference(const UnitRow& point, const UnitRow* difference) n
              : nullptr;
 }
 
+// Which kinds have points: the first unit of a kind decides. A conversion between points and other
+// units of one kind would lose the offset.
+std::map<std::int32_t, bool> PointKinds(const std::vector<UnitRow>& rows) {
+  std::map<std::int32_t, bool> isOfPoints;
+  for (const UnitRow& row : rows) {
+    if (!row.IsKind()) {
+      isOfPoints.emplace(KindOf(row.code), row.IsPoint());
+    }
+  }
+  return isOfPoints;
+}
+
 // The rows that stay. Tells the others.
 std::vector<UnitRow> CheckedRows(const std::vector<UnitRow>& rows, ProblemList& told) {
+  const std::map<std::int32_t, bool> isOfPoints = PointKinds(rows);
+  const auto fitsKind = [&isOfPoints](const UnitRow& row) {
+    return row.IsKind() || isOfPoints.at(KindOf(row.code)) == row.IsPoint();
+  };
   std::map<std::int32_t, const UnitRow*> byCode;
   std::map<std::int32_t, std::int32_t> differenceKinds;  // by the kind of the points
   for (const UnitRow& row : rows) {
-    byCode.emplace(row.code, &row);
+    if (fitsKind(row)) {
+      byCode.emplace(row.code, &row);
+    }
   }
   std::vector<UnitRow> checked;
   checked.reserve(rows.size());
   for (const UnitRow& row : rows) {
+    if (!fitsKind(row)) {
+      TellAbout(row, row.IsPoint() ? ProblemCode::kUnitDifference : ProblemCode::kUnit,
+                ProblemSeverity::kError,
+                row.IsPoint() ? "the first unit of its kind is not one of points"
+                              : "the first unit of its kind is one of points",
+                told);
+      continue;
+    }
     if (row.IsPoint()) {
       const auto found = byCode.find(row.difference);
       const char* fault = FaultOfDifference(row, found != byCode.end() ? found->second : nullptr);

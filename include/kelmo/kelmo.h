@@ -615,7 +615,8 @@ typedef struct kelmo_units kelmo_units;
 
 /** Seals what the loader has collected. The caller is the owner of the units. The loader is empty
  * then, without units, and can collect again. Drops units of points whose unit of differences does
- * not fit, and tells them. Tells units with the factor 0, and names of units that do not exist. */
+ * not fit, and units that are points while the first unit of their kind is not, or the reverse;
+ * tells them. Tells units with the factor 0, and names of units that do not exist. */
 KELMO_API kelmo_status kelmo_units_loader_finish(kelmo_units_loader* loader, kelmo_units** result,
                                                  kelmo_problems* problems);
 
