@@ -93,9 +93,12 @@ start_wine() {
 packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix libgtest-dev googletest python3 libcli11-dev nlohmann-json3-dev)
 # For Clang and lld in the place of Microsoft's compiler and linker, for hosts with another C++ library, for a locale
 # with a decimal comma, for CMake's default generator, for hosts without CMake, for the tables of languages and ICU
-# beside them, for the manual page, for the texts of numbers, for the reference of kelmo, and for the factors of units.
+# beside them, for the manual page, for the texts of numbers, for the reference of kelmo, for the factors of units, and
+# for exact numbers.
+boost=(libboost-dev) # 1.81 or later; Debian 12 has it under another name
+! grep -qs '^VERSION_CODENAME=bookworm$' /etc/os-release || boost=(libboost1.81-dev)
 packages_native_tests=(clang libc++-dev libc++abi-dev lld llvm locales make pkgconf unicode-cldr-core libicu-dev man-db
-  libfmt-dev doxygen udunits-bin units)
+  libfmt-dev doxygen udunits-bin units "${boost[@]}")
 packages_wine=(wine wine64)
 packages_lint=(clang-format clang-tidy cppcheck shellcheck)
 packages_sanitizers=(libclang-rt-dev)
@@ -103,7 +106,5 @@ packages_heavy=(valgrind libc6-dbg g++-aarch64-linux-gnu qemu-user) # the last t
 packages_coverage=(libclang-rt-dev llvm)
 packages_fuzz=(clang libclang-rt-dev)
 packages_bench=(libbenchmark-dev)
-boost=(libboost-dev libboost-locale-dev) # 1.81 or later; Debian 12 has it under other names
-! grep -qs '^VERSION_CODENAME=bookworm$' /etc/os-release || boost=(libboost1.81-dev libboost-locale1.81-dev)
-packages_peers=("${boost[@]}" libabsl-dev gettext libicu-dev icu-devtools libsimdjson-dev libudunits2-dev libfmt-dev
-  translate-toolkit locales qt6-base-dev qt6-l10n-tools) # locales: for the locale of the benchmarks of gettext and printing
+packages_peers=("${boost[@]}" "${boost[0]/boost/boost-locale}" libabsl-dev gettext libicu-dev icu-devtools libsimdjson-dev
+  libudunits2-dev libfmt-dev translate-toolkit locales qt6-base-dev qt6-l10n-tools) # locales: for benchmarks of gettext
