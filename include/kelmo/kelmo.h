@@ -579,7 +579,7 @@ typedef struct kelmo_unit {
 /** Collects units, and their symbols and names in languages. Of several units with a code the last
  * one counts, in the place of the first; but of several lines of one file the first one counts. Of
  * several names of a unit in a language the first one counts, as in the first library. A loader
- * copies what it keeps. */
+ * copies what it keeps. If memory is out while a file is read, the lines in front of that place stay. */
 typedef struct kelmo_units_loader kelmo_units_loader;
 
 /** Makes a loader that begins with KELMO_UNITS_NONE, KELMO_UNITS_BUILT_IN or

@@ -19,6 +19,7 @@
 #include "kelmo/kelmo.h"
 #include "kelmo/kelmo.hpp"
 #include "tests/host/owned.h"
+#include "tests/host/owned_units.h"
 #include "tests/support/allocation_probe.h"
 #include "tests/support/scratch_folder.h"
 
@@ -50,6 +51,19 @@ const std::string& Dictionary() {
 
 std::string path;    // of a file with these bytes
 std::string folder;  // of that file
+
+// Points, a kind, texts that need memory, and lines that are not right.
+constexpr const char* kUnits =
+    "10000\t\t\tL\tthe name of a kind, which needs memory\n"
+    "10001\t1\t\tm\tthe name of a unit, which needs memory\n"
+    "18001\t1\t\tK\tkelvin\t19001\n19001\t1\t\tK\tkelvin\n"
+    "18002\t5/9\t1\tF\tno unit of differences has this factor\t19001\n"
+    "10001\t2\t\trepeated\t\na line that has too few fields\n";
+constexpr const char* kNames =
+    "de\n10001\tM\tder Name einer Einheit, der Speicher braucht\n"
+    "20001\tno\tunit has this code, and that is told\n10002 x\n";
+std::string unitsPath;               // of a file with kUnits
+const kelmo_view* german = nullptr;  // a view in German
 
 // The objects of a host.
 struct World {
@@ -103,6 +117,21 @@ struct World {
     kelmo_problems_clear(problems.get());
   }
 
+  kelmo_status LoadUnits(std::int32_t format, const char* bytes, kelmo_problems* told) {
+    return kelmo_units_loader_add_memory(unitsLoader.get(), bytes, kZero,
+                                         "the name of a file that needs memory", kZero, format,
+                                         told);
+  }
+  void MakeUnitsLoader() {
+    unitsLoader = NewUnitsLoader(KELMO_UNITS_BUILT_IN);
+    EXPECT_EQ(LoadUnits(KELMO_UNITS_FILE, kUnits, nullptr), KELMO_OK);
+    EXPECT_EQ(LoadUnits(KELMO_UNITS_NAMES, kNames, nullptr), KELMO_OK);
+  }
+  void SealUnits() {
+    MakeUnitsLoader();
+    units = FinishUnits(*unitsLoader);
+  }
+
   std::size_t Told() const {
     return kelmo_problems_count(problems.get()) + kelmo_problems_lost(problems.get());
   }
@@ -111,7 +140,22 @@ struct World {
   Owned<kelmo_loader> loader;
   Owned<kelmo_texts> texts;
   Owned<kelmo_view> view;
+  OwnedUnitsLoader unitsLoader;
+  OwnedUnits units;
 };
+
+// All units that were sealed, or of the loader.
+std::string UnitsOf(World& world) {
+  if (world.units == nullptr && world.unitsLoader != nullptr) {
+    world.units = FinishUnits(*world.unitsLoader);
+  }
+  std::string lines;
+  auto unit = Sized<kelmo_unit>();
+  for (std::size_t i = 0; kelmo_units_at(world.units.get(), german, 0, i, &unit) == KELMO_OK; ++i) {
+    lines += std::to_string(unit.code) + ' ' + unit.symbol.data + ' ' + unit.name.data + '\n';
+  }
+  return lines;
+}
 
 // All entries of the texts that were sealed, or of the loader.
 std::string EntriesOf(World& world) {
@@ -130,7 +174,7 @@ std::string EntriesOf(World& world) {
       lines += std::to_string(text.utf16_size) + '\n';
     }
   }
-  return lines;
+  return lines + UnitsOf(world);
 }
 
 kelmo_status AddMemory(World& world, std::uint32_t flags) {
@@ -153,6 +197,58 @@ kelmo_status Format(World& world, const char* key, kelmo_problems* problems) {
 const std::string& LongKey() {
   static const std::string key(300, 'k');
   return key;
+}
+
+kelmo_status MakeUnitsLoader(World& world, std::int32_t start) {
+  kelmo_units_loader* made = nullptr;
+  const kelmo_status status = kelmo_units_loader_create(start, &made);
+  EXPECT_EQ(status == KELMO_OK, made != nullptr);
+  world.unitsLoader.reset(made);
+  return status;
+}
+
+// Every function for units and quantities that takes no memory. KELMO_OK if all give that.
+kelmo_status UseUnits(World& world) {
+  const kelmo_units* const units = world.units.get();
+  const kelmo_quantity metre = kelmo_quantity_of(1.5, 0.1, 0, 10001);
+  const kelmo_quantity inch = kelmo_quantity_of(2.5, 0.1, 0, 10002);
+  std::array<kelmo_quantity, 2> both = {metre, inch};
+  kelmo_quantity result = {};
+  auto unit = Sized<kelmo_unit>();
+  double number = 2.5;
+  std::int32_t order = 0;
+  std::uint64_t hash = 0;
+  std::array<char, 100> buffer = {};
+  kelmo_units_release(kelmo_units_retain(world.units.get()));
+  EXPECT_GT(kelmo_units_kind_count(units) + kelmo_units_count(units, 10), 0U);
+  const kelmo_argument argument = kelmo_quantity_argument(units, &metre);
+  const std::array<kelmo_status, 18> statuses = {
+      kelmo_units_kind(units, german, 0, &unit),
+      kelmo_units_at(units, german, 10, 0, &unit),
+      kelmo_units_find(units, german, 10001, &unit),
+      kelmo_units_find_text(units, german, 0, "M", 1, &unit, world.problems.get()),
+      kelmo_units_convert(units, 10002, 10001, &number, 1, &number),
+      kelmo_quantity_add(units, &metre, &inch, &result),
+      kelmo_quantity_subtract(units, &metre, &inch, &result),
+      kelmo_quantity_multiply(units, &metre, 2, &result),
+      kelmo_quantity_divide(units, &metre, 2, &result),
+      kelmo_quantity_ratio(units, &metre, &inch, &number),
+      kelmo_quantity_sum(units, both.data(), both.size(), &result),
+      kelmo_quantity_compare(units, &metre, &inch, &order),
+      kelmo_quantity_hash(units, &metre, &hash),
+      kelmo_quantity_convert(units, both.data(), both.size(), 10001, both.data()),
+      kelmo_quantity_round(units, &metre, &number),
+      kelmo_quantity_print(units, german, &metre, nullptr, buffer.data(), buffer.size(), nullptr),
+      kelmo_quantity_read(units, nullptr, "1.5 in", kZero, nullptr, &result, world.problems.get()),
+      kelmo_view_format(german, "q", 1, &argument, 1, buffer.data(), buffer.size(), nullptr,
+                        world.problems.get()),
+  };
+  for (const kelmo_status status : statuses) {
+    if (status != KELMO_OK) {
+      return status;
+    }
+  }
+  return KELMO_OK;
 }
 
 struct Call {
@@ -272,6 +368,85 @@ const Call kTakingMemory[] = {
        return Format(world, "a key that is not UTF-8 and needs memory \xFF", world.problems.get());
      },
      KELMO_NOT_FOUND, true},
+    {"units_loader_create with the built-in units", [](World&) {},
+     [](World& world) { return MakeUnitsLoader(world, KELMO_UNITS_BUILT_IN); }, KELMO_OK, false},
+    {"units_loader_create with the units after Init", [](World&) {},
+     [](World& world) { return MakeUnitsLoader(world, KELMO_UNITS_AFTER_INIT); }, KELMO_OK, false},
+    {"units_loader_add", [](World& world) { world.MakeUnitsLoader(); },
+     [](World& world) {
+       auto unit = Sized<kelmo_unit>();
+       unit.code = 10900;
+       unit.factor = 1;
+       unit.symbol = {"a symbol that is long and needs memory", kZero};
+       return kelmo_units_loader_add(world.unitsLoader.get(), &unit, world.problems.get());
+     },
+     KELMO_OK, true},
+    {"units_loader_add of a unit that is not allowed",
+     [](World& world) { world.MakeUnitsLoader(); },
+     [](World& world) {
+       auto unit = Sized<kelmo_unit>();
+       unit.code = 10900;
+       return kelmo_units_loader_add(world.unitsLoader.get(), &unit, world.problems.get());
+     },
+     KELMO_INVALID_ARGUMENT, true},
+    {"units_loader_add_file", [](World& world) { world.unitsLoader = NewUnitsLoader(); },
+     [](World& world) {
+       return kelmo_units_loader_add_file(world.unitsLoader.get(), unitsPath.data(),
+                                          unitsPath.size(), KELMO_UNITS_FILE, world.problems.get());
+     },
+     KELMO_OK, true},
+    {"units_loader_add_file without the file",
+     [](World& world) { world.unitsLoader = NewUnitsLoader(); },
+     [](World& world) {
+       return kelmo_units_loader_add_file(world.unitsLoader.get(), "no such file in this folder",
+                                          kZero, KELMO_UNITS_FILE, world.problems.get());
+     },
+     KELMO_CANNOT_READ, true},
+    {"units_loader_add_memory of four fields",
+     [](World& world) { world.unitsLoader = NewUnitsLoader(); },
+     [](World& world) {
+       return world.LoadUnits(KELMO_UNITS_FOUR_FIELDS,
+                              "10001 1 m a_name_that_is_long_and_needs_memory\n"
+                              "10002 2 in two words\n10003 x mm millimetre\n",
+                              world.problems.get());
+     },
+     KELMO_OK, true},
+    {"units_loader_add_memory of names", [](World& world) { world.MakeUnitsLoader(); },
+     [](World& world) {
+       return world.LoadUnits(KELMO_UNITS_NAMES,
+                              "de\n10002\tZ\tein Name, der lang ist und Speicher braucht\nx\n",
+                              world.problems.get());
+     },
+     KELMO_OK, true},
+    {"units_loader_finish", [](World& world) { world.MakeUnitsLoader(); },
+     [](World& world) {
+       if (world.units != nullptr) {  // made the first time
+         return kelmo_status{KELMO_OK};
+       }
+       kelmo_units* made = nullptr;
+       const kelmo_status status =
+           kelmo_units_loader_finish(world.unitsLoader.get(), &made, world.problems.get());
+       EXPECT_EQ(status == KELMO_OK, made != nullptr);
+       world.units.reset(made);
+       return status;
+     },
+     KELMO_OK, true},
+    {"units_find_text of an unknown unit", [](World& world) { world.SealUnits(); },
+     [](World& world) {
+       auto unit = Sized<kelmo_unit>();
+       return kelmo_units_find_text(world.units.get(), nullptr, 0,
+                                    "a text that is long and needs memory", kZero, &unit,
+                                    world.problems.get());
+     },
+     KELMO_UNKNOWN_UNIT, true},
+    {"quantity_read of a text that is not right", [](World& world) { world.SealUnits(); },
+     [](World& world) {
+       kelmo_quantity quantity = {};
+       return kelmo_quantity_read(world.units.get(), nullptr,
+                                  "no number, but a text that is long and needs memory", kZero,
+                                  nullptr, &quantity, world.problems.get());
+     },
+     KELMO_INVALID_TEXT, true},
     {"problems_print",
      [](World& world) {
        kelmo_loader_add_file(world.loader.get(), "no such file in this folder", kZero, nullptr,
@@ -318,6 +493,7 @@ const Call kTakingNone[] = {
        return kelmo_texts_entry(world.texts.get(), 0, 7, &text);
      },
      KELMO_OK, false},
+    {"units and quantities", [](World& world) { world.SealUnits(); }, UseUnits, KELMO_OK, true},
     {"number_print", [](World&) {},
      [](World&) {
        const kelmo_argument number = kelmo_number_argument(1e300, 20);
@@ -333,6 +509,9 @@ class KelmoAllocationFailures : public testing::Test {
     folder_.Write(L"a dictionary with a long name.txt", Dictionary());
     path = (folder_.Path() / "a dictionary with a long name.txt").u8string();
     folder = folder_.Path().u8string();
+    folder_.Write(L"units with a long name.tsv", kUnits);
+    unitsPath = (folder_.Path() / "units with a long name.tsv").u8string();
+    german = german_.get();
   }
 
   // Whether the n-th allocation has failed; if not, the call needs fewer.
@@ -381,6 +560,7 @@ class KelmoAllocationFailures : public testing::Test {
   }
 
   const ScratchFolder folder_;
+  const Owned<kelmo_view> german_ = ViewWith("de");
 };
 
 TEST_F(KelmoAllocationFailures, AreToldAndLeaveEverythingUsable) {

@@ -21,7 +21,11 @@ endif()
 target_compile_definitions(kelmo_unload_test PRIVATE KELMO_FILE="${file}" KELMO_PATH="$<TARGET_FILE:kelmo>")
 
 set(failures allocation_failures_test.cpp ../support/allocation_probe.cpp)
-kelmo_add_program(kelmo_allocation_failures_inside_test ${failures} ../../host/c_api.cpp)
+kelmo_add_program(kelmo_allocation_failures_inside_test ${failures} ../../host/c_api.cpp
+  ../../host/c_quantities.cpp ../../host/c_units.cpp)
+if(WIN32)  # with the units after Init, as the file of kelmo
+  target_sources(kelmo_allocation_failures_inside_test PRIVATE ../../resources/default_unit_table.rc)
+endif()
 target_link_libraries(kelmo_allocation_failures_inside_test PRIVATE kelmo_core)
 target_compile_definitions(kelmo_allocation_failures_inside_test PRIVATE KELMO_STATIC)
 if(NOT WIN32)
