@@ -514,21 +514,22 @@ TEST(KelmoFaceReading, TellsColumnAndReason) {
   options.kind = 17;
   for (const Row& row : rows) {
     SCOPED_TRACE(row.name);
+    const std::string what = "column " + std::to_string(row.column) + ": " + row.what;
     kelmo::Problems problems;
     try {
       units.read(row.text, kelmo::View(), options);
       ADD_FAILURE() << "no exception";
     } catch (const kelmo::ReadError& error) {
       EXPECT_EQ(error.status(), row.status);
-      EXPECT_STREQ(error.what(), row.what);
+      EXPECT_EQ(error.what(), what);
       EXPECT_EQ(error.problem().code, row.code);
       EXPECT_EQ(error.problem().column, row.column);
       EXPECT_EQ(error.problem().severity, kelmo::Severity::error);
-      EXPECT_EQ(error.problem().text, row.what);
+      EXPECT_EQ(error.problem().text, what);
     }
     EXPECT_FALSE(units.read(row.text, kelmo::View(), problems, options));
     EXPECT_FALSE(units.read(row.text, kelmo::View(), problems, options));
-    EXPECT_EQ(TextsOf(problems), (Lines{row.what, row.what}));
+    EXPECT_EQ(TextsOf(problems), (Lines{what, what}));
   }
 }
 

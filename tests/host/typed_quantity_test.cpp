@@ -142,12 +142,7 @@ void CheckRefusals(const std::vector<Refusal>& rows, const NumberFormat& format,
         << row.name;
     EXPECT_EQ(result.number, 1) << row.name;
     EXPECT_EQ(result.code, 4) << row.name;
-    // Without a file, a problem does not print its column.
-    Lines told;
-    for (const Problem& problem : problems.All()) {
-      told.push_back(std::to_string(problem.column) + ": " + Print(problem));
-    }
-    EXPECT_EQ(told, row.problem.empty() ? Lines() : Lines{row.problem}) << row.name;
+    EXPECT_EQ(Printed(problems), row.problem.empty() ? Lines() : Lines{row.problem}) << row.name;
     EXPECT_EQ(ReadQuantity(Units(), languages, row.text, options, format, result, nullptr),
               row.status)
         << row.name << ", without a list";
@@ -157,44 +152,51 @@ void CheckRefusals(const std::vector<Refusal>& rows, const NumberFormat& format,
 TEST(TypedQuantity, RefusesWhatIsNoNumber) {
   CheckRefusals(
       {
-          {"nothing", "", KELMO_INVALID_TEXT, "1: error: A number is missing: the text ends here"},
-          {"blanks", "  ", KELMO_INVALID_TEXT, "3: error: A number is missing: the text ends here"},
-          {"a unit", " mm", KELMO_INVALID_TEXT, "2: error: A number is missing: \"mm\""},
-          {"a sign", "- 5 mm", KELMO_INVALID_TEXT, "2: error: A number is missing: \" 5 mm\""},
+          {"nothing", "", KELMO_INVALID_TEXT,
+           "column 1: error: A number is missing: the text ends here"},
+          {"blanks", "  ", KELMO_INVALID_TEXT,
+           "column 3: error: A number is missing: the text ends here"},
+          {"a unit", " mm", KELMO_INVALID_TEXT, "column 2: error: A number is missing: \"mm\""},
+          {"a sign", "- 5 mm", KELMO_INVALID_TEXT,
+           "column 2: error: A number is missing: \" 5 mm\""},
           {"infinity", "\u221E mm", KELMO_INVALID_TEXT,
-           "1: error: A number is missing: \"\u221E mm\""},
+           "column 1: error: A number is missing: \"\u221E mm\""},
           {"a decimal comma", "12,5 mm", KELMO_INVALID_TEXT,
-           "3: error: The digits are not grouped in this way: blanks or \",\" may stand in front "
+           "column 3: error: The digits are not grouped in this way: blanks or \",\" may stand in "
+           "front "
            "of "
            "the last 3 digits before the decimal mark \".\""},
           {"two points", "1.2.3 mm", KELMO_INVALID_TEXT,
-           "4: error: The decimal mark is another one: it is \".\""},
+           "column 4: error: The decimal mark is another one: it is \".\""},
           {"a column in characters", "\u00A0\u00A012,5 mm", KELMO_INVALID_TEXT,
-           "5: error: The digits are not grouped in this way: blanks or \",\" may stand in front "
+           "column 5: error: The digits are not grouped in this way: blanks or \",\" may stand in "
+           "front "
            "of "
            "the last 3 digits before the decimal mark \".\""},
           {"too large", "1e999 mm", KELMO_INVALID_TEXT,
-           "1: error: The number is too large, too small or too long"},
+           "column 1: error: The number is too large, too small or too long"},
           {"too small", "1e-999 mm", KELMO_INVALID_TEXT,
-           "1: error: The number is too large, too small or too long"},
+           "column 1: error: The number is too large, too small or too long"},
           {"too long", std::string(501, '1') + " mm", KELMO_INVALID_TEXT,
-           "501: error: The number is too large, too small or too long"},
+           "column 501: error: The number is too large, too small or too long"},
       },
       NumberFormat());
-  CheckRefusals({{"a decimal point in German", "12.5 mm", KELMO_INVALID_TEXT,
-                  "3: error: The digits are not grouped in this way: blanks or \".\" may stand in "
-                  "front of the last 3 digits before the decimal mark \",\""},
-                 {"a point behind the comma", "1,2.3 mm", KELMO_INVALID_TEXT,
-                  "4: error: The digits are not grouped in this way: blanks or \".\" may stand in "
-                  "front of the last 3 digits before the decimal mark \",\""}},
-                German());
+  CheckRefusals(
+      {{"a decimal point in German", "12.5 mm", KELMO_INVALID_TEXT,
+        "column 3: error: The digits are not grouped in this way: blanks or \".\" may stand in "
+        "front of the last 3 digits before the decimal mark \",\""},
+       {"a point behind the comma", "1,2.3 mm", KELMO_INVALID_TEXT,
+        "column 4: error: The digits are not grouped in this way: blanks or \".\" may stand in "
+        "front of the last 3 digits before the decimal mark \",\""}},
+      German());
   NumberFormat withoutGroups;
   withoutGroups.groupSize = 0;
   withoutGroups.furtherGroupSize = 0;
-  CheckRefusals({{"a format without groups", "12 34 mm", KELMO_INVALID_TEXT,
-                  "3: error: The digits are not grouped in this way: only blanks may stand between "
-                  "groups of 3 digits"}},
-                withoutGroups);
+  CheckRefusals(
+      {{"a format without groups", "12 34 mm", KELMO_INVALID_TEXT,
+        "column 3: error: The digits are not grouped in this way: only blanks may stand between "
+        "groups of 3 digits"}},
+      withoutGroups);
 }
 
 TEST(TypedQuantity, RefusesWhatIsNoUnit) {
@@ -202,29 +204,32 @@ TEST(TypedQuantity, RefusesWhatIsNoUnit) {
   lengths.kind = 10;
   CheckRefusals(
       {
-          {"no unit", "12.5", KELMO_INVALID_TEXT, "5: error: A unit is missing"},
+          {"no unit", "12.5", KELMO_INVALID_TEXT, "column 5: error: A unit is missing"},
           {"blanks in place of the unit", "12.5  ", KELMO_INVALID_TEXT,
-           "5: error: A unit is missing"},
+           "column 5: error: A unit is missing"},
           {"an unknown unit", "12.5 furlong", KELMO_UNKNOWN_UNIT,
-           "6: error: The unit is not known: \"furlong\""},
+           "column 6: error: The unit is not known: \"furlong\""},
           {"more than a unit", " 12.5 mm wide ", KELMO_UNKNOWN_UNIT,
-           "7: error: The unit is not known: \"mm wide\""},
+           "column 7: error: The unit is not known: \"mm wide\""},
           {"another kind", "12.5 s", KELMO_DIFFERENT_KINDS,
-           "6: error: The unit is one of another quantity: \"s\" is a unit of time, not of length"},
+           "column 6: error: The unit is one of another quantity: \"s\" is a unit of time, not of "
+           "length"},
           {"a Cyrillic letter", "12 \u043C\u043C", KELMO_AMBIGUOUS_UNIT,
-           "4: error: The unit is ambiguous: \"\u043C\u043C\" only looks like 10003 millimetre "
+           "column 4: error: The unit is ambiguous: \"\u043C\u043C\" only looks like 10003 "
+           "millimetre "
            "(mm): it has letters of another script"},
       },
       NumberFormat(), lengths);
-  CheckRefusals({{"another kind in German", "12,5 s", KELMO_DIFFERENT_KINDS,
-                  "6: error: The unit is one of another quantity: \"s\" is a unit of Zeit, not of "
-                  "L\u00E4nge"}},
-                German(), lengths, {"de"});
+  CheckRefusals(
+      {{"another kind in German", "12,5 s", KELMO_DIFFERENT_KINDS,
+        "column 6: error: The unit is one of another quantity: \"s\" is a unit of Zeit, not of "
+        "L\u00E4nge"}},
+      German(), lengths, {"de"});
   TypedQuantityOptions unknown;
   unknown.kind = 777;
   CheckRefusals(
       {{"a kind that is not there", "1 m", KELMO_DIFFERENT_KINDS,
-        "3: error: The unit is one of another quantity: \"m\" is a unit of length, not of "
+        "column 3: error: The unit is one of another quantity: \"m\" is a unit of length, not of "
         "kind 777"}},
       NumberFormat(), unknown);
 }
