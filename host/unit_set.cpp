@@ -368,7 +368,8 @@ class UnitSet::Search {
 
 FoundUnits UnitSet::FindText(std::string_view text, std::int32_t kind,
                              const LanguageChain& languages) const noexcept {
-  return Search(*this, text, kind, languages).Run();
+  // The empty text would find a unit with the symbol "^", which does not count in texts.
+  return text.empty() ? FoundUnits() : Search(*this, text, kind, languages).Run();
 }
 
 }  // namespace KelmoLibs::Host

@@ -247,6 +247,12 @@ TEST(UnitSet, NamesAtMostEightUnitsOfOneText) {
                 {"the last one", "u", 59, {}, Result::kFound, {59001}}});
 }
 
+TEST(UnitSet, ASymbolOfWhatDoesNotCountIsNotTheEmptyText) {
+  const UnitSet units(CollectUnits("10001\t1\t\t^\tcaret\n"), nullptr);
+  Check(units, {{"no text", "", 0, {}, Result::kNone, {}},
+                {"the symbol", "^", 0, {}, Result::kFound, {10001}}});
+}
+
 TEST(UnitSet, AUnitWithOneTextTwiceIsOne) {
   const UnitSet units(CollectUnits("10001\t1\t\tmetre\tmetre\n"), nullptr);
   Check(units, {{"symbol and name", "metre", 0, {}, Result::kFound, {10001}}});
