@@ -74,7 +74,9 @@ kelmo_status kelmo_units_loader_create(int32_t start, kelmo_units_loader** resul
   }
   return Guard([=]() -> kelmo_status {
     auto made = std::make_unique<kelmo_units_loader>();
+    // not covered, true of `!made->loader.Start(static_cast<UnitStart>(start))`: each file has units
     if (!made->loader.Start(static_cast<UnitStart>(start))) {
+      // not covered: the same
       return KELMO_CANNOT_READ;
     }
     *result = made.release();

@@ -48,22 +48,16 @@ const UnitRow& DifferenceOf(const UnitSet& units, const UnitRow& point) noexcept
 // `right` in the unit in which it is added to `left`. Checks what may be added.
 kelmo_status TakeSummand(const UnitSet& units, const Operands& taken, const kelmo_quantity& right,
                          double& number) noexcept {
-  const UnitRow* target = taken.left;
-  if (taken.left->IsPoint()) {
-    if (taken.right->IsPoint()) {
-      return IsOneKind(*taken.left, *taken.right) ? KELMO_POINT_UNIT : KELMO_DIFFERENT_KINDS;
-    }
-    target = &DifferenceOf(units, *taken.left);
+  if (taken.left->IsPoint() && taken.right->IsPoint()) {
+    return IsOneKind(*taken.left, *taken.right) ? KELMO_POINT_UNIT : KELMO_DIFFERENT_KINDS;
   }
-  if (!IsOneKind(*target, *taken.right)) {
+  const UnitRow& target = taken.left->IsPoint() ? DifferenceOf(units, *taken.left) : *taken.left;
+  if (!IsOneKind(target, *taken.right)) {
     const bool isMirrored =
         taken.right->IsPoint() && KindOf(taken.right->difference) == KindOf(taken.left->code);
     return isMirrored ? KELMO_POINT_UNIT : KELMO_DIFFERENT_KINDS;
   }
-  if (taken.right->IsPoint()) {
-    return KELMO_POINT_UNIT;
-  }
-  number = InLinearUnit(right.number, *taken.right, *target);
+  number = InLinearUnit(right.number, *taken.right, target);
   return KELMO_OK;
 }
 

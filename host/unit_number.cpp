@@ -41,7 +41,7 @@ std::optional<Decimal> SplitDecimal(std::string_view text) noexcept {
     return Decimal();  // whatever its exponent is, which may be too large for an int
   }
   if (i < text.size()) {
-    i += i + 1 < text.size() && text[i + 1] == '+' ? 2 : 1;
+    i += text[i + 1] == '+' ? 2 : 1;  // std::from_chars reads no plus
     int exponent = 0;
     std::from_chars(text.data() + i, text.data() + text.size(), exponent);
     decimal.exponent += exponent;
@@ -91,9 +91,8 @@ std::optional<DoubleDouble> ReadUnitNumber(std::string_view text) noexcept {
     return std::nullopt;
   }
   const DoubleDouble quotient = Quotient(*number, *divisor);
-  const bool isExact = std::isfinite(quotient.high) && std::isfinite(quotient.low);
   const double plain = number->high / divisor->high;
-  if (!isExact) {
+  if (!std::isfinite(quotient.high)) {
     return std::isfinite(plain) ? std::optional(DoubleDouble{plain, 0}) : std::nullopt;
   }
   return quotient;

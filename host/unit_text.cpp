@@ -47,6 +47,7 @@ constexpr std::array<Replacement, 35> kLookalikes = {{
 // What the characters of ASCII become: most texts have no others. None of them becomes a character of
 // kLookalikes.
 constexpr std::array<char32_t, 0x80> MakeAsciiFolds() noexcept {
+  // not covered: the compiler runs it
   std::array<char32_t, 0x80> folds = {};
   for (std::size_t i = 0; i < folds.size(); ++i) {
     folds[i] = static_cast<char32_t>(i);

@@ -11,6 +11,8 @@
 #include <string_view>
 #include <vector>
 
+#include "host/unit_files.h"
+#include "host/unit_set.h"
 #include "tests/support/allocation_probe.h"
 
 namespace {
@@ -328,6 +330,20 @@ TEST_F(FillPlaceholdersTest, FormatsNumbers) {
        "                                                                                  -42"},
       {"by name", "{\u00E4-b_c.9:+}", "+7"},
   });
+}
+
+TEST_F(FillPlaceholdersTest, WritesUnsignedIntegersWithTheirType) {
+  EXPECT_EQ(Fill("{0:d}", {{{}, std::uint64_t{7}}}).text, "7");
+}
+
+// Without languages, the symbol is that of the unit itself.
+TEST_F(FillPlaceholdersTest, WritesQuantitiesWithoutLanguages) {
+  UnitCollection collection;
+  ReadUnitFile("10001\t1\t\tm\tmetre\n", "units", collection, nullptr);
+  ReadUnitNames("de Deutsch\n10001\tM\tMeter\n", "names", collection, nullptr);
+  const UnitSet units(collection, nullptr);
+  const kelmo_quantity quantity = kelmo_quantity_of(2.5, 0.1, 0, 10001);
+  EXPECT_EQ(Fill("{0}", {{{}, QuantityArgument{&units, &quantity}}}).text, "2.5\u00A0m");
 }
 
 TEST_F(FillPlaceholdersTest, IsolatesFilledArguments) {

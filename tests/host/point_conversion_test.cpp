@@ -95,6 +95,16 @@ TEST(PointConversion, GivesTheBitsOfSinglePoints) {
   }
 }
 
+TEST(PointConversion, GivesTheBitsOfSinglePointsForExtremeScales) {
+  Block numbers;
+  numbers.fill(20);
+  for (const UnitRow& scale :
+       {Scale({1e300}, {1}), Scale({1e-300}, {1}), Scale({1}, {1e300}), Scale({1}, {-1e300})}) {
+    ExpectBitsOfSinglePoints(numbers, scale, kCelsius);
+    ExpectBitsOfSinglePoints(numbers, kCelsius, scale);
+  }
+}
+
 TEST(PointConversion, GivesTheBitsOfSinglePointsAtTheEdges) {
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
   constexpr double kNan = std::numeric_limits<double>::quiet_NaN();

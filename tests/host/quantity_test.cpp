@@ -491,6 +491,37 @@ TEST(Quantity, ConvertsPlainNumbers) {
             KELMO_DIFFERENT_KINDS);
   EXPECT_EQ(results[0], 1) << "failures change nothing";
   EXPECT_EQ(ConvertNumbers(Units(), kInch, kMetre, nullptr, 0, nullptr), KELMO_OK);
+  double none = 7;
+  EXPECT_EQ(ConvertNumbers(Units(), kInch, kInch, nullptr, 0, &none), KELMO_OK);
+  EXPECT_EQ(none, 7);
+}
+
+TEST(Quantity, PointsOfTwoKindsHaveNoDifference) {
+  const UnitSet units(CollectUnits("18001\t1\t\tK\t\t19001\n19001\t1\t\tdK\t\n"
+                                   "50001\t1\t\tdate\t\t12001\n12001\t1\t\ts\t\n"),
+                      nullptr);
+  kelmo_quantity result = kUntouched;
+  EXPECT_EQ(Subtract(units, Of(1, 18001), Of(1, 50001), result), KELMO_DIFFERENT_KINDS);
+  EXPECT_EQ(Add(units, Of(1, 18001), Of(1, 50001), result), KELMO_DIFFERENT_KINDS);
+  ExpectSame(result, kUntouched, "both");
+}
+
+TEST(Quantity, ConvertsPartsOfBlocksOfPoints) {
+  for (std::size_t count = 1; count < 40; ++count) {
+    std::vector<double> numbers(count);
+    for (std::size_t i = 0; i < count; ++i) {
+      numbers[i] = 0.1 * static_cast<double>(i) - 1;
+    }
+    std::vector<double> results(count + 1, 99);
+    ASSERT_EQ(ConvertNumbers(Units(), kCelsius, kFahrenheit, numbers.data(), count, results.data()),
+              KELMO_OK);
+    for (std::size_t i = 0; i < count; ++i) {
+      double single = 0;
+      ASSERT_EQ(ConvertNumbers(Units(), kCelsius, kFahrenheit, &numbers[i], 1, &single), KELMO_OK);
+      EXPECT_PRED_FORMAT2(SameBits, results[i], single) << i << " of " << count;
+    }
+    EXPECT_EQ(results[count], 99) << count;
+  }
 }
 
 }  // namespace

@@ -254,6 +254,11 @@ TEST(FourFields, TellWhatIsDropped) {
   Check(ReadFourFields, RowsOf,
         {
             {"three words", "10001 1 m", {}, {kFewer}},
+            {"control characters between words",
+             "10001\x7F"
+             "1\x1Fm",
+             {},
+             {kFewer}},
             {"a comment in place of the name", "10001 1 m // metre", {}, {kFewer}},
             {"five words",
              "20001\t1\tm2\tsquare meter",

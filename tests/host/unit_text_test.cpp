@@ -86,6 +86,8 @@ const Row kRows[] = {
     {"a zero", "m", std::string("m\0", 2), Match::kNot},
     {"a zero in front", "m", std::string("\0m", 2), Match::kNot},
     {"four bytes", "\U0001F600", "\U0001F600", Match::kExact},
+    {"more bytes than a character has", "\xF0\x90\x80\x80\x80", "\xF0\x90\x80\x80\x81",
+     Match::kNot},
     {"four other bytes", "\U0001F600", "\U0001F601", Match::kNot},
 };
 
