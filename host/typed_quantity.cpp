@@ -47,13 +47,12 @@ std::string DescribeNumber(NumberFault fault, std::string_view rest,
   switch (fault) {
     case NumberFault::kDecimalMark:
       return "it is " + Quoted(format.decimalMark);
-    case NumberFault::kGroups: {
-      const std::string size = std::to_string(format.groupSize);
+    case NumberFault::kGroups:
       return format.groupSize == 0
                  ? "only blanks may stand between groups of 3 digits"
                  : "blanks or " + Quoted(format.groupMark) + " may stand in front of the last " +
-                       size + " digits before the decimal mark " + Quoted(format.decimalMark);
-    }
+                       std::to_string(format.groupSize) + " digits before the decimal mark " +
+                       Quoted(format.decimalMark);
     case NumberFault::kRange:
     case NumberFault::kTooLong:
       return {};

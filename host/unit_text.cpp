@@ -46,22 +46,24 @@ constexpr std::array<Replacement, 35> kLookalikes = {{
 
 // What the characters of ASCII become: most texts have no others. None of them becomes a character of
 // kLookalikes.
-constexpr std::array<char32_t, 0x80> MakeAsciiFolds() noexcept {
+struct AsciiFolds {
   // not covered: the compiler runs it
-  std::array<char32_t, 0x80> folds = {};
-  for (std::size_t i = 0; i < folds.size(); ++i) {
-    folds[i] = static_cast<char32_t>(i);
-  }
-  for (const Replacement& replacement : kTyped) {
-    if (replacement.from < folds.size()) {
-      folds[replacement.from] = replacement.to;
+  constexpr AsciiFolds() noexcept {
+    for (std::size_t i = 0; i < of.size(); ++i) {
+      of[i] = static_cast<char32_t>(i);
     }
+    for (const Replacement& replacement : kTyped) {
+      if (replacement.from < of.size()) {
+        of[replacement.from] = replacement.to;
+      }
+    }
+    of[U'\t'] = U' ';
   }
-  folds[U'\t'] = U' ';
-  return folds;
-}
 
-constexpr std::array<char32_t, 0x80> kAsciiFolds = MakeAsciiFolds();
+  std::array<char32_t, 0x80> of = {};
+};
+
+constexpr AsciiFolds kAsciiFolds;
 
 template <std::size_t size>
 char32_t Replace(char32_t character, const std::array<Replacement, size>& table) noexcept {
@@ -114,8 +116,8 @@ class Characters {
     if (match_ == UnitTextMatch::kExact) {
       return character == U'\t' ? U' ' : character;
     }
-    if (character < kAsciiFolds.size()) {
-      return kAsciiFolds[character];
+    if (character < kAsciiFolds.of.size()) {
+      return kAsciiFolds.of[character];
     }
     const char32_t typed = Replace(character, kTyped);
     return match_ == UnitTextMatch::kLooks ? Replace(typed, kLookalikes) : typed;
