@@ -110,9 +110,11 @@ void AddMissingKinds(std::vector<UnitRow>& rows) {
 
 }  // namespace
 
-UnitSet::UnitSet(const UnitCollection& collection, ProblemList* problems) {
-  ProblemList told;
-  rows_ = CheckedRows(collection.Rows(), told);
+UnitSet::UnitSet(const UnitCollection& collection, ProblemList* problems)
+    : UnitSet(collection, ProblemList(), problems) {}
+
+UnitSet::UnitSet(const UnitCollection& collection, ProblemList told, ProblemList* problems)
+    : rows_(CheckedRows(collection.Rows(), told)) {
   AddMissingKinds(rows_);
   MakeKinds();
   MakeSlots();

@@ -123,6 +123,9 @@ class UnitSet {
 
   class Search;
 
+  // `told`: an empty list.
+  UnitSet(const UnitCollection& collection, ProblemList told, ProblemList* problems);
+
   std::uint32_t SlotOf(std::int32_t code) const noexcept {
     return (static_cast<std::uint32_t>(code) * 2654435769U) >> shift_;
   }

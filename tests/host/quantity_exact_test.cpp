@@ -223,7 +223,9 @@ TEST(QuantityExact, OrderIsThatOfTheBaseNumbersRoundedOnce) {
       ASSERT_EQ(BaseNumber(quantity.number, unit), bases[side]);
       ASSERT_EQ(HashOf(table.units, quantity, hashes[side]), KELMO_OK);
     }
-    const std::int32_t expected = bases[0] < bases[1] ? -1 : bases[0] > bases[1] ? 1 : 0;
+    const double first = bases[0];
+    const double second = bases[1];
+    const std::int32_t expected = (first > second ? 1 : 0) - (first < second ? 1 : 0);
     std::int32_t result = 99;
     ASSERT_EQ(Compare(table.units, left, right, result), KELMO_OK);
     ASSERT_EQ(result, expected);
