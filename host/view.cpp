@@ -28,6 +28,16 @@ void KeepMarks(Cldr::NumberFormat& format, std::string& marks) {
   }
 }
 
+// A view without texts still serves units: what users type must not be read as English numbers.
+void UseFormatOf(const std::vector<std::string>& ids, Cldr::NumberFormat& numbers) {
+  for (const std::string& id : ids) {
+    if (const Cldr::NumberFormat* const format = Cldr::FindNumberFormat(id)) {
+      numbers = *format;
+      return;
+    }
+  }
+}
+
 }  // namespace
 
 View::View(const TextCollection& texts, const ViewOptions& options, ProblemList* problems)
@@ -49,6 +59,8 @@ View::View(const TextCollection& texts, const ViewOptions& options, ProblemList*
   } else if (first_ != nullptr) {
     const Cldr::NumberFormat* const format = Cldr::FindNumberFormat(first_->Id());
     numbers_ = format != nullptr ? *format : numbers_;
+  } else {
+    UseFormatOf(ids_, numbers_);
   }
   if (options.problemLimit != 0) {
     record_ = std::make_unique<ProblemRecord>(options.problemLimit);

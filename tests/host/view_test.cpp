@@ -53,6 +53,21 @@ TEST(View, FindsTheFirstLanguageOfItsChain) {
   }
 }
 
+TEST(View, WithoutTextsHasTheNumbersOfItsFirstKnownId) {
+  struct Case {
+    std::vector<std::string_view> chain;
+    const char* decimalMark;
+  };
+  const TextCollection none;
+  for (const Case& row : std::vector<Case>{{{"de"}, ","},
+                                           {{"xx", "fr", "en"}, ","},
+                                           {{"en", "de"}, "."},
+                                           {{"xx"}, "."},
+                                           {{}, "."}}) {
+    EXPECT_EQ(View(none, ViewOf(row.chain), nullptr).Numbers().decimalMark, row.decimalMark);
+  }
+}
+
 TEST(View, LeavesOutLanguagesThatTheTextsLack) {
   const TextCollection texts = LoadTexts({"de\nok Gut\n"});
   ProblemList problems;
