@@ -6,7 +6,6 @@
 #include <map>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "host/unit_row.h"
@@ -39,7 +38,7 @@ class UnitCollection {
 
  private:
   std::vector<UnitRow> rows_;
-  std::unordered_map<std::int32_t, std::size_t> indexes_;  // in rows_, by code
+  std::map<std::int32_t, std::size_t> indexes_;  // in rows_, by code
   std::vector<LanguageUnits> languages_;
 };
 

@@ -19,6 +19,24 @@ std::uint32_t ColumnOf(std::string_view line, std::size_t offset) noexcept {
   return static_cast<std::uint32_t>(Localize::CountWellFormed(line.substr(0, offset))) + 1;
 }
 
+// The columns of rising offsets. Counting each from the start would take a long line hours.
+class ColumnCounter {
+ public:
+  explicit ColumnCounter(std::string_view line) noexcept : line_(line) {}
+
+  std::uint32_t At(std::size_t offset) noexcept {
+    column_ += static_cast<std::uint32_t>(
+        Localize::CountWellFormed(line_.substr(offset_, offset - offset_)));
+    offset_ = offset;
+    return column_;
+  }
+
+ private:
+  std::string_view line_;
+  std::size_t offset_ = 0;
+  std::uint32_t column_ = 1;
+};
+
 }  // namespace
 
 UnitLines::UnitLines(std::string_view bytes, std::string_view fileName,
@@ -47,8 +65,13 @@ std::optional<std::string_view> UnitLines::Take() noexcept {
   const std::size_t end = rest_.find('\n');
   std::string_view line = rest_.substr(0, end);
   rest_.remove_prefix(std::min(line.size() + 1, rest_.size()));
-  if (!line.empty() && line.back() == '\r') {
+  while (!line.empty() && line.back() == '\r') {  // the first library exports two in each line
     line.remove_suffix(1);
+  }
+  if (const std::size_t carriageReturn = line.find('\r');
+      carriageReturn != std::string_view::npos) {
+    TellFault("a CR without an LF ends no line", ColumnOf(line, carriageReturn));
+    return std::nullopt;
   }
   const std::size_t valid = Localize::WellFormedUtf8Length(line);
   if (valid == line.size()) {
@@ -84,6 +107,7 @@ bool UnitLines::IsNew(std::int32_t code) {
 
 std::vector<UnitField> SplitAtTabs(std::string_view line) {
   std::vector<UnitField> fields;
+  ColumnCounter columns(line);
   std::size_t start = 0;
   for (;;) {
     const std::size_t end = std::min(line.find('\t', start), line.size());
@@ -95,7 +119,7 @@ std::vector<UnitField> SplitAtTabs(std::string_view line) {
     while (first < last && line[last - 1] == ' ') {
       --last;
     }
-    fields.push_back({line.substr(first, last - first), ColumnOf(line, first)});
+    fields.push_back({line.substr(first, last - first), columns.At(first)});
     if (end == line.size()) {
       return fields;
     }
@@ -105,13 +129,14 @@ std::vector<UnitField> SplitAtTabs(std::string_view line) {
 
 std::vector<UnitField> SplitIntoWords(std::string_view line) {
   std::vector<UnitField> words;
+  ColumnCounter columns(line);
   const char* const end = line.data() + line.size();
   const char* start = std::find_if_not(line.data(), end, SeparatesWords);
   while (start != end) {
     const char* const wordEnd = std::find_if(start, end, SeparatesWords);
     const auto offset = static_cast<std::size_t>(start - line.data());
     words.push_back(
-        {line.substr(offset, static_cast<std::size_t>(wordEnd - start)), ColumnOf(line, offset)});
+        {line.substr(offset, static_cast<std::size_t>(wordEnd - start)), columns.At(offset)});
     start = std::find_if_not(wordEnd, end, SeparatesWords);
   }
   return words;

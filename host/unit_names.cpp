@@ -16,7 +16,7 @@ std::vector<UnitField> Split(std::string_view line) {
   fields.erase(std::remove_if(fields.begin(), fields.end(),
                               [](const UnitField& field) { return field.text.empty(); }),
                fields.end());
-  if (fields.size() >= kFields) {
+  if (std::count(line.begin(), line.end(), '\t') >= 2) {
     return fields;
   }
   std::vector<UnitField> words = SplitIntoWords(line);
@@ -65,7 +65,7 @@ void ReadUnitNames(std::string_view bytes, std::string_view fileName, UnitCollec
   UnitLines lines(bytes, fileName, problems);
   const auto header = lines.First();
   const auto words = SplitIntoWords(WithoutComment(header.value_or(std::string_view())));
-  if (words.empty()) {
+  if (words.empty() || words[0].text.front() == '#' || ReadCode(words[0].text)) {
     lines.TellFault("the first line has no id of a language: nothing is read");
     return;
   }

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <utility>
 
 #include "host/typed_blanks.h"
 #include "kelmo/kelmo.h"
@@ -12,10 +14,20 @@ namespace {
 
 constexpr std::string_view kMinus = "\u2212";
 
+// The digits 0 of scripts in which people write numbers, and the last ones; they have as many bytes.
+constexpr std::pair<std::string_view, std::string_view> kDigits[] = {
+    {"\u0660", "\u0669"}, {"\u06F0", "\u06F9"}, {"\u0966", "\u096F"},
+    {"\u09E6", "\u09EF"}, {"\u0E50", "\u0E59"}, {"\uFF10", "\uFF19"}};
+
 bool BeginsNumber(std::string_view text) noexcept {
   constexpr std::string_view kOfNumbers = "+-.,0123456789";
+  const auto isFirst = [text](const auto& digits) {
+    const std::string_view first = text.substr(0, digits.first.size());
+    return first >= digits.first && first <= digits.second;
+  };
   return kOfNumbers.find(text.front()) != std::string_view::npos ||
-         text.substr(0, kMinus.size()) == kMinus;
+         text.substr(0, kMinus.size()) == kMinus ||
+         std::any_of(std::begin(kDigits), std::end(kDigits), isFirst);
 }
 
 bool IsControl(char c) noexcept { return static_cast<unsigned char>(c) < 0x20 || c == '\x7F'; }
