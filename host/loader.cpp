@@ -30,7 +30,7 @@ bool IsLeftOut(const std::string& path, SystemError error, const ReadingOptions&
   if (options.isOptional && !path.empty() && Localize::IsNothingThere(path, error)) {
     return true;
   }
-  TellUnreadable(path, Localize::DescribeError(error), problems);
+  TellUnreadable(ProblemCode::kCannotRead, path, Localize::DescribeError(error), problems);
   return false;
 }
 
@@ -50,7 +50,7 @@ void TellEmptyFolder(const std::string& path, ProblemList* problems) {
 
 bool Loader::AddFile(const std::string& path, const ReadingOptions& options,
                      ProblemList* problems) {
-  if (HasZero(path, problems)) {
+  if (HasZero(ProblemCode::kCannotRead, path, problems)) {
     return false;
   }
   FileBytes bytes;
@@ -63,7 +63,7 @@ bool Loader::AddFile(const std::string& path, const ReadingOptions& options,
 
 bool Loader::AddFolder(const std::string& path, const ReadingOptions& options,
                        ProblemList* problems) {
-  if (HasZero(path, problems)) {
+  if (HasZero(ProblemCode::kCannotRead, path, problems)) {
     return false;
   }
   std::vector<std::string> names;
@@ -80,7 +80,7 @@ bool Loader::AddFolder(const std::string& path, const ReadingOptions& options,
   bool isWhole = true;
   for (const std::string& name : names) {
     if (!Localize::IsUtf8(name)) {  // no problem could name the file
-      TellUnreadable(path, "the name of a file is not UTF-8", problems);
+      TellUnreadable(ProblemCode::kCannotRead, path, "the name of a file is not UTF-8", problems);
       isWhole = false;
     } else {
       isWhole = AddFile(Localize::JoinNative(path, name), options, problems) && isWhole;

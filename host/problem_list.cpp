@@ -98,6 +98,8 @@ std::string_view SentenceOf(ProblemCode code) noexcept {
       return "A unit of points is dropped";
     case ProblemCode::kNameOfNoUnit:
       return "A name belongs to no unit";
+    case ProblemCode::kCannotReadUnits:
+      return "The file of units cannot be read";
     case ProblemCode::kNoNumber:
       return "A number is missing";
     case ProblemCode::kDecimalMark:

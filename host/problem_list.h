@@ -32,6 +32,7 @@ enum class ProblemCode : std::int32_t {
   kUnitNoFactor = 224,
   kUnitDifference = 225,
   kNameOfNoUnit = 226,
+  kCannotReadUnits = 227,
   kNoNumber = 231,
   kDecimalMark = 232,
   kGroups = 233,

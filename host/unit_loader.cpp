@@ -45,12 +45,12 @@ bool UnitLoader::Add(UnitRow row, ProblemList* problems) {
 }
 
 bool UnitLoader::AddFile(const std::string& path, UnitFileFormat format, ProblemList* problems) {
-  if (HasZero(path, problems)) {
+  if (HasZero(ProblemCode::kCannotReadUnits, path, problems)) {
     return false;
   }
   Localize::FileBytes bytes;
   if (const Localize::SystemError error = Localize::ReadFileAt(path, bytes); !error.IsNone()) {
-    TellUnreadable(path, Localize::DescribeError(error), problems);
+    TellUnreadable(ProblemCode::kCannotReadUnits, path, Localize::DescribeError(error), problems);
     return false;
   }
   AddMemory(bytes.View(), path, format, problems);

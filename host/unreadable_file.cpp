@@ -4,11 +4,12 @@
 
 namespace KelmoLibs::Host {
 
-void TellUnreadable(const std::string& path, std::string detail, ProblemList* problems) {
+void TellUnreadable(ProblemCode code, const std::string& path, std::string detail,
+                    ProblemList* problems) {
   if (problems != nullptr) {
     problems->Append([&] {
       Problem problem;
-      problem.code = ProblemCode::kCannotRead;
+      problem.code = code;
       problem.severity = ProblemSeverity::kError;
       problem.file = path;
       problem.detail = std::move(detail);
@@ -17,11 +18,11 @@ void TellUnreadable(const std::string& path, std::string detail, ProblemList* pr
   }
 }
 
-bool HasZero(const std::string& path, ProblemList* problems) {
+bool HasZero(ProblemCode code, const std::string& path, ProblemList* problems) {
   if (path.find('\0') == std::string::npos) {
     return false;
   }
-  TellUnreadable(path, "the path has a zero in it", problems);
+  TellUnreadable(code, path, "the path has a zero in it", problems);
   return true;
 }
 

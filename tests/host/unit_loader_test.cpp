@@ -128,7 +128,7 @@ TEST(UnitLoader, TellsFilesThatCannotBeRead) {
     EXPECT_FALSE(loader.AddFile(path, UnitFileFormat::kUnits, &problems)) << path;
     EXPECT_FALSE(loader.AddFile(path, UnitFileFormat::kNames, nullptr)) << path;
   }
-  constexpr const char* kSentence = ": error: EL111. Dictionary file not found: ";
+  constexpr const char* kSentence = ": error: The file of units cannot be read: ";
   EXPECT_EQ(Printed(problems),
             (Lines{missing + kSentence + reasonOf(missing), top + kSentence + reasonOf(top),
                    missing + "\\x00x" + kSentence + "the path has a zero in it"}));
