@@ -61,7 +61,7 @@ kelmo_status TakeSummand(const UnitSet& units, const Operands& taken, const kelm
   return KELMO_OK;
 }
 
-// The product of a linear quantity and something.
+// KELMO_POINT_UNIT for all points.
 kelmo_status TakeLinear(const UnitSet& units, const kelmo_quantity& quantity) noexcept {
   const UnitRow* unit = nullptr;
   const kelmo_status status = TakeUnit(units, quantity, unit);
@@ -143,16 +143,21 @@ void ConvertRun(const kelmo_quantity* run, std::size_t length, const UnitRow& fr
 
 }  // namespace
 
-kelmo_status TakeUnit(const UnitSet& units, const kelmo_quantity& quantity,
-                      const UnitRow*& unit) noexcept {
+kelmo_status FindUnitOf(const UnitSet& units, const kelmo_quantity& quantity,
+                        const UnitRow*& unit) noexcept {
   if (quantity.reserved != 0) {
     return KELMO_INVALID_ARGUMENT;
   }
   unit = units.Find(quantity.code);
-  if (unit == nullptr) {
-    return KELMO_UNKNOWN_UNIT;
-  }
-  return unit->IsPoint() && quantity.relative_tolerance != 0 ? KELMO_POINT_UNIT : KELMO_OK;
+  return unit != nullptr ? KELMO_OK : KELMO_UNKNOWN_UNIT;
+}
+
+kelmo_status TakeUnit(const UnitSet& units, const kelmo_quantity& quantity,
+                      const UnitRow*& unit) noexcept {
+  const kelmo_status status = FindUnitOf(units, quantity, unit);
+  return status == KELMO_OK && unit->IsPoint() && quantity.relative_tolerance != 0
+             ? kelmo_status{KELMO_POINT_UNIT}
+             : status;
 }
 
 double BaseNumber(double number, const UnitRow& unit) noexcept {
@@ -247,7 +252,8 @@ kelmo_status SumOf(const UnitSet& units, const kelmo_quantity* quantities, std::
 kelmo_status Compare(const UnitSet& units, const kelmo_quantity& left, const kelmo_quantity& right,
                      std::int32_t& result) noexcept {
   Operands taken;
-  const kelmo_status status = TakeUnits(units, left, right, taken);
+  kelmo_status status = FindUnitOf(units, left, taken.left);
+  status = status == KELMO_OK ? FindUnitOf(units, right, taken.right) : status;
   if (status != KELMO_OK) {
     return status;
   }
@@ -267,7 +273,7 @@ kelmo_status Compare(const UnitSet& units, const kelmo_quantity& left, const kel
 kelmo_status HashOf(const UnitSet& units, const kelmo_quantity& quantity,
                     std::uint64_t& result) noexcept {
   const UnitRow* unit = nullptr;
-  const kelmo_status status = TakeUnit(units, quantity, unit);
+  const kelmo_status status = FindUnitOf(units, quantity, unit);
   if (status != KELMO_OK) {
     return status;
   }

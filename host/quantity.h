@@ -32,8 +32,12 @@ kelmo_status Convert(const UnitSet& units, const kelmo_quantity* quantities, std
 kelmo_status ConvertNumbers(const UnitSet& units, std::int32_t from, std::int32_t to,
                             const double* numbers, std::size_t count, double* results) noexcept;
 
-/// Finds the unit of a quantity, and checks the quantity: KELMO_OK, KELMO_INVALID_ARGUMENT,
-/// KELMO_UNKNOWN_UNIT, or KELMO_POINT_UNIT for a point with a relative tolerance.
+/// Finds the unit of a quantity, and checks all but its tolerances: KELMO_OK, KELMO_INVALID_ARGUMENT or
+/// KELMO_UNKNOWN_UNIT.
+kelmo_status FindUnitOf(const UnitSet& units, const kelmo_quantity& quantity,
+                        const UnitRow*& unit) noexcept;
+
+/// The same, and KELMO_POINT_UNIT for a point with a relative tolerance.
 kelmo_status TakeUnit(const UnitSet& units, const kelmo_quantity& quantity,
                       const UnitRow*& unit) noexcept;
 

@@ -48,43 +48,60 @@ std::map<std::int32_t, bool> PointKinds(const std::vector<UnitRow>& rows) {
   return isOfPoints;
 }
 
-// The rows that stay. Tells the others.
-std::vector<UnitRow> CheckedRows(const std::vector<UnitRow>& rows, ProblemList& told) {
-  const std::map<std::int32_t, bool> isOfPoints = PointKinds(rows);
-  const auto fitsKind = [&isOfPoints](const UnitRow& row) {
-    return row.IsKind() || isOfPoints.at(KindOf(row.code)) == row.IsPoint();
-  };
-  std::map<std::int32_t, const UnitRow*> byCode;
-  std::map<std::int32_t, std::int32_t> differenceKinds;  // by the kind of the points
-  for (const UnitRow& row : rows) {
-    if (fitsKind(row)) {
-      byCode.emplace(row.code, &row);
+// Checks the rows of units against each other.
+class RowChecker {
+ public:
+  explicit RowChecker(const std::vector<UnitRow>& rows) : isOfPoints_(PointKinds(rows)) {
+    for (const UnitRow& row : rows) {
+      if (FitsKind(row)) {
+        byCode_.emplace(row.code, &row);
+      }
     }
   }
+
+  // Why a row cannot stay; null if it can. Rows are checked in their order.
+  const char* FaultOf(const UnitRow& row) {
+    if (!FitsKind(row)) {
+      return row.IsPoint() ? "the first unit of its kind is not one of points"
+                           : "the first unit of its kind is one of points";
+    }
+    if (!row.IsPoint()) {
+      return nullptr;
+    }
+    const auto found = byCode_.find(row.difference);
+    const char* const fault =
+        FaultOfDifference(row, found != byCode_.end() ? found->second : nullptr);
+    if (fault != nullptr) {
+      return fault;
+    }
+    const std::int32_t kind = KindOf(row.difference);
+    return differenceKinds_.emplace(KindOf(row.code), kind).first->second != kind
+               ? "other units of its kind have differences of another kind"
+               : nullptr;
+  }
+
+ private:
+  bool FitsKind(const UnitRow& row) const {
+    return row.IsKind() || isOfPoints_.at(KindOf(row.code)) == row.IsPoint();
+  }
+
+  std::map<std::int32_t, bool> isOfPoints_;
+  std::map<std::int32_t, const UnitRow*> byCode_;
+  std::map<std::int32_t, std::int32_t> differenceKinds_;  // by the kind of the points
+};
+
+// The rows that stay. Tells the others.
+std::vector<UnitRow> CheckedRows(const std::vector<UnitRow>& rows, ProblemList& told) {
+  RowChecker checker(rows);
   std::vector<UnitRow> checked;
   checked.reserve(rows.size());
   for (const UnitRow& row : rows) {
-    if (!fitsKind(row)) {
+    if (const char* const fault = checker.FaultOf(row)) {
       TellAbout(row, row.IsPoint() ? ProblemCode::kUnitDifference : ProblemCode::kUnit,
-                ProblemSeverity::kError,
-                row.IsPoint() ? "the first unit of its kind is not one of points"
-                              : "the first unit of its kind is one of points",
-                told);
+                ProblemSeverity::kError, fault, told);
       continue;
     }
-    if (row.IsPoint()) {
-      const auto found = byCode.find(row.difference);
-      const char* fault = FaultOfDifference(row, found != byCode.end() ? found->second : nullptr);
-      const std::int32_t kind = KindOf(row.difference);
-      if (fault == nullptr &&
-          differenceKinds.emplace(KindOf(row.code), kind).first->second != kind) {
-        fault = "other units of its kind have differences of another kind";
-      }
-      if (fault != nullptr) {
-        TellAbout(row, ProblemCode::kUnitDifference, ProblemSeverity::kError, fault, told);
-        continue;
-      }
-    } else if (!row.IsKind() && row.factor.high == 0) {
+    if (!row.IsKind() && row.factor.high == 0) {
       TellAbout(row, ProblemCode::kUnitNoFactor, ProblemSeverity::kWarning, row.symbol, told);
     }
     checked.push_back(row);
