@@ -5,6 +5,7 @@
 #include <array>
 #include <atomic>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <memory>
 #include <string_view>
@@ -122,6 +123,11 @@ inline kelmo_string Give(std::string_view text) noexcept { return {text.data(), 
 /// The languages of a view; none if there is no view.
 inline const LanguageChain& LanguagesOf(const kelmo_view* view) noexcept {
   return view != nullptr ? view->view.Ids() : kNoLanguages;
+}
+
+/// Whether a kind that a search is limited to exists. 0: it is not limited.
+inline bool IsKnownKind(const UnitSet& units, std::int32_t kind) noexcept {
+  return kind == 0 || units.FindKind(kind) != nullptr;
 }
 
 inline ProblemList* ListOf(kelmo_problems* problems) noexcept {

@@ -11,10 +11,10 @@
 #include "host/text_sink.h"
 #include "host/typed_quantity.h"
 #include "kelmo/kelmo.h"
-#include "text/utf8_characters.h"
 
 using KelmoLibs::Cldr::NumberFormat;
 using KelmoLibs::Host::GiveSize;
+using KelmoLibs::Host::IsKnownKind;
 using KelmoLibs::Host::IsString;
 using KelmoLibs::Host::LanguagesOf;
 using KelmoLibs::Host::ListOf;
@@ -113,7 +113,8 @@ kelmo_status kelmo_quantity_print(const kelmo_units* units, const kelmo_view* vi
                                   const kelmo_quantity* quantity,
                                   const kelmo_print_options* options, char* buffer, size_t capacity,
                                   size_t* needed) {
-  constexpr std::uint32_t kFlags = KELMO_PRINT_NAME | KELMO_PRINT_NUMBER | KELMO_PRINT_ALL_DIGITS;
+  constexpr std::uint32_t kFlags =
+      KELMO_PRINT_NAME | KELMO_PRINT_NUMBER | KELMO_PRINT_ALL_DIGITS | KELMO_PRINT_FINE;
   kelmo_print_options known = {};
   if (units == nullptr || quantity == nullptr || !Take(options, known) ||
       (known.flags & ~kFlags) != 0 || (buffer == nullptr && capacity != 0)) {
@@ -127,6 +128,7 @@ kelmo_status kelmo_quantity_print(const kelmo_units* units, const kelmo_view* vi
   QuantityStyle style;
   style.hasName = (known.flags & KELMO_PRINT_NAME) != 0;
   style.isNumber = (known.flags & KELMO_PRINT_NUMBER) != 0;
+  style.isFine = (known.flags & KELMO_PRINT_FINE) != 0;
   style.hasAllDigits = (known.flags & KELMO_PRINT_ALL_DIGITS) != 0;
   TextSink sink(buffer, capacity);
   status =
@@ -151,7 +153,8 @@ kelmo_status kelmo_quantity_read(const kelmo_units* units, const kelmo_view* vie
     return status;
   }
   TypedQuantityOptions taken;
-  taken.kind = known.kind;
+  taken.kind =
+      known.kind != 0 || known.code == 0 ? known.kind : KelmoLibs::Host::KindOf(known.code);
   taken.absoluteTolerance = known.absolute_tolerance;
   taken.relativeTolerance = known.relative_tolerance;
   if (known.code != 0) {
@@ -163,12 +166,11 @@ kelmo_status kelmo_quantity_read(const kelmo_units* units, const kelmo_view* vie
       return KELMO_DIFFERENT_KINDS;
     }
   }
-  const std::string_view typed = StringOf(text, text_size);
-  if (!KelmoLibs::Localize::IsUtf8(typed)) {
-    return KELMO_INVALID_UTF8;
+  if (!IsKnownKind(units->set, taken.kind) || !KelmoLibs::Host::CanBeRead(format)) {
+    return KELMO_INVALID_ARGUMENT;
   }
-  return KelmoLibs::Host::ReadQuantity(units->set, LanguagesOf(view), typed, taken, format, *result,
-                                       ListOf(problems));
+  return KelmoLibs::Host::ReadQuantity(units->set, LanguagesOf(view), StringOf(text, text_size),
+                                       taken, format, *result, ListOf(problems));
 }
 
 // NOLINTEND(readability-identifier-naming)

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "host/c_arguments.h"
 #include "host/c_objects.h"
@@ -17,6 +18,7 @@
 using KelmoLibs::Host::Destroy;
 using KelmoLibs::Host::Give;
 using KelmoLibs::Host::Guard;
+using KelmoLibs::Host::IsKnownKind;
 using KelmoLibs::Host::IsLargeEnough;
 using KelmoLibs::Host::IsString;
 using KelmoLibs::Host::LanguagesOf;
@@ -190,7 +192,8 @@ kelmo_status kelmo_units_find(const kelmo_units* units, const kelmo_view* view, 
 kelmo_status kelmo_units_find_text(const kelmo_units* units, const kelmo_view* view, int32_t kind,
                                    const char* text, size_t text_size, kelmo_unit* result,
                                    kelmo_problems* problems) {
-  if (units == nullptr || !IsString(text, text_size) || !IsLargeEnough(result)) {
+  if (units == nullptr || !IsString(text, text_size) || !IsLargeEnough(result) ||
+      !IsKnownKind(units->set, kind)) {
     return KELMO_INVALID_ARGUMENT;
   }
   const std::string_view wanted = StringOf(text, text_size);

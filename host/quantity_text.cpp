@@ -1,5 +1,7 @@
 #include "host/quantity_text.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <string_view>
@@ -26,14 +28,26 @@ constexpr double kNoInteger = std::numeric_limits<double>::quiet_NaN();
 // Above it, and below its reciprocal, the scale of the first library overflows.
 constexpr double kLargestTolerance = 1e9;
 
+// The largest power of ten that is not above a tolerance, which a conversion may have rounded; 0 if
+// there is none in the scale.
+double PowerOfTenBelow(double tolerance) noexcept {
+  constexpr std::array<double, 19> kScale = {1e9,  1e8,  1e7,  1e6,  1e5,  1e4,  1e3,
+                                             1e2,  1e1,  1e0,  1e-1, 1e-2, 1e-3, 1e-4,
+                                             1e-5, 1e-6, 1e-7, 1e-8, 1e-9};
+  constexpr double kRounding = 1 + 1e-12;
+  const auto* const found = std::find_if(
+      kScale.begin(), kScale.end(), [=](double power) { return power <= tolerance * kRounding; });
+  return found != kScale.end() ? *found : 0;
+}
+
 // Rounds as the first library does, where its loops end and its scale does not overflow.
-kelmo_status Round(const kelmo_quantity& quantity, Digits& result) noexcept {
+kelmo_status Round(const kelmo_quantity& quantity, bool isFine, Digits& result) noexcept {
   if (!std::isfinite(quantity.number)) {
     result = {quantity.number, kShortest, kNoInteger};
     return KELMO_OK;
   }
-  const double tolerance =
-      quantity.relative_tolerance * quantity.number + quantity.absolute_tolerance;
+  const double given = quantity.relative_tolerance * quantity.number + quantity.absolute_tolerance;
+  const double tolerance = isFine && given <= kLargestTolerance ? PowerOfTenBelow(given) : given;
   if (!(tolerance > 0 && tolerance <= kLargestTolerance)) {
     return KELMO_CANNOT_ROUND;
   }
@@ -85,7 +99,7 @@ kelmo_status WriteQuantity(const UnitSet& units, const LanguageChain& languages,
   }
   Digits digits = {quantity.number, kShortest, kNoInteger};
   if (style.spec == nullptr) {
-    const kelmo_status status = Round(quantity, digits);
+    const kelmo_status status = Round(quantity, style.isFine, digits);
     if (status != KELMO_OK && !style.hasAllDigits) {
       return status;
     }
@@ -100,7 +114,7 @@ kelmo_status RoundQuantity(const UnitSet& units, const kelmo_quantity& quantity,
   const UnitRow* unit = nullptr;
   kelmo_status status = TakeUnit(units, quantity, unit);
   Digits digits = {};
-  status = status == KELMO_OK ? Round(quantity, digits) : status;
+  status = status == KELMO_OK ? Round(quantity, false, digits) : status;
   if (status == KELMO_OK) {
     result = digits.number;
   }

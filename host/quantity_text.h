@@ -12,6 +12,7 @@ namespace KelmoLibs::Host {
 struct QuantityStyle {
   bool hasName = false;              // the name of the unit in place of its symbol
   bool isNumber = false;             // neither symbol nor name
+  bool isFine = false;               // rounds by the power of ten at or below the tolerance
   bool hasAllDigits = false;         // where the tolerance justifies no number of digits
   const NumberSpec* spec = nullptr;  // the digits are those that it says
 };

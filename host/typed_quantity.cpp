@@ -5,6 +5,7 @@
 
 #include "host/typed_blanks.h"
 #include "host/typed_number.h"
+#include "text/ascii_digit.h"
 #include "text/utf8_characters.h"
 
 namespace KelmoLibs::Host {
@@ -32,10 +33,25 @@ std::uint32_t ColumnOf(std::string_view text, std::size_t offset) noexcept {
   return static_cast<std::uint32_t>(Localize::CountWellFormed(text.substr(0, offset))) + 1;
 }
 
+// Length of a character at the start that nobody sees: a line break, or a mark of direction.
+std::size_t InvisibleLength(std::string_view text) noexcept {
+  if (text.front() == '\n' || text.front() == '\r') {
+    return 1;
+  }
+  for (const std::string_view mark :
+       {"\u061C", "\u200E", "\u200F", "\u2066", "\u2067", "\u2068", "\u2069"}) {
+    if (text.substr(0, mark.size()) == mark) {
+      return mark.size();
+    }
+  }
+  return BlankLength(text);
+}
+
+// A text from the clipboard may end with a line break, and one from a view with a mark of direction.
 std::string_view WithoutBlanksAtEnd(std::string_view text) noexcept {
   std::size_t end = 0;
   for (std::size_t i = 0; i < text.size();) {
-    const std::size_t blank = BlankLength(text.substr(i));
+    const std::size_t blank = InvisibleLength(text.substr(i));
     i += blank != 0 ? blank : 1;
     end = blank != 0 ? end : i;
   }
@@ -46,13 +62,15 @@ std::string DescribeNumber(NumberFault fault, std::string_view rest,
                            const Cldr::NumberFormat& format) {
   switch (fault) {
     case NumberFault::kDecimalMark:
-      return "it is " + Quoted(format.decimalMark);
-    case NumberFault::kGroups:
-      return format.groupSize == 0
-                 ? "only blanks may stand between groups of 3 digits"
-                 : "blanks or " + Quoted(format.groupMark) + " may stand in front of the last " +
-                       std::to_string(format.groupSize) + " digits before the decimal mark " +
-                       Quoted(format.decimalMark);
+      return rest.substr(0, format.decimalMark.size()) == format.decimalMark
+                 ? "there are two"
+                 : "it is " + Quoted(format.decimalMark);
+    case NumberFault::kGroups: {
+      const bool isBlank = format.groupSize == 0 || BlankLength(format.groupMark) != 0;
+      return "the decimal mark is " + Quoted(format.decimalMark) + ", and " +
+             (isBlank ? "blanks" : "blanks or " + Quoted(format.groupMark)) +
+             " may stand between groups of digits";
+    }
     case NumberFault::kRange:
     case NumberFault::kTooLong:
       return {};
@@ -93,7 +111,18 @@ std::string DescribeSeveral(const UnitSet& units, const LanguageChain& languages
   return detail;
 }
 
+bool IsAsciiLetter(char c) noexcept { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+
+bool IsMark(std::string_view mark) noexcept {
+  return mark.empty() || !(Localize::IsAsciiDigit(mark.front()) || IsAsciiLetter(mark.front()));
+}
+
 }  // namespace
+
+bool CanBeRead(const Cldr::NumberFormat& format) noexcept {
+  return IsMark(format.decimalMark) && IsMark(format.groupMark) &&
+         BlankLength(format.decimalMark) == 0 && format.decimalMark != format.groupMark;
+}
 
 kelmo_status FindUnitByText(const UnitSet& units, const LanguageChain& languages, std::int32_t kind,
                             std::string_view text, std::uint32_t column, const UnitRow*& result,
@@ -132,6 +161,11 @@ kelmo_status ReadQuantity(const UnitSet& units, const LanguageChain& languages,
                           std::string_view text, const TypedQuantityOptions& options,
                           const Cldr::NumberFormat& format, kelmo_quantity& result,
                           ProblemList* problems) noexcept {
+  if (const std::size_t valid = Localize::WellFormedUtf8Length(text); valid != text.size()) {
+    Tell(ProblemCode::kNoNumber, ColumnOf(text, valid), problems,
+         [] { return std::string("the text is not UTF-8"); });
+    return KELMO_INVALID_UTF8;
+  }
   const TypedNumber number = ReadTypedNumber(text, format);
   if (number.fault != NumberFault::kNone) {
     Tell(CodeOf(number.fault), ColumnOf(text, number.end), problems,

@@ -18,7 +18,11 @@ struct TypedQuantityOptions {
   double relativeTolerance = 0;  // if both are 0: one unit of the last digit
 };
 
-/// Reads a quantity: see kelmo_quantity_read. Precondition: `text` is UTF-8.
+/// Whether numbers of the format can be read: its marks differ, and do not begin with a digit or a
+/// letter.
+bool CanBeRead(const Cldr::NumberFormat& format) noexcept;
+
+/// Reads a quantity: see kelmo_quantity_read. Precondition: CanBeRead(format).
 kelmo_status ReadQuantity(const UnitSet& units, const LanguageChain& languages,
                           std::string_view text, const TypedQuantityOptions& options,
                           const Cldr::NumberFormat& format, kelmo_quantity& result,

@@ -35,9 +35,10 @@
  *  - A null pointer where none is allowed, and a struct whose size is too small, give
  *    KELMO_INVALID_ARGUMENT. Memory that is not enough gives KELMO_OUT_OF_MEMORY. No exception
  *    leaves a function, and none ends the process.
- *  - Structs begin with their size, which the caller sets (options.size = sizeof options): later
- *    versions add fields at the end, and a function uses only those that the caller has. Fields
- *    that are 0 have their default.
+ *  - Structs but kelmo_string and kelmo_quantity begin with their size, which the caller sets
+ *    (options.size = sizeof options): later versions add fields at the end, and a function uses
+ *    only those that the caller has. Fields that are 0 have their default. No flags are allowed
+ *    but those that the header has.
  *  - `problems` is a list that the caller owns, or null. Functions append to it what they have to
  *    tell.
  *  - Functions that write a text write at most `capacity` bytes to `buffer`, the zero behind it
@@ -142,21 +143,20 @@ enum {
   KELMO_PROBLEM_PLACEHOLDER =
       211, /**< a placeholder cannot be filled and stays visible; `detail` says why */
   KELMO_PROBLEM_UNIT = 221, /**< a line, or a unit in code, is dropped; `detail` says why */
-  KELMO_PROBLEM_UNIT_REPEATED = 222, /**< an earlier line of the same file stays */
-  KELMO_PROBLEM_UNIT_DROPPED =
-      223, /**< four fields: the first library drops or changes the line, and
-                                       so does kelmo */
+  KELMO_PROBLEM_UNIT_REPEATED = 222,  /**< an earlier line of the same file stays */
+  KELMO_PROBLEM_UNIT_DROPPED = 223,   /**< four fields: the first library drops the line */
   KELMO_PROBLEM_UNIT_NO_FACTOR = 224, /**< the factor is 0: arithmetic and conversion give NaN */
   KELMO_PROBLEM_UNIT_DIFFERENCE =
       225, /**< a unit is dropped: that of its differences does not fit */
-  KELMO_PROBLEM_NAME_OF_NO_UNIT = 226, /**< a language names a unit that does not exist */
-  KELMO_PROBLEM_NO_NUMBER = 231,       /**< a typed text: no number stands there. So are the next */
-  KELMO_PROBLEM_DECIMAL_MARK = 232,    /**< the number has another decimal mark, or two of them */
-  KELMO_PROBLEM_GROUPS = 233,          /**< the groups of its digits have other sizes */
-  KELMO_PROBLEM_NUMBER_RANGE = 234,    /**< the number is too large, too small, or too long */
-  KELMO_PROBLEM_NO_UNIT = 235,         /**< no unit stands behind the number */
-  KELMO_PROBLEM_UNKNOWN_UNIT = 236,    /**< no unit has the text as its symbol or name */
-  KELMO_PROBLEM_AMBIGUOUS_UNIT = 237,  /**< `detail` has the units that fit */
+  KELMO_PROBLEM_NAME_OF_NO_UNIT = 226,   /**< a language names a unit that does not exist */
+  KELMO_PROBLEM_CANNOT_READ_UNITS = 227, /**< a file of units; `detail` is the system's reason */
+  KELMO_PROBLEM_NO_NUMBER = 231,      /**< a typed text: no number stands there. So are the next */
+  KELMO_PROBLEM_DECIMAL_MARK = 232,   /**< the number has another decimal mark, or two of them */
+  KELMO_PROBLEM_GROUPS = 233,         /**< its digits are not grouped as in the format */
+  KELMO_PROBLEM_NUMBER_RANGE = 234,   /**< the number is too large, too small, or too long */
+  KELMO_PROBLEM_NO_UNIT = 235,        /**< no unit stands behind the number */
+  KELMO_PROBLEM_UNKNOWN_UNIT = 236,   /**< no unit has the text as its symbol or name */
+  KELMO_PROBLEM_AMBIGUOUS_UNIT = 237, /**< `detail` has the units that fit */
   KELMO_PROBLEM_OTHER_KIND = 238 /**< the unit is one of another quantity than the wanted one */
 };
 
@@ -438,9 +438,11 @@ typedef struct kelmo_view_options {
   int32_t missing; /**< KELMO_MISSING_... */
   uint32_t
       problem_limit; /**< how many problems of lookups the view records; 0, the default: none */
-  const kelmo_string* languages;      /**< ids, the first choice first: nothing else is searched */
-  size_t language_count;              /**< number of `languages` */
-  const kelmo_number_format* numbers; /**< null: that of the first language found, without groups */
+  const kelmo_string* languages; /**< ids, the first choice first: nothing else is searched */
+  size_t language_count;         /**< number of `languages` */
+  const kelmo_number_format*
+      numbers; /**< null: that of the first language found, or else of the first id
+                                         that is known; without groups */
 } kelmo_view_options;
 
 /** Texts as one user wants them: in an ordered list of languages. A view keeps its texts alive, and
@@ -448,8 +450,8 @@ typedef struct kelmo_view_options {
 typedef struct kelmo_view kelmo_view;
 
 /** Makes a view. The caller is its owner. `options` may be null; what it points to is copied. A
- * language that the texts do not have is a problem, and left out. So is a view that has no language
- * at all: it finds nothing. */
+ * language that the texts do not have is a problem, and left out of texts; units still use it. So
+ * is a view that has no language at all: it finds nothing. */
 KELMO_API kelmo_status kelmo_view_create(kelmo_texts* texts, const kelmo_view_options* options,
                                          kelmo_view** result, kelmo_problems* problems);
 
@@ -495,11 +497,14 @@ KELMO_API kelmo_status kelmo_view_find(const kelmo_view* view, const char* key, 
  * (`files.zero`, `.one`, `.two`, `.few`, `.many`), then `files.other`, then `files`. The first text
  * that is found counts.
  *
+ * A quantity whose units do not have its code gives KELMO_UNKNOWN_UNIT, and a point with a relative
+ * tolerance KELMO_POINT_UNIT; nothing is written then.
+ *
  * KELMO_NOT_FOUND: no language has the key; the buffer has what the view's options say, and the
  * missing key is a problem as above. A call with the capacity 0 only measures: it tells nothing.
- * KELMO_INVALID_ARGUMENT: also two counts, and a count that is a text. Thread-safe; `problems` is
- * for one thread at a time. Takes memory only for keys with a suffix that are longer than 256
- * bytes, for more than 16 arguments, and for problems. */
+ * KELMO_INVALID_ARGUMENT: also two counts, and a count that is a text or a quantity. Thread-safe;
+ * `problems` is for one thread at a time. Takes memory only for keys with a suffix that are longer
+ * than 256 bytes, for more than 16 arguments, and for problems. */
 KELMO_API kelmo_status kelmo_view_format(const kelmo_view* view, const char* key, size_t key_size,
                                          const kelmo_argument* arguments, size_t argument_count,
                                          char* buffer, size_t capacity, size_t* needed,
@@ -568,22 +573,25 @@ typedef struct kelmo_unit {
   int32_t
       difference; /**< 0; or, for points of a scale (temperatures in degrees Celsius), the code of
                          the unit of their differences: of another kind, with the same factor */
-  double factor;  /**< above 0, and finite. 30001 of the first library may have 0 */
-  double offset;  /**< finite; 0 unless `difference` is not 0 */
+  double factor; /**< a normal double above 0. As a result, 30001 of the first library may have 0 */
+  double offset; /**< finite; 0 unless `difference` is not 0 */
   kelmo_string
-      symbol; /**< UTF-8 of at most KELMO_LONGEST_UNIT_TEXT bytes, not empty. It does not begin
-                          with a digit, a sign, a point, a comma or a blank: numbers have these */
+      symbol; /**< UTF-8 of at most KELMO_LONGEST_UNIT_TEXT bytes, not empty but for kinds. It has
+                          no control characters, no blank at its ends, and does not begin with a
+                          digit, a sign, a point or a comma: these belong to numbers */
   kelmo_string name; /**< the same, but may be empty: there is no name */
 } kelmo_unit;
 
 /** Collects units, and their symbols and names in languages. Of several units with a code the last
  * one counts, in the place of the first; but of several lines of one file the first one counts. Of
  * several names of a unit in a language the first one counts, as in the first library. A loader
- * copies what it keeps. If memory is out while a file is read, the lines in front of that place stay. */
+ * copies what it keeps. If memory is out while a file is read, the lines in front of that place
+ * stay. */
 typedef struct kelmo_units_loader kelmo_units_loader;
 
 /** Makes a loader that begins with KELMO_UNITS_NONE, KELMO_UNITS_BUILT_IN or
- * KELMO_UNITS_AFTER_INIT. The caller destroys it. */
+ * KELMO_UNITS_AFTER_INIT. The caller destroys it. KELMO_CANNOT_READ: the file of the library has
+ * lost its unit table. */
 KELMO_API kelmo_status kelmo_units_loader_create(int32_t start, kelmo_units_loader** result);
 
 /** Destroys a loader, and what it has collected since it was last finished. Null is allowed, and
@@ -654,8 +662,8 @@ KELMO_API kelmo_status kelmo_units_find(const kelmo_units* units, const kelmo_vi
 /** Finds the unit whose symbol or name is `text`. `kind` is the number of the kind that is wanted;
  * 0: any. Upper and lower case differ: mW is not MW. These rules decide, in this order:
  *  1. The languages of the view are asked one after the other, and then the units themselves. The
- *     first that has exactly this text counts. All blanks are the same, also those that break no
- *     line.
+ *     first that has exactly this text counts. Blanks inside are the same: space, tab, U+00A0,
+ *     U+2009 and U+202F.
  *  2. If none has it, they are asked again, with characters that keyboards have in place of those
  *     that they lack: m3 for a raised 3, N*m for a middle dot, and both characters for micro and
  *     ohm.
@@ -663,7 +671,8 @@ KELMO_API kelmo_status kelmo_units_find(const kelmo_units* units, const kelmo_vi
  *
  * KELMO_AMBIGUOUS_UNIT: several units are left; or none, but one that looks the same and has other
  * letters, such as a Cyrillic letter for a Latin m. KELMO_DIFFERENT_KINDS: there are only units of
- * other kinds. KELMO_UNKNOWN_UNIT: there is none. A problem tells each. */
+ * other kinds. KELMO_UNKNOWN_UNIT: there is none. A problem tells each. KELMO_INVALID_ARGUMENT: no
+ * unit has that kind; 10 is one, and 10000 is a code. KELMO_INVALID_UTF8: the text. */
 KELMO_API kelmo_status kelmo_units_find_text(const kelmo_units* units, const kelmo_view* view,
                                              int32_t kind, const char* text, size_t text_size,
                                              kelmo_unit* result, kelmo_problems* problems);
@@ -680,13 +689,14 @@ KELMO_API kelmo_status kelmo_units_convert(const kelmo_units* units, int32_t fro
  * right operand becomes factor * number / factor of the left unit. A result has the unit and the
  * tolerances of the left operand. There is no algebra of dimensions: metre times metre is refused.
  *
- * A unit of points has points and differences. A point minus a point is a difference; a point plus
- * or minus a difference is a point, and stands on the left. All other arithmetic of points, and
- * every point with a relative tolerance, gives KELMO_POINT_UNIT.
+ * A unit of points names a unit of another kind for their differences. A point minus a point is a
+ * difference; a point plus or minus a difference is a point, and stands on the left. All other
+ * arithmetic of points, and every point with a relative tolerance, gives KELMO_POINT_UNIT.
  *
  * `result` may be an operand. A code that the units do not have gives KELMO_UNKNOWN_UNIT, and a
  * `reserved` that is not 0 gives KELMO_INVALID_ARGUMENT. Numbers and tolerances may be any double:
- * infinity and NaN go through. All functions are thread-safe, and take no memory but for problems.
+ * infinity and NaN go through, if the program has floating-point exceptions masked, as C has them. All
+ * functions are thread-safe, and take no memory but for problems.
  */
 
 /** Makes a quantity. */
@@ -724,8 +734,8 @@ KELMO_API kelmo_status kelmo_quantity_divide(const kelmo_units* units,
 KELMO_API kelmo_status kelmo_quantity_ratio(const kelmo_units* units, const kelmo_quantity* left,
                                             const kelmo_quantity* right, double* result);
 
-/** The sum of at least one quantity, added one after the other. It has the unit and the tolerances
- * of the first one. KELMO_DIFFERENT_KINDS, KELMO_POINT_UNIT. */
+/** The sum of at least one quantity, none of them a point, added one after the other. It has the
+ * unit and the tolerances of the first one. KELMO_DIFFERENT_KINDS, KELMO_POINT_UNIT. */
 KELMO_API kelmo_status kelmo_quantity_sum(const kelmo_units* units,
                                           const kelmo_quantity* quantities, size_t count,
                                           kelmo_quantity* result);
@@ -755,9 +765,11 @@ KELMO_API kelmo_status kelmo_quantity_round(const kelmo_units* units,
 
 /** How a quantity is printed. */
 enum {
-  KELMO_PRINT_NAME = 1,      /**< the name of the unit in place of its symbol, if it has one */
-  KELMO_PRINT_NUMBER = 2,    /**< neither symbol nor name */
-  KELMO_PRINT_ALL_DIGITS = 4 /**< every digit, where the tolerance justifies no number of them */
+  KELMO_PRINT_NAME = 1,       /**< the name of the unit in place of its symbol, if it has one */
+  KELMO_PRINT_NUMBER = 2,     /**< neither symbol nor name */
+  KELMO_PRINT_ALL_DIGITS = 4, /**< every digit, where the tolerance justifies no number of them */
+  KELMO_PRINT_FINE = 8 /**< rounds to the power of ten at or below the tolerance, and not above it:
+                          for quantities that were converted */
 };
 
 /** Options of kelmo_quantity_print. */
@@ -773,10 +785,15 @@ typedef struct kelmo_print_options {
  * degree, minute and second of an angle. `view`, which may be null, chooses the symbol and the
  * format of numbers; so may `options` be null.
  *
+ * That rule rounds to the next power of ten above the tolerance. So a tolerance that is no power of
+ * ten costs up to one digit: 1 inch, known to 1 inch, is 25.4 mm and prints as "0 mm". Give
+ * KELMO_PRINT_FINE for quantities that were converted: then it is "30 mm".
+ *
  * KELMO_CANNOT_ROUND: the tolerance is 0, negative, infinite or NaN; or it is below 1e-9 or above
- * 1e9, where the scale of the first library overflows. With KELMO_PRINT_ALL_DIGITS, the shortest
- * text that reads as the same number stands there instead. Infinity and NaN need no tolerance.
- * KELMO_POINT_UNIT: a point with a relative tolerance. */
+ * 1e9, where the scale of the first library overflows; or its product with the number does. With
+ * KELMO_PRINT_ALL_DIGITS, the shortest text that reads as the same number stands there instead.
+ * Infinity and NaN need no tolerance. A negative number with a relative tolerance only has a
+ * negative tolerance. KELMO_POINT_UNIT: a point with a relative tolerance. */
 KELMO_API kelmo_status kelmo_quantity_print(const kelmo_units* units, const kelmo_view* view,
                                             const kelmo_quantity* quantity,
                                             const kelmo_print_options* options, char* buffer,
@@ -784,10 +801,11 @@ KELMO_API kelmo_status kelmo_quantity_print(const kelmo_units* units, const kelm
 
 /** Options of kelmo_quantity_read. */
 typedef struct kelmo_read_options {
-  uint32_t size;             /**< of this struct, set by the caller */
-  int32_t kind;              /**< number of the kind that is wanted, such as 10; 0: any */
-  int32_t code;              /**< unit of a number that has no unit; 0: every number needs a unit */
-  uint32_t reserved;         /**< 0 */
+  uint32_t size;     /**< of this struct, set by the caller */
+  int32_t kind;      /**< number of the kind that is wanted, such as 10; 0: any */
+  int32_t code;      /**< unit of a number that has no unit, and with `kind` 0 the kind that is
+                                wanted; 0: every number needs a unit */
+  uint32_t reserved; /**< 0 */
   double absolute_tolerance; /**< of the result, in the unit that was typed */
   double relative_tolerance; /**< of the result. If both are 0, the absolute tolerance is one unit
                                 of the last digit that was typed: 0.1 for "12.5" */
@@ -797,11 +815,18 @@ typedef struct kelmo_read_options {
 /** Reads what a user types, such as "12,5 mm" or "1 234,5 kPa". The number is written as in the
  * format of numbers. Its digits may be in groups, with the mark of the format or with blanks
  * between them. Groups of other sizes and another decimal mark are refused: nothing is guessed. The
- * unit is found as by kelmo_units_find_text. `view` and `options` may be null.
+ * unit is found as by kelmo_units_find_text. Blanks and line breaks at the ends do not count.
+ * `view` and `options` may be null. A text with a last digit below 1e-9 or above 1e9 can be read,
+ * but printed only with KELMO_PRINT_ALL_DIGITS.
  *
- * KELMO_INVALID_TEXT: there is no number, it is not right, or there is no unit. KELMO_UNKNOWN_UNIT,
- * KELMO_AMBIGUOUS_UNIT, KELMO_DIFFERENT_KINDS: the unit. A problem has the column and the reason:
- * its code is one of KELMO_PROBLEM_NO_NUMBER to KELMO_PROBLEM_OTHER_KIND. */
+ * KELMO_INVALID_TEXT: there is no number, it is not right, or there is no unit. KELMO_INVALID_UTF8:
+ * the text. KELMO_UNKNOWN_UNIT, KELMO_AMBIGUOUS_UNIT, KELMO_DIFFERENT_KINDS: the unit. A problem
+ * has the column, in code points, and the reason: its code is one of KELMO_PROBLEM_NO_NUMBER to
+ * KELMO_PROBLEM_OTHER_KIND.
+ *
+ * Faults of the options give no problem: KELMO_UNKNOWN_UNIT and KELMO_DIFFERENT_KINDS for `code`,
+ * KELMO_POINT_UNIT for a point and a relative tolerance, KELMO_INVALID_ARGUMENT for a kind that has
+ * no units, and for a format whose marks are equal, blank or letters. */
 KELMO_API kelmo_status kelmo_quantity_read(const kelmo_units* units, const kelmo_view* view,
                                            const char* text, size_t text_size,
                                            const kelmo_read_options* options,

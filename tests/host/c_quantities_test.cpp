@@ -190,7 +190,7 @@ TEST_F(CQuantities, PrintTakesTheFormatOfItsOptionsOrOfTheView) {
 
 TEST_F(CQuantities, PrintChecksItsOptions) {
   auto options = Sized<kelmo_print_options>();
-  options.flags = 8;
+  options.flags = 16;
   EXPECT_EQ(Printed(metre_, nullptr, &options), "KELMO_INVALID_ARGUMENT");
   options = Sized<kelmo_print_options>();
   options.size -= 1;

@@ -113,6 +113,40 @@ TEST(QuantityText, HasTheDigitsThatTheToleranceJustifies) {
   EXPECT_TRUE(std::isnan(rounded));
 }
 
+// By the power of ten at or below the tolerance.
+TEST(QuantityText, IsRoundedFine) {
+  struct Case {
+    double number;
+    double tolerance;
+    const char* text;
+  };
+  const Case cases[] = {
+      {25.4, 25.4, "30"},
+      {1.524, 0.3048, "1.5"},
+      {97.88, 0.18, "97.9"},
+      {1234.5678, 0.05, "1234.57"},
+      {1234.5678, 1, "1235"},
+      {1250, 9.999999999999998, "1250"},
+      {1250, 10.000000000000002, "1250"},
+      {1234.5678, 99, "1230"},
+      {1.5e9, 1e9, "2000000000"},
+      {1.5e9, 1.1e9, "KELMO_CANNOT_ROUND"},
+      {1, 1e-9, "1.000000000"},
+      {1, 9e-10, "KELMO_CANNOT_ROUND"},
+      {1, 0, "KELMO_CANNOT_ROUND"},
+      {1, -1, "KELMO_CANNOT_ROUND"},
+      {1, kInfinity, "KELMO_CANNOT_ROUND"},
+      {1, kNaN, "KELMO_CANNOT_ROUND"},
+      {kInfinity, 0, "\u221E"},
+  };
+  QuantityStyle style = Numbers();
+  style.isFine = true;
+  for (const Case& row : cases) {
+    EXPECT_EQ(Printed(Of(row.number, row.tolerance), style), row.text)
+        << row.number << " \u00B1 " << row.tolerance;
+  }
+}
+
 TEST(QuantityText, HasAllDigitsIfTheToleranceJustifiesNone) {
   for (const Row& row : kRows) {
     if (row.allDigits != nullptr || row.text != kCannot) {

@@ -51,12 +51,41 @@ void Check(const std::vector<Row>& rows, const NumberFormat& format,
   }
 }
 
+TEST(TypedQuantity, NeedsMarksThatDiffer) {
+  struct Case {
+    const char* name;
+    const char* decimal;
+    const char* group;
+    bool canBeRead;
+  };
+  const Case cases[] = {
+      {"English", ".", ",", true},
+      {"French", ",", "\u202F", true},
+      {"Swiss", ".", "\u2019", true},
+      {"no mark of groups", ".", "", true},
+      {"equal marks", ",", ",", false},
+      {"a digit", "5", ",", false},
+      {"a digit of groups", ".", "0", false},
+      {"a letter", "m", ",", false},
+      {"a capital letter", "E", ",", false},
+      {"a blank", " ", ",", false},
+  };
+  for (const Case& row : cases) {
+    NumberFormat format;
+    format.decimalMark = row.decimal;
+    format.groupMark = row.group;
+    EXPECT_EQ(CanBeRead(format), row.canBeRead) << row.name;
+  }
+}
+
 TEST(TypedQuantity, IsANumberAndAUnit) {
   Check(
       {
           {"a blank between them", "12.5 mm", 12.5, 0.1, 10003},
           {"nothing between them", "12.5mm", 12.5, 0.1, 10003},
           {"a no-break space", "12.5\u00A0mm", 12.5, 0.1, 10003},
+          {"marks of direction", "\u206812.5 mm\u2069\u200E", 12.5, 0.1, 10003},
+          {"a line break at the end", "12.5 mm\r\n", 12.5, 0.1, 10003},
           {"blanks everywhere", " \t 12.5 \u202F mm \u00A0\t", 12.5, 0.1, 10003},
           {"a sign", "-12 mm", -12, 1, 10003},
           {"a minus sign", "\u22120.50 mm", -0.5, 0.01, 10003},
@@ -162,17 +191,17 @@ TEST(TypedQuantity, RefusesWhatIsNoNumber) {
           {"infinity", "\u221E mm", KELMO_INVALID_TEXT,
            "column 1: error: A number is missing: \"\u221E mm\""},
           {"a decimal comma", "12,5 mm", KELMO_INVALID_TEXT,
-           "column 3: error: The digits are not grouped in this way: blanks or \",\" may stand in "
-           "front "
-           "of "
-           "the last 3 digits before the decimal mark \".\""},
+           "column 3: error: The digits are not grouped in this way: the decimal mark is \".\", "
+           "and "
+           "blanks or \",\" may stand between groups of digits"},
           {"two points", "1.2.3 mm", KELMO_INVALID_TEXT,
-           "column 4: error: The decimal mark is another one: it is \".\""},
+           "column 4: error: The decimal mark is another one: there are two"},
+          {"what is not UTF-8", "12 m\xFF", KELMO_INVALID_UTF8,
+           "column 5: error: A number is missing: the text is not UTF-8"},
           {"a column in characters", "\u00A0\u00A012,5 mm", KELMO_INVALID_TEXT,
-           "column 5: error: The digits are not grouped in this way: blanks or \",\" may stand in "
-           "front "
-           "of "
-           "the last 3 digits before the decimal mark \".\""},
+           "column 5: error: The digits are not grouped in this way: the decimal mark is \".\", "
+           "and "
+           "blanks or \",\" may stand between groups of digits"},
           {"too large", "1e999 mm", KELMO_INVALID_TEXT,
            "column 1: error: The number is too large, too small or too long"},
           {"too small", "1e-999 mm", KELMO_INVALID_TEXT,
@@ -183,19 +212,19 @@ TEST(TypedQuantity, RefusesWhatIsNoNumber) {
       NumberFormat());
   CheckRefusals(
       {{"a decimal point in German", "12.5 mm", KELMO_INVALID_TEXT,
-        "column 3: error: The digits are not grouped in this way: blanks or \".\" may stand in "
-        "front of the last 3 digits before the decimal mark \",\""},
+        "column 3: error: The digits are not grouped in this way: the decimal mark is \",\", and "
+        "blanks or \".\" may stand between groups of digits"},
        {"a point behind the comma", "1,2.3 mm", KELMO_INVALID_TEXT,
-        "column 4: error: The digits are not grouped in this way: blanks or \".\" may stand in "
-        "front of the last 3 digits before the decimal mark \",\""}},
+        "column 4: error: The digits are not grouped in this way: the decimal mark is \",\", and "
+        "blanks or \".\" may stand between groups of digits"}},
       German());
   NumberFormat withoutGroups;
   withoutGroups.groupSize = 0;
   withoutGroups.furtherGroupSize = 0;
   CheckRefusals(
       {{"a format without groups", "12 34 mm", KELMO_INVALID_TEXT,
-        "column 3: error: The digits are not grouped in this way: only blanks may stand between "
-        "groups of 3 digits"}},
+        "column 3: error: The digits are not grouped in this way: the decimal mark is \".\", and "
+        "blanks may stand between groups of digits"}},
       withoutGroups);
 }
 
