@@ -56,10 +56,10 @@ void OwnUnits() {
 void Languages(const kelmo::Units& units) {
   const kelmo::Quantity pressure(units, 1013.25, kMillibar, 0.1);
   for (const char* const language : {"de", "en", "ru"}) {
-    kelmo::PrintOptions with_name;
-    with_name.name = true;
+    kelmo::PrintOptions withName;
+    withName.name = true;
     const kelmo::View view = ViewOf(language);
-    std::cout << pressure.str(view) << " = " << pressure.str(view, with_name) << '\n';
+    std::cout << pressure.str(view) << " = " << pressure.str(view, withName) << '\n';
   }
 }
 
@@ -84,20 +84,34 @@ void Computing(const kelmo::Units& units) {
 }
 
 void Printing(const kelmo::Units& units) {
-  for (const double tolerance : {0.001, 0.05, 1.0, 150.0}) {
+  for (const double tolerance : {0.001, 0.05, 1.0, 150.0, 0.0}) {
     std::cout << kelmo::Quantity(units, 1234.5678, kMetre, tolerance) << "; ";
   }
   const kelmo::Quantity exact(units, 1234.5678, kMetre);  // the tolerance is 0
-  try {
-    std::cout << exact.str();
-  } catch (const kelmo::UnitError& error) {
-    std::cout << error.what() << '\n';
-  }
   kelmo::PrintOptions options;
-  options.all_digits = true;
   options.numbers = kelmo::number_format_of_language("de");
   options.numbers->is_grouped = 1;
   std::cout << exact.str(kelmo::View(), options) << '\n';
+  options.all_digits = false;
+  try {
+    std::cout << exact.str(kelmo::View(), options);
+  } catch (const kelmo::UnitError& error) {
+    std::cout << error.what() << '\n';
+  }
+}
+
+void Converting(const kelmo::Units& units) {
+  kelmo::PrintOptions fine;
+  fine.fine = true;
+  for (const char* const typed : {"1 in", "5 ft", "36.6 °C"}) {
+    const kelmo::Quantity given = units.read(typed);  // known to one unit of the last digit
+    const kelmo::Quantity converted = given.to(given.code() == kInch      ? kMillimetre
+                                               : given.code() == kCelsius ? kFahrenheit
+                                                                          : kMetre);
+    std::cout << typed << " = " << converted.number() << ": " << converted << ", or "
+              << converted.str(kelmo::View(), fine) << ", or " << converted.with_tolerance(0.1)
+              << '\n';
+  }
 }
 
 void Placeholders(const kelmo::Units& units) {
@@ -118,7 +132,7 @@ void Reading(const kelmo::Units& units) {
       std::cout << typed << " -> " << quantity->str(view) << '\n';
     } else {
       const kelmo::Problem problem = problems.at(0);
-      std::cout << typed << " -> column " << problem.column << ": " << problem.text << '\n';
+      std::cout << typed << " -> " << problem.text << '\n';
     }
   }
   kelmo::ReadOptions options;
@@ -188,6 +202,7 @@ int main() try {
   ComboBox(units);
   Computing(units);
   Printing(units);
+  Converting(units);
   Placeholders(units);
   Reading(units);
   Temperatures(units);

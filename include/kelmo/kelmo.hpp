@@ -611,6 +611,9 @@ class Argument {
   Argument(
       const Quantity& quantity) noexcept;  // NOLINT(google-explicit-constructor): so tr takes it
 
+  /** A quantity that is gone before the call is refused; in a call of tr it lives long enough. */
+  Argument(Quantity&& quantity) = delete;
+
   /** An argument of kelmo.h. */
   explicit Argument(const kelmo_argument& raw) noexcept : raw_(raw) {}
 
@@ -941,10 +944,10 @@ using SharedUnits = Shared<kelmo_units, kelmo_units_retain, kelmo_units_release>
 
 }  // namespace detail
 
-/** What a quantity may be, and what its parts mean where they are not typed. */
+/** Options of Units::read. */
 struct ReadOptions {
-  std::int32_t kind = 0;               /**< number of the kind that is wanted; 0: any */
-  std::int32_t code = 0;               /**< unit of a number without a unit; 0: each needs one */
+  std::int32_t kind = 0; /**< number of the kind that is wanted; 0: that of `code`, or any */
+  std::int32_t code = 0; /**< unit of a number without a unit; 0: each needs one */
   double absolute_tolerance = 0;       /**< of the result, in the unit that was typed */
   double relative_tolerance = 0;       /**< if both are 0: one unit of the last digit */
   std::optional<NumberFormat> numbers; /**< nothing: that of the view */
@@ -954,8 +957,10 @@ struct ReadOptions {
 struct PrintOptions {
   bool name = false;                   /**< the name of the unit in place of its symbol */
   bool number = false;                 /**< neither symbol nor name */
-  bool all_digits = false;             /**< every digit, where the tolerance justifies no number of
-                                          them; else that throws UnitError */
+  bool fine = false;                   /**< for quantities that were converted: rounds to the power
+                                          of ten at or below the tolerance, and not above it */
+  bool all_digits = true;              /**< every digit, where the tolerance justifies no number of
+                                          them; false: that throws UnitError */
   std::optional<NumberFormat> numbers; /**< nothing: that of the view */
 };
 
@@ -1096,7 +1101,7 @@ class Units {
                described(left) + (left != right ? " and " + described(right) : "");
       case KELMO_CANNOT_ROUND:
         return "the tolerance of a quantity in " + described(left) +
-               " justifies no number of digits";
+               " justifies no number of digits: print all of them, or give another tolerance";
       default:
         return kelmo_status_name(status);
     }
@@ -1238,7 +1243,7 @@ class UnitsLoader {
   }
 
   /** Seals what was collected. The loader is empty then, without units, and can collect again. Throws
-   * Error if a unit of points is dropped. */
+   * Error if a unit is dropped. */
   Units finish() {
     Problems problems;
     Units units = finish(problems);
@@ -1277,9 +1282,9 @@ class UnitsLoader {
   static void throw_first(const Problems& problems) {
     for (const Problem& problem : problems) {
       if (problem.severity == Severity::error) {
-        throw Error(
-            problem.code == KELMO_PROBLEM_CANNOT_READ ? KELMO_CANNOT_READ : KELMO_INVALID_ARGUMENT,
-            problem.text);
+        throw Error(problem.code == KELMO_PROBLEM_CANNOT_READ_UNITS ? KELMO_CANNOT_READ
+                                                                    : KELMO_INVALID_ARGUMENT,
+                    problem.text);
       }
     }
     if (problems.lost() != 0) {
@@ -1355,13 +1360,15 @@ class Quantity {
     return result;
   }
 
-  /** The quantity as text: "12.5 mm". Throws UnitError if the tolerance justifies no number of digits; see
-   * PrintOptions::all_digits. See kelmo_quantity_print. */
+  /** The quantity as text: "12.5 mm". See kelmo_quantity_print, and PrintOptions::fine for quantities that
+   * were converted. Throws UnitError for a point with a relative tolerance, and as PrintOptions::all_digits
+   * says. */
   std::string str(const View& view = View(), const PrintOptions& options = {}) const {
     kelmo_print_options raw = {};
     raw.size = sizeof raw;
     raw.flags |= options.name ? KELMO_PRINT_NAME : 0;
     raw.flags |= options.number ? KELMO_PRINT_NUMBER : 0;
+    raw.flags |= options.fine ? KELMO_PRINT_FINE : 0;
     raw.flags |= options.all_digits ? KELMO_PRINT_ALL_DIGITS : 0;
     raw.numbers = options.numbers ? &*options.numbers : nullptr;
     return detail::printed([&](char* buffer, std::size_t capacity, std::size_t* needed) {
@@ -1500,7 +1507,7 @@ inline Argument::Argument(const Quantity& quantity) noexcept
     : raw_(kelmo_quantity_argument(quantity.units().handle(), &quantity.raw())) {}
 
 /** The sum of a range of quantities, which is not empty, in the unit of the first one. Throws Error for an
- * empty range, and UnitError as `+` does. */
+ * empty range, and UnitError as `+` does and for points. */
 template <class Range>
 Quantity sum(const Range& quantities) {
   auto next = std::begin(quantities);
@@ -1515,12 +1522,27 @@ Quantity sum(const Range& quantities) {
   return result;
 }
 
-/** Writes the quantity as str does, with all digits where its tolerance justifies no number of them. */
+namespace detail {
+
+/** Whether a format has a precision, which is a point with a digit or a brace behind it; a point may be
+ * the fill too. */
+template <class Iterator>
+constexpr bool has_precision(Iterator begin, Iterator end) {
+  for (; begin != end; ++begin) {
+    const Iterator next = begin + 1;
+    if (*begin == '.' && next != end && ((*next >= '0' && *next <= '9') || *next == '{')) {
+      return true;
+    }
+  }
+  return false;
+}
+
+}  // namespace detail
+
+/** Writes the quantity as str does. */
 template <class Stream, class = decltype(std::declval<Stream&>() << std::string())>
 Stream& operator<<(Stream& stream, const Quantity& quantity) {
-  PrintOptions options;
-  options.all_digits = true;
-  stream << quantity.str(View(), options);
+  stream << quantity.str();
   return stream;
 }
 
@@ -1540,10 +1562,16 @@ struct std::hash<kelmo::Quantity> {
 template <>
 struct std::formatter<kelmo::Quantity> : std::formatter<std::string> {
   template <class Context>
+  constexpr auto parse(Context& context) {
+    const auto end = std::formatter<std::string>::parse(context);
+    if (kelmo::detail::has_precision(context.begin(), end)) {
+      throw std::format_error("a quantity has no precision: its tolerance rounds it");
+    }
+    return end;
+  }
+  template <class Context>
   auto format(const kelmo::Quantity& quantity, Context& context) const {
-    kelmo::PrintOptions options;
-    options.all_digits = true;
-    return std::formatter<std::string>::format(quantity.str(kelmo::View(), options), context);
+    return std::formatter<std::string>::format(quantity.str(), context);
   }
 };
 #endif

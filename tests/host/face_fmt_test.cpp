@@ -26,7 +26,11 @@ TEST(KelmoFaceFmt, TakesTheFormatsOfStrings) {
   EXPECT_EQ(fmt::format("{:10}|", length), "12.5\u00A0mm   |");
   EXPECT_EQ(fmt::format("{:>10}|", length), "   12.5\u00A0mm|");
   EXPECT_EQ(fmt::format("{:*^{}}|", length, 11), "**12.5\u00A0mm**|");
-  EXPECT_EQ(fmt::format("{:.4}|", length), "12.5|");
+  EXPECT_EQ(fmt::format("{:.>8}|", length), ".12.5\u00A0mm|");
+  for (const char* const precision : {"{:.4}", "{:10.4}"}) {
+    EXPECT_THROW((void)fmt::format(fmt::runtime(precision), length), fmt::format_error);
+  }
+  EXPECT_THROW((void)fmt::format(fmt::runtime("{:.{}}"), length, 4), fmt::format_error);
   EXPECT_EQ(fmt::format("{:s}", length), "12.5\u00A0mm");
   EXPECT_THROW((void)fmt::format(fmt::runtime("{:.1f}"), length), fmt::format_error);
 }

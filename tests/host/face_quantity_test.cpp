@@ -355,7 +355,7 @@ TEST(KelmoFaceUnitsLoader, ThrowsOrTellsWhatCannotBeRead) {
   EXPECT_EQ(caught.status, KELMO_CANNOT_READ);
   EXPECT_FALSE(loader.add_file("no such file", problems));
   ASSERT_EQ(problems.size(), 1U);
-  EXPECT_EQ(problems.at(0).code, KELMO_PROBLEM_CANNOT_READ);
+  EXPECT_EQ(problems.at(0).code, KELMO_PROBLEM_CANNOT_READ_UNITS);
   EXPECT_EQ(problems.at(0).file, "no such file");
   EXPECT_EQ(problems.at(0).text, caught.what);
   EXPECT_EQ(caught.what.substr(0, 21), "no such file: error: ");
@@ -497,10 +497,10 @@ TEST(KelmoFaceReading, TellsColumnAndReason) {
       {"no number", "  bar", KELMO_INVALID_TEXT, KELMO_PROBLEM_NO_NUMBER, 3,
        "error: A number is missing: \"bar\""},
       {"another decimal mark", "12.5.1 bar", KELMO_INVALID_TEXT, KELMO_PROBLEM_DECIMAL_MARK, 5,
-       "error: The decimal mark is another one: it is \".\""},
+       "error: The decimal mark is another one: there are two"},
       {"groups of other sizes", "12,5 bar", KELMO_INVALID_TEXT, KELMO_PROBLEM_GROUPS, 3,
-       "error: The digits are not grouped in this way: blanks or \",\" may stand in front of the "
-       "last 3 digits before the decimal mark \".\""},
+       "error: The digits are not grouped in this way: the decimal mark is \".\", and "
+       "blanks or \",\" may stand between groups of digits"},
       {"no unit", "12.5", KELMO_INVALID_TEXT, KELMO_PROBLEM_NO_UNIT, 5, "error: A unit is missing"},
       {"an unknown unit", "12.5 furlong", KELMO_UNKNOWN_UNIT, KELMO_PROBLEM_UNKNOWN_UNIT, 6,
        "error: The unit is not known: \"furlong\""},
@@ -568,8 +568,12 @@ TEST(KelmoFaceReading, ThrowsForOptionsThatDoNotFit) {
   numbers.numbers->is_grouped = 2;
   ExpectThrow<kelmo::Error>([&] { units.read("1 m", kelmo::View(), numbers); },
                             KELMO_INVALID_ARGUMENT, "kelmo: KELMO_INVALID_ARGUMENT");
-  ExpectThrow<kelmo::Error>([&] { units.read("1 \xFF"); }, KELMO_INVALID_UTF8,
-                            "kelmo: a text, path, name or id is not UTF-8");
+  ExpectThrow<kelmo::ReadError>([&] { units.read("1 \xFF"); }, KELMO_INVALID_UTF8,
+                                "column 3: error: A number is missing: the text is not UTF-8");
+  kelmo::ReadOptions kind;
+  kind.kind = 17000;
+  ExpectThrow<kelmo::Error>([&] { units.read("1 m", kelmo::View(), kind); }, KELMO_INVALID_ARGUMENT,
+                            "kelmo: KELMO_INVALID_ARGUMENT");
 }
 
 // ---- Quantities
@@ -762,7 +766,8 @@ TEST(KelmoFaceQuantity, IsRoundedAsItsToleranceJustifies) {
   EXPECT_EQ(length.rounded(), 1234.57);
   ExpectUnitError(
       [&] { (void)length.with_tolerance(0).rounded(); }, KELMO_CANNOT_ROUND,
-      "kelmo: the tolerance of a quantity in mm (length) justifies no number of digits");
+      "kelmo: the tolerance of a quantity in mm (length) justifies no number of digits: "
+      "print all of them, or give another tolerance");
 }
 
 TEST(KelmoFaceQuantity, IsPrinted) {
@@ -789,9 +794,22 @@ TEST(KelmoFaceQuantity, IsPrinted) {
   options.numbers->is_grouped = 2;
   ExpectThrow<kelmo::Error>([&] { (void)length.str(german, options); }, KELMO_INVALID_ARGUMENT,
                             "kelmo: KELMO_INVALID_ARGUMENT");
+  EXPECT_EQ(length.with_tolerance(0).str(german), "1234,5678\u00A0mm");
+  kelmo::PrintOptions rounded;
+  rounded.all_digits = false;
   ExpectUnitError(
-      [&] { (void)length.with_tolerance(0).str(german); }, KELMO_CANNOT_ROUND,
-      "kelmo: the tolerance of a quantity in mm (length) justifies no number of digits");
+      [&] { (void)length.with_tolerance(0).str(german, rounded); }, KELMO_CANNOT_ROUND,
+      "kelmo: the tolerance of a quantity in mm (length) justifies no number of digits: "
+      "print all of them, or give another tolerance");
+}
+
+TEST(KelmoFaceQuantity, IsPrintedFineAfterAConversion) {
+  const kelmo::Units units = Load();
+  kelmo::PrintOptions fine;
+  fine.fine = true;
+  const kelmo::Quantity inch(units, 25.4, kMillimetre, 25.4);  // 1 inch, known to 1 inch
+  EXPECT_EQ(inch.str(), "0\u00A0mm");
+  EXPECT_EQ(inch.str(kelmo::View(), fine), "30\u00A0mm");
 }
 
 TEST(KelmoFaceQuantity, IsPrintedWithAllItsBytes) {
