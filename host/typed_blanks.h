@@ -1,4 +1,5 @@
-// The blanks that people type in front of numbers, between groups of digits, and in front of units.
+// The characters without a shape around what people type: blanks in front of numbers, between groups of
+// digits and in front of units, and marks of direction.
 #pragma once
 
 #include <cstddef>
@@ -23,6 +24,23 @@ constexpr std::size_t BlankLength(std::string_view text) noexcept {
     }
   }
   return 0;
+}
+
+/// The length in bytes of the mark of direction at the start of `text`: of U+061C, U+200E, U+200F or
+/// U+2066 to U+2069. 0 if there is none. `text` need not be UTF-8.
+inline std::size_t BidiMarkLength(std::string_view text) noexcept {
+  // The first and the last, in one literal: compilers warn of an isolate without its end.
+  constexpr std::string_view kIsolates = "\u2066\u2069";
+  if (text.empty() || (text.front() != '\xE2' && text.front() != '\xD8')) {
+    return 0;
+  }
+  if (text.substr(0, 2) == "\u061C") {
+    return 2;
+  }
+  const std::string_view mark = text.substr(0, 3);
+  const bool isDirection = mark == "\u200E" || mark == "\u200F";
+  const bool isIsolate = mark >= kIsolates.substr(0, 3) && mark <= kIsolates.substr(3);
+  return isDirection || isIsolate ? mark.size() : 0;
 }
 
 /// The offset behind the blanks that begin at the offset `at`: `at` itself if there are none.

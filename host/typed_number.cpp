@@ -22,8 +22,6 @@ static_assert(FLT_EVAL_METHOD == 0, "each operation must round to double, or the
 constexpr std::string_view kBlank = " ";  // stands for all blanks
 constexpr std::string_view kApostrophes[] = {"'", "\u2019"};
 constexpr std::string_view kMinusSign = "\u2212";
-// The first and the last, in one literal: compilers warn of an isolate without its end.
-constexpr std::string_view kIsolates = "\u2066\u2069";
 
 constexpr int kLargestExponent =
     99999;  // a larger one makes no difference: 500 digits move it less
@@ -131,21 +129,8 @@ class Reader {
     return at < text_.size() && (text_[at] == '.' || text_[at] == ',');
   }
 
-  std::size_t BidiMarkLength() const noexcept {
-    if (at_ == text_.size() || (text_[at_] != '\xE2' && text_[at_] != '\xD8')) {
-      return 0;
-    }
-    if (HasAt(at_, "\u061C")) {
-      return 2;
-    }
-    const std::string_view mark = text_.substr(at_, 3);
-    const bool isDirection = mark == "\u200E" || mark == "\u200F";
-    const bool isIsolate = mark >= kIsolates.substr(0, 3) && mark <= kIsolates.substr(3);
-    return isDirection || isIsolate ? mark.size() : 0;
-  }
-
   bool TakeBidiMark() noexcept {
-    const std::size_t size = BidiMarkLength();
+    const std::size_t size = BidiMarkLength(text_.substr(at_));
     at_ += size;
     return size != 0;
   }

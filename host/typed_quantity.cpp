@@ -38,13 +38,8 @@ std::size_t InvisibleLength(std::string_view text) noexcept {
   if (text.front() == '\n' || text.front() == '\r') {
     return 1;
   }
-  for (const std::string_view mark :
-       {"\u061C", "\u200E", "\u200F", "\u2066", "\u2067", "\u2068", "\u2069"}) {
-    if (text.substr(0, mark.size()) == mark) {
-      return mark.size();
-    }
-  }
-  return BlankLength(text);
+  const std::size_t mark = BidiMarkLength(text);
+  return mark != 0 ? mark : BlankLength(text);
 }
 
 // A text from the clipboard may end with a line break, and one from a view with a mark of direction.
