@@ -34,8 +34,9 @@ inline std::size_t BidiMarkLength(std::string_view text) noexcept {
   if (text.empty() || (text.front() != '\xE2' && text.front() != '\xD8')) {
     return 0;
   }
-  if (text.substr(0, 2) == "\u061C") {
-    return 2;
+  constexpr std::string_view kArabicMark = "\u061C";
+  if (text.substr(0, kArabicMark.size()) == kArabicMark) {
+    return kArabicMark.size();
   }
   const std::string_view mark = text.substr(0, 3);
   const bool isDirection = mark == "\u200E" || mark == "\u200F";
