@@ -9,10 +9,10 @@ namespace {
 
 // With factors and offsets in this range, and numbers below kLargestNumber, nothing overflows, and what
 // underflows is below kErrorOfSmallNumbers.
-constexpr double kLargest = 0x1p200;
-constexpr double kLargestNumber = 0x1p500;
-constexpr double kErrorOfSmallNumbers = 0x1p-800;
-constexpr double kError = 0x1p-88;  // relative, of both ways; the true errors are below 2^-96
+constexpr double kLargest = 1e60;
+constexpr double kLargestNumber = 1e150;
+constexpr double kErrorOfSmallNumbers = 2e-241;
+constexpr double kError = 3.3e-27;  // relative, of both ways; the true ones are below 2^-96
 
 bool IsModerate(const UnitRow& unit) noexcept {
   return unit.factor.high < kLargest && unit.factor.high > 1 / kLargest &&

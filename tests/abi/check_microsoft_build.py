@@ -5,7 +5,8 @@
 Clang replaces that compiler. Under the name clang-cl it reads the same options, and CMake passes it the project's
 options for Windows. microsoft_build/CMakeLists.txt lists the sources. As at the prompt of Visual Studio, the variables
 CL and INCLUDE configure the compiler beyond CMake: here with LLVM's C++ standard library, and with the headers of
-MinGW-w64 for the C runtime and Windows. All are Debian packages.
+MinGW-w64 for the C runtime and Windows. All are Debian packages. microsoft_build/library declares what Microsoft's
+library has and LLVM's lacks.
 
 - Each source and each resource script compiles without a warning. If sources are named, only these are compiled.
 - No source contains a GNU extension that Clang accepts also as clang-cl, but Microsoft's compiler does not.
@@ -52,6 +53,7 @@ def run(*command, **options):
 
 def include_folders():
     clang = pathlib.Path(run("clang", "-print-resource-dir", stdout=subprocess.PIPE).strip()).resolve()
+    yield str(abi / "microsoft_build/library")
     for folder, header, package in (
         (clang.parents[2] / "include/c++/v1", "string", "libc++-dev"),
         (clang / "include", "stddef.h", "clang"),

@@ -12,7 +12,7 @@ from refusals import TOP, RefusalTest, Row, copy_library, falsify, new_folder, w
 HEADER, LIST, DEFINITION = "include/kelmo_localizer.h", "tests/abi/exported_names_microsoft.txt", "frame/exports_windows.def"
 INLINING, VALUE_TYPE, DOUBLE, SCRIPT = "storage/inlining.h", "phyval/value_type.cpp", "phyval/double.cpp", "resources/default_unit_table.rc"
 SOURCES = ("c.c", "cxx11.cpp", "exports.cpp", "double.cpp", "double_windows.cpp", "value_type.cpp", "default_unit_table.rc",
-           "c_api.cpp")
+           "c_api.cpp", "c_quantities.cpp", "c_units.cpp")
 GET_SID = "int ValueType::GetSid() { return code < 100 ? 0 : code % 1000; }"
 FUNCTION = "KELMO_LOCALIZER_API void ClearErrors(void);"
 MEMBER = "  KELMO_LOCALIZER_MEMBER int GetSid();"

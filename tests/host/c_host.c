@@ -302,7 +302,7 @@ static void LoadUnitFiles(void) {
 
   Expect(kelmo_problems_count(problems) == 3, "three problems");
   ExpectStatus(kelmo_problems_get(problems, 0, &problem), KELMO_OK, "the first");
-  Expect(problem.code == KELMO_PROBLEM_CANNOT_READ && Is(problem.file, "no such file"),
+  Expect(problem.code == KELMO_PROBLEM_CANNOT_READ_UNITS && Is(problem.file, "no such file"),
          "the missing file");
   ExpectStatus(kelmo_problems_get(problems, 1, &problem), KELMO_OK, "the second");
   Expect(problem.severity == KELMO_ERROR && problem.line == 2 && Is(problem.file, "four.txt"),
