@@ -90,15 +90,16 @@ start_wine() {
 }
 
 # Every build configures the tests, which need Python and GoogleTest: the library for Linux, the sources for Windows.
-packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix libgtest-dev googletest python3 libcli11-dev nlohmann-json3-dev)
-# For Clang and lld in the place of Microsoft's compiler and linker, for hosts with another C++ library, for a locale
-# with a decimal comma, for CMake's default generator, for hosts without CMake, for the tables of languages and ICU
-# beside them, for the manual page, for the texts of numbers, for the reference of kelmo, for the factors of units, and
-# for exact numbers.
+# ICU and Boost are for tests, which every build of the project configures.
 boost=(libboost-dev) # 1.81 or later; Debian 12 has it under another name
 ! grep -qs '^VERSION_CODENAME=bookworm$' /etc/os-release || boost=(libboost1.81-dev)
-packages_native_tests=(clang libc++-dev libc++abi-dev lld llvm locales make pkgconf unicode-cldr-core libicu-dev man-db
-  libfmt-dev doxygen udunits-bin units "${boost[@]}")
+packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix libgtest-dev googletest python3 libcli11-dev nlohmann-json3-dev
+  libicu-dev "${boost[@]}")
+# For Clang and lld in the place of Microsoft's compiler and linker, for hosts with another C++ library, for a locale
+# with a decimal comma, for CMake's default generator, for hosts without CMake, for the tables of languages and ICU
+# beside them, for the manual page, for the texts of numbers, for the reference of kelmo, and for the factors of units.
+packages_native_tests=(clang libc++-dev libc++abi-dev lld llvm locales make pkgconf unicode-cldr-core man-db
+  libfmt-dev doxygen udunits-bin units)
 packages_wine=(wine wine64)
 packages_lint=(clang-format clang-tidy cppcheck shellcheck)
 packages_sanitizers=(libclang-rt-dev)
